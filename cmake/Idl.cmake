@@ -1,0 +1,61 @@
+# korvane_idl(<name> <file.idl> [<name it imports>...])
+#
+# Compiles an interface definition to <name>.h, <name>_i.c (both in idl/) and <name>.tlb (beside the DLL,
+# so that hosts find it there), with widl or, on Windows, midl.
+
+set(KORVANE_IDL_DIR "${CMAKE_BINARY_DIR}/idl")
+set(KORVANE_TLB_DIR "${CMAKE_BINARY_DIR}")
+file(MAKE_DIRECTORY "${KORVANE_IDL_DIR}")
+
+if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+  set(korvane_idl_arch win64)
+  set(korvane_wine_tlb_dir /usr/lib/x86_64-linux-gnu/wine/x86_64-windows)
+else()
+  set(korvane_idl_arch win32)
+  set(korvane_wine_tlb_dir /usr/lib/i386-linux-gnu/wine/i386-windows)
+endif()
+
+if(KORVANE_WIDL)
+  # Debian's mingw-w64 has no system IDL files and no stdole2.tlb; Wine's development package has both.
+  set(KORVANE_SYSTEM_IDL_DIR /usr/include/wine/wine/windows CACHE PATH "Folder of oaidl.idl and ocidl.idl")
+  set(KORVANE_SYSTEM_TLB_DIR ${korvane_wine_tlb_dir} CACHE PATH "Folder of stdole2.tlb")
+endif()
+
+function(korvane_idl name file)
+  get_filename_component(source "${file}" ABSOLUTE)
+  set(header "${KORVANE_IDL_DIR}/${name}.h")
+  set(ids "${KORVANE_IDL_DIR}/${name}_i.c")
+  set(tlb "${KORVANE_TLB_DIR}/${name}.tlb")
+
+  set(imports "")
+  set(imported_files "")
+  foreach(import ${ARGN})
+    get_property(path GLOBAL PROPERTY korvane_idl_${import})
+    get_filename_component(folder "${path}" DIRECTORY)
+    list(APPEND imports -I "${folder}")
+    list(APPEND imported_files "${path}" "${KORVANE_TLB_DIR}/${import}.tlb")
+  endforeach()
+  set_property(GLOBAL PROPERTY korvane_idl_${name} "${source}")
+
+  if(KORVANE_WIDL)
+    set(widl ${KORVANE_WIDL} --${korvane_idl_arch} -I "${KORVANE_SYSTEM_IDL_DIR}" ${imports}
+        -L "${KORVANE_TLB_DIR}" -L "${KORVANE_SYSTEM_TLB_DIR}")
+    add_custom_command(
+      OUTPUT "${header}" "${ids}" "${tlb}"
+      COMMAND ${widl} -h -o "${header}" "${source}"
+      COMMAND ${widl} -u -o "${ids}" "${source}"
+      COMMAND ${widl} -t -o "${tlb}" "${source}"
+      DEPENDS "${source}" ${imported_files}
+      COMMENT "Interface definition ${name}" VERBATIM)
+  else()
+    add_custom_command(
+      OUTPUT "${header}" "${ids}" "${tlb}"
+      COMMAND midl /nologo /char signed /env ${korvane_idl_arch} ${imports} -I "${KORVANE_TLB_DIR}"
+              /out "${KORVANE_IDL_DIR}" /h ${name}.h /iid ${name}_i.c /tlb "${tlb}" "${source}"
+      DEPENDS "${source}" ${imported_files}
+      COMMENT "Interface definition ${name}" VERBATIM)
+  endif()
+  set_property(GLOBAL APPEND PROPERTY korvane_idl_headers "${header}")
+  set_property(GLOBAL APPEND PROPERTY korvane_idl_ids "${ids}")
+  set_property(GLOBAL APPEND PROPERTY korvane_idl_libraries "${tlb}")
+endfunction()

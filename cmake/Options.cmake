@@ -1,0 +1,16 @@
+# Compiler settings of everything that we write.
+add_library(korvane_options INTERFACE)
+target_compile_definitions(korvane_options INTERFACE
+  UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX STRICT
+  WINVER=0x0601 _WIN32_WINNT=0x0601 _WIN32_IE=0x0800)
+
+if(MSVC)
+  target_compile_options(korvane_options INTERFACE /W4 /WX /utf-8 /permissive- /Zc:__cplusplus /EHsc)
+  set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
+else()
+  target_compile_options(korvane_options INTERFACE
+    $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion
+      -Wold-style-cast -Woverloaded-virtual -Wcast-qual -Wnull-dereference
+      -Wduplicated-cond -Wlogical-op>
+    -ffunction-sections -fdata-sections)
+endif()

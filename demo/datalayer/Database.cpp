@@ -1,0 +1,45 @@
+#include "demo/datalayer/Database.h"
+
+#include "demo/datalayer/Root.h"
+#include "demo/datalayer/Session.h"
+
+namespace korvane::store
+{
+
+STDMETHODIMP Database::Open(BSTR path, BSTR account, IRoot** root)
+{
+    return returns(root, [&] {
+        const auto session = traced(
+            *trace_, line(L"Database.Open", view(path), view(account)),
+            [&] { return Session::open(std::wstring(view(path)), view(account), lockTimeout_, trace_); },
+            [](const auto&) { return L""; });
+        return ComPtr<IRoot>(make<Root>(session).get());
+    });
+}
+
+STDMETHODIMP Database::get_LockTimeout(long* milliseconds)
+{
+    return returns(milliseconds, [&] { return long(lockTimeout_); });
+}
+
+STDMETHODIMP Database::put_LockTimeout(long milliseconds)
+{
+    return guard([&] {
+        if (milliseconds < 0)
+            throw Failure(E_INVALIDARG);
+        lockTimeout_ = milliseconds;
+    });
+}
+
+STDMETHODIMP Database::get_Trace(BSTR* text)
+{
+    return returns(text, [&] { return Bstr(trace_->text()); });
+}
+
+STDMETHODIMP Database::ClearTrace()
+{
+    trace_->clear();
+    return S_OK;
+}
+
+} // namespace korvane::store

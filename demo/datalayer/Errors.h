@@ -1,0 +1,40 @@
+// The errors of the data layer. The first six are texts of the library's string table, under the same numbers.
+#pragma once
+
+#include "framework/com/Failure.h"
+
+namespace korvane::store
+{
+
+/// The number of an error is 0x80040000 plus its code.
+enum class Code : long
+{
+    unknownAccount = 4090,
+    mayNotAddGroups = 4190,
+    mayNotChangeGroup = 4191,
+    mayNotDeleteGroup = 4192,
+    lastGroup = 4193,
+    builtInGroup = 4195,
+
+    unknownGroup = 9001,
+    groupNeedsName = 9002,
+    groupNameTaken = 9003,
+    scopeClosed = 9004,
+
+    locked = 9010,
+    readOnly = 9011,
+    diskFull = 9012,
+    cannotOpen = 9013,
+    damaged = 9014,
+    cannotAccess = 9015,
+    ruleBroken = 9016,
+    foreignDatabase = 9017,
+    newerDatabase = 9018,
+    otherDatabaseError = 9019
+};
+
+/// An error as the callers see it. The source is "KorvaneData." and the class; "#" in the error's text gives
+/// way to the detail.
+Failure error(Code code, std::wstring_view className, std::wstring_view detail = {});
+
+} // namespace korvane::store

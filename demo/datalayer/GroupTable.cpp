@@ -1,0 +1,143 @@
+#include "demo/datalayer/GroupTable.h"
+
+#include "demo/datalayer/Errors.h"
+#include "demo/datalayer/Rights.h"
+#include "demo/datalayer/Text.h"
+
+namespace korvane::store
+{
+
+namespace
+{
+
+constexpr long lastBuiltInGroup = 3;
+
+bool isBuiltIn(long id) noexcept
+{
+    return id >= 1 && id <= lastBuiltInGroup;
+}
+
+Failure refusal(Code code, std::wstring_view detail = {})
+{
+    return error(code, L"Groups", detail);
+}
+
+void requireName(std::wstring_view name)
+{
+    if (isBlank(name))
+        throw refusal(Code::groupNeedsName);
+}
+
+Group groupOf(const Statement& row)
+{
+    return {row.number(0), row.text(1), row.number(2)};
+}
+
+} // namespace
+
+std::vector<Group> GroupTable::all() const
+{
+    std::vector<Group> groups;
+    Statement row(connection_, "SELECT id, name, flags FROM groups ORDER BY position, id");
+    while (row.next())
+        groups.push_back(groupOf(row));
+    return groups;
+}
+
+std::optional<Group> GroupTable::find(long id) const
+{
+    Statement row(connection_, "SELECT id, name, flags FROM groups WHERE id = ?", id);
+    return row.next() ? std::optional(groupOf(row)) : std::nullopt;
+}
+
+bool GroupTable::mayPerform(long operation, long id) const
+{
+    const Reading reading(connection_);
+    const Rights rights = rightsTo(id, session_.account(), connection_);
+    switch (operation)
+    {
+    case 1:
+        return rights.add;
+    case 2:
+        return rights.remove && !isBuiltIn(id) && find(id);
+    case 3:
+        return rights.change && !isBuiltIn(id) && find(id);
+    default:
+        return false;
+    }
+}
+
+GroupChange GroupTable::add(std::wstring_view name, long flags)
+{
+    if (!rightsTo(0, session_.account(), connection_).add)
+        throw refusal(Code::mayNotAddGroups);
+    requireName(name);
+
+    Transaction transaction(connection_);
+    requireFreeName(name, 0);
+    Statement(connection_,
+              "INSERT INTO groups (name, flags, position)"
+              " VALUES (?, ?, (SELECT coalesce(max(position), 0) + 1 FROM groups))",
+              name, flags)
+        .run();
+    return committed(transaction, connection_.lastInsertedId());
+}
+
+GroupChange GroupTable::remove(long id)
+{
+    if (!rightsTo(id, session_.account(), connection_).remove)
+        throw refusal(Code::mayNotDeleteGroup);
+    if (isBuiltIn(id))
+        throw refusal(Code::builtInGroup);
+
+    Transaction transaction(connection_);
+    requireExisting(id);
+    if (isLast(id))
+        throw refusal(Code::lastGroup);
+    Statement(connection_, "DELETE FROM groups WHERE id = ?", id).run();
+    return committed(transaction, 0);
+}
+
+GroupChange GroupTable::update(long id, std::wstring_view name, long flags)
+{
+    if (!rightsTo(id, session_.account(), connection_).change || isBuiltIn(id))
+        throw refusal(Code::mayNotChangeGroup);
+    requireName(name);
+
+    Transaction transaction(connection_);
+    requireExisting(id);
+    requireFreeName(name, id);
+    Statement(connection_, "UPDATE groups SET name = ?, flags = ? WHERE id = ?", name, flags, id).run();
+    return committed(transaction, id);
+}
+
+void GroupTable::requireExisting(long id) const
+{
+    if (!find(id))
+        throw refusal(Code::unknownGroup);
+}
+
+/// The built-in groups do not count: users cannot work with them.
+bool GroupTable::isLast(long id) const
+{
+    Statement others(connection_, "SELECT 1 FROM groups WHERE id > ? AND id <> ?", lastBuiltInGroup, id);
+    return !others.next();
+}
+
+/// The database knows the case of ASCII letters only, users know that of all.
+void GroupTable::requireFreeName(std::wstring_view name, long exceptGroup) const
+{
+    for (const Group& group : all())
+        if (group.id != exceptGroup && sameText(group.name, name))
+            throw refusal(Code::groupNameTaken, group.name);
+}
+
+GroupChange GroupTable::committed(Transaction& transaction, long result) const
+{
+    // Read before the commit: whatever fails must not make a write that was done look undone.
+    GroupChange change{result, all()};
+    transaction.commit();
+    return change;
+}
+
+} // namespace korvane::store

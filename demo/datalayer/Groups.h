@@ -1,0 +1,36 @@
+// The groups collection.
+#pragma once
+
+#include "demo/datalayer/ConnectionPoint.h"
+#include "demo/datalayer/GroupTable.h"
+#include "demo/datalayer/Session.h"
+#include "framework/com/Object.h"
+
+#include <KorvaneData.h>
+
+namespace korvane::store
+{
+
+class Groups final
+    : public Object<Groups, Inherits<IGroups, EventSource<IGroupsEvents>>, IGroups, IConnectionPointContainer>
+{
+public:
+    explicit Groups(std::shared_ptr<Session> session) : session_(std::move(session)), table_(*session_) {}
+
+    STDMETHODIMP Load(VARIANT_BOOL* result) override;
+    STDMETHODIMP Fetch(long id, BSTR* text, long* flags, VARIANT_BOOL* result) override;
+    STDMETHODIMP HasAccess(long operation, long id, VARIANT_BOOL* result) override;
+    STDMETHODIMP Add(BSTR text, long flags, long* newId) override;
+    STDMETHODIMP Remove(long id, long* removedId) override;
+    STDMETHODIMP Update(long id, BSTR text, long flags, long* updatedId) override;
+
+private:
+    Trace& trace() const noexcept { return session_->trace(); }
+    void announce(const std::vector<Group>& groups);
+    long announced(GroupChange change);
+
+    std::shared_ptr<Session> session_;
+    GroupTable table_;
+};
+
+} // namespace korvane::store

@@ -1,0 +1,98 @@
+#include "demo/datalayer/Schema.h"
+
+#include "demo/datalayer/Errors.h"
+
+namespace korvane::store
+{
+
+namespace
+{
+
+constexpr long applicationId = 0x4B525644; // as in the script
+constexpr long version = 1;
+
+// Identifiers are 32-bit for all callers, and are not used again after a deletion.
+constexpr const char* script = R"(
+    PRAGMA application_id = 0x4B525644;
+    PRAGMA user_version = 1;
+
+    CREATE TABLE roles (
+        id INTEGER PRIMARY KEY,
+        name TEXT NOT NULL COLLATE NOCASE UNIQUE,
+        may_add INTEGER NOT NULL DEFAULT 0 CHECK (may_add IN (0, 1)),
+        may_delete INTEGER NOT NULL DEFAULT 0 CHECK (may_delete IN (0, 1)),
+        may_change INTEGER NOT NULL DEFAULT 0 CHECK (may_change IN (0, 1))
+    );
+
+    CREATE TABLE accounts (
+        id INTEGER PRIMARY KEY AUTOINCREMENT CHECK (id BETWEEN 1 AND 2147483647),
+        login TEXT NOT NULL COLLATE NOCASE UNIQUE,
+        role INTEGER NOT NULL REFERENCES roles
+    );
+
+    CREATE TABLE groups (
+        id INTEGER PRIMARY KEY AUTOINCREMENT CHECK (id BETWEEN 1 AND 2147483647),
+        name TEXT NOT NULL COLLATE NOCASE UNIQUE CHECK (trim(name) <> ''),
+        flags INTEGER NOT NULL,
+        position INTEGER NOT NULL
+    );
+
+    CREATE TABLE role_groups (
+        role INTEGER NOT NULL REFERENCES roles ON DELETE CASCADE,
+        group_id INTEGER NOT NULL REFERENCES groups ON DELETE CASCADE,
+        may_delete INTEGER NOT NULL DEFAULT 0 CHECK (may_delete IN (0, 1)),
+        may_change INTEGER NOT NULL DEFAULT 0 CHECK (may_change IN (0, 1)),
+        PRIMARY KEY (role, group_id)
+    ) WITHOUT ROWID;
+
+    CREATE TABLE settings (
+        name TEXT NOT NULL COLLATE NOCASE PRIMARY KEY,
+        value TEXT NOT NULL
+    ) WITHOUT ROWID;
+
+    INSERT INTO roles (id, name, may_add, may_delete, may_change) VALUES
+        (1, 'Administrators', 1, 1, 1),
+        (2, 'Employees', 0, 0, 0);
+    INSERT INTO accounts (id, login, role) VALUES
+        (1, 'admin', 1),
+        (2, 'employee', 2);
+    INSERT INTO groups (id, name, flags, position) VALUES
+        (1, 'System', 1, 1),
+        (2, 'All resources', 1, 2),
+        (3, 'Unassigned', 1, 3);
+)";
+
+long number(const Connection& connection, const char* sql)
+{
+    Statement statement(connection, sql);
+    statement.next();
+    return statement.number(0);
+}
+
+/// True when the tables are there, false in an empty database.
+bool hasTables(const Connection& connection)
+{
+    const long application = number(connection, "PRAGMA application_id");
+    if (application == 0 && number(connection, "SELECT count(*) FROM sqlite_schema") == 0)
+        return false;
+    if (application != applicationId)
+        throw error(Code::foreignDatabase, L"Database");
+    if (number(connection, "PRAGMA user_version") > version)
+        throw error(Code::newerDatabase, L"Database");
+    return true;
+}
+
+} // namespace
+
+void prepareSchema(Connection& connection)
+{
+    if (hasTables(connection))
+        return;
+    Transaction transaction(connection);
+    if (hasTables(connection)) // another user was quicker
+        return;
+    connection.execute(script);
+    transaction.commit();
+}
+
+} // namespace korvane::store

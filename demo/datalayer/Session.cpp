@@ -1,0 +1,90 @@
+#include "demo/datalayer/Session.h"
+
+#include "demo/datalayer/Errors.h"
+#include "demo/datalayer/Schema.h"
+
+#include <mutex>
+#include <vector>
+
+namespace korvane::store
+{
+
+namespace
+{
+
+constexpr long administratorAccount = 1;
+
+struct Opened
+{
+    DWORD thread;
+    std::weak_ptr<Session> session;
+};
+
+// Everything else belongs to one apartment; this list is shared by those that there are.
+std::mutex openedMutex;
+std::vector<Opened> opened;
+
+std::wstring fullPath(const std::wstring& path)
+{
+    wchar_t buffer[MAX_PATH];
+    const DWORD length = GetFullPathNameW(path.c_str(), ARRAYSIZE(buffer), buffer, nullptr);
+    if (length == 0 || length >= ARRAYSIZE(buffer))
+        throw error(Code::cannotOpen, L"Database", path);
+    return {buffer, length};
+}
+
+std::wstring folderOf(const std::wstring& path)
+{
+    const auto end = path.find_last_of(L'\\');
+    // The root of a drive keeps its backslash: without it, the drive's current folder would be meant.
+    return path.substr(0, end > 2 ? end : end + 1);
+}
+
+long accountOf(const Connection& connection, std::wstring_view login)
+{
+    if (login.empty())
+        return administratorAccount;
+    Statement found(connection, "SELECT id FROM accounts WHERE login = ?", login);
+    if (!found.next())
+        throw error(Code::unknownAccount, L"Database");
+    return found.number(0);
+}
+
+Connection connect(const std::wstring& path, long lockTimeout)
+{
+    Connection connection(path, lockTimeout);
+    prepareSchema(connection);
+    return connection;
+}
+
+} // namespace
+
+Session::Session(const std::wstring& path, std::wstring_view login, long lockTimeout, std::shared_ptr<Trace> trace)
+    : trace_(std::move(trace)),
+      folder_(folderOf(path)),
+      connection_(connect(path, lockTimeout)),
+      account_(accountOf(connection_, login))
+{
+}
+
+std::shared_ptr<Session> Session::open(const std::wstring& path, std::wstring_view login, long lockTimeout,
+                                       std::shared_ptr<Trace> trace)
+{
+    auto session = std::make_shared<Session>(fullPath(path), login, lockTimeout, std::move(trace));
+    const std::lock_guard lock(openedMutex);
+    std::erase_if(opened, [](const Opened& entry) { return entry.session.expired(); });
+    opened.push_back({GetCurrentThreadId(), session});
+    return session;
+}
+
+std::shared_ptr<Session> Session::latest()
+{
+    const std::lock_guard lock(openedMutex);
+    for (auto entry = opened.rbegin(); entry != opened.rend(); ++entry)
+        if (entry->thread == GetCurrentThreadId())
+            if (auto session = entry->session.lock())
+                return session;
+    return nullptr;
+}
+
+} // namespace korvane::store

@@ -1,0 +1,294 @@
+#include "framework/AppDialog.h"
+
+#include "framework/com/Apartment.h"
+
+#include <string>
+
+namespace korvane
+{
+
+namespace
+{
+
+/// The designs of all dialogs have these two buttons, with these texts.
+constexpr const wchar_t* textOk = L"1002";
+constexpr const wchar_t* textCancel = L"1003";
+
+/// The sample whose extent says how much larger one font is than another.
+constexpr const wchar_t* fontSample = L"gM";
+} // namespace
+
+AppDialog::AppDialog(REFCLSID classId, long titleId, float width, float height)
+    : OleControl(classId, width, height), titleId_(titleId), events_(make<AppDialogEvents>())
+{
+}
+
+STDMETHODIMP AppDialog::get_Name(BSTR* title)
+{
+    return returns(title, [&] { return resourceText(titleId_); });
+}
+
+STDMETHODIMP AppDialog::get_Ready(VARIANT_BOOL* result)
+{
+    const ComPtr<IUnknown> alive(identity());
+    return returns(result, [&] {
+        const Batch batch(*this);
+        submitting_ = ended_ = false;
+        requireResources();
+        requireWindow();
+        LocalizeCaptions();
+        ApplyContainerFont();
+        createControls();
+        connectEvents();
+        ready_ = true;
+        const bool loaded = load();
+        controlInfoChanged();
+        return loaded;
+    });
+}
+
+STDMETHODIMP AppDialog::get_Changed(VARIANT_BOOL* result)
+{
+    return returns(result, [] { return true; });
+}
+
+STDMETHODIMP AppDialog::putref_Command(IDispatch* value)
+{
+    return guard([&] { storeCommand(value); });
+}
+
+STDMETHODIMP AppDialog::get_Command(IAppCommand** value)
+{
+    return returns(value, [&] { return commandView(); });
+}
+
+STDMETHODIMP AppDialog::get_Notifier(IXtExecuteEvents** value)
+{
+    return returns(value, [] { return ComPtr<IXtExecuteEvents>(); });
+}
+
+STDMETHODIMP AppDialog::putref_Resources(IResources* value)
+{
+    return guard([&] { setCurrentResources(ComPtr<IResources>(value)); });
+}
+
+STDMETHODIMP AppDialog::get_Resources(IResources** value)
+{
+    return returns(value, [] { return CurrentResources(); });
+}
+
+STDMETHODIMP AppDialog::get_Font(IFontDisp** value)
+{
+    return returns(value, [&] { return font().object(); });
+}
+
+STDMETHODIMP AppDialog::putref_Font(IFontDisp* value)
+{
+    return guard([&] {
+        const Batch batch(*this);
+        applyFont(notNull(value));
+    });
+}
+
+STDMETHODIMP AppDialog::get_Enabled(VARIANT_BOOL* value)
+{
+    return returns(value, [&] { return +enabled() != 0; });
+}
+
+STDMETHODIMP AppDialog::put_Enabled(VARIANT_BOOL value)
+{
+    setEnabled(value != VARIANT_FALSE);
+    return S_OK;
+}
+
+STDMETHODIMP AppDialog::get_hWnd(OLE_HANDLE* value)
+{
+    if (!value)
+        return E_POINTER;
+    *value = static_cast<OLE_HANDLE>(reinterpret_cast<UINT_PTR>(window()));
+    return S_OK;
+}
+
+/// Every caption, text and tooltip that the layout gives as a number becomes the text with that id. What fails
+/// is left as designed.
+void AppDialog::LocalizeCaptions()
+{
+    for (Control* control : controls())
+    {
+        if (control->textProperty() != Control::TextProperty::none)
+            attempt([&] { control->setTextValue(resourceText(toLong(control->textValue())).view()); });
+        attempt([&] { control->setToolTipText(resourceText(toLong(control->ToolTipText())).view()); });
+    }
+}
+
+void AppDialog::ApplyContainerFont()
+{
+    ComPtr<IUnknown> containerFont;
+    const auto container = containerObject();
+    if (const auto properties = container.as<IDispatch>())
+    {
+        wchar_t fontName[] = L"Font";
+        LPOLESTR names[] = {fontName};
+        DISPID id = DISPID_UNKNOWN;
+        DISPPARAMS none{};
+        Variant value;
+        if (SUCCEEDED(properties->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id)) &&
+            SUCCEEDED(properties->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, value.put(),
+                                         nullptr, nullptr)) &&
+            (value.type() == VT_DISPATCH || value.type() == VT_UNKNOWN))
+            containerFont = toObject(value.get());
+    }
+    if (!containerFont)
+    {
+        const Variant ambient = ambientProperty(DISPID_AMBIENT_FONT);
+        if (ambient.type() == VT_DISPATCH || ambient.type() == VT_UNKNOWN)
+            containerFont = toObject(ambient.get());
+    }
+    if (containerFont.as<IFont>())
+        applyFont(containerFont.get());
+}
+
+/// Sets the dialog's font and rescales the layout by how much larger the font is than the former one.
+void AppDialog::applyFont(IUnknown* newFont)
+{
+    const SIZE before = font().measure(fontSample, dpi());
+    font().set(newFont);
+    const SIZE after = font().measure(fontSample, dpi());
+    if (before.cx == 0 || before.cy == 0)
+        return;
+    const float fx = static_cast<float>(after.cx) / static_cast<float>(before.cx);
+    const float fy = static_cast<float>(after.cy) / static_cast<float>(before.cy);
+    for (Control* control : controls())
+    {
+        const Place& place = control->place();
+        control->setPlace({place.left * fx, place.top * fy, place.width * fx, place.height * fy});
+    }
+    setSize(fitToPixels(Width() * fx, dpi()), fitToPixels(Height() * fy, dpi()));
+    DialogWindow::applyFont();
+}
+
+/// The object on which the host placed the control: what the site calls the control's container, else the
+/// container of the site, else the site itself.
+ComPtr<IUnknown> AppDialog::containerObject() const
+{
+    if (!clientSite())
+        return nullptr;
+    ComPtr<IOleContainer> container;
+    if (SUCCEEDED(clientSite()->GetContainer(container.put())) && container)
+        return container.as<IUnknown>();
+    return ComPtr<IUnknown>(clientSite());
+}
+
+/// Gives the relay the container's sink. A container without one gets no news, and the dialog works without.
+void AppDialog::connectEvents()
+{
+    auto sink = containerObject().as<IAppDialogSink>();
+    if (!sink)
+        sink = queryFor<IAppDialogSink>(clientSite());
+    events_->putref_Sink(sink.get());
+}
+
+void AppDialog::ambientFontChanged()
+{
+    if (!ready_)
+        return;
+    const Batch batch(*this);
+    ApplyContainerFont();
+}
+
+void AppDialog::dpiChanged()
+{
+    const Batch batch(*this);
+    layoutChanged();
+    setSize(fitToPixels(Width(), dpi()), fitToPixels(Height(), dpi()));
+    DialogWindow::applyFont();
+}
+
+void AppDialog::closing() noexcept
+{
+    events_->putref_Sink(nullptr);
+    destroyWindow();
+}
+
+void AppDialog::ok()
+{
+    if (submitting_ || ended_)
+        return;
+    takeValues();
+    confirm();
+}
+
+void AppDialog::cancel()
+{
+    if (submitting_ || ended_)
+        return;
+    // Set before the call: the container may destroy the dialog in it.
+    ended_ = true;
+    const auto events = events_;
+    call(events, &IAppDialogEvents::RaiseDone, VARIANT_TRUE);
+}
+
+void AppDialog::confirm()
+{
+    if (submitting_ || ended_)
+        return;
+    submitting_ = true;
+    const auto events = events_;
+    const auto failure = attempt([&] {
+        // The container's answer says whether the command was executed; the dialog has done its part either way.
+        VARIANT_BOOL executed = VARIANT_FALSE;
+        call(events, &IAppDialogEvents::SubmitCommand, commandView().get(), &executed);
+    });
+    submitting_ = false;
+    if (failure)
+        throw *failure;
+    ended_ = true;
+    call(events, &IAppDialogEvents::RaiseDone, VARIANT_FALSE);
+}
+
+void AppDialog::run(const std::function<void()>& handler) noexcept
+{
+    const ComPtr<IUnknown> alive(identity()); // the container may let go of the dialog in the handler
+    const Batch batch(*this);
+    if (const auto failure = attempt(handler))
+        raiseError(*failure);
+}
+
+void AppDialog::raiseError(const Failure& failure) noexcept
+{
+    attempt([&] {
+        apartment().currentError = failure;
+        events_->RaiseError();
+        apartment().currentError.reset();
+    });
+}
+
+CommandFrame::CommandFrame(AppDialog& dialog, const Place& place)
+    : Frame(dialog, {.name = L"fraCommands", .place = place}),
+      cmdOk(*this, {.name = L"cmdOk", .place = {place.width - 2490, 120, 1125, 345}, .text = textOk, .id = IDOK}),
+      cmdCancel(*this,
+                {.name = L"cmdCancel", .place = {place.width - 1245, 120, 1125, 345}, .text = textCancel, .id = IDCANCEL})
+{
+    cmdOk.onClick = [&dialog] { dialog.ok(); };
+    cmdCancel.onClick = [&dialog] { dialog.cancel(); };
+}
+
+DataScope::DataScope(const ComPtr<IRoot>& root, std::wstring_view source)
+{
+    call(root, &IRoot::OpenScope, 0L, Bstr(source).get(), scope_.put());
+}
+
+DataScope::~DataScope()
+{
+    // Reached with an open scope only when the step has failed: that failure is the one to tell.
+    if (const auto open = std::move(scope_))
+        open->Close(0, 0);
+}
+
+void DataScope::Close()
+{
+    const auto open = std::move(scope_);
+    call(open, &IScope::Close, 0L, 0L);
+}
+
+} // namespace korvane

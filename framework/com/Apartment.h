@@ -1,0 +1,28 @@
+// What the library keeps per apartment, that is per thread: released before COM goes away.
+#pragma once
+
+#include "framework/com/ComPtr.h"
+#include "framework/com/Failure.h"
+
+#include <optional>
+
+namespace korvane
+{
+
+/// Per-apartment state. It goes when the apartment ends or when the module is about to be unloaded.
+struct ApartmentState
+{
+    ComPtr<IUnknown> resources;          ///< the texts and pictures of all dialogs of the apartment
+    std::optional<Failure> currentError; ///< the last error that a dialog's action met
+};
+
+/// The state of the calling thread's apartment, made on first use. Throws when COM refuses.
+ApartmentState& apartment();
+
+/// Releases the state of the calling thread's apartment; it is made again when needed.
+void releaseApartment() noexcept;
+
+/// The state of the calling thread's apartment, or null when there is none yet.
+ApartmentState* existingApartment() noexcept;
+
+} // namespace korvane

@@ -1,0 +1,72 @@
+#include "framework/com/Failure.h"
+
+#include <new>
+
+namespace korvane
+{
+
+namespace
+{
+
+/// The system's text for an HRESULT, without its line end; empty when the system has none.
+Bstr systemText(HRESULT number)
+{
+    wchar_t buffer[512];
+    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                  static_cast<DWORD>(number), 0, buffer, ARRAYSIZE(buffer), nullptr);
+    while (length > 0 && buffer[length - 1] <= L' ')
+        --length;
+    return Bstr(std::wstring_view(buffer, length));
+}
+
+ComPtr<IErrorInfo> makeInformation(const Bstr& source, const Bstr& description)
+{
+    ComPtr<ICreateErrorInfo> maker;
+    if (FAILED(CreateErrorInfo(maker.put())))
+        throw std::bad_alloc();
+    maker->SetSource(source.get());
+    maker->SetDescription(description.get());
+    return maker.as<IErrorInfo>();
+}
+
+} // namespace
+
+Failure::Failure(HRESULT number, std::wstring_view source, std::wstring_view description)
+    : number_(number), information_(makeInformation(Bstr(source), Bstr(description)))
+{
+}
+
+Failure Failure::ofCall(HRESULT number, IUnknown* object, REFIID calledInterface) noexcept
+{
+    // Error information is taken only where the object answers for it: otherwise it could be a leftover
+    // of an earlier call on this thread.
+    Failure failure(number);
+    const auto support = queryFor<ISupportErrorInfo>(object);
+    if (support && support->InterfaceSupportsErrorInfo(calledInterface) == S_OK)
+        GetErrorInfo(0, failure.information_.put());
+    return failure;
+}
+
+Bstr Failure::source() const
+{
+    Bstr text;
+    if (information_)
+        information_->GetSource(text.put());
+    return text;
+}
+
+Bstr Failure::description() const
+{
+    Bstr text;
+    if (information_)
+        information_->GetDescription(text.put());
+    return information_ ? text : systemText(number_);
+}
+
+HRESULT Failure::report() const noexcept
+{
+    SetErrorInfo(0, information_.get());
+    return number_;
+}
+
+} // namespace korvane

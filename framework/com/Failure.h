@@ -1,0 +1,59 @@
+// The library's one exception: a COM error, with its error information intact.
+#pragma once
+
+#include "framework/com/Bstr.h"
+#include "framework/com/ComPtr.h"
+#include "framework/com/Platform.h"
+
+#include <string_view>
+#include <utility>
+
+namespace korvane
+{
+
+class Failure
+{
+public:
+    /// An error of the platform: the system's own text describes it.
+    explicit Failure(HRESULT number) noexcept : number_(number) {}
+
+    /// An error with its own source and description.
+    Failure(HRESULT number, std::wstring_view source, std::wstring_view description);
+
+    /// The failure of a call on an object: what the object told about it is taken along unchanged.
+    static Failure ofCall(HRESULT number, IUnknown* object, REFIID calledInterface) noexcept;
+
+    HRESULT number() const noexcept { return number_; }
+    Bstr source() const;
+    Bstr description() const;
+
+    /// Makes this failure the thread's COM error object and returns its number.
+    HRESULT report() const noexcept;
+
+private:
+    HRESULT number_;
+    ComPtr<IErrorInfo> information_;
+};
+
+/// Throws a Failure for a failed platform call.
+inline HRESULT require(HRESULT result)
+{
+    if (FAILED(result))
+        throw Failure(result);
+    return result;
+}
+
+/// Calls a method of an object and throws a Failure, with the object's error information, when it fails.
+template <class Object, class Interface, class... Parameters, class... Arguments>
+HRESULT call(const ComPtr<Object>& object, HRESULT (STDMETHODCALLTYPE Interface::*method)(Parameters...),
+             Arguments&&... arguments)
+{
+    if (!object)
+        throw Failure(E_POINTER);
+    const HRESULT result = (object.get()->*method)(std::forward<Arguments>(arguments)...);
+    if (FAILED(result))
+        throw Failure::ofCall(result, static_cast<Interface*>(object.get()), __uuidof(Interface));
+    return result;
+}
+
+} // namespace korvane

@@ -1,0 +1,45 @@
+#include "framework/com/Module.h"
+
+#include "framework/com/Failure.h"
+
+#include <atomic>
+
+// The linker's name for the first byte of the module, which is its handle.
+extern "C" IMAGE_DOS_HEADER __ImageBase;
+
+namespace korvane::module
+{
+
+namespace
+{
+std::atomic<long> locks;
+}
+
+HINSTANCE instance() noexcept
+{
+    return reinterpret_cast<HINSTANCE>(&__ImageBase);
+}
+
+void path(wchar_t (&buffer)[MAX_PATH])
+{
+    const DWORD length = GetModuleFileNameW(instance(), buffer, MAX_PATH);
+    if (length == 0 || length == MAX_PATH)
+        throw Failure(HRESULT_FROM_WIN32(length == 0 ? GetLastError() : ERROR_INSUFFICIENT_BUFFER));
+}
+
+void lock() noexcept
+{
+    ++locks;
+}
+
+void unlock() noexcept
+{
+    --locks;
+}
+
+long lockCount() noexcept
+{
+    return locks;
+}
+
+} // namespace korvane::module

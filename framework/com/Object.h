@@ -1,0 +1,186 @@
+// The base of every COM object: identity, reference count, error support and late binding.
+//
+//   class Clock final : public Object<Clock, Inherits<IClock, IAlarm>, IClock, IAlarm> { ... };
+//
+// The interfaces after the base are what QueryInterface answers with. Their order matters twice: the first
+// one is the object's identity, and the first dual one is its IDispatch. Late binding reaches the members of
+// every dual interface through any of them, so that a script sees the whole class; dispatch ids are therefore
+// distinct within a class.
+#pragma once
+
+#include "framework/com/Boundary.h"
+#include "framework/com/Module.h"
+#include "framework/com/Platform.h"
+#include "framework/com/TypeInfo.h"
+
+namespace korvane
+{
+
+/// The plain base of an object that only implements interfaces.
+template <class... Interfaces> class Inherits : public Interfaces...
+{
+};
+
+// Interfaces that are answered for by an interface that extends them.
+template <class Interface> bool alsoAnswersFor(REFIID) noexcept { return false; }
+template <> inline bool alsoAnswersFor<IOleInPlaceObject>(REFIID iid) noexcept { return iid == IID_IOleWindow; }
+template <> inline bool alsoAnswersFor<IViewObject2>(REFIID iid) noexcept { return iid == IID_IViewObject; }
+template <> inline bool alsoAnswersFor<IPersistStreamInit>(REFIID iid) noexcept { return iid == IID_IPersist; }
+template <> inline bool alsoAnswersFor<IProvideClassInfo2>(REFIID iid) noexcept { return iid == IID_IProvideClassInfo; }
+
+template <class Class, class Base, class... Interfaces> class Object : public Base, public ISupportErrorInfo
+{
+public:
+    Object(const Object&) = delete;
+    Object& operator=(const Object&) = delete;
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override
+    {
+        if (!object)
+            return E_POINTER;
+        *object = nullptr;
+        (offer<Interfaces>(iid, object) || ...);
+        if (!*object && iid == IID_ISupportErrorInfo)
+            *object = static_cast<ISupportErrorInfo*>(this);
+        if (const GUID* id = Class::privateId(); !*object && id && iid == *id)
+            *object = static_cast<Class*>(this);
+        if (!*object)
+            return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+
+    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+
+    STDMETHODIMP_(ULONG) Release() override
+    {
+        const ULONG remaining = --references_;
+        if (remaining == 0)
+        {
+            references_ = 1; // what the destructor calls may hold the object for a moment
+            delete static_cast<Class*>(this);
+        }
+        return remaining;
+    }
+
+    STDMETHODIMP InterfaceSupportsErrorInfo(REFIID iid) override
+    {
+        return ((isDual<Interfaces> && iid == __uuidof(Interfaces)) || ...) ? S_OK : S_FALSE;
+    }
+
+    // IDispatch, for every dual interface at once.
+
+    STDMETHODIMP GetTypeInfoCount(UINT* count)
+    {
+        if (!count)
+            return E_POINTER;
+        *count = 1;
+        return S_OK;
+    }
+
+    STDMETHODIMP GetTypeInfo(UINT index, LCID, ITypeInfo** information)
+    {
+        if (!information)
+            return E_POINTER;
+        *information = nullptr;
+        if (index != 0)
+            return DISP_E_BADINDEX;
+        return guard([&] {
+            ((isDual<Interfaces> && !*information && (*information = sharedTypeInfo<Interfaces>())) || ...);
+        });
+    }
+
+    STDMETHODIMP GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID, DISPID* ids)
+    {
+        if (reserved != IID_NULL)
+            return DISP_E_UNKNOWNINTERFACE;
+        if (!names || !ids || count == 0)
+            return E_INVALIDARG;
+        HRESULT result = DISP_E_UNKNOWNNAME;
+        const HRESULT access = guard([&] {
+            // A known member with an unknown argument name ends the search: the member is the right one.
+            ((isDual<Interfaces> &&
+              ((result = namesIn<Interfaces>(names, count, ids)) == S_OK || ids[0] != DISPID_UNKNOWN)) ||
+             ...);
+        });
+        return FAILED(access) ? access : result;
+    }
+
+    STDMETHODIMP Invoke(DISPID id, REFIID reserved, LCID, WORD flags, DISPPARAMS* arguments, VARIANT* result,
+                        EXCEPINFO* exception, UINT* badArgument)
+    {
+        if (reserved != IID_NULL)
+            return DISP_E_UNKNOWNINTERFACE;
+        HRESULT outcome = DISP_E_MEMBERNOTFOUND;
+        const HRESULT access = guard([&] {
+            SetErrorInfo(0, nullptr); // what is there is not about this call
+            ((isDual<Interfaces> && (outcome = invokeIn<Interfaces>(id, flags, arguments, result, exception,
+                                                                   badArgument)) != DISP_E_MEMBERNOTFOUND) ||
+             ...);
+        });
+        return FAILED(access) ? access : outcome;
+    }
+
+    /// An interface id that answers with the C++ object itself, for use within this module only. A class that
+    /// others of the module need to recognise returns its class id.
+    static const GUID* privateId() noexcept { return nullptr; }
+
+    ULONG referenceCount() const noexcept { return references_; }
+
+protected:
+    template <class... Arguments>
+    explicit Object(Arguments&&... arguments) : Base(std::forward<Arguments>(arguments)...)
+    {
+    }
+    ~Object() = default;
+
+private:
+    template <class Interface> static constexpr bool isDual = std::is_base_of_v<IDispatch, Interface>;
+
+    template <class Interface> bool offer(REFIID iid, void** object) noexcept
+    {
+        const bool answered = iid == __uuidof(Interface) || iid == IID_IUnknown || alsoAnswersFor<Interface>(iid) ||
+                              (isDual<Interface> && iid == IID_IDispatch);
+        if (answered)
+            *object = static_cast<Interface*>(static_cast<Class*>(this));
+        return answered;
+    }
+
+    template <class Interface> static ITypeInfo* sharedTypeInfo()
+    {
+        return ComPtr<ITypeInfo>(typeInfo<Interface>()).detach();
+    }
+
+    template <class Interface> static HRESULT namesIn(LPOLESTR* names, UINT count, DISPID* ids)
+    {
+        if constexpr (isDual<Interface>)
+        {
+            ids[0] = DISPID_UNKNOWN;
+            return typeInfo<Interface>()->GetIDsOfNames(names, count, ids);
+        }
+        else
+            return DISP_E_UNKNOWNNAME;
+    }
+
+    template <class Interface>
+    HRESULT invokeIn(DISPID id, WORD flags, DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception,
+                     UINT* badArgument)
+    {
+        if constexpr (isDual<Interface>)
+            return typeInfo<Interface>()->Invoke(static_cast<Interface*>(static_cast<Class*>(this)), id, flags,
+                                                 arguments, result, exception, badArgument);
+        else
+            return DISP_E_MEMBERNOTFOUND;
+    }
+
+    ULONG references_ = 0;
+    module::Lock lock_;
+};
+
+/// Makes an object and gives out one reference.
+template <class Class, class... Arguments> ComPtr<Class> make(Arguments&&... arguments)
+{
+    return ComPtr<Class>(new Class(std::forward<Arguments>(arguments)...));
+}
+
+} // namespace korvane

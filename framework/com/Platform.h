@@ -1,0 +1,9 @@
+// The platform headers in the one order that works, and nothing else.
+#pragma once
+
+#include <windows.h>
+
+#include <objbase.h>
+#include <oleauto.h>
+#include <ocidl.h>
+#include <olectl.h>

@@ -1,0 +1,226 @@
+#include "framework/com/Registration.h"
+
+#include "framework/com/Boundary.h"
+#include "framework/com/Decimal.h"
+#include "framework/com/Module.h"
+
+#include <memory>
+#include <string>
+
+namespace korvane
+{
+
+namespace
+{
+
+void requireRegistry(LSTATUS status)
+{
+    if (status != ERROR_SUCCESS)
+        throw Failure(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));
+}
+
+class Key
+{
+public:
+    explicit Key(HKEY key) noexcept : key_(key) {}
+    Key(HKEY parent, const std::wstring& path)
+    {
+        requireRegistry(RegCreateKeyExW(parent, path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &key_, nullptr));
+    }
+    Key(Key&& other) noexcept : key_(std::exchange(other.key_, nullptr)) {}
+    ~Key()
+    {
+        if (key_)
+            RegCloseKey(key_);
+    }
+
+    HKEY get() const noexcept { return key_; }
+
+    void set(const wchar_t* name, const std::wstring& text) const
+    {
+        requireRegistry(RegSetValueExW(key_, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
+                                       static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t))));
+    }
+
+    Key sub(const wchar_t* name, const std::wstring& text = {}) const
+    {
+        Key key(key_, name);
+        if (!text.empty())
+            key.set(nullptr, text);
+        return key;
+    }
+
+private:
+    HKEY key_ = nullptr;
+};
+
+/// While it lives, everything that is written under HKEY_CLASSES_ROOT, by the platform's own type library
+/// registration too, goes to the user's part of the registry.
+class ClassesRoot
+{
+public:
+    explicit ClassesRoot(Scope scope)
+    {
+        if (scope == Scope::machine)
+            return;
+        userClasses_ = std::make_unique<Key>(HKEY_CURRENT_USER, L"Software\\Classes");
+        requireRegistry(RegOverridePredefKey(HKEY_CLASSES_ROOT, userClasses_->get()));
+    }
+    ClassesRoot(const ClassesRoot&) = delete;
+    ClassesRoot& operator=(const ClassesRoot&) = delete;
+    ~ClassesRoot()
+    {
+        if (userClasses_)
+            RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr);
+    }
+
+private:
+    std::unique_ptr<Key> userClasses_;
+};
+
+std::wstring text(const GUID& guid)
+{
+    wchar_t buffer[40];
+    StringFromGUID2(guid, buffer, ARRAYSIZE(buffer));
+    return buffer;
+}
+
+std::wstring modulePath()
+{
+    wchar_t buffer[MAX_PATH];
+    module::path(buffer);
+    return buffer;
+}
+
+void registerClass(const LibraryRegistration& library, const ClassEntry& entry)
+{
+    const std::wstring progId = std::wstring(library.name) + L'.' + entry.name;
+    const std::wstring classId = text(*entry.classId);
+    const std::wstring path = modulePath();
+
+    const Key program(HKEY_CLASSES_ROOT, progId);
+    program.set(nullptr, entry.description);
+    program.sub(L"CLSID", classId);
+
+    const Key key(HKEY_CLASSES_ROOT, L"CLSID\\" + classId);
+    key.set(nullptr, entry.description);
+    key.sub(L"InprocServer32", path).set(L"ThreadingModel", L"Apartment");
+    key.sub(L"ProgID", progId);
+    key.sub(L"Programmable");
+    key.sub(L"TypeLib", text(*library.typeLibrary));
+    key.sub(L"Version", L"1.0");
+    if (entry.toolboxBitmap == 0)
+        return;
+    key.sub(L"Control");
+    key.sub(L"MiscStatus", L"0").sub(L"1", decimal(static_cast<long>(library.controlStatus)));
+    key.sub(L"ToolboxBitmap32", path + L',' + decimal(entry.toolboxBitmap));
+    key.sub(L"Implemented Categories").sub(L"{40FC6ED4-2438-11CF-A3DB-080036F12502}"); // controls
+}
+
+void deleteTree(const std::wstring& path)
+{
+    const LSTATUS status = RegDeleteTreeW(HKEY_CLASSES_ROOT, path.c_str());
+    if (status != ERROR_FILE_NOT_FOUND)
+        requireRegistry(status);
+}
+
+struct Library
+{
+    std::wstring path;
+    ComPtr<ITypeLib> library;
+    TLIBATTR attributes;
+};
+
+Library loadLibrary(int index)
+{
+    Library result{modulePath() + L'\\' + decimal(index), {}, {}};
+    require(LoadTypeLibEx(result.path.c_str(), REGKIND_NONE, result.library.put()));
+    TLIBATTR* attributes = nullptr;
+    require(result.library->GetLibAttr(&attributes));
+    result.attributes = *attributes;
+    result.library->ReleaseTLibAttr(attributes);
+    return result;
+}
+
+bool sameFile(const std::wstring& left, const std::wstring& right)
+{
+    return CompareStringOrdinal(left.c_str(), static_cast<int>(left.size()), right.c_str(),
+                                static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
+}
+
+/// Where a type library is registered; empty when it is not.
+std::wstring registeredPath(const TLIBATTR& attributes)
+{
+    Bstr path;
+    const HRESULT result = QueryPathOfRegTypeLib(attributes.guid, attributes.wMajorVerNum, attributes.wMinorVerNum,
+                                                 attributes.lcid, path.put());
+    return SUCCEEDED(result) ? std::wstring(path.c_str()) : std::wstring();
+}
+
+void registerLibrary(int index)
+{
+    Library own = loadLibrary(index);
+    const std::wstring registered = registeredPath(own.attributes);
+    // A file that is gone does not count: its registration would leave callers without the contract.
+    const bool elsewhere = !registered.empty() && !sameFile(registered, own.path);
+    if (index > 1 && elsewhere && SUCCEEDED(LoadTypeLibEx(registered.c_str(), REGKIND_NONE, ComPtr<ITypeLib>().put())))
+        return;
+    require(RegisterTypeLib(own.library.get(), own.path.data(), nullptr));
+}
+
+void unregisterLibrary(int index)
+{
+    const Library own = loadLibrary(index);
+    if (!sameFile(registeredPath(own.attributes), own.path))
+        return;
+    const TLIBATTR& attributes = own.attributes;
+    require(UnRegisterTypeLib(attributes.guid, attributes.wMajorVerNum, attributes.wMinorVerNum, attributes.lcid,
+                              attributes.syskind));
+}
+
+void removeEverything(const LibraryRegistration& library, std::span<const ClassEntry> classes)
+{
+    for (const ClassEntry& entry : classes)
+    {
+        deleteTree(std::wstring(library.name) + L'.' + entry.name);
+        deleteTree(L"CLSID\\" + text(*entry.classId));
+    }
+    for (int index = 1; index <= library.typeLibraries; ++index)
+        unregisterLibrary(index);
+}
+
+} // namespace
+
+void registerModule(const LibraryRegistration& library, std::span<const ClassEntry> classes, Scope scope)
+{
+    const ClassesRoot root(scope);
+    const auto failure = attempt([&] {
+        for (int index = 1; index <= library.typeLibraries; ++index)
+            registerLibrary(index);
+        for (const ClassEntry& entry : classes)
+            registerClass(library, entry);
+    });
+    if (!failure)
+        return;
+    attempt([&] { removeEverything(library, classes); });
+    throw *failure;
+}
+
+void unregisterModule(const LibraryRegistration& library, std::span<const ClassEntry> classes, Scope scope)
+{
+    const ClassesRoot root(scope);
+    removeEverything(library, classes);
+}
+
+Scope writableScope() noexcept
+{
+    HKEY classes = nullptr;
+    const LSTATUS status =
+        RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Classes", 0, KEY_CREATE_SUB_KEY | KEY_SET_VALUE, &classes);
+    if (status != ERROR_SUCCESS)
+        return Scope::user;
+    RegCloseKey(classes);
+    return Scope::machine;
+}
+
+} // namespace korvane

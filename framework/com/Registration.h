@@ -1,0 +1,36 @@
+// Self-registration of a module's classes and type libraries.
+#pragma once
+
+#include "framework/com/ClassFactory.h"
+#include "framework/com/Platform.h"
+
+#include <span>
+
+namespace korvane
+{
+
+/// What a module registers besides its classes.
+struct LibraryRegistration
+{
+    const wchar_t* name; ///< first part of every ProgID
+    const GUID* typeLibrary;
+    /// Type libraries in the module's resources, 1 (its own) to this number. The others describe contracts
+    /// that a host or data layer may have registered itself: those registrations are left alone.
+    int typeLibraries;
+    DWORD controlStatus; ///< OLEMISC flags of the module's controls
+};
+
+enum class Scope
+{
+    machine,
+    user
+};
+
+// Throw a Failure when the registry refuses. A registration that fails halfway is undone.
+void registerModule(const LibraryRegistration& library, std::span<const ClassEntry> classes, Scope scope);
+void unregisterModule(const LibraryRegistration& library, std::span<const ClassEntry> classes, Scope scope);
+
+/// The machine where its part of the registry can be written, else the user.
+Scope writableScope() noexcept;
+
+} // namespace korvane

@@ -1,0 +1,71 @@
+// An owning VARIANT, and the conversions of OLE Automation as C++ functions that throw a Failure.
+#pragma once
+
+#include "framework/com/Bstr.h"
+#include "framework/com/ComPtr.h"
+#include "framework/com/Platform.h"
+
+namespace korvane
+{
+
+/// An OLE date: days since 30 December 1899.
+struct OleDate
+{
+    DATE days = 0;
+    friend bool operator==(OleDate, OleDate) = default;
+};
+
+class Variant
+{
+public:
+    Variant() noexcept { VariantInit(&value_); }
+    explicit Variant(long number) noexcept;
+    explicit Variant(bool flag) noexcept;
+    explicit Variant(OleDate date) noexcept;
+    explicit Variant(Bstr text);
+    explicit Variant(const ComPtr<IDispatch>& object) noexcept;
+
+    Variant(const Variant& other);
+    Variant(Variant&& other) noexcept : value_(std::exchange(other.value_, VARIANT{})) {}
+    ~Variant() { VariantClear(&value_); }
+
+    Variant& operator=(Variant other) noexcept
+    {
+        std::swap(value_, other.value_);
+        return *this;
+    }
+
+    /// A copy of a value that somebody else owns, with references followed to what they refer to.
+    static Variant valueOf(const VARIANT& reference);
+
+    const VARIANT& get() const noexcept { return value_; }
+    VARTYPE type() const noexcept { return value_.vt; }
+    bool isEmpty() const noexcept { return value_.vt == VT_EMPTY; }
+
+    /// The address for an out parameter; what was held is cleared.
+    VARIANT* put() noexcept
+    {
+        VariantClear(&value_);
+        return &value_;
+    }
+
+    /// Gives the value away.
+    VARIANT detach() noexcept { return std::exchange(value_, VARIANT{}); }
+
+private:
+    VARIANT value_;
+};
+
+// Conversions by OLE Automation's rules for the user's locale. They follow references and the default
+// property of objects, and throw DISP_E_TYPEMISMATCH or DISP_E_OVERFLOW for what cannot be converted.
+long toLong(const VARIANT& value);
+long toLong(std::wstring_view text);
+bool toBool(const VARIANT& value);
+OleDate toDate(const VARIANT& value);
+Bstr toText(const VARIANT& value);
+
+/// The object that a value holds, by reference or not; empty for Nothing. Throws DISP_E_TYPEMISMATCH for
+/// a value that holds no object.
+ComPtr<IUnknown> toObject(const VARIANT& value);
+
+} // namespace korvane

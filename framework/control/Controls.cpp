@@ -1,0 +1,236 @@
+#include "framework/control/Controls.h"
+
+#include "framework/com/Failure.h"
+#include "framework/com/Module.h"
+#include "framework/control/DialogWindow.h"
+
+#include <new>
+
+namespace korvane
+{
+
+Surface::Surface(Frame& ofFrame) noexcept : dialog(ofFrame.dialog()), frame(&ofFrame) {}
+
+Control::Control(Surface surface, const Design& design, TextProperty textProperty)
+    : dialog_(surface.dialog), frame_(surface.frame), name_(design.name), id_(design.id), textProperty_(textProperty),
+      place_(design.place), text_(design.text), toolTip_(design.toolTip)
+{
+    dialog_.add(*this);
+}
+
+void Control::setPlace(const Place& place)
+{
+    place_ = place;
+    dialog_.layoutChanged();
+}
+
+void Control::setTop(float top)
+{
+    place_.top = top;
+    dialog_.layoutChanged();
+}
+
+void Control::setVisible(bool visible)
+{
+    visible_ = visible;
+    dialog_.layoutChanged();
+}
+
+bool Control::shows() const noexcept
+{
+    return visible_ && (!frame_ || frame_->shows());
+}
+
+void Control::setEnabled(bool enabled)
+{
+    enabled_ = enabled;
+    if (window_)
+        EnableWindow(window_, enabled);
+}
+
+std::wstring Control::textValue() const
+{
+    // Only a text box has a text that the user changes.
+    if (!window_ || textProperty_ != TextProperty::text)
+        return text_;
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window_)), L'\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextW(window_, text.data(), static_cast<int>(text.size()) + 1)));
+    return text;
+}
+
+void Control::setTextValue(std::wstring_view text)
+{
+    text_ = text;
+    if (window_)
+        SetWindowTextW(window_, text_.c_str());
+}
+
+void Control::setToolTipText(std::wstring_view text)
+{
+    toolTip_ = text;
+    dialog_.toolTipChanged(*this);
+}
+
+void Control::setFocus() const noexcept
+{
+    if (window_)
+        SetFocus(window_);
+}
+
+void Control::create(HWND parent, int id)
+{
+    window_ = createWindow(parent, id_ != 0 ? id_ : id);
+}
+
+Place Control::placeOnDialog() const noexcept
+{
+    Place place = place_;
+    if (frame_)
+    {
+        const Place surface = frame_->placeOnDialog();
+        place.left += surface.left;
+        place.top += surface.top;
+    }
+    return place;
+}
+
+void Control::notify(WORD) {}
+
+HWND Control::createWindow(HWND parent, int id, const wchar_t* windowClass, DWORD style, DWORD extendedStyle) const
+{
+    // Invisible and without extent until the dialog arranges its controls.
+    const DWORD enabling = enabled_ ? 0 : WS_DISABLED;
+    const HWND window = CreateWindowExW(extendedStyle, windowClass, text_.c_str(), WS_CHILD | enabling | style, 0, 0, 0,
+                                        0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                                        module::instance(), nullptr);
+    if (!window)
+        throw Failure(HRESULT_FROM_WIN32(GetLastError()));
+    return window;
+}
+
+void Control::raise(const std::function<void()>& handler) const
+{
+    if (handler)
+        dialog_.run(handler);
+}
+
+LRESULT Control::send(UINT message, WPARAM first, LPARAM second) const noexcept
+{
+    return window_ ? SendMessageW(window_, message, first, second) : 0;
+}
+
+HWND Label::createWindow(HWND parent, int id)
+{
+    return createWindow(parent, id, L"Static", SS_LEFT, 0);
+}
+
+void Label::labels(const Control& control) const noexcept
+{
+    // The dialog manager and the accessibility support both read the order of the windows.
+    if (window() && control.window())
+    {
+        SetWindowPos(window(), control.window(), 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        SetWindowPos(control.window(), window(), 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    }
+}
+
+HWND Button::createWindow(HWND parent, int id)
+{
+    const DWORD kind = id == IDOK ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+    return createWindow(parent, id, L"Button", WS_TABSTOP | BS_NOTIFY | kind, 0);
+}
+
+void Button::notify(WORD code)
+{
+    if (code == BN_CLICKED)
+        raise(onClick);
+    else if (code == BN_SETFOCUS)
+        dialog_.focusArrived();
+    else if (code == BN_KILLFOCUS)
+        dialog_.focusLeft();
+}
+
+HWND TextBox::createWindow(HWND parent, int id)
+{
+    return createWindow(parent, id, L"Edit", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE);
+}
+
+void TextBox::notify(WORD code)
+{
+    if (code == EN_CHANGE)
+        raise(onChange);
+    else if (code == EN_SETFOCUS)
+        dialog_.focusArrived();
+    else if (code == EN_KILLFOCUS)
+        dialog_.focusLeft();
+}
+
+HWND ListBox::createWindow(HWND parent, int id)
+{
+    return createWindow(parent, id, L"ListBox", WS_TABSTOP | WS_VSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT,
+                        WS_EX_CLIENTEDGE);
+}
+
+void ListBox::AddItem(BSTR text, long itemData)
+{
+    const LRESULT index = send(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text ? text : L""));
+    if (index < 0)
+        throw std::bad_alloc();
+    send(LB_SETITEMDATA, static_cast<WPARAM>(index), itemData);
+}
+
+void ListBox::Clear()
+{
+    send(LB_RESETCONTENT);
+}
+
+int ListBox::ListCount() const noexcept
+{
+    return static_cast<int>(send(LB_GETCOUNT));
+}
+
+int ListBox::ListIndex() const noexcept
+{
+    return window() ? static_cast<int>(send(LB_GETCURSEL)) : LB_ERR;
+}
+
+long ListBox::ItemData(int index) const noexcept
+{
+    return static_cast<long>(send(LB_GETITEMDATA, static_cast<WPARAM>(index)));
+}
+
+std::wstring ListBox::List(int index) const
+{
+    const auto item = static_cast<WPARAM>(index);
+    const LRESULT length = send(LB_GETTEXTLEN, item);
+    std::wstring text(length > 0 ? static_cast<std::size_t>(length) : 0, L'\0');
+    if (!text.empty())
+        send(LB_GETTEXT, item, reinterpret_cast<LPARAM>(text.data()));
+    return text;
+}
+
+void ListBox::notify(WORD code)
+{
+    if (code == LBN_SELCHANGE)
+        raise(onClick);
+    else if (code == LBN_DBLCLK)
+        raise(onDblClick);
+    else if (code == LBN_SETFOCUS)
+        dialog_.focusArrived();
+    else if (code == LBN_KILLFOCUS)
+        dialog_.focusLeft();
+}
+
+ListBox::Filling::Filling(ListBox& list) noexcept : list_(list)
+{
+    list_.send(WM_SETREDRAW, FALSE);
+}
+
+ListBox::Filling::~Filling()
+{
+    list_.send(WM_SETREDRAW, TRUE);
+    if (list_.window())
+        InvalidateRect(list_.window(), nullptr, TRUE);
+}
+
+} // namespace korvane

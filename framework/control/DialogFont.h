@@ -1,0 +1,32 @@
+// The font of a dialog.
+#pragma once
+
+#include "framework/com/ComPtr.h"
+#include "framework/com/Platform.h"
+
+namespace korvane
+{
+
+class DialogFont
+{
+public:
+    /// Starts as the font in which the layouts are designed.
+    DialogFont();
+
+    /// Takes over a copy of a font: the container's own is not changed by the dialog's resolution. Throws a
+    /// Failure, and keeps the former font, when the font cannot be copied.
+    void set(IUnknown* font);
+
+    /// For a resolution in pixels per inch. Valid until the font is set again or asked for another one.
+    HFONT handle(int dpi) const;
+
+    /// Extent of a sample text in pixels.
+    SIZE measure(const wchar_t* sample, int dpi) const;
+
+    ComPtr<IFontDisp> object() const { return font_.as<IFontDisp>(); }
+
+private:
+    ComPtr<IFont> font_;
+};
+
+} // namespace korvane

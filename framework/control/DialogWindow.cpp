@@ -1,0 +1,254 @@
+#include "framework/control/DialogWindow.h"
+
+#include "framework/com/Failure.h"
+#include "framework/com/Module.h"
+#include "framework/control/ActivationContext.h"
+#include "framework/control/Dpi.h"
+
+#include <commctrl.h>
+
+#include <cwctype>
+
+namespace korvane
+{
+
+namespace
+{
+
+constexpr UINT dpiChangedAfterParent = 0x02E3; // WM_DPICHANGED_AFTERPARENT, of Windows 8.1
+
+Failure lastError()
+{
+    return Failure(HRESULT_FROM_WIN32(GetLastError()));
+}
+
+/// The letter after a lone ampersand, in upper case; 0 without one.
+wchar_t accessKey(const std::wstring& caption) noexcept
+{
+    for (std::size_t at = caption.find(L'&'); at != std::wstring::npos && at + 1 < caption.size();
+         at = caption.find(L'&', at + 2))
+        if (caption[at + 1] != L'&')
+            return static_cast<wchar_t>(std::towupper(caption[at + 1]));
+    return 0;
+}
+
+} // namespace
+
+DialogWindow::~DialogWindow()
+{
+    destroyWindow();
+}
+
+void DialogWindow::requireWindow()
+{
+    if (window_)
+        return;
+    parking_ = CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, module::instance(), nullptr);
+    if (!parking_)
+        throw lastError();
+    attachWindow(parking_);
+}
+
+void DialogWindow::attachWindow(HWND parent)
+{
+    if (window_)
+    {
+        SetParent(window_, parent);
+    }
+    else
+    {
+        // A dialog of the platform's own kind, for the keyboard and the default button; its controls follow.
+        struct
+        {
+            DLGTEMPLATE dialog;
+            WORD noMenu, standardClass, noTitle;
+        } design{};
+        design.dialog.style = WS_CHILD | DS_CONTROL;
+        design.dialog.dwExtendedStyle = WS_EX_CONTROLPARENT;
+        const ControlsContext context;
+        window_ = CreateDialogIndirectParamW(module::instance(), &design.dialog, parent, &procedure,
+                                             reinterpret_cast<LPARAM>(this));
+        if (!window_)
+            throw lastError();
+    }
+    if (parking_ && parent != parking_)
+        DestroyWindow(std::exchange(parking_, nullptr));
+    if (const int dpi = windowDpi(window_); dpi != dpi_)
+    {
+        dpi_ = dpi;
+        dpiChanged();
+    }
+}
+
+void DialogWindow::parkWindow() noexcept
+{
+    if (!window_ || parking_)
+        return;
+    ShowWindow(window_, SW_HIDE);
+    parking_ = CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, module::instance(), nullptr);
+    if (parking_)
+        SetParent(window_, parking_);
+}
+
+void DialogWindow::destroyWindow() noexcept
+{
+    if (toolTips_)
+        DestroyWindow(std::exchange(toolTips_, nullptr));
+    if (window_)
+        DestroyWindow(window_);
+    if (parking_)
+        DestroyWindow(std::exchange(parking_, nullptr));
+}
+
+void DialogWindow::createControls()
+{
+    if (controlsCreated_)
+        return;
+    const ControlsContext context;
+    int id = IDOK + 100; // clear of the ids that the dialog manager knows
+    for (Control* control : controls_)
+        control->create(window_, id++);
+    controlsCreated_ = true;
+    createToolTips();
+    applyFont();
+    layoutChanged();
+}
+
+void DialogWindow::applyFont() const
+{
+    const HFONT font = font_.handle(dpi_);
+    for (const Control* control : controls_)
+        if (control->window())
+            SendMessageW(control->window(), WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+}
+
+void DialogWindow::layoutChanged() noexcept
+{
+    layoutPending_ = true;
+    if (batches_ == 0)
+        arrange();
+}
+
+DialogWindow::Batch::~Batch()
+{
+    if (--dialog_.batches_ == 0)
+        dialog_.arrange();
+}
+
+void DialogWindow::arrange() noexcept
+{
+    if (!layoutPending_ || !controlsCreated_ || batches_ > 0)
+        return;
+    layoutPending_ = false;
+
+    HDWP moves = BeginDeferWindowPos(static_cast<int>(controls_.size()));
+    for (const Control* control : controls_)
+    {
+        if (!control->window() || !moves)
+            continue;
+        const Place place = control->placeOnDialog();
+        const int left = toPixels(place.left, dpi_);
+        const int top = toPixels(place.top, dpi_);
+        // Edges are rounded, not extents: neighbours that touch in the layout touch on the screen.
+        const int right = toPixels(place.left + place.width, dpi_);
+        const int bottom = toPixels(place.bottom(), dpi_);
+        const UINT showing = control->shows() ? SWP_SHOWWINDOW : SWP_HIDEWINDOW;
+        moves = DeferWindowPos(moves, control->window(), nullptr, left, top, right - left, bottom - top,
+                               SWP_NOZORDER | SWP_NOACTIVATE | showing);
+    }
+    if (moves)
+        EndDeferWindowPos(moves);
+}
+
+HWND DialogWindow::controlOfAccessKey(wchar_t key) const noexcept
+{
+    const auto wanted = static_cast<wchar_t>(std::towupper(key));
+    for (const Control* control : controls_)
+        if (control->textProperty() == Control::TextProperty::caption && control->shows() && control->Enabled() &&
+            accessKey(control->Caption()) == wanted)
+            return control->window();
+    return nullptr;
+}
+
+Control* DialogWindow::controlOf(HWND window) const noexcept
+{
+    for (Control* control : controls_)
+        if (control->window() == window)
+            return control;
+    return nullptr;
+}
+
+void DialogWindow::createToolTips()
+{
+    for (const Control* control : controls_)
+        if (!control->ToolTipText().empty())
+            toolTipChanged(*control);
+}
+
+void DialogWindow::toolTipChanged(const Control& control)
+{
+    if (!control.window())
+        return;
+    if (!toolTips_)
+    {
+        const ControlsContext context;
+        toolTips_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, CW_USEDEFAULT,
+                                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window_, nullptr, module::instance(),
+                                    nullptr);
+    }
+    const std::wstring& text = control.ToolTipText();
+    TOOLINFOW tool{};
+    tool.cbSize = TTTOOLINFOW_V1_SIZE; // the size that every version of the common controls takes
+    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    tool.hwnd = window_;
+    tool.uId = reinterpret_cast<UINT_PTR>(control.window());
+    tool.lpszText = const_cast<wchar_t*>(text.c_str()); // only read
+    SendMessageW(toolTips_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    if (!text.empty())
+        SendMessageW(toolTips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+INT_PTR CALLBACK DialogWindow::procedure(HWND window, UINT message, WPARAM first, LPARAM second) noexcept
+{
+    if (message == WM_INITDIALOG)
+    {
+        SetWindowLongPtrW(window, DWLP_USER, second);
+        return FALSE; // the focus stays where it is until the container gives it
+    }
+    auto* dialog = reinterpret_cast<DialogWindow*>(GetWindowLongPtrW(window, DWLP_USER));
+    return dialog && dialog->handle(message, first, second);
+}
+
+bool DialogWindow::handle(UINT message, WPARAM first, LPARAM second) noexcept
+{
+    switch (message)
+    {
+    case WM_COMMAND:
+        if (Control* control = controlOf(reinterpret_cast<HWND>(second)))
+            control->notify(HIWORD(first));
+        return true;
+    case WM_MOUSEACTIVATE:
+        focusArrived();
+        return false;
+    case dpiChangedAfterParent:
+        if (const int dpi = windowDpi(window_); dpi != dpi_)
+        {
+            dpi_ = dpi;
+            run([this] { dpiChanged(); });
+        }
+        return true;
+    case WM_NCDESTROY:
+        // A container may destroy its window, and this one in it, before it lets go of the control.
+        SetWindowLongPtrW(window_, DWLP_USER, 0);
+        window_ = nullptr;
+        toolTips_ = nullptr;
+        controlsCreated_ = false;
+        for (Control* control : controls_)
+            control->forgetWindow();
+        return false;
+    default:
+        return false;
+    }
+}
+
+} // namespace korvane

@@ -1,0 +1,89 @@
+// The window of a dialog, and the controls on it.
+#pragma once
+
+#include "framework/control/Controls.h"
+#include "framework/control/DialogFont.h"
+
+#include <functional>
+#include <vector>
+
+namespace korvane
+{
+
+class DialogWindow
+{
+public:
+    DialogWindow() = default;
+    DialogWindow(const DialogWindow&) = delete;
+    DialogWindow& operator=(const DialogWindow&) = delete;
+
+    HWND window() const noexcept { return window_; }
+    int dpi() const noexcept { return dpi_; }
+    const std::vector<Control*>& controls() const noexcept { return controls_; }
+    DialogFont& font() noexcept { return font_; }
+
+    /// The visible and enabled control that an access key leads to; null when there is none.
+    HWND controlOfAccessKey(wchar_t key) const noexcept;
+
+    // For the controls.
+    void add(Control& control) { controls_.push_back(&control); }
+    void layoutChanged() noexcept;
+    void toolTipChanged(const Control& control);
+    /// Runs a handler under the dialog's error trap.
+    virtual void run(const std::function<void()>& handler) noexcept = 0;
+    virtual void focusArrived() noexcept = 0;
+    virtual void focusLeft() noexcept = 0;
+
+protected:
+    virtual ~DialogWindow();
+
+    /// The dialog's window exists from the first need of it to the end of the dialog: while the dialog is not
+    /// active in a container, it stands on a hidden window of its own, and what the user entered is kept.
+    void requireWindow();
+    void attachWindow(HWND parent);
+    void parkWindow() noexcept;
+    void destroyWindow() noexcept;
+
+    /// Makes the windows of the controls, if they are not there yet.
+    void createControls();
+
+    /// Gives every control the dialog's font, at the window's resolution.
+    void applyFont() const;
+
+    /// Puts every control where its place is, and shows and hides. Does nothing but note it within a Batch.
+    void arrange() noexcept;
+
+    /// Lets changes of the layout take effect together.
+    class Batch
+    {
+    public:
+        explicit Batch(DialogWindow& dialog) noexcept : dialog_(dialog) { ++dialog_.batches_; }
+        Batch(const Batch&) = delete;
+        Batch& operator=(const Batch&) = delete;
+        ~Batch();
+
+    private:
+        DialogWindow& dialog_;
+    };
+
+    /// The resolution of the window has changed.
+    virtual void dpiChanged() = 0;
+
+private:
+    static INT_PTR CALLBACK procedure(HWND window, UINT message, WPARAM first, LPARAM second) noexcept;
+    bool handle(UINT message, WPARAM first, LPARAM second) noexcept;
+    Control* controlOf(HWND window) const noexcept;
+    void createToolTips();
+
+    std::vector<Control*> controls_;
+    DialogFont font_;
+    HWND window_ = nullptr;
+    HWND parking_ = nullptr;
+    HWND toolTips_ = nullptr;
+    int dpi_ = 96;
+    int batches_ = 0;
+    bool layoutPending_ = false;
+    bool controlsCreated_ = false;
+};
+
+} // namespace korvane

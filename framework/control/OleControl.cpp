@@ -1,0 +1,72 @@
+#include "framework/control/OleControl.h"
+
+namespace korvane
+{
+
+OleControl::OleControl(REFCLSID classId, float width, float height) noexcept
+    : classId_(classId), width_(width), height_(height)
+{
+}
+
+void OleControl::setSize(float width, float height)
+{
+    if (width == width_ && height == height_)
+        return;
+    width_ = width;
+    height_ = height;
+    insistOnSize();
+    viewChanged();
+}
+
+void OleControl::setEnabled(bool enabled) noexcept
+{
+    enabled_ = enabled;
+    dirty_ = true;
+    if (window())
+        EnableWindow(window(), enabled);
+}
+
+Variant OleControl::ambientProperty(DISPID property) const
+{
+    const auto ambient = clientSite_.as<IDispatch>();
+    DISPPARAMS none{};
+    Variant value;
+    if (ambient)
+        ambient->Invoke(property, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, value.put(), nullptr, nullptr);
+    return value;
+}
+
+void OleControl::controlInfoChanged() noexcept
+{
+    if (const auto site = clientSite_.as<IOleControlSite>())
+        site->OnControlInfoChanged();
+}
+
+STDMETHODIMP OleControl::OnAmbientPropertyChange(DISPID property)
+{
+    return guard([&] {
+        if (property == DISPID_AMBIENT_FONT || property == DISPID_UNKNOWN)
+            ambientFontChanged();
+    });
+}
+
+STDMETHODIMP OleControl::FreezeEvents(BOOL)
+{
+    return S_OK; // the relay's calls are answers to the user and cannot wait
+}
+
+STDMETHODIMP OleControl::GetClassInfo(ITypeInfo** information)
+{
+    return returns(information, [&] { return classInfoOf(classId_); });
+}
+
+STDMETHODIMP OleControl::GetGUID(DWORD kind, GUID* guid)
+{
+    if (!guid)
+        return E_POINTER;
+    *guid = GUID_NULL;
+    // Dialogs have no outgoing interface of their own: they tell their container through its sink.
+    return kind == GUIDKIND_DEFAULT_SOURCE_DISP_IID ? E_FAIL : E_INVALIDARG;
+}
+
+} // namespace korvane

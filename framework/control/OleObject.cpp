@@ -1,0 +1,175 @@
+#include "framework/control/OleControl.h"
+
+namespace korvane
+{
+
+STDMETHODIMP OleControl::SetClientSite(IOleClientSite* site)
+{
+    if (clientSite_.get() == site)
+        return S_OK;
+    InPlaceDeactivate();
+    clientSite_ = ComPtr<IOleClientSite>(site);
+    if (!site)
+        closing();
+    return S_OK;
+}
+
+STDMETHODIMP OleControl::GetClientSite(IOleClientSite** site)
+{
+    return returns(site, [&] { return ComPtr(clientSite_); });
+}
+
+STDMETHODIMP OleControl::SetHostNames(LPCOLESTR, LPCOLESTR)
+{
+    return S_OK;
+}
+
+STDMETHODIMP OleControl::Close(DWORD)
+{
+    const ComPtr<IUnknown> alive(identity());
+    InPlaceDeactivate();
+    if (advises_)
+        advises_->SendOnClose();
+    closing();
+    return S_OK;
+}
+
+STDMETHODIMP OleControl::SetMoniker(DWORD, IMoniker*)
+{
+    return E_NOTIMPL;
+}
+
+STDMETHODIMP OleControl::GetMoniker(DWORD, DWORD, IMoniker** moniker)
+{
+    if (!moniker)
+        return E_POINTER;
+    *moniker = nullptr;
+    return E_NOTIMPL;
+}
+
+STDMETHODIMP OleControl::InitFromData(IDataObject*, BOOL, DWORD)
+{
+    return E_NOTIMPL;
+}
+
+STDMETHODIMP OleControl::GetClipboardData(DWORD, IDataObject** data)
+{
+    if (!data)
+        return E_POINTER;
+    *data = nullptr;
+    return E_NOTIMPL;
+}
+
+STDMETHODIMP OleControl::DoVerb(LONG verb, LPMSG message, IOleClientSite*, LONG, HWND, LPCRECT)
+{
+    const ComPtr<IUnknown> alive(identity());
+    return guard([&] {
+        switch (verb)
+        {
+        case OLEIVERB_PRIMARY:
+        case OLEIVERB_UIACTIVATE:
+            return activateUi(message);
+        case OLEIVERB_SHOW:
+        case OLEIVERB_INPLACEACTIVATE:
+            return activateInPlace();
+        case OLEIVERB_HIDE:
+            hide();
+            return S_OK;
+        default:
+            return verb < 0 ? E_NOTIMPL : OLEOBJ_S_INVALIDVERB;
+        }
+    });
+}
+
+STDMETHODIMP OleControl::EnumVerbs(IEnumOLEVERB** verbs)
+{
+    if (!verbs)
+        return E_POINTER;
+    *verbs = nullptr;
+    return OLEOBJ_E_NOVERBS;
+}
+
+STDMETHODIMP OleControl::Update()
+{
+    return S_OK;
+}
+
+STDMETHODIMP OleControl::IsUpToDate()
+{
+    return S_OK;
+}
+
+STDMETHODIMP OleControl::GetUserClassID(CLSID* classId)
+{
+    return GetClassID(classId);
+}
+
+STDMETHODIMP OleControl::GetUserType(DWORD form, LPOLESTR* type)
+{
+    if (!type)
+        return E_POINTER;
+    *type = nullptr;
+    return OleRegGetUserType(classId_, form, type);
+}
+
+STDMETHODIMP OleControl::SetExtent(DWORD aspect, SIZEL* extent)
+{
+    if (!extent)
+        return E_POINTER;
+    if (aspect != DVASPECT_CONTENT)
+        return DV_E_DVASPECT;
+    if (extent->cx != toHimetric(width_) || extent->cy != toHimetric(height_))
+        insistOnSize();
+    return S_OK;
+}
+
+STDMETHODIMP OleControl::GetExtent(DWORD aspect, SIZEL* extent)
+{
+    if (!extent)
+        return E_POINTER;
+    *extent = {};
+    if (aspect != DVASPECT_CONTENT)
+        return DV_E_DVASPECT;
+    *extent = {toHimetric(width_), toHimetric(height_)};
+    return S_OK;
+}
+
+STDMETHODIMP OleControl::Advise(IAdviseSink* sink, DWORD* connection)
+{
+    if (!connection)
+        return E_POINTER;
+    *connection = 0;
+    return guard([&] {
+        if (!advises_)
+            require(CreateOleAdviseHolder(advises_.put()));
+        return advises_->Advise(sink, connection);
+    });
+}
+
+STDMETHODIMP OleControl::Unadvise(DWORD connection)
+{
+    return advises_ ? advises_->Unadvise(connection) : OLE_E_NOCONNECTION;
+}
+
+STDMETHODIMP OleControl::EnumAdvise(IEnumSTATDATA** advises)
+{
+    if (!advises)
+        return E_POINTER;
+    *advises = nullptr;
+    return advises_ ? advises_->EnumAdvise(advises) : S_OK;
+}
+
+STDMETHODIMP OleControl::GetMiscStatus(DWORD aspect, DWORD* status)
+{
+    if (!status)
+        return E_POINTER;
+    *status = aspect == DVASPECT_CONTENT ? miscStatus : 0;
+    return S_OK;
+}
+
+STDMETHODIMP OleControl::SetColorScheme(LOGPALETTE*)
+{
+    return E_NOTIMPL;
+}
+
+} // namespace korvane

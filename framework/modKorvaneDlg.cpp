@@ -1,0 +1,94 @@
+#include "framework/modKorvaneDlg.h"
+
+#include "framework/com/Apartment.h"
+#include "framework/com/ClassFactory.h"
+#include "framework/com/Decimal.h"
+#include "framework/com/Module.h"
+#include "framework/com/Variant.h"
+
+#include <KorvaneDlg.h>
+
+#include <cstdint>
+#include <limits>
+#include <string>
+
+namespace korvane
+{
+
+void RaiseAppError(long code, std::wstring_view source, std::wstring_view description)
+{
+    const Bstr effectiveSource = source.empty() ? applicationTitle() : Bstr(source);
+    const Bstr effectiveDescription = description.empty() ? resourceText(code) : Bstr(description);
+
+    constexpr std::int64_t objectErrorBase = static_cast<std::int32_t>(0x80040000);
+    const std::int64_t number = objectErrorBase + code;
+    if (number < std::numeric_limits<std::int32_t>::min())
+        throw Failure(DISP_E_OVERFLOW);
+    if (number != 0) // number 0 is no error, so the code that leads to it raises none: hosts rely on the return
+        throw Failure(static_cast<HRESULT>(number), effectiveSource.view(), effectiveDescription.view());
+}
+
+Bstr MakeKey(long id)
+{
+    return Bstr(decimal(id) + L'~');
+}
+
+long KeyToID(std::wstring_view key)
+{
+    if (key.empty())
+        throw Failure(E_INVALIDARG);
+    return toLong(key.substr(0, key.size() - 1)); // the last character is not looked at
+}
+
+ComPtr<IResources> CurrentResources()
+{
+    const auto* state = existingApartment();
+    return state ? state->resources.as<IResources>() : nullptr;
+}
+
+void setCurrentResources(ComPtr<IResources> resources)
+{
+    apartment().resources = resources.as<IUnknown>();
+}
+
+ComPtr<IResources> requireResources()
+{
+    if (auto current = CurrentResources())
+        return current;
+    // Through the catalogue and not the registry: the library may be in use without registration.
+    ComPtr<IClassFactory> factory;
+    require(classObject(__uuidof(::Resources), IID_IClassFactory, factory.putVoid()));
+    ComPtr<IResources> own;
+    require(factory->CreateInstance(nullptr, __uuidof(IResources), own.putVoid()));
+    setCurrentResources(own);
+    return own;
+}
+
+Bstr resourceText(long id)
+{
+    Bstr text;
+    call(requireResources(), &IResources::GetString, id, text.put());
+    return text;
+}
+
+Bstr applicationTitle()
+{
+    wchar_t path[MAX_PATH];
+    const std::wstring_view file(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
+    const std::wstring_view name = file.substr(file.find_last_of(L"\\/") + 1);
+    return Bstr(name.substr(0, name.find_last_of(L'.')));
+}
+
+long liveObjects() noexcept
+{
+    long held = 0;
+    if (const auto* state = existingApartment(); state && state->resources)
+        if (queryFor<IResourceLibrary>(state->resources.get()))
+        {
+            state->resources->AddRef();
+            held = state->resources->Release() == 1 ? 1 : 0;
+        }
+    return module::lockCount() - held;
+}
+
+} // namespace korvane

@@ -1,0 +1,44 @@
+// The dialog of the group command: a name for a new group, a list for deleting one, both for renaming.
+#pragma once
+
+#include "framework/AppDialog.h"
+#include "framework/com/EventConnection.h"
+#include "groups/EditGroups.h"
+
+namespace korvane
+{
+
+class ctlEditGroups final : public Dialog<ctlEditGroups, EditGroups>
+{
+public:
+    static const GUID* classId() noexcept { return &__uuidof(::ctlEditGroups); }
+
+    ctlEditGroups();
+
+private:
+    bool load() override;
+    void takeValues() override;
+
+    void layOut(std::wstring_view caption, std::initializer_list<Frame*> frames);
+    void resetForNew();
+    void Init();
+    void addGroup(const EventArguments& group);
+    void selectGroup();
+    void confirmDeletion();
+
+    EventConnection mGroups;
+    ComPtr<IGroups> groups_;
+
+    Label lblGroups{*this, {.name = L"lblGroups", .place = {120, 165, 1185, 210}}};
+
+    Frame fraEdit{*this, {.name = L"fraEdit", .place = {1320, 0, 3720, 525}}};
+    Label lblName{fraEdit, {.name = L"lblName", .place = {0, 165, 600, 210}, .text = L"21004"}};
+    TextBox txtName{fraEdit, {.name = L"txtName", .place = {630, 120, 2970, 315}}};
+
+    Frame fraGroups{*this, {.name = L"fraGroups", .place = {1320, 525, 3720, 2205}}};
+    ListBox lstGroups{fraGroups, {.name = L"lstGroups", .place = {0, 120, 3600, 2085}}};
+
+    CommandFrame fraCommands{*this, {0, 2730, 5040, 615}};
+};
+
+} // namespace korvane

@@ -1,0 +1,32 @@
+// The class catalogue: factories, registration and the tests of the catalogue all follow from this table.
+#include "library/Catalogue.h"
+
+#include "framework/AppDialogEvents.h"
+#include "groups/EditGroups.h"
+#include "groups/ctlEditGroups.h"
+#include "resources/Resources.h"
+#include "resources/pictures/PictureIds.h"
+
+namespace korvane
+{
+
+std::span<const ClassEntry> classCatalogue() noexcept
+{
+    static const ClassEntry classes[] = {
+        {&__uuidof(::AppDialogEvents), L"AppDialogEvents", L"Korvane dialog relay", &createInstance<AppDialogEvents>},
+        {&__uuidof(::Resources), L"Resources", L"Korvane texts and pictures", &createInstance<Resources>},
+        {&__uuidof(::EditGroups), L"EditGroups", L"Korvane group command", &createInstance<EditGroups>},
+        {&__uuidof(::ctlEditGroups), L"ctlEditGroups", L"Korvane group dialog", &createInstance<ctlEditGroups>,
+         PICTURE_GROUPS},
+    };
+    return classes;
+}
+
+const LibraryRegistration libraryRegistration{
+    .name = L"KorvaneDlg",
+    .typeLibrary = &LIBID_KorvaneDlg,
+    .typeLibraries = 4,
+    .controlStatus = OleControl::miscStatus,
+};
+
+} // namespace korvane

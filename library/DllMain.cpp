@@ -1,0 +1,64 @@
+// The entry points of the in-process server.
+#include "library/Catalogue.h"
+
+#include "framework/com/Apartment.h"
+#include "framework/com/Boundary.h"
+#include "framework/control/ActivationContext.h"
+#include "framework/modKorvaneDlg.h"
+
+using namespace korvane;
+
+namespace
+{
+
+HRESULT changeRegistration(bool add, Scope scope) noexcept
+{
+    const auto change = add ? &registerModule : &unregisterModule;
+    return guard([&] { change(libraryRegistration, classCatalogue(), scope); });
+}
+
+} // namespace
+
+extern "C"
+{
+
+BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void*)
+{
+    if (reason == DLL_PROCESS_ATTACH)
+        DisableThreadLibraryCalls(instance);
+    return TRUE;
+}
+
+STDAPI DllGetClassObject(REFCLSID classId, REFIID iid, void** object)
+{
+    return classObject(classId, iid, object);
+}
+
+STDAPI DllCanUnloadNow()
+{
+    if (liveObjects() != 0)
+        return S_FALSE;
+    releaseApartment();
+    releaseTypeInfos();
+    releaseControlsContext();
+    return S_OK;
+}
+
+STDAPI DllRegisterServer()
+{
+    return changeRegistration(true, writableScope());
+}
+
+STDAPI DllUnregisterServer()
+{
+    return changeRegistration(false, writableScope());
+}
+
+/// `regsvr32 /n /i:user` registers for the user alone, whatever the rights.
+STDAPI DllInstall(BOOL install, LPCWSTR commandLine)
+{
+    const bool forUser = commandLine && CompareStringOrdinal(commandLine, -1, L"user", -1, TRUE) == CSTR_EQUAL;
+    return changeRegistration(install, forUser ? Scope::user : writableScope());
+}
+
+} // extern "C"

@@ -1,0 +1,83 @@
+#include "tests/demo/datalayer/DataLayer.h"
+
+using namespace korvane;
+using namespace korvane::store;
+using namespace korvane::store::test;
+
+namespace
+{
+
+class Settings : public DataLayerTest
+{
+protected:
+    Variant value(const wchar_t* key, const Variant& otherwise = Variant(Bstr(L"otherwise"))) const
+    {
+        Variant result;
+        call(layer.makeRegistry(), &IRegistry::GetValue, Bstr(key).get(), otherwise.get(), result.put());
+        return result;
+    }
+
+    std::wstring text(const wchar_t* key) const { return toText(value(key).get()).c_str(); }
+};
+
+} // namespace
+
+TEST_F(Settings, AreTheCallersDefaultsWhileNoDatabaseIsOpen)
+{
+    EXPECT_EQ(L"otherwise", text(L"SharedFolder"));
+    EXPECT_EQ(42, toLong(value(L"Anything", Variant(42L)).get()));
+    EXPECT_TRUE(value(L"Anything", Variant()).isEmpty());
+}
+
+TEST_F(Settings, HaveTheDatabaseFolderAsSharedFolder)
+{
+    const auto root = open();
+    EXPECT_EQ(folder.path(), text(L"SharedFolder"));
+    EXPECT_EQ(folder.path(), text(L"SHAREDFOLDER"));
+    EXPECT_EQ(VT_BSTR, value(L"SharedFolder").type());
+}
+
+TEST_F(Settings, AreReadFromTheDatabase)
+{
+    const auto root = open();
+    sql("INSERT INTO settings VALUES ('SharedFolder', 'S:\\Shared'), ('Empty', '')");
+    EXPECT_EQ(L"S:\\Shared", text(L"SharedFolder"));
+    EXPECT_EQ(L"S:\\Shared", text(L"SHAREDFOLDER"));
+    EXPECT_EQ(L"", text(L"Empty"));
+}
+
+TEST_F(Settings, AreTheCallersDefaultsWhereNothingIsStored)
+{
+    const auto root = open();
+    EXPECT_EQ(L"otherwise", text(L"Unknown"));
+    EXPECT_EQ(L"otherwise", text(L""));
+    EXPECT_EQ(VT_I4, value(L"Unknown", Variant(7L)).type());
+}
+
+TEST_F(Settings, FollowReferencesToTheDefault)
+{
+    long number = 7;
+    VARIANT reference{};
+    reference.vt = VT_I4 | VT_BYREF;
+    reference.plVal = &number;
+    Variant result;
+    call(layer.makeRegistry(), &IRegistry::GetValue, Bstr(L"Unknown").get(), reference, result.put());
+    EXPECT_EQ(VT_I4, result.type());
+    EXPECT_EQ(7, result.get().lVal);
+}
+
+TEST_F(Settings, ComeFromTheDatabaseOpenedLastThatIsStillOpen)
+{
+    const auto first = open();
+    sql("INSERT INTO settings VALUES ('SharedFolder', 'first')");
+    {
+        const auto second = openFile(folder.path() + L"\\second.db");
+        EXPECT_EQ(folder.path(), text(L"SharedFolder"));
+    }
+    EXPECT_EQ(L"first", text(L"SharedFolder"));
+}
+
+TEST_F(Settings, RefuseAMissingPlaceForTheResult)
+{
+    EXPECT_EQ(E_POINTER, layer.makeRegistry()->GetValue(Bstr(L"SharedFolder").get(), VARIANT{}, nullptr));
+}
