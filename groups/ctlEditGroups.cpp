@@ -25,7 +25,7 @@ constexpr long lastBuiltInGroup = 3;
 
 } // namespace
 
-ctlEditGroups::ctlEditGroups() : Dialog(textTitle, 5040, 3345)
+ctlEditGroups::ctlEditGroups() : Dialog(textTitle, 5040, 3285)
 {
     lstGroups.onClick = [this] { selectGroup(); };
     lstGroups.onDblClick = [this] { confirmDeletion(); };

@@ -31,14 +31,14 @@ private:
 
     Label lblGroups{*this, {.name = L"lblGroups", .place = {120, 165, 1185, 210}}};
 
-    Frame fraEdit{*this, {.name = L"fraEdit", .place = {1320, 0, 3720, 525}}};
+    Frame fraEdit{*this, {.name = L"fraEdit", .place = {1320, 0, 3720, 465}}};
     Label lblName{fraEdit, {.name = L"lblName", .place = {0, 165, 600, 210}, .text = L"21004"}};
     TextBox txtName{fraEdit, {.name = L"txtName", .place = {630, 120, 2970, 315}}};
 
-    Frame fraGroups{*this, {.name = L"fraGroups", .place = {1320, 525, 3720, 2205}}};
+    Frame fraGroups{*this, {.name = L"fraGroups", .place = {1320, 465, 3720, 2205}}};
     ListBox lstGroups{fraGroups, {.name = L"lstGroups", .place = {0, 120, 3600, 2085}}};
 
-    CommandFrame fraCommands{*this, {0, 2730, 5040, 615}};
+    CommandFrame fraCommands{*this, {0, 2670, 5040, 615}};
 };
 
 } // namespace korvane

@@ -8,15 +8,55 @@ namespace korvane::test
 {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+
+const ErrorInfo locked{static_cast<HRESULT>(0x80041234), L"KorvaneData.Groups", L"The database is locked."};
+
+}
 
 class ctlEditGroupsTests : public testing::Test
 {
 protected:
-    bool show(long operation)
+    void SetUp() override
+    {
+        data.groups = {{1, L"All"}, {2, L"Administration"}, {3, L"System"}, {9, L"Vans", 5}, {4, L"Drivers", 7}};
+    }
+
+    /// Gives the command its operation and operands, places the dialog and reads Ready.
+    bool show(long operation, long groupId = 4)
     {
         call(command, &IAppCommand::put_Operation, operation);
         call(command, &IAppCommand::put_Operand, Bstr(L"Root").get(), Variant(data.root.as<IDispatch>()).get());
+        call(command, &IAppCommand::put_Operand, Bstr(L"GroupID").get(), Variant(groupId).get());
         return container.show(__uuidof(::ctlEditGroups), command.get());
+    }
+
+    /// As show, and forgets the calls that it made.
+    void showed(long operation)
+    {
+        ASSERT_TRUE(show(operation));
+        container.site->activateUi();
+        container.pump();
+        data.takeCalls();
+    }
+
+    long groupId() const
+    {
+        Variant value;
+        call(command, &IAppCommand::get_Operand, Bstr(L"GroupID").get(), value.put());
+        return toLong(value.get());
+    }
+
+    HWND list() const { return container.control(L"ListBox"); }
+    HWND nameBox() const { return container.control(L"Edit"); }
+    /// The label whose caption depends on the operation; the other one names the text box.
+    HWND heading() const
+    {
+        const HWND first = container.control(L"Static");
+        return Container::text(first) == L"Na&me:" ? container.control(L"Static", 1) : first;
     }
 
     RecordingData data;
@@ -24,16 +64,494 @@ protected:
     ComPtr<IAppCommand> command = create<IAppCommand>(__uuidof(::EditGroups));
 };
 
+TEST_F(ctlEditGroupsTests, NameIsTheTitleOfGroups)
+{
+    container.place(__uuidof(::ctlEditGroups), command.get());
+    Bstr title;
+    call(container.dialog, &IAppDialog::get_Name, title.put());
+    EXPECT_EQ(title, L"Group");
+}
+
+TEST_F(ctlEditGroupsTests, ReadyForANewGroupReadsNothing)
+{
+    EXPECT_TRUE(show(1));
+    EXPECT_THAT(data.takeCalls(), ElementsAre("Root.OpenScope(0, \"ctlEditGroups.Prepare\")", "Scope.Close(0, 0)"));
+    EXPECT_EQ(data.openScopes, 0);
+    EXPECT_FALSE(data.hasSubscribers());
+}
+
+TEST_F(ctlEditGroupsTests, ReadyForAChangeLoadsTheGroupsWithinScopes)
+{
+    EXPECT_TRUE(show(3));
+    EXPECT_THAT(data.takeCalls(),
+                ElementsAre("Root.OpenScope(0, \"ctlEditGroups.Prepare\")", "Root.Groups()", "Groups.Fetch(4)",
+                            "Scope.Close(0, 0)", "Root.OpenScope(0, \"ctlEditGroups.Init\")", "Root.Groups()",
+                            "Groups.Load()", "Groups.HasAccess(3, 9)", "Groups.HasAccess(3, 4)", "Scope.Close(0, 0)"));
+    EXPECT_EQ(data.openScopes, 0);
+}
+
+TEST_F(ctlEditGroupsTests, AlsoForADeletionTheRightToChangeIsAsked)
+{
+    EXPECT_TRUE(show(2));
+    EXPECT_THAT(data.takeCalls(), testing::Contains("Groups.HasAccess(3, 9)"));
+}
+
+TEST_F(ctlEditGroupsTests, ReadyForAnUnknownOperationIsFalseAndLaysNothingOut)
+{
+    for (const long operation : {0L, 4L, -1L})
+    {
+        EXPECT_FALSE(show(operation));
+        EXPECT_EQ(Container::text(heading()), L"");
+        EXPECT_THAT(data.takeCalls(), ElementsAre("Root.OpenScope(0, \"ctlEditGroups.Prepare\")", "Root.Groups()",
+                                                  "Groups.Fetch(4)", "Scope.Close(0, 0)"));
+        container.close();
+    }
+}
+
+TEST_F(ctlEditGroupsTests, TheNewLayoutHasANameAndNoList)
+{
+    showed(1);
+    EXPECT_EQ(Container::text(heading()), L"&New group:");
+    EXPECT_TRUE(container.visible(nameBox()));
+    EXPECT_FALSE(container.visible(list()));
+    EXPECT_EQ(Container::text(nameBox()), L"");
+}
+
+TEST_F(ctlEditGroupsTests, TheDeleteLayoutHasAListAndNoName)
+{
+    showed(2);
+    EXPECT_EQ(Container::text(heading()), L"&Delete group:");
+    EXPECT_FALSE(container.visible(nameBox()));
+    EXPECT_TRUE(container.visible(list()));
+}
+
+TEST_F(ctlEditGroupsTests, TheEditLayoutHasBothAndTheNameOfTheGroup)
+{
+    showed(3);
+    EXPECT_EQ(Container::text(heading()), L"&Edit group:");
+    EXPECT_TRUE(container.visible(nameBox()));
+    EXPECT_TRUE(container.visible(list()));
+    EXPECT_EQ(Container::text(nameBox()), L"Drivers");
+    EXPECT_LT(container.place(nameBox()).bottom, container.place(list()).top);
+}
+
+TEST_F(ctlEditGroupsTests, TheHeightIsThatOfTheVisibleFrames)
+{
+    // The buttons stand as far from the bottom in every layout, and frames follow one another without gaps.
+    long margins[3];
+    long heights[3];
+    for (const long operation : {1L, 2L, 3L})
+    {
+        showed(operation);
+        heights[operation - 1] = container.site->extent().cy;
+        margins[operation - 1] = heights[operation - 1] - container.place(container.button(L"OK")).bottom;
+        RECT client{};
+        GetClientRect(container.dialogWindow(), &client);
+        EXPECT_EQ(client.bottom, heights[operation - 1]);
+        container.close();
+    }
+    EXPECT_EQ(margins[0], margins[1]);
+    EXPECT_EQ(margins[0], margins[2]);
+    // What the edit layout has more than the delete layout is the name's frame, and the new layout is that frame
+    // and the buttons: without the buttons counted twice nothing is left over.
+    EXPECT_GT(heights[0], heights[2] - heights[1]);
+    EXPECT_LT(heights[0], heights[1]);
+    EXPECT_LT(heights[1], heights[2]);
+}
+
+TEST_F(ctlEditGroupsTests, InTheNewLayoutTheButtonsFollowTheNameDirectly)
+{
+    showed(3);
+    const long betweenNameAndList = container.place(list()).top - container.place(nameBox()).bottom;
+    container.close();
+    showed(1);
+    // Buttons and list stand at the same distance from the top of their frames.
+    EXPECT_NEAR(container.place(container.button(L"OK")).top - container.place(nameBox()).bottom, betweenNameAndList, 1);
+}
+
+TEST_F(ctlEditGroupsTests, TheListKeepsTheOrderOfTheDataLayer)
+{
+    showed(3);
+    EXPECT_THAT(items(list()), ElementsAre(L"Vans", L"Drivers"));
+}
+
+TEST_F(ctlEditGroupsTests, BuiltInGroupsAreNeverOffered)
+{
+    data.groups = {{1, L"All"}, {2, L"Administration"}, {3, L"System"}, {0, L"Zero"}, {-5, L"Negative"}};
+    for (const long operation : {2L, 3L})
+    {
+        showed(operation);
+        EXPECT_THAT(items(list()), IsEmpty());
+        container.close();
+    }
+}
+
+TEST_F(ctlEditGroupsTests, AGroupWithoutTheRightToChangeIsNotListed)
+{
+    data.groups[3].editable = false;
+    showed(2);
+    EXPECT_THAT(items(list()), ElementsAre(L"Drivers"));
+}
+
+TEST_F(ctlEditGroupsTests, ClearEmptiesTheListAndLaterAnnouncementsFillIt)
+{
+    showed(3);
+    data.announceGroup({12, L"Cranes"});
+    EXPECT_THAT(items(list()), ElementsAre(L"Vans", L"Drivers")); // no right to a group that is not there
+    data.groups.push_back({12, L"Cranes"});
+    data.announceGroup({12, L"Cranes"});
+    EXPECT_THAT(items(list()), ElementsAre(L"Vans", L"Drivers", L"Cranes"));
+    data.announceClear();
+    EXPECT_THAT(items(list()), IsEmpty());
+}
+
+TEST_F(ctlEditGroupsTests, SelectingAGroupFetchesIt)
+{
+    showed(3);
+    clickItem(list(), 0);
+
+    EXPECT_EQ(groupId(), 9);
+    EXPECT_THAT(data.takeCalls(), ElementsAre("Root.OpenScope(0, \"EditGroups.FetchEdit\")", "Root.Groups()",
+                                              "Groups.Fetch(9)", "Scope.Close(0, 0)"));
+    EXPECT_EQ(Container::text(nameBox()), L"Vans");
+}
+
+TEST_F(ctlEditGroupsTests, TheArrowKeysSelectToo)
+{
+    showed(3);
+    SetFocus(list());
+    container.press(VK_DOWN);
+    EXPECT_EQ(groupId(), 9);
+    container.press(VK_DOWN);
+    EXPECT_EQ(groupId(), 4);
+    EXPECT_EQ(Container::text(nameBox()), L"Drivers");
+}
+
 TEST_F(ctlEditGroupsTests, ANewGroupIsTypedAndAdded)
 {
-    ASSERT_TRUE(show(1));
-    container.site->activateUi();
-    container.type(L"Vans");
+    showed(1);
+    container.type(L"Cranes");
     container.press(VK_RETURN);
 
-    EXPECT_THAT(data.takeCalls(), ElementsAre("Root.OpenScope(0, \"ctlEditGroups.Prepare\")", "Scope.Close(0, 0)",
-                                              "Root.Groups()", "Groups.Add(\"Vans\", 3)"));
+    EXPECT_THAT(data.takeCalls(), ElementsAre("Root.Groups()", "Groups.Add(\"Cranes\", 3)"));
+    EXPECT_EQ(groupId(), 100);
+    EXPECT_THAT(container.done, ElementsAre(false));
+    EXPECT_THAT(container.errors, IsEmpty());
+}
+
+TEST_F(ctlEditGroupsTests, AnEmptyNameIsHandedOverAsItIs)
+{
+    showed(1);
+    Container::click(container.button(L"OK"));
+    EXPECT_THAT(data.takeCalls(), ElementsAre("Root.Groups()", "Groups.Add(\"\", 3)"));
+}
+
+TEST_F(ctlEditGroupsTests, ARenamedGroupKeepsItsFlags)
+{
+    showed(3);
+    clickItem(list(), 0);
+    data.takeCalls();
+    SetFocus(nameBox());
+    SendMessageW(nameBox(), EM_SETSEL, 0, -1);
+    container.type(L"Small vans");
+    Container::click(container.button(L"OK"));
+
+    EXPECT_THAT(data.takeCalls(), ElementsAre("Root.Groups()", "Groups.Update(9, \"Small vans\", 5)"));
     EXPECT_THAT(container.done, ElementsAre(false));
 }
+
+TEST_F(ctlEditGroupsTests, OkInTheDeleteLayoutTakesTheHiddenName)
+{
+    showed(2);
+    clickItem(list(), 0);
+    data.takeCalls();
+    Container::click(container.button(L"OK"));
+
+    EXPECT_THAT(data.takeCalls(), ElementsAre("Root.Groups()", "Groups.Remove(9)"));
+    Variant name;
+    call(command, &IAppCommand::get_Operand, Bstr(L"GroupName").get(), name.put());
+    EXPECT_EQ(toText(name.get()), L"Vans");
+}
+
+TEST_F(ctlEditGroupsTests, DeletingWithoutASelectionUsesTheIdOfTheHost)
+{
+    showed(2);
+    Container::click(container.button(L"OK"));
+    EXPECT_THAT(data.takeCalls(), ElementsAre("Root.Groups()", "Groups.Remove(4)"));
+}
+
+TEST_F(ctlEditGroupsTests, ADoubleClickConfirmsInTheDeleteLayoutWithoutTakingTheName)
+{
+    showed(2);
+    SetWindowTextW(nameBox(), L"not taken");
+    container.onSubmit = [&](IAppCommand& submitted) {
+        Variant name;
+        submitted.get_Operand(Bstr(L"GroupName").get(), name.put());
+        EXPECT_EQ(toText(name.get()), L"Drivers"); // as the click has fetched it
+        return true;
+    };
+    clickItem(list(), 1, true);
+
+    EXPECT_EQ(container.submitted, 1);
+    EXPECT_EQ(groupId(), 4);
+    EXPECT_THAT(container.done, ElementsAre(false));
+}
+
+TEST_F(ctlEditGroupsTests, ADoubleClickInTheEditLayoutOnlySelects)
+{
+    showed(3);
+    clickItem(list(), 0, true);
+    EXPECT_EQ(groupId(), 9);
+    EXPECT_EQ(container.submitted, 0);
+    EXPECT_THAT(container.done, IsEmpty());
+}
+
+TEST_F(ctlEditGroupsTests, CancelTouchesNothing)
+{
+    showed(3);
+    container.type(L"never stored");
+    container.press(VK_ESCAPE);
+
+    EXPECT_THAT(container.done, ElementsAre(true));
+    EXPECT_EQ(container.submitted, 0);
+    EXPECT_THAT(data.takeCalls(), IsEmpty());
+    Variant name;
+    call(command, &IAppCommand::get_Operand, Bstr(L"GroupName").get(), name.put());
+    EXPECT_EQ(toText(name.get()), L"Drivers");
+}
+
+TEST_F(ctlEditGroupsTests, ASecondOkWhileTheCommandExecutesSubmitsNothing)
+{
+    showed(1);
+    container.onSubmit = [&](IAppCommand&) {
+        Container::click(container.button(L"OK"));
+        container.press(VK_RETURN);
+        container.press(VK_ESCAPE);
+        return true;
+    };
+    container.press(VK_RETURN);
+    container.press(VK_RETURN); // a second press that was on its way when the dialog ended
+    EXPECT_EQ(container.submitted, 1);
+    EXPECT_THAT(container.done, ElementsAre(false));
+}
+
+TEST_F(ctlEditGroupsTests, AFailedExecutionLeavesTheDialogOpenWithWhatWasEntered)
+{
+    showed(1);
+    container.type(L"Cranes");
+    data.fail("Groups.Add", locked);
+    container.press(VK_RETURN);
+
+    EXPECT_THAT(container.errors, ElementsAre(locked));
+    EXPECT_THAT(container.done, IsEmpty());
+    EXPECT_EQ(Container::text(nameBox()), L"Cranes");
+
+    container.press(VK_RETURN);
+    EXPECT_THAT(container.done, ElementsAre(false));
+    EXPECT_EQ(groupId(), 100);
+}
+
+TEST_F(ctlEditGroupsTests, TheAnswerOfTheHostDoesNotKeepTheDialogOpen)
+{
+    showed(1);
+    container.onSubmit = [](IAppCommand&) { return false; };
+    container.press(VK_RETURN);
+    EXPECT_THAT(container.done, ElementsAre(false));
+}
+
+TEST_F(ctlEditGroupsTests, AccessKeysAndTabReachEverything)
+{
+    showed(3);
+    EXPECT_EQ(GetFocus(), nameBox());
+    container.press('E', false, true);
+    EXPECT_EQ(GetFocus(), list());
+    container.press('M', false, true);
+    EXPECT_EQ(GetFocus(), nameBox());
+    container.press(VK_TAB);
+    EXPECT_EQ(GetFocus(), list());
+    container.press(VK_TAB);
+    EXPECT_EQ(GetFocus(), container.button(L"OK"));
+    container.press(VK_TAB);
+    EXPECT_EQ(GetFocus(), container.button(L"Cancel"));
+    container.press(VK_TAB);
+    EXPECT_EQ(GetFocus(), nameBox());
+    container.press(VK_TAB, true);
+    EXPECT_EQ(GetFocus(), container.button(L"Cancel"));
+}
+
+TEST_F(ctlEditGroupsTests, TheLabelStandsBeforeWhatItNames)
+{
+    showed(2);
+    EXPECT_EQ(Container::text(GetWindow(list(), GW_HWNDPREV)), L"&Delete group:");
+    container.close();
+    showed(1);
+    EXPECT_EQ(Container::text(GetWindow(nameBox(), GW_HWNDPREV)), L"&New group:");
+}
+
+TEST_F(ctlEditGroupsTests, AnotherCommandClassIsRefused)
+{
+    container.place(__uuidof(::ctlEditGroups), nullptr);
+    const auto other = create<IDispatch>(__uuidof(::Resources));
+    EXPECT_EQ(container.dialog->putref_Command(other.get()), DISP_E_TYPEMISMATCH);
+}
+
+TEST_F(ctlEditGroupsTests, CommandGivesTheCommandBack)
+{
+    container.place(__uuidof(::ctlEditGroups), command.get());
+    ComPtr<IAppCommand> held;
+    call(container.dialog, &IAppDialog::get_Command, held.put());
+    EXPECT_EQ(held.get(), command.get());
+}
+
+TEST_F(ctlEditGroupsTests, ReadyWithoutACommandFails)
+{
+    container.place(__uuidof(::ctlEditGroups), nullptr);
+    VARIANT_BOOL ready = VARIANT_TRUE;
+    EXPECT_EQ(container.dialog->get_Ready(&ready), E_POINTER);
+    EXPECT_EQ(ready, VARIANT_FALSE);
+}
+
+TEST_F(ctlEditGroupsTests, TheGroupsAreLetGoWhenTheDialogCloses)
+{
+    showed(3);
+    EXPECT_TRUE(data.hasSubscribers());
+    container.close();
+    EXPECT_FALSE(data.hasSubscribers());
+}
+
+TEST_F(ctlEditGroupsTests, TheHostMayCloseTheDialogFromWithinDone)
+{
+    showed(1);
+    container.site->onDone = [&](bool) { container.close(); };
+    container.press(VK_RETURN);
+    EXPECT_EQ(container.submitted, 1);
+    EXPECT_FALSE(container.dialog);
+}
+
+TEST_F(ctlEditGroupsTests, AStrayEventsFailureReachesTheErrorReport)
+{
+    showed(3);
+    data.fail("Groups.HasAccess", locked);
+    data.announceGroup({12, L"Cranes"});
+    EXPECT_THAT(container.errors, ElementsAre(locked));
+}
+
+class ctlEditGroupsPlainContainerTests : public ctlEditGroupsTests
+{
+protected:
+    ctlEditGroupsPlainContainerTests() : plain(Container::Offer{.font = false, .sink = false, .commandSite = false}) {}
+    Container plain;
+};
+
+TEST_F(ctlEditGroupsPlainContainerTests, TheDialogWorksAndRelaysNothing)
+{
+    call(command, &IAppCommand::put_Operation, 3L);
+    call(command, &IAppCommand::put_Operand, Bstr(L"Root").get(), Variant(data.root.as<IDispatch>()).get());
+    ASSERT_TRUE(plain.show(__uuidof(::ctlEditGroups), command.get()));
+    plain.site->activateUi();
+    data.takeCalls();
+    clickItem(plain.control(L"ListBox"), 0);
+    EXPECT_EQ(Container::text(plain.control(L"Edit")), L"Vans");
+    data.takeCalls();
+    Container::click(plain.button(L"OK"));
+    Container::click(plain.button(L"Cancel"));
+    EXPECT_THAT(data.takeCalls(), IsEmpty());
+    EXPECT_THAT(plain.done, IsEmpty());
+}
+
+/// One data-layer call of the dialog, which occurrence of it fails, and how many calls were made by then.
+struct LoadCall
+{
+    const char* call;
+    int passed; ///< calls of this name that still succeed
+    std::size_t made;
+};
+
+class ctlEditGroupsLoadFailureTests : public ctlEditGroupsTests, public testing::WithParamInterface<LoadCall>
+{
+};
+
+TEST_P(ctlEditGroupsLoadFailureTests, AFailureWhileLoadingIsTheErrorOfReady)
+{
+    data.failAfter(GetParam().call, GetParam().passed, locked);
+    container.place(__uuidof(::ctlEditGroups), command.get());
+    call(command, &IAppCommand::put_Operation, 3L);
+    call(command, &IAppCommand::put_Operand, Bstr(L"Root").get(), Variant(data.root.as<IDispatch>()).get());
+
+    VARIANT_BOOL ready = VARIANT_TRUE;
+    const HRESULT outcome = container.dialog->get_Ready(&ready);
+
+    EXPECT_EQ(errorOf(outcome), locked);
+    EXPECT_EQ(ready, VARIANT_FALSE);
+    auto calls = data.takeCalls();
+    // A scope that is open when a step fails is still closed; nothing else is called any more.
+    while (!calls.empty() && calls.back() == "Scope.Close(0, 0)" && calls.size() > GetParam().made)
+        calls.pop_back();
+    EXPECT_EQ(calls.size(), GetParam().made);
+    EXPECT_EQ(data.openScopes, 0);
+    EXPECT_THAT(container.errors, IsEmpty());
+
+    EXPECT_TRUE(container.ready()); // the cause is gone, and the dialog is as good as new
+    EXPECT_THAT(items(list()), ElementsAre(L"Vans", L"Drivers"));
+}
+
+INSTANTIATE_TEST_SUITE_P(EachCall, ctlEditGroupsLoadFailureTests,
+                         testing::Values(LoadCall{"Root.OpenScope", 0, 1}, LoadCall{"Root.Groups", 0, 2},
+                                         LoadCall{"Groups.Fetch", 0, 3}, LoadCall{"Scope.Close", 0, 4},
+                                         LoadCall{"Root.OpenScope", 1, 5}, LoadCall{"Root.Groups", 1, 6},
+                                         LoadCall{"Groups.Load", 0, 7}, LoadCall{"Groups.HasAccess", 0, 8},
+                                         LoadCall{"Groups.HasAccess", 1, 9}, LoadCall{"Scope.Close", 1, 10}));
+
+class ctlEditGroupsSelectFailureTests : public ctlEditGroupsTests, public testing::WithParamInterface<LoadCall>
+{
+};
+
+TEST_P(ctlEditGroupsSelectFailureTests, AFailureWhileSelectingIsReportedAndTheDialogStaysUsable)
+{
+    showed(3);
+    data.fail(GetParam().call, locked);
+    clickItem(list(), 0);
+
+    EXPECT_THAT(container.errors, ElementsAre(locked));
+    auto calls = data.takeCalls();
+    while (!calls.empty() && calls.back() == "Scope.Close(0, 0)" && calls.size() > GetParam().made)
+        calls.pop_back();
+    EXPECT_EQ(calls.size(), GetParam().made);
+    EXPECT_EQ(data.openScopes, 0);
+    EXPECT_THAT(container.done, IsEmpty());
+
+    clickItem(list(), 1);
+    EXPECT_EQ(Container::text(nameBox()), L"Drivers");
+    EXPECT_EQ(container.errors.size(), 1U);
+}
+
+INSTANTIATE_TEST_SUITE_P(EachCall, ctlEditGroupsSelectFailureTests,
+                         testing::Values(LoadCall{"Root.OpenScope", 0, 1}, LoadCall{"Root.Groups", 0, 2},
+                                         LoadCall{"Groups.Fetch", 0, 3}, LoadCall{"Scope.Close", 0, 4}));
+
+class ctlEditGroupsSubmitFailureTests : public ctlEditGroupsTests,
+                                        public testing::WithParamInterface<std::pair<long, const char*>>
+{
+};
+
+TEST_P(ctlEditGroupsSubmitFailureTests, AFailingExecutionIsReportedAndTheNextOkSucceeds)
+{
+    const auto [operation, failing] = GetParam();
+    showed(operation);
+    data.fail(failing, locked);
+    Container::click(container.button(L"OK"));
+
+    EXPECT_THAT(container.errors, ElementsAre(locked));
+    EXPECT_THAT(container.done, IsEmpty());
+
+    Container::click(container.button(L"OK"));
+    EXPECT_THAT(container.done, ElementsAre(false));
+    EXPECT_EQ(container.errors.size(), 1U);
+}
+
+INSTANTIATE_TEST_SUITE_P(EachCall, ctlEditGroupsSubmitFailureTests,
+                         testing::Values(std::pair{1L, "Root.Groups"}, std::pair{1L, "Groups.Add"},
+                                         std::pair{2L, "Root.Groups"}, std::pair{2L, "Groups.Remove"},
+                                         std::pair{3L, "Root.Groups"}, std::pair{3L, "Groups.Update"}));
 
 } // namespace korvane::test

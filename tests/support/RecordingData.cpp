@@ -153,9 +153,9 @@ std::vector<std::string> RecordingData::takeCalls()
     return std::exchange(calls, {});
 }
 
-void RecordingData::fail(const std::string& call, const ErrorInfo& error)
+void RecordingData::failAfter(const std::string& call, int passed, const ErrorInfo& error)
 {
-    failures[call] = error;
+    failures[call] = {passed, error};
 }
 
 HRESULT RecordingData::record(const std::string& call, const std::string& arguments)
@@ -163,10 +163,11 @@ HRESULT RecordingData::record(const std::string& call, const std::string& argume
     calls.push_back(call + "(" + arguments + ")");
     if (during)
         during(call);
-    const auto failure = failures.extract(call);
-    if (failure.empty())
+    const auto planned = failures.find(call);
+    if (planned == failures.end() || planned->second.passed-- > 0)
         return S_OK;
-    const ErrorInfo& error = failure.mapped();
+    const ErrorInfo error = planned->second.error;
+    failures.erase(planned);
     return Failure(error.number, error.source, error.description).report();
 }
 
@@ -178,6 +179,11 @@ bool RecordingData::hasSubscribers() const
 void RecordingData::announceGroup(const Group& group) const
 {
     groupsOf(*this).raise(2, {Variant(group.id), Variant(Bstr(group.name)), Variant(group.flags)});
+}
+
+void RecordingData::announceClear() const
+{
+    groupsOf(*this).raise(1);
 }
 
 std::string quoted(std::wstring_view text)

@@ -32,7 +32,9 @@ struct RecordingData
     std::vector<std::string> takeCalls();
 
     /// Lets the next call with this name, for example "Groups.Fetch", fail with this error.
-    void fail(const std::string& call, const ErrorInfo& error);
+    void fail(const std::string& call, const ErrorInfo& error) { failAfter(call, 0, error); }
+    /// The same after some calls of that name that still succeed.
+    void failAfter(const std::string& call, int passed, const ErrorInfo& error);
 
     /// Records a call; answers with the failure that it was told, if any.
     HRESULT record(const std::string& call, const std::string& arguments);
@@ -43,7 +45,12 @@ struct RecordingData
     std::function<void(const std::string& call)> during;
 
     std::vector<std::string> calls;
-    std::map<std::string, ErrorInfo> failures;
+    struct Planned
+    {
+        int passed;
+        ErrorInfo error;
+    };
+    std::map<std::string, Planned> failures;
     int openScopes = 0;
 
     /// The data layer's root object.
@@ -52,6 +59,7 @@ struct RecordingData
     /// Is anybody connected to the events of the groups?
     bool hasSubscribers() const;
     void announceGroup(const Group& group) const;
+    void announceClear() const;
 };
 
 std::string quoted(std::wstring_view text);
