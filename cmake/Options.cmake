@@ -12,5 +12,7 @@ else()
     $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion
       -Wold-style-cast -Woverloaded-virtual -Wcast-qual -Wnull-dereference
       -Wduplicated-cond -Wlogical-op>
+    # Function-local statics are constants or idempotent look-ups: guarding them would bring the runtime's locks in.
+    $<$<COMPILE_LANGUAGE:CXX>:-fno-threadsafe-statics>
     -ffunction-sections -fdata-sections)
 endif()

@@ -1,5 +1,6 @@
 #include "demo/host/ControlSite.h"
 
+#include <cstdlib>
 #include <cwchar>
 
 namespace korvane::host
@@ -63,6 +64,12 @@ void ControlSite::activateUi()
     const RECT place = rectangle(extent());
     call(control_, &IOleObject::DoVerb, static_cast<LONG>(OLEIVERB_UIACTIVATE), nullptr,
          static_cast<IOleClientSite*>(this), 0L, window_, &place);
+}
+
+void ControlSite::frameActivated(bool active) const
+{
+    if (const auto object = active_)
+        object->OnFrameWindowActivate(active);
 }
 
 bool ControlSite::translate(MSG& message) const
@@ -246,6 +253,18 @@ ComPtr<IFontDisp> makeFont(const wchar_t* face, int points)
     ComPtr<IFontDisp> font;
     require(OleCreateFontIndirect(&description, __uuidof(IFontDisp), font.putVoid()));
     return font;
+}
+
+ComPtr<IFontDisp> makeMessageFont()
+{
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    if (!SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0))
+        throw Failure(HRESULT_FROM_WIN32(GetLastError()));
+    const HDC screen = GetDC(nullptr);
+    const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    return makeFont(metrics.lfMessageFont.lfFaceName, MulDiv(std::abs(metrics.lfMessageFont.lfHeight), 72, dpi));
 }
 
 } // namespace korvane::host

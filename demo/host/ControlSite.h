@@ -46,6 +46,8 @@ public:
     SIZE extent() const;
     void activateUi();
     bool isUiActive() const noexcept { return static_cast<bool>(active_); }
+    /// Tells the active control that the window became the active one, or is no longer.
+    void frameActivated(bool active) const;
 
     /// For the message loop: true when the control has consumed the message.
     bool translate(MSG& message) const;
@@ -125,5 +127,8 @@ private:
 
 /// A font of the platform, as containers hand it to their controls.
 ComPtr<IFontDisp> makeFont(const wchar_t* face, int points);
+
+/// The font that the user has chosen for dialogs and messages.
+ComPtr<IFontDisp> makeMessageFont();
 
 } // namespace korvane::host

@@ -56,17 +56,13 @@ private:
     ULARGE_INTEGER cookie_{};
 };
 
-/// The thread's slot. Storage without destructors: a thread-local object with one would keep the module
-/// loaded for as long as the thread lives.
-DWORD slot() noexcept
-{
-    static const DWORD index = TlsAlloc();
-    return index;
-}
+/// The thread's slot, reserved when the module is loaded. Storage without destructors: a thread-local object with
+/// one would keep the module loaded for as long as the thread lives.
+const DWORD slot = TlsAlloc();
 
 WatchedState* watchedState() noexcept
 {
-    return static_cast<WatchedState*>(TlsGetValue(slot()));
+    return static_cast<WatchedState*>(TlsGetValue(slot));
 }
 
 } // namespace
@@ -76,7 +72,7 @@ ApartmentState& apartment()
     if (auto* existing = watchedState())
         return existing->state;
     auto made = std::make_unique<WatchedState>();
-    if (!TlsSetValue(slot(), made.get()))
+    if (!TlsSetValue(slot, made.get()))
     {
         made->stopWatching();
         throw std::bad_alloc();
@@ -95,7 +91,7 @@ void releaseApartment() noexcept
     const std::unique_ptr<WatchedState> ended(watchedState());
     if (!ended)
         return;
-    TlsSetValue(slot(), nullptr);
+    TlsSetValue(slot, nullptr);
     ended->stopWatching();
 }
 

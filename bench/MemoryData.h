@@ -1,0 +1,50 @@
+// A data layer that costs as little as one can: groups in memory, announced by calls on the subscriber itself.
+#pragma once
+
+#include "framework/com/Bstr.h"
+#include "framework/com/ComPtr.h"
+
+#include <KorvaneData.h>
+
+#include <vector>
+
+namespace korvane::bench
+{
+
+/// What the data layer holds, and when it was asked. Lives longer than the COM objects that stand for it.
+class MemoryData
+{
+public:
+    MemoryData();
+    MemoryData(const MemoryData&) = delete;
+    MemoryData& operator=(const MemoryData&) = delete;
+    ~MemoryData();
+
+    /// Makes it hold this many groups.
+    void resize(int groups);
+    const std::vector<Bstr>& names() const noexcept { return names_; }
+
+    IRoot* root() const noexcept { return root_.get(); }
+
+    /// Announces a group to the subscriber of the moment.
+    void announce(long id, BSTR name) const;
+    bool hasSubscriber() const noexcept;
+
+    /// The seconds between opening and closing the last step of reading.
+    double lastStep() const noexcept { return stepEnd_ - stepStart_; }
+
+private:
+    class Groups;
+    class Scope;
+    class Root;
+
+    static constexpr long firstId = 4; // the system's built-in groups come before
+
+    std::vector<Bstr> names_;
+    double stepStart_ = 0;
+    double stepEnd_ = 0;
+    ComPtr<Groups> groups_;
+    ComPtr<IRoot> root_;
+};
+
+} // namespace korvane::bench

@@ -1,0 +1,113 @@
+#include "bench/Stage.h"
+
+#include "bench/Library.h"
+#include "bench/Measurement.h"
+
+namespace korvane::bench
+{
+
+namespace
+{
+
+constexpr long operationChange = 3; // shows all controls of the dialog
+
+} // namespace
+
+Stage::Stage()
+{
+    window_ = CreateWindowExW(WS_EX_CONTROLPARENT, L"Static", L"Stage", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 40,
+                              40, 500, 400, nullptr, nullptr, nullptr, nullptr);
+    demand(window_ != nullptr, "there is no window for the dialogs");
+    site_ = make<host::ControlSite>(window_);
+    site_->font = host::makeFont(fontFace, fontPoints);
+    pump();
+}
+
+Stage::~Stage()
+{
+    close();
+    DestroyWindow(window_);
+}
+
+void Stage::open(IEditGroups* command)
+{
+    dialog_ = create<IAppDialog>(dialogProgId);
+    site_->host(dialog_.as<IUnknown>());
+    call(dialog_, &IAppDialog::putref_Command, command);
+    VARIANT_BOOL ready = VARIANT_FALSE;
+    call(dialog_, &IAppDialog::get_Ready, &ready);
+    demand(ready != VARIANT_FALSE, "the dialog is not ready");
+}
+
+void Stage::close() noexcept
+{
+    site_->close();
+    dialog_.reset();
+}
+
+HWND Stage::dialogWindow() const
+{
+    OLE_HANDLE handle = 0;
+    call(dialog_.as<IDialogControl>(), &IDialogControl::get_hWnd, &handle);
+    return reinterpret_cast<HWND>(static_cast<UINT_PTR>(static_cast<ULONG>(handle)));
+}
+
+std::vector<HWND> Stage::dialogControls() const
+{
+    return childrenOf(dialogWindow());
+}
+
+HWND Stage::listBox() const
+{
+    const HWND list = FindWindowExW(dialogWindow(), nullptr, L"ListBox", nullptr);
+    demand(list != nullptr, "the dialog has no list");
+    return list;
+}
+
+ComPtr<IEditGroups> Stage::commandFor(const MemoryData& data)
+{
+    auto command = create<IEditGroups>(commandProgId);
+    call(command, &IEditGroups::putref_Root, data.root());
+    call(command, &IEditGroups::put_GroupID, 4L);
+    call(command.as<IAppCommand>(), &IAppCommand::put_Operation, operationChange);
+    return command;
+}
+
+void Stage::pump()
+{
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+    {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+std::vector<HWND> childrenOf(HWND window)
+{
+    std::vector<HWND> children;
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        children.push_back(child);
+    return children;
+}
+
+LibraryContext::LibraryContext()
+{
+    const std::wstring path = libraryPath();
+    ACTCTXW request{};
+    request.cbSize = sizeof request;
+    request.dwFlags = ACTCTX_FLAG_RESOURCE_NAME_VALID;
+    request.lpSource = path.c_str();
+    request.lpResourceName = ISOLATIONAWARE_MANIFEST_RESOURCE_ID;
+    context_ = CreateActCtxW(&request);
+    demand(context_ != INVALID_HANDLE_VALUE && ActivateActCtx(context_, &cookie_),
+           "the library has no activation context");
+}
+
+LibraryContext::~LibraryContext()
+{
+    DeactivateActCtx(0, cookie_);
+    ReleaseActCtx(context_);
+}
+
+} // namespace korvane::bench

@@ -1,0 +1,68 @@
+// The window that dialogs appear in, and the host around it.
+#pragma once
+
+#include "bench/MemoryData.h"
+#include "demo/host/ControlSite.h"
+
+#include <KorvaneDlg.h>
+#include <KorvaneInterfaces.h>
+
+#include <vector>
+
+namespace korvane::bench
+{
+
+constexpr const wchar_t* fontFace = L"MS Shell Dlg";
+constexpr int fontPoints = 8;
+
+class Stage
+{
+public:
+    Stage();
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
+    ~Stage();
+
+    HWND window() const noexcept { return window_; }
+
+    /// What a host does to show the group dialog: creates it by name, places it, gives it its command, and
+    /// reads Ready.
+    void open(IEditGroups* command);
+    /// Ends the dialog and lets go of it.
+    void close() noexcept;
+
+    HWND dialogWindow() const;
+    /// The windows on the dialog, in their order.
+    std::vector<HWND> dialogControls() const;
+    HWND listBox() const;
+
+    /// A command that changes groups of a data layer.
+    static ComPtr<IEditGroups> commandFor(const MemoryData& data);
+
+    /// Deals with what is in the message queue.
+    static void pump();
+
+private:
+    HWND window_ = nullptr;
+    ComPtr<host::ControlSite> site_;
+    ComPtr<IAppDialog> dialog_;
+};
+
+/// The windows on a window, in their order.
+std::vector<HWND> childrenOf(HWND window);
+
+/// The library's own activation context, for windows of the platform's: the same version of the common controls.
+class LibraryContext
+{
+public:
+    LibraryContext();
+    LibraryContext(const LibraryContext&) = delete;
+    LibraryContext& operator=(const LibraryContext&) = delete;
+    ~LibraryContext();
+
+private:
+    HANDLE context_;
+    ULONG_PTR cookie_ = 0;
+};
+
+} // namespace korvane::bench

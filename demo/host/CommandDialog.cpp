@@ -1,0 +1,149 @@
+#include "demo/host/CommandDialog.h"
+
+#include "demo/host/Create.h"
+#include "demo/host/ErrorBox.h"
+#include "framework/com/Boundary.h"
+
+#include <string>
+
+namespace korvane::host
+{
+
+namespace
+{
+
+constexpr long textError = 1000; // in the library's string table
+constexpr DWORD style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
+constexpr DWORD extendedStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
+
+} // namespace
+
+CommandDialog::CommandDialog(HWND owner, ComPtr<IResources> resources)
+    : owner_(owner), resources_(std::move(resources))
+{
+    create({className, L"", style, extendedStyle, reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1)}, owner, nullptr, {});
+    EnableWindow(owner_, FALSE);
+
+    site_ = make<ControlSite>(handle());
+    site_->font = makeMessageFont();
+    site_->onDone = [this](bool cancelled) { onEnd(cancelled); };
+    site_->onError = [this](HRESULT number, std::wstring_view source, std::wstring_view description) {
+        showError(number, source, description);
+    };
+    site_->onResize = [this] { fit(site_->extent()); };
+    site_->onExtent = [this](SIZE extent) { fit(extent); };
+    site_->onSubmit = [this](IAppCommand& command) { return execute(command); };
+}
+
+CommandDialog::~CommandDialog()
+{
+    notifier_.reset();
+    site_->close();
+    // Before the window goes: otherwise some other program's window would become the active one.
+    EnableWindow(owner_, TRUE);
+}
+
+bool CommandDialog::open(const ComPtr<IAppCommand>& command)
+{
+    Bstr progId;
+    call(command, &IAppCommand::get_DialogClass, progId.put());
+    const auto dialog = createByProgId<IAppDialog>(progId.c_str());
+    site_->host(dialog.as<IUnknown>());
+    call(dialog, &IAppDialog::putref_Resources, resources_.get());
+    call(dialog, &IAppDialog::putref_Command, command.as<IDispatch>().get());
+
+    Bstr name;
+    call(dialog, &IAppDialog::get_Name, name.put());
+    SetWindowTextW(handle(), name.c_str());
+    VARIANT_BOOL ready = VARIANT_FALSE;
+    call(dialog, &IAppDialog::get_Ready, &ready);
+    if (ready == VARIANT_FALSE)
+        return false;
+    call(dialog, &IAppDialog::get_Notifier, notifier_.put());
+
+    fit(site_->extent());
+    centre();
+    ShowWindow(handle(), SW_SHOW);
+    site_->activateUi();
+    return true;
+}
+
+LRESULT CommandDialog::receive(UINT message, WPARAM first, LPARAM second)
+{
+    switch (message)
+    {
+    case WM_ACTIVATE:
+        site_->frameActivated(LOWORD(first) != WA_INACTIVE);
+        if (LOWORD(first) == WA_INACTIVE)
+            lastFocus_ = GetFocus();
+        else
+            focusArrived();
+        return 0;
+    case WM_SETFOCUS:
+        focusArrived();
+        return 0;
+    case WM_CLOSE:
+        onEnd(true);
+        return 0;
+    default:
+        return Window::receive(message, first, second);
+    }
+}
+
+/// A failure of the command goes out to the dialog, which stays open.
+bool CommandDialog::execute(IAppCommand& command)
+{
+    VARIANT_BOOL ignored = VARIANT_FALSE; // most commands give False also after a write
+    const auto failure = attempt([&] { call(ComPtr<IAppCommand>(&command), &IAppCommand::Execute, &ignored); });
+    if (notifier_)
+        notifier_->OnExecuted(&command, failure ? VARIANT_FALSE : VARIANT_TRUE);
+    if (failure)
+        throw *failure;
+    return true;
+}
+
+void CommandDialog::showError(HRESULT number, std::wstring_view source, std::wstring_view description) const
+{
+    Bstr title;
+    call(resources_, &IResources::GetString, textError, title.put());
+    host::showError(handle(), title.c_str(), errorText(number, source, description));
+}
+
+/// Gives the window the size in which the control fits it exactly.
+void CommandDialog::fit(SIZE extent)
+{
+    RECT place{0, 0, extent.cx, extent.cy};
+    AdjustWindowRectEx(&place, style, FALSE, extendedStyle);
+    SetWindowPos(handle(), nullptr, 0, 0, place.right - place.left, place.bottom - place.top,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+/// Over the owner, and all of it on the screen.
+void CommandDialog::centre() const
+{
+    RECT owner{};
+    RECT own{};
+    GetWindowRect(owner_, &owner);
+    GetWindowRect(handle(), &own);
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(owner_, MONITOR_DEFAULTTONEAREST), &monitor);
+    const RECT& screen = monitor.rcWork;
+    const SIZE size{own.right - own.left, own.bottom - own.top};
+    const LONG left = (owner.left + owner.right - size.cx) / 2;
+    const LONG top = (owner.top + owner.bottom - size.cy) / 2;
+    SetWindowPos(handle(), nullptr, std::max(screen.left, std::min(left, screen.right - size.cx)),
+                 std::max(screen.top, std::min(top, screen.bottom - size.cy)), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+/// Into the dialog: to where it was, or to the first control.
+void CommandDialog::focusArrived() const
+{
+    if (lastFocus_ && IsChild(handle(), lastFocus_))
+        SetFocus(lastFocus_);
+    else if (site_ && site_->isUiActive())
+        site_->activateUi();
+}
+
+} // namespace korvane::host

@@ -1,0 +1,50 @@
+// The window around a dialog control: shows it for a command, and executes what it submits.
+#pragma once
+
+#include "demo/host/ControlSite.h"
+#include "demo/host/Window.h"
+
+#include <KorvaneInterfaces.h>
+#include <KorvaneLib.h>
+
+#include <functional>
+
+namespace korvane::host
+{
+
+class CommandDialog final : public Window
+{
+public:
+    static constexpr const wchar_t* className = L"KorvaneHost.Dialog";
+
+    /// While the dialog lives, its owner takes no input.
+    CommandDialog(HWND owner, ComPtr<IResources> resources);
+    ~CommandDialog() override;
+
+    /// The dialog has ended; it waits to be destroyed, but not from within this call.
+    std::function<void(bool cancelled)> onEnd;
+
+    /// Creates the control of a prepared command and shows it. False when the control says that it is not to be
+    /// shown.
+    bool open(const ComPtr<IAppCommand>& command);
+
+    /// For the message loop: true when the control has consumed the message.
+    bool translate(MSG& message) const { return site_->translate(message); }
+
+private:
+    LRESULT receive(UINT message, WPARAM first, LPARAM second) override;
+
+    bool execute(IAppCommand& command);
+    void showError(HRESULT number, std::wstring_view source, std::wstring_view description) const;
+    void fit(SIZE extent);
+    void centre() const;
+    void focusArrived() const;
+
+    HWND owner_;
+    ComPtr<IResources> resources_;
+    ComPtr<ControlSite> site_;
+    ComPtr<IXtExecuteEvents> notifier_;
+    HWND lastFocus_ = nullptr; ///< what had the focus when another window became active
+};
+
+} // namespace korvane::host

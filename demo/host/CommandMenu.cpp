@@ -1,0 +1,58 @@
+#include "demo/host/CommandMenu.h"
+
+#include "demo/host/CommandTable.h"
+#include "framework/com/Failure.h"
+
+#include <cwchar>
+#include <vector>
+
+namespace korvane::host
+{
+
+namespace
+{
+
+void require(BOOL succeeded)
+{
+    if (!succeeded)
+        throw Failure(HRESULT_FROM_WIN32(GetLastError()));
+}
+
+HMENU addMenu(HMENU bar, const wchar_t* caption)
+{
+    const HMENU menu = CreatePopupMenu();
+    require(menu != nullptr);
+    require(AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), caption));
+    return menu;
+}
+
+} // namespace
+
+HMENU createMenuBar()
+{
+    const HMENU bar = CreateMenu();
+    require(bar != nullptr);
+    require(AppendMenuW(addMenu(bar, L"&File"), MF_STRING, menuExit, L"E&xit\tAlt+F4"));
+
+    // Commands of one menu stand together in the table.
+    const wchar_t* caption = L"";
+    HMENU menu = nullptr;
+    for (const CommandEntry& entry : commandTable())
+    {
+        if (std::wcscmp(caption, entry.menu) != 0)
+            menu = addMenu(bar, caption = entry.menu);
+        require(AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(idOf(entry)), menuText(entry).c_str()));
+    }
+    return bar;
+}
+
+Keys createKeys()
+{
+    std::vector<ACCEL> keys;
+    for (const CommandEntry& entry : commandTable())
+        if (entry.key.key != 0)
+            keys.push_back({entry.key.fVirt, entry.key.key, static_cast<WORD>(idOf(entry))});
+    return Keys(CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size())));
+}
+
+} // namespace korvane::host

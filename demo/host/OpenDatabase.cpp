@@ -1,0 +1,35 @@
+#include "demo/host/OpenDatabase.h"
+
+#include "demo/host/Create.h"
+
+#include <shlobj.h>
+
+namespace korvane::host
+{
+
+std::wstring defaultDatabase()
+{
+    wchar_t folder[MAX_PATH];
+    require(SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA | CSIDL_FLAG_CREATE, nullptr, SHGFP_TYPE_CURRENT, folder));
+    const std::wstring own = std::wstring(folder) + L"\\Korvane";
+    if (!CreateDirectoryW(own.c_str(), nullptr) && GetLastError() != ERROR_ALREADY_EXISTS)
+        throw Failure(HRESULT_FROM_WIN32(GetLastError()));
+    return own + L"\\demo.sqlite";
+}
+
+OpenDatabase::OpenDatabase(std::wstring path, std::wstring account)
+    : path_(std::move(path)), account_(std::move(account)),
+      database_(createByProgId<IDatabase>(L"KorvaneData.Database"))
+{
+    call(database_, &IDatabase::Open, Bstr(path_).get(), Bstr(account_).get(), root_.put());
+}
+
+std::wstring OpenDatabase::takeTrace()
+{
+    Bstr trace;
+    call(database_, &IDatabase::get_Trace, trace.put());
+    call(database_, &IDatabase::ClearTrace);
+    return std::wstring(trace.view());
+}
+
+} // namespace korvane::host

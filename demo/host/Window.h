@@ -1,0 +1,49 @@
+// The base of the host's windows.
+#pragma once
+
+#include "framework/com/Platform.h"
+
+#include <string>
+
+namespace korvane::host
+{
+
+class Window
+{
+public:
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+
+    HWND handle() const noexcept { return handle_; }
+
+protected:
+    Window() = default;
+    virtual ~Window();
+
+    struct Design
+    {
+        const wchar_t* className;
+        const wchar_t* title;
+        DWORD style;
+        DWORD extendedStyle;
+        HBRUSH background;
+    };
+
+    /// Makes the window, hidden, at a place that the system chooses. Throws a Failure when it cannot.
+    void create(const Design& design, HWND owner, HMENU menu, SIZE size);
+
+    /// Handles a message. A failure that it throws is shown to the user.
+    virtual LRESULT receive(UINT message, WPARAM first, LPARAM second);
+
+    std::wstring title() const;
+
+private:
+    static LRESULT CALLBACK procedure(HWND handle, UINT message, WPARAM first, LPARAM second) noexcept;
+
+    HWND handle_ = nullptr;
+};
+
+/// The resolution that the process sees the screen at.
+int screenDpi() noexcept;
+
+} // namespace korvane::host

@@ -1,0 +1,371 @@
+// The type libraries as hosts read them: compiled hosts depend on every slot, scripts on every name.
+#include "tests/support/ComRules.h"
+
+#include <KorvaneData.h>
+#include <KorvaneDlg.h>
+#include <KorvaneInterfaces.h>
+#include <KorvaneLib.h>
+
+#include <gmock/gmock.h>
+
+namespace korvane::test
+{
+
+namespace
+{
+
+struct Contract
+{
+    const wchar_t* library;
+    const wchar_t* name;
+    std::vector<std::wstring> members; ///< dispatch id and declaration, in the order of the slots
+};
+
+const Contract contracts[] = {
+    {L"KorvaneLib",
+     L"IAppCommand",
+     {
+         L"1 get DialogClass([out, retval] BSTR* progId)",
+         L"2 get Granted([out, retval] VARIANT_BOOL* result)",
+         L"3 get Operation([out, retval] long* code)",
+         L"3 put Operation([in] long code)",
+         L"4 get Operand([in] BSTR operandName, [out, retval] VARIANT* value)",
+         L"4 put Operand([in] BSTR operandName, [in] VARIANT value)",
+         L"5 Prepare([out, retval] VARIANT_BOOL* result)",
+         L"6 Execute([out, retval] VARIANT_BOOL* result)",
+         L"7 Undo([out, retval] VARIANT_BOOL* result)",
+         L"8 Redo([out, retval] VARIANT_BOOL* result)",
+     }},
+    {L"KorvaneInterfaces",
+     L"IAppDialog",
+     {
+         L"21 get Name([out, retval] BSTR* title)",
+         L"22 get Ready([out, retval] VARIANT_BOOL* result)",
+         L"23 get Changed([out, retval] VARIANT_BOOL* result)",
+         L"24 putref Command([in] IDispatch* value)",
+         L"24 get Command([out, retval] IAppCommand** value)",
+         L"25 get Notifier([out, retval] IXtExecuteEvents** value)",
+         L"26 putref Resources([in] IResources* value)",
+         L"26 get Resources([out, retval] IResources** value)",
+     }},
+    {L"KorvaneInterfaces",
+     L"IResources",
+     {
+         L"1 GetIcon([in] long id, [out, retval] IPictureDisp** picture)",
+         L"2 GetBitmap([in] long id, [out, retval] IPictureDisp** picture)",
+         L"3 GetCursor([in] long id, [out, retval] IPictureDisp** picture)",
+         L"4 GetString([in] long id, [out, retval] BSTR* text)",
+         L"5 get LocaleID([out, retval] long* locale)",
+     }},
+    {L"KorvaneInterfaces",
+     L"ICalendar",
+     {
+         L"41 GetFirst([in] VARIANT rule, [in] DATE start, [out, retval] VARIANT_BOOL* found)",
+         L"42 GetNext([in] DATE previous, [out, retval] VARIANT_BOOL* found)",
+         L"43 Easter([in] long year, [out, retval] DATE* sunday)",
+         L"44 IsLeapYear([in] long year, [out, retval] VARIANT_BOOL* result)",
+     }},
+    {L"KorvaneInterfaces",
+     L"IXtExecuteEvents",
+     {
+         L"61 OnExecuted([in] IAppCommand* executed, [in] VARIANT_BOOL success)",
+         L"62 OnOperands([in] IAppCommand* executed)",
+         L"63 OnRedone([in] IAppCommand* executed, [in] VARIANT_BOOL success)",
+         L"64 OnUndone([in] IAppCommand* executed, [in] VARIANT_BOOL success)",
+         L"65 OnTick([in] long elapsed)",
+         L"66 Request([in] BSTR topic, [in] VARIANT argument, [out, retval] VARIANT* answer)",
+     }},
+    {L"KorvaneInterfaces",
+     L"IAppDialogSink",
+     {
+         L"81 Done([in] VARIANT_BOOL cancelled)",
+         L"82 Error([in] long number, [in] BSTR source, [in] BSTR description)",
+         L"83 Resize()",
+     }},
+    {L"KorvaneInterfaces",
+     L"IAppCommandSite",
+     {
+         L"101 Accepts([in] IAppCommand* candidate, [out, retval] VARIANT_BOOL* result)",
+         L"102 Offer([in] IAppCommand* candidate, [out, retval] VARIANT_BOOL* result)",
+         L"103 Submit([in] IAppCommand* candidate, [out, retval] VARIANT_BOOL* result)",
+     }},
+    {L"KorvaneDlg",
+     L"IAppDialogEvents",
+     {
+         L"1 RaiseDone([in] VARIANT_BOOL cancelled)",
+         L"2 RaiseError()",
+         L"3 RaiseResize()",
+         L"4 get Sink([out, retval] IAppDialogSink** value)",
+         L"4 put Sink([in] IAppDialogSink* value)",
+         L"4 putref Sink([in] IAppDialogSink* value)",
+         L"5 SubmitCommand([in] IAppCommand* candidate, [out, retval] VARIANT_BOOL* result)",
+         L"6 OfferCommand([in] IAppCommand* candidate, [out, retval] VARIANT_BOOL* result)",
+     }},
+    {L"KorvaneDlg",
+     L"IResourceLibrary",
+     {
+         L"101 GetString([in] VARIANT id, [out, retval] BSTR* text)",
+         L"102 Export([in] VARIANT resourceType, [in] VARIANT resourceId, [in] BSTR fileName, [out, retval] VARIANT_BOOL* "
+         L"written)",
+     }},
+    {L"KorvaneDlg",
+     L"IDialogControl",
+     {
+         L"-512 get Font([out, retval] IFontDisp** value)",
+         L"-512 putref Font([in] IFontDisp* value)",
+         L"-514 get Enabled([out, retval] VARIANT_BOOL* value)",
+         L"-514 put Enabled([in] VARIANT_BOOL value)",
+         L"-515 get hWnd([out, retval] long* value)",
+     }},
+    {L"KorvaneDlg",
+     L"IEditGroups",
+     {
+         L"101 get Root([out, retval] IRoot** value)",
+         L"101 putref Root([in] IRoot* value)",
+         L"102 get GroupID([out, retval] long* value)",
+         L"102 put GroupID([in] long value)",
+         L"103 get Command([out, retval] IAppCommand** value)",
+         L"104 get GroupName([out, retval] BSTR* value)",
+         L"104 put GroupName([in] BSTR value)",
+     }},
+    {L"KorvaneData",
+     L"IRoot",
+     {
+         L"1 get Groups([out, retval] IGroups** collection)",
+         L"2 OpenScope([in] long flags, [in] BSTR source, [out, retval] IScope** scope)",
+     }},
+    {L"KorvaneData",
+     L"IScope",
+     {
+         L"1 Close([in] long flags, [in] long reason)",
+     }},
+    {L"KorvaneData",
+     L"IGroups",
+     {
+         L"1 Load([out, retval] VARIANT_BOOL* result)",
+         L"2 Fetch([in] long id, [in, out] BSTR* text, [in, out] long* flags, [out, retval] VARIANT_BOOL* result)",
+         L"3 HasAccess([in] long operation, [in] long id, [out, retval] VARIANT_BOOL* result)",
+         L"4 Add([in] BSTR text, [in] long flags, [out] long* newId)",
+         L"5 Remove([in] long id, [out] long* removedId)",
+         L"6 Update([in] long id, [in] BSTR text, [in] long flags, [out] long* updatedId)",
+     }},
+    {L"KorvaneData",
+     L"IRegistry",
+     {
+         L"1 GetValue([in] BSTR key, [in] VARIANT defaultValue, [out, retval] VARIANT* value)",
+     }},
+};
+
+/// The types of one library, by name.
+ComPtr<ITypeInfo> typeNamed(const ComPtr<ITypeLib>& library, std::wstring_view name)
+{
+    for (UINT index = 0; index < library->GetTypeInfoCount(); ++index)
+    {
+        ComPtr<ITypeInfo> information;
+        require(library->GetTypeInfo(index, information.put()));
+        if (nameOf(information.get()) == name)
+            return information;
+    }
+    return nullptr;
+}
+
+ComPtr<ITypeInfo> vtableView(const ComPtr<ITypeInfo>& dispatchView)
+{
+    HREFTYPE reference = 0;
+    require(dispatchView->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference));
+    ComPtr<ITypeInfo> result;
+    require(dispatchView->GetRefTypeInfo(reference, result.put()));
+    return result;
+}
+
+WORD flagsOf(const ComPtr<ITypeInfo>& information)
+{
+    TYPEATTR* attributes = nullptr;
+    require(information->GetTypeAttr(&attributes));
+    const WORD flags = attributes->wTypeFlags;
+    information->ReleaseTypeAttr(attributes);
+    return flags;
+}
+
+std::wstring nameOf(const ComPtr<ITypeLib>& library)
+{
+    Bstr name;
+    require(library->GetDocumentation(MEMBERID_NIL, name.put(), nullptr, nullptr, nullptr));
+    return std::wstring(name.view());
+}
+
+std::wstring helpOf(ITypeInfo* information)
+{
+    Bstr help;
+    require(information->GetDocumentation(MEMBERID_NIL, nullptr, help.put(), nullptr, nullptr));
+    return std::wstring(help.view());
+}
+
+/// Each library twice: as a file of its own, and in the DLL.
+class TypeLibraryTests : public testing::TestWithParam<const wchar_t*>
+{
+protected:
+    ComPtr<ITypeLib> load() const
+    {
+        ComPtr<ITypeLib> library;
+        require(LoadTypeLibEx((folderOfTests() + L'\\' + GetParam()).c_str(), REGKIND_NONE, library.put()));
+        return library;
+    }
+};
+
+std::string testName(const testing::TestParamInfo<const wchar_t*>& tested)
+{
+    std::string name = narrow(tested.param);
+    for (char& character : name)
+        if (character == '.' || character == '\\')
+            character = '_';
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, TypeLibraryTests,
+                         testing::Values(L"KorvaneDlg.tlb", L"KorvaneLib.tlb", L"KorvaneInterfaces.tlb",
+                                         L"KorvaneData.tlb"),
+                         testName);
+INSTANTIATE_TEST_SUITE_P(Dll, TypeLibraryTests,
+                         testing::Values(L"KorvaneDlg.dll\\1", L"KorvaneDlg.dll\\2", L"KorvaneDlg.dll\\3",
+                                         L"KorvaneDlg.dll\\4"),
+                         testName);
+
+} // namespace
+
+TEST_P(TypeLibraryTests, MembersHaveTheirNamesKindsTypesAndSlots)
+{
+    const auto library = load();
+    int compared = 0;
+    for (const Contract& contract : contracts)
+    {
+        if (contract.library != nameOf(library))
+            continue;
+        SCOPED_TRACE(narrow(contract.name));
+        const auto information = typeNamed(library, contract.name);
+        ASSERT_TRUE(information);
+        const auto members = membersOf(vtableView(information).get());
+        std::vector<std::wstring> found;
+        ULONG_PTR slot = 7; // after the methods of IDispatch
+        for (const Member& member : members)
+        {
+            found.push_back(std::to_wstring(member.id) + L' ' + member.declaration);
+            EXPECT_EQ(member.offset, slot++ * sizeof(void*)) << narrow(member.name);
+        }
+        EXPECT_EQ(found, contract.members);
+        ++compared;
+    }
+    EXPECT_GT(compared, 0);
+}
+
+TEST_P(TypeLibraryTests, InterfacesAreDualAndDeriveFromIDispatch)
+{
+    const auto library = load();
+    for (UINT index = 0; index < library->GetTypeInfoCount(); ++index)
+    {
+        ComPtr<ITypeInfo> information;
+        require(library->GetTypeInfo(index, information.put()));
+        TYPEATTR* attributes = nullptr;
+        require(information->GetTypeAttr(&attributes));
+        const std::wstring name = korvane::test::nameOf(information.get());
+        if (name.starts_with(L"I") && !name.ends_with(L"Events"))
+        {
+            EXPECT_EQ(attributes->typekind, TKIND_DISPATCH) << narrow(name);
+            EXPECT_TRUE(attributes->wTypeFlags & TYPEFLAG_FDUAL) << narrow(name);
+            EXPECT_TRUE(flagsOf(vtableView(information)) & TYPEFLAG_FOLEAUTOMATION) << narrow(name);
+        }
+        information->ReleaseTypeAttr(attributes);
+    }
+}
+
+TEST_P(TypeLibraryTests, EveryTypeAndMemberIsExplained)
+{
+    const auto library = load();
+    Bstr help;
+    require(library->GetDocumentation(MEMBERID_NIL, nullptr, help.put(), nullptr, nullptr));
+    EXPECT_FALSE(help.empty());
+    for (UINT index = 0; index < library->GetTypeInfoCount(); ++index)
+    {
+        ComPtr<ITypeInfo> information;
+        require(library->GetTypeInfo(index, information.put()));
+        const std::string name = narrow(korvane::test::nameOf(information.get()));
+        EXPECT_FALSE(helpOf(information.get()).empty()) << name;
+        // The dispatch view lists the seven members of IDispatch too, which have no help.
+        HREFTYPE reference = 0;
+        const bool dual = SUCCEEDED(information->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference));
+        for (const Member& member : membersOf(dual ? vtableView(information).get() : information.get()))
+            EXPECT_FALSE(member.help.empty()) << name << '.' << narrow(member.name);
+    }
+}
+
+TEST_P(TypeLibraryTests, IsVersionOneForThisPlatform)
+{
+    const auto library = load();
+    TLIBATTR* attributes = nullptr;
+    require(library->GetLibAttr(&attributes));
+    EXPECT_EQ(attributes->wMajorVerNum, 1);
+    EXPECT_EQ(attributes->wMinorVerNum, 0);
+    EXPECT_EQ(attributes->syskind, sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32);
+    EXPECT_EQ(attributes->lcid, 0U);
+    library->ReleaseTLibAttr(attributes);
+}
+
+TEST(TypeLibrariesTest, TheDllHoldsThemInTheirOrderAndNoMore)
+{
+    std::vector<std::wstring> names;
+    for (const auto& library : typeLibraries())
+        names.push_back(nameOf(library));
+    EXPECT_THAT(names, testing::ElementsAre(L"KorvaneDlg", L"KorvaneLib", L"KorvaneInterfaces", L"KorvaneData"));
+}
+
+TEST(TypeLibrariesTest, TheIdsAreThoseThatHostsWereCompiledWith)
+{
+    const std::pair<const wchar_t*, const wchar_t*> ids[] = {
+        {L"IAppCommand", L"{05D33596-53F2-4F93-B368-DCDCAA235339}"},
+        {L"IAppDialog", L"{8C7506D8-7BA8-4736-8F6E-51FAD9C25C4B}"},
+        {L"IResources", L"{A17A6B95-EA4A-4DB2-BC6C-E44EAE11B496}"},
+        {L"ICalendar", L"{F48A50ED-09D0-4756-9D77-9E16E4D02A08}"},
+        {L"IXtExecuteEvents", L"{64CD7EE1-8029-4B17-8748-90E6463373F4}"},
+        {L"IAppDialogSink", L"{4A18BF2F-4B8A-40DE-B1BB-D1D8E72855A8}"},
+        {L"IAppCommandSite", L"{2864FCA2-3825-48F0-BF00-888D300B95F4}"},
+        {L"IAppDialogEvents", L"{F0E38CC9-02E1-4CE5-9A60-E0E31D1C48B6}"},
+        {L"IResourceLibrary", L"{689A13A0-F45A-42E3-BEC5-059A98440973}"},
+        {L"IDialogControl", L"{B063A521-2B65-4C6A-ABD9-FB3C543217BD}"},
+        {L"IEditGroups", L"{9A396832-E899-4C8C-A869-B8DCAB6A1146}"},
+    };
+    for (const auto& [name, id] : ids)
+    {
+        IID iid{};
+        ASSERT_EQ(CLSIDFromString(id, &iid), S_OK);
+        const auto information = vtableInfo(iid);
+        ASSERT_TRUE(information) << narrow(name);
+        EXPECT_EQ(korvane::test::nameOf(information.get()), name);
+    }
+}
+
+TEST(TypeLibrariesTest, GroupsAnnounceThemselvesByADispinterface)
+{
+    const auto information = typeNamed(typeLibraries().at(3), L"IGroupsEvents");
+    ASSERT_TRUE(information);
+    std::vector<std::wstring> found;
+    for (const Member& member : membersOf(information.get()))
+        if (member.id > 0 && member.id < 0x10000) // without those of IDispatch
+            found.push_back(std::to_wstring(member.id) + L' ' + member.declaration);
+    EXPECT_THAT(found, testing::ElementsAre(L"1 OnClear() -> void",
+                                            L"2 OnAdd([in] long id, [in] BSTR text, [in] long flags) -> void"));
+}
+
+TEST(TypeLibrariesTest, DispatchIdsAreDistinctWithinAClass)
+{
+    // Late binding reaches all interfaces of a class at once.
+    for (const PublicClass& publicClass : publicClasses())
+    {
+        std::map<MEMBERID, std::wstring> names;
+        for (const IID& iid : publicClass.interfaces)
+            for (const Member& member : membersOf(vtableInfo(iid).get()))
+                EXPECT_EQ(names.try_emplace(member.id, member.name).first->second, member.name)
+                    << narrow(publicClass.name) << ": id " << member.id;
+    }
+}
+
+} // namespace korvane::test
