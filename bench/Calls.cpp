@@ -11,7 +11,7 @@ namespace korvane::bench
 namespace
 {
 
-constexpr int rounds = 20000;
+constexpr int rounds = 2000;
 
 constexpr DISPID idOfOperand = 4;
 
@@ -64,7 +64,7 @@ void measureOperands(Report& report, const Effort& effort)
     const auto late = dispatchOf(command.as<IUnknown>());
     const auto dictionary = create<IDispatch>(platformProgId);
     const Bstr key(L"GroupID");
-    const int samples = effort.samples(51);
+    const int samples = effort.samples(201);
 
     VARIANT number;
     number.vt = VT_I4;
@@ -129,7 +129,7 @@ void measureEvents(Report& report, const Effort& effort)
     // A built-in group: the dialog takes the event, looks at the id, and leaves the group out.
     const Bstr name(L"Built in");
     report.add("Events", "one event to the dialog", "a subscriber that does nothing",
-               compare(effort.samples(51), repeated([&] { data.announce(1, name.get()); }),
+               compare(effort.samples(201), repeated([&] { data.announce(1, name.get()); }),
                        repeated([&] { other.announce(1, name.get()); })));
     require(groups.as<IConnectionPoint>()->Unadvise(cookie));
 }

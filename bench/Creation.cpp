@@ -9,7 +9,7 @@ namespace
 {
 
 constexpr const char* group = "Creation of a command";
-constexpr int rounds = 200;
+constexpr int rounds = 5;
 
 Sample byName(const wchar_t* progId)
 {
@@ -38,7 +38,7 @@ Sample byFactory(const wchar_t* progId)
     require(CoGetClassObject(classIdOf(progId), CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory,
                              factory.putVoid()));
     return [factory] {
-        return perRun(rounds * 50, [&] {
+        return perRun(rounds * 200, [&] {
             ComPtr<IDispatch> object;
             require(factory->CreateInstance(nullptr, IID_IDispatch, object.putVoid()));
         });
@@ -54,7 +54,7 @@ void measureCreation(Report& report, const Effort& effort)
     const auto theirs = create<IDispatch>(platformProgId);
 
     const char* platform = "Scripting.Dictionary";
-    const int samples = effort.samples(101);
+    const int samples = effort.samples(301);
     report.add(group, "by ProgID", platform, compare(samples, byName(commandProgId), byName(platformProgId)),
                1.1);
     report.add(group, "looking up the ProgID alone", platform,

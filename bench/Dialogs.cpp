@@ -21,21 +21,15 @@ namespace
 
 constexpr const char* group = "A dialog, from creation to end";
 
-std::wstring className(HWND window)
-{
-    wchar_t name[64];
-    return {name, static_cast<std::size_t>(GetClassNameW(window, name, 64))};
-}
-
 std::wstring textOf(HWND window)
 {
     wchar_t text[256];
     return {text, static_cast<std::size_t>(GetWindowTextW(window, text, 256))};
 }
 
-DWORD styleOf(HWND window, int which)
+DWORD extendedStyleOf(HWND window)
 {
-    return static_cast<DWORD>(GetWindowLongW(window, which));
+    return static_cast<DWORD>(GetWindowLongW(window, GWL_EXSTYLE));
 }
 
 INT_PTR CALLBACK ignore(HWND, UINT, WPARAM, LPARAM) noexcept
@@ -52,8 +46,8 @@ public:
     {
         const auto controls = childrenOf(dialog);
         DLGTEMPLATE head{};
-        head.style = styleOf(dialog, GWL_STYLE) | DS_SETFONT | DS_CONTROL;
-        head.dwExtendedStyle = styleOf(dialog, GWL_EXSTYLE);
+        head.style = designedStyleOf(dialog) | DS_SETFONT | DS_CONTROL;
+        head.dwExtendedStyle = extendedStyleOf(dialog);
         head.cdit = static_cast<WORD>(controls.size());
         setPlace(head, dialog);
         append(head);
@@ -79,12 +73,12 @@ private:
         if (words_.size() % 2 != 0) // items stand on double words
             words_.push_back(0);
         DLGITEMTEMPLATE item{};
-        item.style = styleOf(control, GWL_STYLE);
-        item.dwExtendedStyle = styleOf(control, GWL_EXSTYLE) & ~static_cast<DWORD>(WS_EX_NOPARENTNOTIFY);
+        item.style = designedStyleOf(control);
+        item.dwExtendedStyle = extendedStyleOf(control) & ~static_cast<DWORD>(WS_EX_NOPARENTNOTIFY);
         item.id = static_cast<WORD>(GetDlgCtrlID(control));
         setPlace(item, control);
         append(item);
-        append(className(control));
+        append(classNameOf(control));
         append(textOf(control));
         append(WORD{0}); // no creation data
     }
@@ -140,7 +134,7 @@ private:
 
 bool equivalent(HWND ours, HWND theirs)
 {
-    return className(ours) == className(theirs) && styleOf(ours, GWL_STYLE) == styleOf(theirs, GWL_STYLE) &&
+    return classNameOf(ours) == classNameOf(theirs) && designedStyleOf(ours) == designedStyleOf(theirs) &&
            textOf(ours) == textOf(theirs) && IsWindowVisible(ours) == IsWindowVisible(theirs);
 }
 

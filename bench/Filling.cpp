@@ -38,8 +38,7 @@ public:
     BareList(HWND model, HWND parent)
     {
         const LibraryContext context;
-        const auto style =
-            static_cast<DWORD>(GetWindowLongW(model, GWL_STYLE)) & ~static_cast<DWORD>(WS_VISIBLE);
+        const DWORD style = designedStyleOf(model) & ~static_cast<DWORD>(WS_VISIBLE);
         window_ = CreateWindowExW(static_cast<DWORD>(GetWindowLongW(model, GWL_EXSTYLE)), L"ListBox", L"",
                                   style, 0, 0, 0, 0, parent, nullptr, nullptr, nullptr);
         demand(window_ != nullptr, "the bare list is not made");

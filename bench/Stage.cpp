@@ -91,6 +91,18 @@ std::vector<HWND> childrenOf(HWND window)
     return children;
 }
 
+std::wstring classNameOf(HWND window)
+{
+    wchar_t name[64];
+    return {name, static_cast<std::size_t>(GetClassNameW(window, name, 64))};
+}
+
+DWORD designedStyleOf(HWND window)
+{
+    const auto style = static_cast<DWORD>(GetWindowLongW(window, GWL_STYLE));
+    return classNameOf(window) == L"ListBox" ? style | WS_VSCROLL : style;
+}
+
 LibraryContext::LibraryContext()
 {
     const std::wstring path = libraryPath();

@@ -51,6 +51,11 @@ private:
 /// The windows on a window, in their order.
 std::vector<HWND> childrenOf(HWND window);
 
+std::wstring classNameOf(HWND window);
+
+/// The style that a window was made with. The platform takes the scroll bar off a list that needs none.
+DWORD designedStyleOf(HWND window);
+
 /// The library's own activation context, for windows of the platform's: the same version of the common controls.
 class LibraryContext
 {

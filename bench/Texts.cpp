@@ -9,7 +9,7 @@ namespace
 {
 
 constexpr const char* group = "Texts";
-constexpr int rounds = 2000;
+constexpr int rounds = 200;
 
 // A title and captions of the group dialog, and its buttons.
 constexpr UINT ids[] = {21000, 21001, 21002, 21003, 21004, 1002, 1003};
@@ -57,7 +57,7 @@ void measureTexts(Report& report, const Effort& effort)
         SysFreeString(text);
     });
 
-    const int samples = effort.samples(101);
+    const int samples = effort.samples(301);
     report.add(group, "GetString", "LoadStringW into a buffer, SysAllocString",
                compare(samples, ofLibrary, throughBuffer), 1.2);
     report.add(group, "GetString, against no copy between", "LoadStringW by pointer, SysAllocStringLen",

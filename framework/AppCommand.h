@@ -88,7 +88,7 @@ public:
 
     STDMETHODIMP get_Operation(long* code) override
     {
-        return returns(code, [&] { return +operation; });
+        return returns(code, [&] { return operation; });
     }
 
     STDMETHODIMP put_Operation(long code) override

@@ -16,6 +16,26 @@ constexpr const wchar_t* textCancel = L"1003";
 
 /// The sample whose extent says how much larger one font is than another.
 constexpr const wchar_t* fontSample = L"gM";
+
+ComPtr<IUnknown> objectIn(const Variant& value)
+{
+    return value.type() == VT_DISPATCH || value.type() == VT_UNKNOWN ? toObject(value.get()) : nullptr;
+}
+
+/// An object that a property of another object holds; empty when there is no such property.
+ComPtr<IUnknown> objectProperty(const ComPtr<IUnknown>& owner, std::wstring_view name)
+{
+    const auto properties = owner.as<IDispatch>();
+    Bstr text(name);
+    LPOLESTR names[] = {text.get()};
+    DISPID id = DISPID_UNKNOWN;
+    if (!properties || FAILED(properties->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id)))
+        return nullptr;
+    DISPPARAMS none{};
+    Variant value;
+    properties->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, value.put(), nullptr, nullptr);
+    return objectIn(value);
+}
 } // namespace
 
 AppDialog::AppDialog(REFCLSID classId, long titleId, float width, float height)
@@ -92,7 +112,7 @@ STDMETHODIMP AppDialog::putref_Font(IFontDisp* value)
 
 STDMETHODIMP AppDialog::get_Enabled(VARIANT_BOOL* value)
 {
-    return returns(value, [&] { return +enabled() != 0; });
+    return returns(value, [&] { return enabled(); });
 }
 
 STDMETHODIMP AppDialog::put_Enabled(VARIANT_BOOL value)
@@ -124,26 +144,11 @@ void AppDialog::LocalizeCaptions()
 void AppDialog::ApplyContainerFont()
 {
     ComPtr<IUnknown> containerFont;
-    const auto container = containerObject();
-    if (const auto properties = container.as<IDispatch>())
-    {
-        wchar_t fontName[] = L"Font";
-        LPOLESTR names[] = {fontName};
-        DISPID id = DISPID_UNKNOWN;
-        DISPPARAMS none{};
-        Variant value;
-        if (SUCCEEDED(properties->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id)) &&
-            SUCCEEDED(properties->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, value.put(),
-                                         nullptr, nullptr)) &&
-            (value.type() == VT_DISPATCH || value.type() == VT_UNKNOWN))
-            containerFont = toObject(value.get());
-    }
+    for (const auto& container : containers())
+        if (!containerFont)
+            containerFont = objectProperty(container, L"Font").as<IUnknown>();
     if (!containerFont)
-    {
-        const Variant ambient = ambientProperty(DISPID_AMBIENT_FONT);
-        if (ambient.type() == VT_DISPATCH || ambient.type() == VT_UNKNOWN)
-            containerFont = toObject(ambient.get());
-    }
+        containerFont = objectIn(ambientProperty(DISPID_AMBIENT_FONT));
     if (containerFont.as<IFont>())
         applyFont(containerFont.get());
 }
@@ -167,24 +172,34 @@ void AppDialog::applyFont(IUnknown* newFont)
     DialogWindow::applyFont();
 }
 
-/// The object on which the host placed the control: what the site calls the control's container, else the
-/// container of the site, else the site itself.
-ComPtr<IUnknown> AppDialog::containerObject() const
+/// What the control stands on, best first: the object on which the host placed it, as the host itself calls it,
+/// the container of the site, and the site.
+std::vector<ComPtr<IUnknown>> AppDialog::containers() const
 {
-    if (!clientSite())
-        return nullptr;
+    std::vector<ComPtr<IUnknown>> found;
+    const auto site = queryFor<IUnknown>(clientSite());
+    if (!site)
+        return found;
+    ComPtr<IDispatch> extended;
+    if (const auto controlSite = site.as<IOleControlSite>())
+        controlSite->GetExtendedControl(extended.put());
+    if (auto named = objectProperty(extended.as<IUnknown>(), L"Container"))
+        found.push_back(std::move(named));
     ComPtr<IOleContainer> container;
-    if (SUCCEEDED(clientSite()->GetContainer(container.put())) && container)
-        return container.as<IUnknown>();
-    return ComPtr<IUnknown>(clientSite());
+    clientSite()->GetContainer(container.put());
+    if (container)
+        found.push_back(container.as<IUnknown>());
+    found.push_back(site);
+    return found;
 }
 
 /// Gives the relay the container's sink. A container without one gets no news, and the dialog works without.
 void AppDialog::connectEvents()
 {
-    auto sink = containerObject().as<IAppDialogSink>();
-    if (!sink)
-        sink = queryFor<IAppDialogSink>(clientSite());
+    ComPtr<IAppDialogSink> sink;
+    for (const auto& container : containers())
+        if (!sink)
+            sink = container.as<IAppDialogSink>();
     events_->putref_Sink(sink.get());
 }
 

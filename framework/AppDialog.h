@@ -24,6 +24,8 @@
 #include <KorvaneDlg.h>
 #include <KorvaneInterfaces.h>
 
+#include <vector>
+
 namespace korvane
 {
 
@@ -75,7 +77,7 @@ private:
     void LocalizeCaptions();
     void ApplyContainerFont();
     void applyFont(IUnknown* font);
-    ComPtr<IUnknown> containerObject() const;
+    std::vector<ComPtr<IUnknown>> containers() const;
     void connectEvents();
 
     void ambientFontChanged() override;

@@ -55,7 +55,7 @@ STDMETHODIMP AppDialogEvents::RaiseResize()
 
 STDMETHODIMP AppDialogEvents::get_Sink(IAppDialogSink** value)
 {
-    return returns(value, [&] { return ComPtr(sink_); });
+    return returns(value, [&] { return sink_; });
 }
 
 STDMETHODIMP AppDialogEvents::put_Sink(IAppDialogSink* value)

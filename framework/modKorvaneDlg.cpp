@@ -10,14 +10,13 @@
 
 #include <cstdint>
 #include <limits>
-#include <string>
 
 namespace korvane
 {
 
 void RaiseAppError(long code, std::wstring_view source, std::wstring_view description)
 {
-    const Bstr effectiveSource = source.empty() ? applicationTitle() : Bstr(source);
+    const Bstr effectiveSource = source.empty() ? Bstr(module::programName()) : Bstr(source);
     const Bstr effectiveDescription = description.empty() ? resourceText(code) : Bstr(description);
 
     constexpr std::int64_t objectErrorBase = static_cast<std::int32_t>(0x80040000);
@@ -69,14 +68,6 @@ Bstr resourceText(long id)
     Bstr text;
     call(requireResources(), &IResources::GetString, id, text.put());
     return text;
-}
-
-Bstr applicationTitle()
-{
-    wchar_t path[MAX_PATH];
-    const std::wstring_view file(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
-    const std::wstring_view name = file.substr(file.find_last_of(L"\\/") + 1);
-    return Bstr(name.substr(0, name.find_last_of(L'.')));
 }
 
 long liveObjects() noexcept

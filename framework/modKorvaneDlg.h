@@ -34,9 +34,6 @@ ComPtr<IResources> requireResources();
 /// A text of the current resources.
 Bstr resourceText(long id);
 
-/// Name of the running program: its file without folder and extension.
-Bstr applicationTitle();
-
 /// What keeps the library loaded, without the resources that only the library itself still holds.
 long liveObjects() noexcept;
 

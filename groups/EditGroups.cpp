@@ -71,7 +71,7 @@ ComPtr<IGroups> EditGroups::groups() const
 
 STDMETHODIMP EditGroups::get_Root(IRoot** value)
 {
-    return returns(value, [&] { return ComPtr(Root); });
+    return returns(value, [&] { return Root; });
 }
 
 STDMETHODIMP EditGroups::putref_Root(IRoot* value)
@@ -82,7 +82,7 @@ STDMETHODIMP EditGroups::putref_Root(IRoot* value)
 
 STDMETHODIMP EditGroups::get_GroupID(long* value)
 {
-    return returns(value, [&] { return +GroupID; });
+    return returns(value, [&] { return GroupID; });
 }
 
 STDMETHODIMP EditGroups::put_GroupID(long value)
@@ -98,7 +98,7 @@ STDMETHODIMP EditGroups::get_Command(IAppCommand** value)
 
 STDMETHODIMP EditGroups::get_GroupName(BSTR* value)
 {
-    return returns(value, [&] { return Bstr(GroupName); });
+    return returns(value, [&] { return GroupName; });
 }
 
 STDMETHODIMP EditGroups::put_GroupName(BSTR value)

@@ -40,7 +40,7 @@ STDMETHODIMP Resources::GetString(VARIANT id, BSTR* text)
 
 STDMETHODIMP Resources::get_LocaleID(long* locale)
 {
-    return returns(locale, [&] { return +locale_; });
+    return returns(locale, [&] { return locale_; });
 }
 
 } // namespace korvane

@@ -17,7 +17,7 @@ enum Operation : long
 
 // clang-format off
 constexpr CommandEntry table[] = {
-    {L"&Groups", L"&New...",    {FVIRTKEY | FCONTROL, 'N', 0}, L"Ctrl+N", L"KorvaneDlg.EditGroups", addition, nullptr},
+    {L"&Groups", L"&New...",    {FVIRTKEY | FCONTROL, 'N', 0}, L"Ctrl+N", L"KorvaneDlg.EditGroups", addition, L"GroupID"},
     {L"&Groups", L"&Rename...", {FVIRTKEY, VK_F2, 0},          L"F2",     L"KorvaneDlg.EditGroups", change,   L"GroupID"},
     {L"&Groups", L"&Delete...", {FVIRTKEY, VK_DELETE, 0},      L"Del",    L"KorvaneDlg.EditGroups", deletion, L"GroupID"},
 };

@@ -17,7 +17,7 @@ struct CommandEntry
     const wchar_t* keyName;  ///< as the menu shows the key
     const wchar_t* progId;   ///< class of the command
     long operation;          ///< operation code
-    const wchar_t* selected; ///< operand that takes the id of what is selected in the window; null for none
+    const wchar_t* subject;  ///< operand that takes the id of what is selected, and tells afterwards what to select
 };
 
 std::span<const CommandEntry> commandTable() noexcept;

@@ -155,12 +155,16 @@ void MainWindow::run(const CommandEntry& entry)
 
 void MainWindow::dialogEnded(bool cancelled)
 {
+    if (!dialog_)
+        return;
     dialog_.reset();
     const auto command = std::move(command_);
-    if (!cancelled && entry_->selected)
-    {
-        // What the command worked on is what the user wants to see now.
-    }
+    if (cancelled)
+        return;
+    // What the command worked on is what the user wants to see now.
+    Variant subject;
+    call(command, &IAppCommand::get_Operand, Bstr(entry_->subject).get(), subject.put());
+    content_->select(toLong(subject.get()));
 }
 
 } // namespace korvane::host

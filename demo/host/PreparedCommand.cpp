@@ -21,8 +21,7 @@ ComPtr<IAppCommand> prepareCommand(const CommandEntry& entry, const ComPtr<IRoot
     auto command = createByProgId<IAppCommand>(entry.progId);
     call(command, &IAppCommand::put_Operation, entry.operation);
     setOperand(command, L"Root", Variant(root.as<IDispatch>()));
-    if (entry.selected)
-        setOperand(command, entry.selected, Variant(selected));
+    setOperand(command, entry.subject, Variant(selected));
 
     VARIANT_BOOL granted = VARIANT_FALSE;
     call(command, &IAppCommand::get_Granted, &granted);

@@ -1,5 +1,8 @@
 #include "framework/com/Failure.h"
 
+#include "framework/com/Boundary.h"
+#include "framework/com/Module.h"
+
 #include <new>
 
 namespace korvane
@@ -41,6 +44,7 @@ Failure Failure::ofCall(HRESULT number, IUnknown* object, REFIID calledInterface
     // Error information is taken only where the object answers for it: otherwise it could be a leftover
     // of an earlier call on this thread.
     Failure failure(number);
+    failure.ofCall_ = true;
     const auto support = queryFor<ISupportErrorInfo>(object);
     if (support && support->InterfaceSupportsErrorInfo(calledInterface) == S_OK)
         GetErrorInfo(0, failure.information_.put());
@@ -52,7 +56,7 @@ Bstr Failure::source() const
     Bstr text;
     if (information_)
         information_->GetSource(text.put());
-    return text;
+    return isOfPlatform() ? Bstr(module::programName()) : text;
 }
 
 Bstr Failure::description() const
@@ -60,13 +64,18 @@ Bstr Failure::description() const
     Bstr text;
     if (information_)
         information_->GetDescription(text.put());
-    return information_ ? text : systemText(number_);
+    return isOfPlatform() ? systemText(number_) : text;
 }
 
 HRESULT Failure::report() const noexcept
 {
-    SetErrorInfo(0, information_.get());
-    return number_;
+    ComPtr<IErrorInfo> information = information_;
+    // A lack of memory is told by its number alone.
+    if (isOfPlatform() && number_ != E_OUTOFMEMORY)
+        attempt([&] { information = makeInformation(source(), description()); });
+    SetErrorInfo(0, information.get());
+    // A number that means success would not arrive as an error.
+    return FAILED(number_) ? number_ : MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, number_ & 0xFFFF);
 }
 
 } // namespace korvane

@@ -14,7 +14,7 @@ namespace korvane
 class Failure
 {
 public:
-    /// An error of the platform: the system's own text describes it.
+    /// An error of the platform: its source is the running program, and the system's own text describes it.
     explicit Failure(HRESULT number) noexcept : number_(number) {}
 
     /// An error with its own source and description.
@@ -31,7 +31,10 @@ public:
     HRESULT report() const noexcept;
 
 private:
+    bool isOfPlatform() const noexcept { return !information_ && !ofCall_; }
+
     HRESULT number_;
+    bool ofCall_ = false;
     ComPtr<IErrorInfo> information_;
 };
 

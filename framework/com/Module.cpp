@@ -3,6 +3,7 @@
 #include "framework/com/Failure.h"
 
 #include <atomic>
+#include <string_view>
 
 // The linker's name for the first byte of the module, which is its handle.
 extern "C" IMAGE_DOS_HEADER __ImageBase;
@@ -25,6 +26,14 @@ void path(wchar_t (&buffer)[MAX_PATH])
     const DWORD length = GetModuleFileNameW(instance(), buffer, MAX_PATH);
     if (length == 0 || length == MAX_PATH)
         throw Failure(HRESULT_FROM_WIN32(length == 0 ? GetLastError() : ERROR_INSUFFICIENT_BUFFER));
+}
+
+std::wstring programName()
+{
+    wchar_t buffer[MAX_PATH];
+    const std::wstring_view file(buffer, GetModuleFileNameW(nullptr, buffer, MAX_PATH));
+    const std::wstring_view name = file.substr(file.find_last_of(L"\\/") + 1);
+    return std::wstring(name.substr(0, name.find_last_of(L'.')));
 }
 
 void lock() noexcept

@@ -3,6 +3,8 @@
 
 #include "framework/com/Platform.h"
 
+#include <string>
+
 namespace korvane::module
 {
 
@@ -11,6 +13,9 @@ HINSTANCE instance() noexcept;
 
 /// Full path of the module's file. Throws a Failure when it cannot be told.
 void path(wchar_t (&buffer)[MAX_PATH]);
+
+/// Name of the running program: its file without folder and extension.
+std::wstring programName();
 
 // Every COM object and every server lock of the module counts; several apartments may count at once.
 void lock() noexcept;

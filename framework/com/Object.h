@@ -114,9 +114,15 @@ public:
         HRESULT outcome = DISP_E_MEMBERNOTFOUND;
         const HRESULT access = guard([&] {
             SetErrorInfo(0, nullptr); // what is there is not about this call
-            ((isDual<Interfaces> && (outcome = invokeIn<Interfaces>(id, flags, arguments, result, exception,
-                                                                   badArgument)) != DISP_E_MEMBERNOTFOUND) ||
-             ...);
+            const auto invokeAs = [&](WORD kind) {
+                ((isDual<Interfaces> && (outcome = invokeIn<Interfaces>(id, kind, arguments, result, exception,
+                                                                       badArgument)) != DISP_E_MEMBERNOTFOUND) ||
+                 ...);
+            };
+            invokeAs(flags);
+            // A script may assign an object with Set to a property that takes any value.
+            if (outcome == DISP_E_MEMBERNOTFOUND && flags == DISPATCH_PROPERTYPUTREF)
+                invokeAs(DISPATCH_PROPERTYPUT);
         });
         return FAILED(access) ? access : outcome;
     }

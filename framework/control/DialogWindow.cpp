@@ -109,6 +109,8 @@ void DialogWindow::createControls()
     for (Control* control : controls_)
         control->create(window_, id++);
     controlsCreated_ = true;
+    if (GetDlgItem(window_, IDOK))
+        SendMessageW(window_, DM_SETDEFID, IDOK, 0);
     createToolTips();
     applyFont();
     layoutChanged();

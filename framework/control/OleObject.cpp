@@ -16,7 +16,7 @@ STDMETHODIMP OleControl::SetClientSite(IOleClientSite* site)
 
 STDMETHODIMP OleControl::GetClientSite(IOleClientSite** site)
 {
-    return returns(site, [&] { return ComPtr(clientSite_); });
+    return returns(site, [&] { return clientSite_; });
 }
 
 STDMETHODIMP OleControl::SetHostNames(LPCOLESTR, LPCOLESTR)
@@ -74,6 +74,8 @@ STDMETHODIMP OleControl::DoVerb(LONG verb, LPMSG message, IOleClientSite*, LONG,
             return activateInPlace();
         case OLEIVERB_HIDE:
             hide();
+            return S_OK;
+        case OLEIVERB_DISCARDUNDOSTATE:
             return S_OK;
         default:
             return verb < 0 ? E_NOTIMPL : OLEOBJ_S_INVALIDVERB;

@@ -9,6 +9,12 @@
 namespace korvane::test
 {
 
+// For the messages of tests.
+void PrintTo(const PublicClass& publicClass, std::ostream* stream)
+{
+    *stream << narrow(publicClass.name);
+}
+
 namespace
 {
 
@@ -47,7 +53,7 @@ TEST_P(ComRulesTests, AnObjectHasTheInterfacesThatItsClassPromises)
     for (const IID& iid : GetParam().interfaces)
     {
         ComPtr<IUnknown> found;
-        EXPECT_EQ(object->QueryInterface(iid, found.putVoid()), S_OK);
+        EXPECT_EQ(object->QueryInterface(iid, found.putVoid()), S_OK) << narrow(nameOf(vtableInfo(iid).get()));
     }
 }
 

@@ -1,0 +1,131 @@
+#include "demo/host/tour/User.h"
+
+#include "framework/com/Failure.h"
+
+#include <algorithm>
+
+namespace korvane::host
+{
+
+namespace
+{
+
+/// The keys of the block between letters and digits share their scan codes with those of the number block.
+bool isExtended(WORD key) noexcept
+{
+    switch (key)
+    {
+    case VK_INSERT:
+    case VK_DELETE:
+    case VK_HOME:
+    case VK_END:
+    case VK_PRIOR:
+    case VK_NEXT:
+    case VK_LEFT:
+    case VK_RIGHT:
+    case VK_UP:
+    case VK_DOWN:
+        return true;
+    default:
+        return false;
+    }
+}
+
+INPUT keyInput(WORD key, bool up) noexcept
+{
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
+    input.ki.dwFlags = (up ? KEYEVENTF_KEYUP : 0u) | (isExtended(key) ? KEYEVENTF_EXTENDEDKEY : 0u);
+    return input;
+}
+
+INPUT characterInput(wchar_t character, bool up) noexcept
+{
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wScan = character;
+    input.ki.dwFlags = KEYEVENTF_UNICODE | (up ? KEYEVENTF_KEYUP : 0u);
+    return input;
+}
+
+INPUT mouseInput(DWORD flags, LONG x = 0, LONG y = 0) noexcept
+{
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dx = x;
+    input.mi.dy = y;
+    input.mi.dwFlags = flags;
+    return input;
+}
+
+void send(std::vector<INPUT> inputs)
+{
+    if (SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) != inputs.size())
+        throw Failure(HRESULT_FROM_WIN32(GetLastError()));
+}
+
+} // namespace
+
+std::vector<INPUT> keystrokesFor(std::wstring_view text)
+{
+    std::vector<INPUT> inputs;
+    for (const wchar_t character : text)
+    {
+        const SHORT found = VkKeyScanW(character);
+        const int modifiers = HIBYTE(found);
+        if (found == -1 || modifiers > 1)
+        {
+            inputs.push_back(characterInput(character, false));
+            inputs.push_back(characterInput(character, true));
+            continue;
+        }
+        const WORD key = LOBYTE(found);
+        if (modifiers == 1)
+            inputs.push_back(keyInput(VK_SHIFT, false));
+        inputs.push_back(keyInput(key, false));
+        inputs.push_back(keyInput(key, true));
+        if (modifiers == 1)
+            inputs.push_back(keyInput(VK_SHIFT, true));
+    }
+    return inputs;
+}
+
+void User::press(std::initializer_list<WORD> keys)
+{
+    std::vector<INPUT> inputs;
+    for (const WORD key : keys)
+        inputs.push_back(keyInput(key, false));
+    for (auto key = std::rbegin(keys); key != std::rend(keys); ++key)
+        inputs.push_back(keyInput(*key, true));
+    send(std::move(inputs));
+}
+
+void User::type(std::wstring_view text)
+{
+    send(keystrokesFor(text));
+}
+
+void User::moveTo(POINT place)
+{
+    // Devices count the screen in 65536 steps: the middle of the pixel is what rounding cannot miss.
+    const auto steps = [](LONG pixel, int extent) {
+        return static_cast<LONG>((2LL * pixel + 1) * 65536 / (2LL * extent));
+    };
+    send({mouseInput(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, steps(place.x, GetSystemMetrics(SM_CXSCREEN)),
+                     steps(place.y, GetSystemMetrics(SM_CYSCREEN)))});
+}
+
+void User::click(int times)
+{
+    std::vector<INPUT> inputs;
+    for (int time = 0; time < times; ++time)
+    {
+        inputs.push_back(mouseInput(MOUSEEVENTF_LEFTDOWN));
+        inputs.push_back(mouseInput(MOUSEEVENTF_LEFTUP));
+    }
+    send(std::move(inputs));
+}
+
+} // namespace korvane::host
