@@ -3,6 +3,7 @@
 
 #include "demo/host/CommandDialog.h"
 #include "demo/host/CommandMenu.h"
+#include "demo/host/CommandTable.h"
 #include "demo/host/GroupList.h"
 #include "demo/host/OpenDatabase.h"
 

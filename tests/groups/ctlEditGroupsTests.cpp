@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <oleacc.h>
+
 namespace korvane::test
 {
 
@@ -12,6 +14,17 @@ using testing::IsEmpty;
 
 namespace
 {
+
+/// What a screen reader calls a window.
+std::wstring accessibleName(HWND window)
+{
+    ComPtr<IAccessible> accessible;
+    require(AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                                       accessible.putVoid()));
+    Bstr name;
+    accessible->get_accName(Variant(static_cast<long>(CHILDID_SELF)).get(), name.put());
+    return std::wstring(name.view());
+}
 
 const ErrorInfo locked{static_cast<HRESULT>(0x80041234), L"KorvaneData.Groups", L"The database is locked."};
 
@@ -386,6 +399,15 @@ TEST_F(ctlEditGroupsTests, TheLabelStandsBeforeWhatItNames)
     container.close();
     showed(1);
     EXPECT_EQ(Container::text(GetWindow(nameBox(), GW_HWNDPREV)), L"&New group:");
+}
+
+TEST_F(ctlEditGroupsTests, ScreenReadersNameTheTextBoxByItsLabel)
+{
+    showed(3);
+    EXPECT_EQ(accessibleName(nameBox()), L"Name:");
+    container.close();
+    showed(1);
+    EXPECT_EQ(accessibleName(nameBox()), L"New group:");
 }
 
 TEST_F(ctlEditGroupsTests, AnotherCommandClassIsRefused)

@@ -57,6 +57,13 @@ TEST_P(ComRulesTests, AnObjectHasTheInterfacesThatItsClassPromises)
     }
 }
 
+TEST_P(ComRulesTests, ADialogIsAnAppDialogAndACommandAnAppCommand)
+{
+    const bool helper = GetParam().name == L"AppDialogEvents" || GetParam().name == L"Resources";
+    EXPECT_EQ(static_cast<bool>(object.as<IAppDialog>()), GetParam().control);
+    EXPECT_EQ(static_cast<bool>(object.as<IAppCommand>()), !GetParam().control && !helper);
+}
+
 TEST_P(ComRulesTests, TheDefaultInterfaceIsTheOneOfLateBinding)
 {
     const auto dispatch = object.as<IDispatch>();

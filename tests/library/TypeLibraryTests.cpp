@@ -343,6 +343,26 @@ TEST(TypeLibrariesTest, TheIdsAreThoseThatHostsWereCompiledWith)
     }
 }
 
+// A second description of a contract's interface would take the place of the contract's own when it is registered.
+TEST(TypeLibrariesTest, EveryTypeHasAnIdAndStandsInOneLibraryOnly)
+{
+    std::map<std::wstring, std::wstring> libraryOfType;
+    for (const auto& library : typeLibraries())
+        for (UINT index = 0; index < library->GetTypeInfoCount(); ++index)
+        {
+            ComPtr<ITypeInfo> information;
+            require(library->GetTypeInfo(index, information.put()));
+            TYPEATTR* attributes = nullptr;
+            require(information->GetTypeAttr(&attributes));
+            const std::wstring name = korvane::test::nameOf(information.get());
+            EXPECT_NE(attributes->guid, GUID_NULL) << narrow(name);
+            information->ReleaseTypeAttr(attributes);
+            const auto [first, isNew] = libraryOfType.try_emplace(name, nameOf(library));
+            EXPECT_TRUE(isNew) << narrow(name) << " is in " << narrow(first->second) << " and in "
+                               << narrow(nameOf(library));
+        }
+}
+
 TEST(TypeLibrariesTest, GroupsAnnounceThemselvesByADispinterface)
 {
     const auto information = typeNamed(typeLibraries().at(3), L"IGroupsEvents");

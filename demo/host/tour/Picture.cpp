@@ -106,7 +106,7 @@ void savePicture(HWND window, const std::wstring& file)
     const Drawing drawing;
     Gdiplus::Bitmap picture(pixels.width, pixels.height, pixels.width * 4, PixelFormat32bppRGB,
                             reinterpret_cast<BYTE*>(pixels.values.data()));
-    if (picture.Save(file.c_str(), &pngEncoder) != Gdiplus::Ok)
+    if (picture.Save(file.c_str(), &pngEncoder, nullptr) != Gdiplus::Ok)
         throw tourFailure(L"the picture " + file + L" cannot be written");
 }
 

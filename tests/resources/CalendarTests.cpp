@@ -1,0 +1,132 @@
+#include "framework/com/Variant.h"
+#include "tests/support/Library.h"
+
+#include <KorvaneDlg.h>
+#include <KorvaneInterfaces.h>
+
+#include <gmock/gmock.h>
+
+namespace korvane::test
+{
+
+namespace
+{
+
+class CalendarTests : public testing::Test
+{
+protected:
+    bool isLeapYear(long year)
+    {
+        VARIANT_BOOL result = 0x55;
+        EXPECT_EQ(calendar->IsLeapYear(year, &result), S_OK) << year;
+        EXPECT_TRUE(result == VARIANT_TRUE || result == VARIANT_FALSE) << year;
+        return result == VARIANT_TRUE;
+    }
+
+    HRESULT failureOf(long year)
+    {
+        VARIANT_BOOL result = VARIANT_TRUE;
+        const HRESULT outcome = calendar->IsLeapYear(year, &result);
+        EXPECT_EQ(result, VARIANT_FALSE) << year;
+        return outcome;
+    }
+
+    ComPtr<ICalendar> calendar = create<ICalendar>(__uuidof(::Resources));
+};
+
+} // namespace
+
+// The member is named after the opposite of what it tells; hosts negate it.
+TEST_F(CalendarTests, IsLeapYearIsTrueForCommonYears)
+{
+    EXPECT_TRUE(isLeapYear(2023));
+    EXPECT_TRUE(isLeapYear(2025));
+    EXPECT_TRUE(isLeapYear(1900));
+    EXPECT_TRUE(isLeapYear(2100));
+    EXPECT_TRUE(isLeapYear(9999));
+}
+
+TEST_F(CalendarTests, IsLeapYearIsFalseForLeapYears)
+{
+    EXPECT_FALSE(isLeapYear(2024));
+    EXPECT_FALSE(isLeapYear(2000));
+    EXPECT_FALSE(isLeapYear(1996));
+    EXPECT_FALSE(isLeapYear(9996));
+}
+
+TEST_F(CalendarTests, AYearOfTwoDigitsIsInTheCenturyOfThePlatform)
+{
+    // 1900 was a common year and 2000 a leap year: 0 tells the centuries apart.
+    EXPECT_FALSE(isLeapYear(0));
+    EXPECT_FALSE(isLeapYear(24));
+    EXPECT_TRUE(isLeapYear(23));
+    EXPECT_FALSE(isLeapYear(96));
+    EXPECT_TRUE(isLeapYear(99));
+}
+
+TEST_F(CalendarTests, AYearBeyond16BitsOverflows)
+{
+    EXPECT_EQ(failureOf(32768), DISP_E_OVERFLOW);
+    EXPECT_EQ(failureOf(-32769), DISP_E_OVERFLOW);
+    EXPECT_EQ(failureOf(0x7fffffffL), DISP_E_OVERFLOW);
+    EXPECT_EQ(failureOf(65536 + 2024), DISP_E_OVERFLOW);
+}
+
+TEST_F(CalendarTests, AYearThatThePlatformDoesNotKnowIsItsError)
+{
+    EXPECT_EQ(failureOf(10000), E_INVALIDARG);
+    EXPECT_EQ(failureOf(32767), E_INVALIDARG);
+    EXPECT_EQ(failureOf(-1), E_INVALIDARG);
+    EXPECT_EQ(failureOf(-32768), E_INVALIDARG);
+}
+
+TEST_F(CalendarTests, EasterIsRefused)
+{
+    DATE sunday = 45000;
+    const HRESULT result = calendar->Easter(2024, &sunday);
+    wchar_t path[MAX_PATH];
+    const std::wstring file(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
+    const std::wstring program = file.substr(file.find_last_of(L'\\') + 1);
+    const std::wstring title = program.substr(0, program.find_last_of(L'.'));
+    EXPECT_EQ(errorOf(result), (ErrorInfo{static_cast<HRESULT>(0x80040001), title,
+                                          L"The recurrence type Easter is not implemented"}));
+    EXPECT_EQ(sunday, 0.0);
+}
+
+TEST_F(CalendarTests, EasterIsRefusedForEveryYear)
+{
+    for (const long year : {0L, -1L, 1900L, 99999L})
+    {
+        DATE sunday = 45000;
+        EXPECT_EQ(calendar->Easter(year, &sunday), static_cast<HRESULT>(0x80040001)) << year;
+    }
+}
+
+TEST_F(CalendarTests, ThereAreNoOccurrences)
+{
+    VARIANT_BOOL found = VARIANT_TRUE;
+    EXPECT_EQ(calendar->GetFirst(Variant(3L).get(), 45000, &found), S_OK);
+    EXPECT_EQ(found, VARIANT_FALSE);
+    found = VARIANT_TRUE;
+    EXPECT_EQ(calendar->GetFirst(Variant(Bstr(L"weekly")).get(), -1e300, &found), S_OK);
+    EXPECT_EQ(found, VARIANT_FALSE);
+    for (const DATE date : {0.0, 45000.5, -657435.0, 1e300})
+    {
+        found = VARIANT_TRUE;
+        EXPECT_EQ(calendar->GetNext(date, &found), S_OK);
+        EXPECT_EQ(found, VARIANT_FALSE);
+    }
+}
+
+TEST_F(CalendarTests, AnArgumentIsLeftAsItIs)
+{
+    const Variant rule(Bstr(L"weekly"));
+    const BSTR text = rule.get().bstrVal;
+    VARIANT_BOOL found = VARIANT_TRUE;
+    EXPECT_EQ(calendar->GetFirst(rule.get(), 45000, &found), S_OK);
+    EXPECT_EQ(rule.type(), VT_BSTR);
+    EXPECT_EQ(rule.get().bstrVal, text);
+    EXPECT_EQ(view(text), L"weekly");
+}
+
+} // namespace korvane::test
