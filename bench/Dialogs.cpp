@@ -120,7 +120,8 @@ private:
     template <class Part> void append(const Part& part)
     {
         const auto* words = reinterpret_cast<const WORD*>(&part);
-        words_.insert(words_.end(), words, words + sizeof part / sizeof(WORD));
+        constexpr std::size_t count = sizeof(Part) / 2;
+        words_.insert(words_.end(), words, words + count);
     }
 
     void append(const std::wstring& text)

@@ -18,9 +18,9 @@ constexpr const char* group = "Filling the list of the group dialog";
 
 struct Size
 {
-    int items;
-    int samples;
-    const char* name;
+    int items = 0;
+    int samples = 0;
+    const char* name = "";
     std::optional<double> aim;
 };
 

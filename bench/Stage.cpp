@@ -47,7 +47,7 @@ void Stage::close() noexcept
 
 HWND Stage::dialogWindow() const
 {
-    OLE_HANDLE handle = 0;
+    long handle = 0;
     call(dialog_.as<IDialogControl>(), &IDialogControl::get_hWnd, &handle);
     return reinterpret_cast<HWND>(static_cast<UINT_PTR>(static_cast<ULONG>(handle)));
 }

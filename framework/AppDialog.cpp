@@ -121,12 +121,10 @@ STDMETHODIMP AppDialog::put_Enabled(VARIANT_BOOL value)
     return S_OK;
 }
 
-STDMETHODIMP AppDialog::get_hWnd(OLE_HANDLE* value)
+STDMETHODIMP AppDialog::get_hWnd(long* value)
 {
-    if (!value)
-        return E_POINTER;
-    *value = static_cast<OLE_HANDLE>(reinterpret_cast<UINT_PTR>(window()));
-    return S_OK;
+    // A window handle has 32 significant bits on every platform.
+    return returns(value, [&] { return static_cast<long>(reinterpret_cast<INT_PTR>(window())); });
 }
 
 /// Every caption, text and tooltip that the layout gives as a number becomes the text with that id. What fails
@@ -135,9 +133,14 @@ void AppDialog::LocalizeCaptions()
 {
     for (Control* control : controls())
     {
-        if (control->textProperty() != Control::TextProperty::none)
-            attempt([&] { control->setTextValue(resourceText(toLong(control->textValue())).view()); });
-        attempt([&] { control->setToolTipText(resourceText(toLong(control->ToolTipText())).view()); });
+        attempt([&] {
+            if (const auto id = numberIn(control->textValue()))
+                control->setTextValue(resourceText(*id).view());
+        });
+        attempt([&] {
+            if (const auto id = numberIn(control->ToolTipText()))
+                control->setToolTipText(resourceText(*id).view());
+        });
     }
 }
 
@@ -222,7 +225,6 @@ void AppDialog::dpiChanged()
 void AppDialog::closing() noexcept
 {
     events_->putref_Sink(nullptr);
-    destroyWindow();
 }
 
 void AppDialog::ok()

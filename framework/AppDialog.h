@@ -47,7 +47,7 @@ public:
     STDMETHODIMP putref_Font(IFontDisp* value) override;
     STDMETHODIMP get_Enabled(VARIANT_BOOL* value) override;
     STDMETHODIMP put_Enabled(VARIANT_BOOL value) override;
-    STDMETHODIMP get_hWnd(OLE_HANDLE* value) override;
+    STDMETHODIMP get_hWnd(long* value) override;
 
     /// The OK button, and whatever else confirms with it.
     void ok();

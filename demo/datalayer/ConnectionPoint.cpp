@@ -54,8 +54,8 @@ void ConnectionPoint::raise(DISPID event, std::initializer_list<Variant> argumen
         if (!isSubscribed(subscriber.cookie))
             continue;
         DISPPARAMS parameters{values.data(), nullptr, static_cast<UINT>(values.size()), 0};
-        subscriber.sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr, nullptr,
-                                nullptr);
+        subscriber.sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr,
+                                nullptr, nullptr);
     }
 }
 
@@ -94,8 +94,9 @@ STDMETHODIMP ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie)
 
 STDMETHODIMP ConnectionPoint::Unadvise(DWORD cookie)
 {
-    const auto found = std::find_if(subscribers_.begin(), subscribers_.end(),
-                                    [&](const Subscriber& subscriber) { return subscriber.cookie == cookie; });
+    const auto found =
+        std::find_if(subscribers_.begin(), subscribers_.end(),
+                     [&](const Subscriber& subscriber) { return subscriber.cookie == cookie; });
     if (found == subscribers_.end())
         return CONNECT_E_NOCONNECTION;
     // Released last: its end may lead back here.
@@ -107,7 +108,8 @@ STDMETHODIMP ConnectionPoint::Unadvise(DWORD cookie)
 STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** subscribers)
 {
     using Subscribers = Enumeration<IEnumConnections, CONNECTDATA, Subscriber, copyOf>;
-    return returns(subscribers, [&] { return ComPtr<IEnumConnections>(make<Subscribers>(subscribers_).get()); });
+    return returns(subscribers,
+                   [&] { return ComPtr<IEnumConnections>(make<Subscribers>(subscribers_).get()); });
 }
 
 bool ConnectionPoint::isSubscribed(DWORD cookie) const noexcept

@@ -59,6 +59,9 @@ ComPtr<IEnumConnectionPoints> enumerate(const ComPtr<ConnectionPoint>& point);
 template <class Events> class EventSource : public IConnectionPointContainer
 {
 public:
+    EventSource(const EventSource&) = delete;
+    EventSource& operator=(const EventSource&) = delete;
+
     STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints** points) override
     {
         return returns(points, [&] { return enumerate(point_); });
@@ -77,12 +80,13 @@ public:
 
 protected:
     EventSource() = default;
-    EventSource(const EventSource&) = delete;
-    EventSource& operator=(const EventSource&) = delete;
     ~EventSource() { point_->cutOff(); }
 
     bool hasSubscribers() const noexcept { return point_->hasSubscribers(); }
-    void raise(DISPID event, std::initializer_list<Variant> arguments = {}) { point_->raise(event, arguments); }
+    void raise(DISPID event, std::initializer_list<Variant> arguments = {})
+    {
+        point_->raise(event, arguments);
+    }
 
 private:
     ComPtr<ConnectionPoint> point_ = make<ConnectionPoint>(*this, __uuidof(Events));

@@ -1,7 +1,7 @@
 #include "demo/datalayer/Database.h"
 
 #include "demo/datalayer/Root.h"
-#include "demo/datalayer/Session.h"
+#include "demo/datalayer/Store.h"
 
 namespace korvane::store
 {
@@ -9,11 +9,11 @@ namespace korvane::store
 STDMETHODIMP Database::Open(BSTR path, BSTR account, IRoot** root)
 {
     return returns(root, [&] {
-        const auto session = traced(
+        const auto store = traced(
             *trace_, line(L"Database.Open", view(path), view(account)),
-            [&] { return Session::open(std::wstring(view(path)), view(account), lockTimeout_, trace_); },
+            [&] { return Store::open(std::wstring(view(path)), view(account), lockTimeout_, trace_); },
             [](const auto&) { return L""; });
-        return ComPtr<IRoot>(make<Root>(session).get());
+        return ComPtr<IRoot>(make<Root>(store).get());
     });
 }
 

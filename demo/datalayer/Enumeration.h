@@ -13,16 +13,20 @@ namespace korvane
 /// Interface is the enumerator's, Raw what its Next stores, and Item what keeps a Raw alive; copy makes the
 /// caller's own Raw.
 template <class Interface, class Raw, class Item, Raw (*copy)(const Item&)>
-class Enumeration final : public Object<Enumeration<Interface, Raw, Item, copy>, Inherits<Interface>, Interface>
+class Enumeration final
+    : public Object<Enumeration<Interface, Raw, Item, copy>, Inherits<Interface>, Interface>
 {
 public:
-    explicit Enumeration(std::vector<Item> items, std::size_t next = 0) : items_(std::move(items)), next_(next) {}
+    explicit Enumeration(std::vector<Item> items, std::size_t next = 0)
+        : items_(std::move(items)), next_(next)
+    {
+    }
 
     STDMETHODIMP Next(ULONG count, Raw* items, ULONG* fetched) override
     {
         if (!items || (!fetched && count != 1))
             return E_POINTER;
-        const ULONG given = static_cast<ULONG>(std::min<std::size_t>(count, items_.size() - next_));
+        const auto given = static_cast<ULONG>(std::min<std::size_t>(count, items_.size() - next_));
         for (ULONG index = 0; index < given; ++index)
             items[index] = copy(items_[next_ + index]);
         next_ += given;

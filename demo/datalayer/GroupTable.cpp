@@ -53,7 +53,7 @@ std::optional<Group> GroupTable::find(long id) const
 bool GroupTable::mayPerform(long operation, long id) const
 {
     const Reading reading(connection_);
-    const Rights rights = rightsTo(id, session_.account(), connection_);
+    const Rights rights = rightsTo(id, store_.account(), connection_);
     switch (operation)
     {
     case 1:
@@ -69,7 +69,7 @@ bool GroupTable::mayPerform(long operation, long id) const
 
 GroupChange GroupTable::add(std::wstring_view name, long flags)
 {
-    if (!rightsTo(0, session_.account(), connection_).add)
+    if (!rightsTo(0, store_.account(), connection_).add)
         throw refusal(Code::mayNotAddGroups);
     requireName(name);
 
@@ -85,7 +85,7 @@ GroupChange GroupTable::add(std::wstring_view name, long flags)
 
 GroupChange GroupTable::remove(long id)
 {
-    if (!rightsTo(id, session_.account(), connection_).remove)
+    if (!rightsTo(id, store_.account(), connection_).remove)
         throw refusal(Code::mayNotDeleteGroup);
     if (isBuiltIn(id))
         throw refusal(Code::builtInGroup);
@@ -100,7 +100,7 @@ GroupChange GroupTable::remove(long id)
 
 GroupChange GroupTable::update(long id, std::wstring_view name, long flags)
 {
-    if (!rightsTo(id, session_.account(), connection_).change || isBuiltIn(id))
+    if (!rightsTo(id, store_.account(), connection_).change || isBuiltIn(id))
         throw refusal(Code::mayNotChangeGroup);
     requireName(name);
 

@@ -1,7 +1,7 @@
 // The groups as the database holds them, and the rules for changing them.
 #pragma once
 
-#include "demo/datalayer/Session.h"
+#include "demo/datalayer/Store.h"
 
 #include <optional>
 #include <string>
@@ -27,7 +27,7 @@ struct GroupChange
 class GroupTable
 {
 public:
-    explicit GroupTable(Session& session) : session_(session), connection_(session.connection()) {}
+    explicit GroupTable(Store& store) : store_(store), connection_(store.connection()) {}
 
     /// All groups in their stored order.
     std::vector<Group> all() const;
@@ -47,7 +47,7 @@ private:
     void requireFreeName(std::wstring_view name, long exceptGroup) const;
     GroupChange committed(Transaction& transaction, long result) const;
 
-    Session& session_;
+    Store& store_;
     Connection& connection_;
 };
 

@@ -3,7 +3,7 @@
 
 #include "demo/datalayer/ConnectionPoint.h"
 #include "demo/datalayer/GroupTable.h"
-#include "demo/datalayer/Session.h"
+#include "demo/datalayer/Store.h"
 #include "framework/com/Object.h"
 
 #include <KorvaneData.h>
@@ -15,7 +15,7 @@ class Groups final
     : public Object<Groups, Inherits<IGroups, EventSource<IGroupsEvents>>, IGroups, IConnectionPointContainer>
 {
 public:
-    explicit Groups(std::shared_ptr<Session> session) : session_(std::move(session)), table_(*session_) {}
+    explicit Groups(std::shared_ptr<Store> store) : store_(std::move(store)), table_(*store_) {}
 
     STDMETHODIMP Load(VARIANT_BOOL* result) override;
     STDMETHODIMP Fetch(long id, BSTR* text, long* flags, VARIANT_BOOL* result) override;
@@ -25,11 +25,11 @@ public:
     STDMETHODIMP Update(long id, BSTR text, long flags, long* updatedId) override;
 
 private:
-    Trace& trace() const noexcept { return session_->trace(); }
+    Trace& trace() const noexcept { return store_->trace(); }
     void announce(const std::vector<Group>& groups);
     long announced(GroupChange change);
 
-    std::shared_ptr<Session> session_;
+    std::shared_ptr<Store> store_;
     GroupTable table_;
 };
 

@@ -1,6 +1,6 @@
 #include "demo/datalayer/Registry.h"
 
-#include "demo/datalayer/Session.h"
+#include "demo/datalayer/Store.h"
 #include "demo/datalayer/Text.h"
 
 #include <optional>
@@ -13,13 +13,13 @@ namespace
 
 constexpr std::wstring_view sharedFolder = L"SharedFolder";
 
-std::optional<std::wstring> setting(Session& session, std::wstring_view key)
+std::optional<std::wstring> setting(Store& store, std::wstring_view key)
 {
-    Statement row(session.connection(), "SELECT value FROM settings WHERE name = ?", key);
+    Statement row(store.connection(), "SELECT value FROM settings WHERE name = ?", key);
     if (row.next())
         return row.text(0);
     // Not stored, so that a database can be moved.
-    return sameText(key, sharedFolder) ? std::optional(session.folder()) : std::nullopt;
+    return sameText(key, sharedFolder) ? std::optional(store.folder()) : std::nullopt;
 }
 
 std::wstring shownResult(const std::optional<std::wstring>& text)
@@ -32,11 +32,11 @@ std::wstring shownResult(const std::optional<std::wstring>& text)
 STDMETHODIMP Registry::GetValue(BSTR key, VARIANT defaultValue, VARIANT* value)
 {
     return returns(value, [&] {
-        const auto session = Session::latest();
-        if (!session)
+        const auto store = Store::latest();
+        if (!store)
             return Variant::valueOf(defaultValue);
         const auto stored = traced(
-            session->trace(), line(L"Registry.GetValue", view(key)), [&] { return setting(*session, view(key)); },
+            store->trace(), line(L"Registry.GetValue", view(key)), [&] { return setting(*store, view(key)); },
             shownResult);
         return stored ? Variant(Bstr(*stored)) : Variant::valueOf(defaultValue);
     });

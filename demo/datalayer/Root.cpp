@@ -8,14 +8,14 @@ namespace korvane::store
 STDMETHODIMP Root::get_Groups(IGroups** collection)
 {
     return returns(collection, [&] {
-        session_->trace().add(L"Root.Groups");
+        store_->trace().add(L"Root.Groups");
         return ComPtr<IGroups>(groups_.get());
     });
 }
 
 STDMETHODIMP Root::OpenScope(long flags, BSTR source, IScope** scope)
 {
-    return returns(scope, [&] { return ComPtr<IScope>(make<Scope>(session_, flags, view(source)).get()); });
+    return returns(scope, [&] { return ComPtr<IScope>(make<Scope>(store_, flags, view(source)).get()); });
 }
 
 } // namespace korvane::store

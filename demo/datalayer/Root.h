@@ -2,7 +2,7 @@
 #pragma once
 
 #include "demo/datalayer/Groups.h"
-#include "demo/datalayer/Session.h"
+#include "demo/datalayer/Store.h"
 #include "framework/com/Object.h"
 
 #include <KorvaneData.h>
@@ -13,7 +13,8 @@ namespace korvane::store
 class Root final : public Object<Root, Inherits<IRoot>, IRoot>
 {
 public:
-    explicit Root(std::shared_ptr<Session> session) : session_(std::move(session)), groups_(make<store::Groups>(session_))
+    explicit Root(std::shared_ptr<Store> store)
+        : store_(std::move(store)), groups_(make<store::Groups>(store_))
     {
     }
 
@@ -21,7 +22,7 @@ public:
     STDMETHODIMP OpenScope(long flags, BSTR source, IScope** scope) override;
 
 private:
-    std::shared_ptr<Session> session_;
+    std::shared_ptr<Store> store_;
     // One for all, so that subscribers hear of changes whichever reference they are made through.
     ComPtr<store::Groups> groups_;
 };

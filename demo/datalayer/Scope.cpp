@@ -5,20 +5,20 @@
 namespace korvane::store
 {
 
-Scope::Scope(std::shared_ptr<Session> session, long flags, std::wstring_view source)
-    : session_(std::move(session)), source_(source)
+Scope::Scope(std::shared_ptr<Store> store, long flags, std::wstring_view source)
+    : store_(std::move(store)), source_(source)
 {
-    session_->trace().add(line(L"Root.OpenScope", flags, source_));
-    reading_.emplace(session_->connection());
-    session_->trace().indent();
+    store_->trace().add(line(L"Root.OpenScope", flags, source_));
+    reading_.emplace(store_->connection());
+    store_->trace().indent();
 }
 
 Scope::~Scope()
 {
     if (!reading_)
         return;
-    session_->trace().outdent();
-    attempt([&] { session_->trace().add(L"The scope " + shown(source_) + L" was left without Close"); });
+    store_->trace().outdent();
+    attempt([&] { store_->trace().add(L"The scope " + shown(source_) + L" was left without Close"); });
 }
 
 STDMETHODIMP Scope::Close(long flags, long reason)
@@ -27,8 +27,8 @@ STDMETHODIMP Scope::Close(long flags, long reason)
         if (!reading_)
             throw error(Code::scopeClosed, L"Scope", source_);
         reading_.reset();
-        session_->trace().outdent();
-        session_->trace().add(line(L"Scope.Close", flags, reason));
+        store_->trace().outdent();
+        store_->trace().add(line(L"Scope.Close", flags, reason));
     });
 }
 

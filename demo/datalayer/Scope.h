@@ -1,7 +1,7 @@
 // A step of reading.
 #pragma once
 
-#include "demo/datalayer/Session.h"
+#include "demo/datalayer/Store.h"
 #include "framework/com/Object.h"
 
 #include <KorvaneData.h>
@@ -16,13 +16,15 @@ namespace korvane::store
 class Scope final : public Object<Scope, Inherits<IScope>, IScope>
 {
 public:
-    Scope(std::shared_ptr<Session> session, long flags, std::wstring_view source);
+    Scope(std::shared_ptr<Store> store, long flags, std::wstring_view source);
+    Scope(const Scope&) = delete;
+    Scope& operator=(const Scope&) = delete;
     ~Scope();
 
     STDMETHODIMP Close(long flags, long reason) override;
 
 private:
-    std::shared_ptr<Session> session_;
+    std::shared_ptr<Store> store_;
     std::wstring source_;
     std::optional<Reading> reading_; ///< empty once the scope is closed
 };

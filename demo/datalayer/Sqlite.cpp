@@ -19,8 +19,8 @@ std::string utf8(std::wstring_view text)
     std::string result(static_cast<std::size_t>(
                            WideCharToMultiByte(CP_UTF8, 0, text.data(), size, nullptr, 0, nullptr, nullptr)),
                        '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), size, result.data(), static_cast<int>(result.size()), nullptr,
-                        nullptr);
+    WideCharToMultiByte(CP_UTF8, 0, text.data(), size, result.data(), static_cast<int>(result.size()),
+                        nullptr, nullptr);
     return result;
 }
 
@@ -75,8 +75,9 @@ void check(sqlite3_stmt* statement, int result)
 Connection::Connection(const std::wstring& path, long lockTimeout)
 {
     sqlite3* opened = nullptr;
-    const int result = sqlite3_open_v2(utf8(path).c_str(), &opened,
-                                       SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_EXRESCODE, nullptr);
+    const int result =
+        sqlite3_open_v2(utf8(path).c_str(), &opened,
+                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_EXRESCODE, nullptr);
     handle_.reset(opened); // there is one even when opening failed
     if ((result & 0xff) == SQLITE_CANTOPEN)
         throw error(Code::cannotOpen, L"Database", path);
@@ -145,8 +146,9 @@ void Statement::bind(int index, long number)
 void Statement::bind(int index, std::wstring_view text)
 {
     const wchar_t* characters = text.empty() ? L"" : text.data(); // null would be no text at all
-    check(handle_.get(), sqlite3_bind_text16(handle_.get(), index, characters,
-                                             static_cast<int>(text.size() * sizeof(wchar_t)), SQLITE_TRANSIENT));
+    check(handle_.get(),
+          sqlite3_bind_text16(handle_.get(), index, characters,
+                              static_cast<int>(text.size() * sizeof(wchar_t)), SQLITE_TRANSIENT));
 }
 
 Reading::Reading(Connection& connection) : connection_(connection)

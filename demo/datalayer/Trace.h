@@ -36,9 +36,18 @@ private:
 };
 
 // How values are written.
-inline std::wstring shown(long number) { return std::to_wstring(number); }
-inline std::wstring shown(bool flag) { return flag ? L"True" : L"False"; }
-inline std::wstring shown(std::wstring_view text) { return L'"' + std::wstring(text) + L'"'; }
+inline std::wstring shown(long number)
+{
+    return std::to_wstring(number);
+}
+inline std::wstring shown(bool flag)
+{
+    return flag ? L"True" : L"False";
+}
+inline std::wstring shown(std::wstring_view text)
+{
+    return L'"' + std::wstring(text) + L'"';
+}
 std::wstring shown(const wchar_t* text) = delete; // it would count as a bool
 
 /// A call or event with its arguments, for example: Groups.Update 4, "Staff", 3
@@ -56,7 +65,10 @@ std::wstring shown(const Failure& failure);
 class TracedCall
 {
 public:
-    TracedCall(Trace& trace, std::wstring call) : trace_(trace), number_(trace.add(std::move(call))) { trace.indent(); }
+    TracedCall(Trace& trace, std::wstring call) : trace_(trace), number_(trace.add(std::move(call)))
+    {
+        trace.indent();
+    }
     TracedCall(const TracedCall&) = delete;
     TracedCall& operator=(const TracedCall&) = delete;
     ~TracedCall() { trace_.outdent(); }

@@ -21,7 +21,8 @@ constexpr DWORD extendedStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
 CommandDialog::CommandDialog(HWND owner, ComPtr<IResources> resources)
     : owner_(owner), resources_(std::move(resources))
 {
-    create({className, L"", style, extendedStyle, reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1)}, owner, nullptr, {});
+    create({className, L"", style, extendedStyle, reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1)}, owner,
+           nullptr, {});
     EnableWindow(owner_, FALSE);
 
     site_ = make<ControlSite>(handle());
@@ -94,7 +95,8 @@ LRESULT CommandDialog::receive(UINT message, WPARAM first, LPARAM second)
 bool CommandDialog::execute(IAppCommand& command)
 {
     VARIANT_BOOL ignored = VARIANT_FALSE; // most commands give False also after a write
-    const auto failure = attempt([&] { call(ComPtr<IAppCommand>(&command), &IAppCommand::Execute, &ignored); });
+    const auto failure =
+        attempt([&] { call(ComPtr<IAppCommand>(&command), &IAppCommand::Execute, &ignored); });
     if (notifier_)
         notifier_->OnExecuted(&command, failure ? VARIANT_FALSE : VARIANT_TRUE);
     if (failure)

@@ -11,13 +11,14 @@ namespace korvane::host
 
 struct CommandEntry
 {
-    const wchar_t* menu;     ///< the menu that it stands in
-    const wchar_t* caption;  ///< its text there
-    ACCEL key;               ///< modifiers and virtual key; 0 for none
-    const wchar_t* keyName;  ///< as the menu shows the key
-    const wchar_t* progId;   ///< class of the command
-    long operation;          ///< operation code
-    const wchar_t* subject;  ///< operand that takes the id of what is selected, and tells afterwards what to select
+    const wchar_t* menu;    ///< the menu that it stands in
+    const wchar_t* caption; ///< its text there
+    ACCEL key;              ///< modifiers and virtual key; 0 for none
+    const wchar_t* keyName; ///< as the menu shows the key
+    const wchar_t* progId;  ///< class of the command
+    long operation;         ///< operation code
+    const wchar_t*
+        subject; ///< operand that takes the id of what is selected, and tells afterwards what to select
 };
 
 std::span<const CommandEntry> commandTable() noexcept;

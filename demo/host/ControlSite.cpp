@@ -32,8 +32,8 @@ void ControlSite::host(const ComPtr<IUnknown>& control)
     if (const auto persistence = control_.as<IPersistStreamInit>())
         call(persistence, &IPersistStreamInit::InitNew);
     const RECT place = rectangle(extent());
-    call(control_, &IOleObject::DoVerb, static_cast<LONG>(OLEIVERB_SHOW), nullptr, static_cast<IOleClientSite*>(this),
-         0L, window_, &place);
+    call(control_, &IOleObject::DoVerb, static_cast<LONG>(OLEIVERB_SHOW), nullptr,
+         static_cast<IOleClientSite*>(this), 0L, window_, &place);
 }
 
 void ControlSite::close() noexcept
@@ -96,7 +96,8 @@ STDMETHODIMP ControlSite::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCI
     return known ? S_OK : DISP_E_UNKNOWNNAME;
 }
 
-STDMETHODIMP ControlSite::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*)
+STDMETHODIMP ControlSite::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
+                                 UINT*)
 {
     if (id != DISPID_AMBIENT_FONT || !font || !result)
         return DISP_E_MEMBERNOTFOUND;
@@ -170,8 +171,8 @@ STDMETHODIMP ControlSite::OnInPlaceActivate()
     return S_OK;
 }
 
-STDMETHODIMP ControlSite::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, LPRECT place,
-                                           LPRECT clip, LPOLEINPLACEFRAMEINFO information)
+STDMETHODIMP ControlSite::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document,
+                                           LPRECT place, LPRECT clip, LPOLEINPLACEFRAMEINFO information)
 {
     if (!frame || !document || !place || !clip || !information)
         return E_POINTER;
@@ -264,7 +265,8 @@ ComPtr<IFontDisp> makeMessageFont()
     const HDC screen = GetDC(nullptr);
     const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
     ReleaseDC(nullptr, screen);
-    return makeFont(metrics.lfMessageFont.lfFaceName, MulDiv(std::abs(metrics.lfMessageFont.lfHeight), 72, dpi));
+    return makeFont(metrics.lfMessageFont.lfFaceName,
+                    MulDiv(std::abs(metrics.lfMessageFont.lfHeight), 72, dpi));
 }
 
 } // namespace korvane::host

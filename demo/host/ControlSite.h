@@ -13,8 +13,8 @@ namespace korvane::host
 
 class ControlSite final
     : public Object<ControlSite,
-                    Inherits<IAppDialogSink, IAppCommandSite, IOleClientSite, IOleInPlaceSite, IOleInPlaceFrame,
-                             IOleControlSite, IOleContainer>,
+                    Inherits<IAppDialogSink, IAppCommandSite, IOleClientSite, IOleInPlaceSite,
+                             IOleInPlaceFrame, IOleControlSite, IOleContainer>,
                     IAppDialogSink, IAppCommandSite, IOleClientSite, IOleInPlaceSite, IOleInPlaceFrame,
                     IOleControlSite, IOleContainer>
 {
@@ -55,9 +55,10 @@ public:
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
 
     // IDispatch: the ambient properties, which are the properties of the container too.
-    STDMETHODIMP GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override;
-    STDMETHODIMP Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* arguments, VARIANT* result,
-                        EXCEPINFO* exception, UINT* badArgument) override;
+    STDMETHODIMP GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
+                               DISPID* ids) override;
+    STDMETHODIMP Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* arguments,
+                        VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override;
 
     // IAppDialogSink
     STDMETHODIMP Done(VARIANT_BOOL cancelled) override;
@@ -83,8 +84,8 @@ public:
     STDMETHODIMP CanInPlaceActivate() override { return S_OK; }
     STDMETHODIMP OnInPlaceActivate() override;
     STDMETHODIMP OnUIActivate() override { return S_OK; }
-    STDMETHODIMP GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, LPRECT place, LPRECT clip,
-                                  LPOLEINPLACEFRAMEINFO information) override;
+    STDMETHODIMP GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, LPRECT place,
+                                  LPRECT clip, LPOLEINPLACEFRAMEINFO information) override;
     STDMETHODIMP Scroll(SIZE) override { return S_FALSE; }
     STDMETHODIMP OnUIDeactivate(BOOL) override { return S_OK; }
     STDMETHODIMP OnInPlaceDeactivate() override;

@@ -47,7 +47,7 @@ GroupList::GroupList(HWND parent, UINT refreshMessage)
     if (!list_)
         throw Failure(HRESULT_FROM_WIN32(GetLastError()));
     ListView_SetExtendedListViewStyle(list_, LVS_EX_FULLROWSELECT);
-    addColumn(list_, columnName, L"Group", 300, LVCFMT_LEFT);
+    addColumn(list_, columnName, L"Group", 0, LVCFMT_LEFT);
     addColumn(list_, columnId, L"Number", 80, LVCFMT_RIGHT);
 }
 
@@ -67,6 +67,9 @@ void GroupList::follow(const ComPtr<IRoot>& root)
 void GroupList::place(const RECT& area) noexcept
 {
     MoveWindow(list_, area.left, area.top, area.right - area.left, area.bottom - area.top, TRUE);
+    const int room = static_cast<int>(area.right - area.left) - ListView_GetColumnWidth(list_, columnId) -
+                     GetSystemMetrics(SM_CXVSCROLL) - 2 * GetSystemMetrics(SM_CXEDGE);
+    ListView_SetColumnWidth(list_, columnName, std::max(room, 0));
 }
 
 long GroupList::selected() const noexcept
@@ -76,12 +79,12 @@ long GroupList::selected() const noexcept
 
 void GroupList::select(long id) noexcept
 {
-    const auto group = std::find_if(groups_.begin(), groups_.end(), [&](const Group& each) { return each.id == id; });
-    selected_ = group == groups_.end() ? 0 : id;
-    const auto index = static_cast<int>(group - groups_.begin());
+    const auto group =
+        std::find_if(groups_.begin(), groups_.end(), [&](const Group& each) { return each.id == id; });
     ListView_SetItemState(list_, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
-    if (selected_ == 0)
+    if (group == groups_.end())
         return;
+    const auto index = static_cast<int>(group - groups_.begin());
     ListView_SetItemState(list_, index, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
     ListView_EnsureVisible(list_, index, FALSE);
 }

@@ -24,7 +24,8 @@ enum Message : UINT
 } // namespace
 
 MainWindow::MainWindow(OpenDatabase& database)
-    : database_(database), resources_(createByProgId<IResources>(L"KorvaneDlg.Resources")), keys_(createKeys())
+    : database_(database), resources_(createByProgId<IResources>(L"KorvaneDlg.Resources")),
+      keys_(createKeys())
 {
     const int dpi = screenDpi();
     create({L"KorvaneHost.Main", L"Korvane", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0,
@@ -71,7 +72,8 @@ LRESULT MainWindow::receive(UINT message, WPARAM first, LPARAM second)
             SendMessageW(handle(), WM_CLOSE, 0, 0);
         return 0;
     case WM_NOTIFY:
-        if (auto& notification = *reinterpret_cast<NMHDR*>(second); content_ && notification.hwndFrom == content_->handle())
+        if (auto& notification = *reinterpret_cast<NMHDR*>(second);
+            content_ && notification.hwndFrom == content_->handle())
             return content_->notified(notification);
         return 0;
     case WM_SIZE:
@@ -111,8 +113,8 @@ void MainWindow::useIcon()
 
 void MainWindow::createStatusBar()
 {
-    status_ = CreateWindowExW(0, STATUSCLASSNAMEW, nullptr, WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0, 0,
-                              handle(), nullptr, module::instance(), nullptr);
+    status_ = CreateWindowExW(0, STATUSCLASSNAMEW, nullptr, WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0,
+                              0, handle(), nullptr, module::instance(), nullptr);
     if (!status_)
         throw Failure(HRESULT_FROM_WIN32(GetLastError()));
 }

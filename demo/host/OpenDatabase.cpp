@@ -10,15 +10,29 @@ namespace korvane::host
 std::wstring defaultDatabase()
 {
     wchar_t folder[MAX_PATH];
-    require(SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA | CSIDL_FLAG_CREATE, nullptr, SHGFP_TYPE_CURRENT, folder));
+    require(SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA | CSIDL_FLAG_CREATE, nullptr, SHGFP_TYPE_CURRENT,
+                             folder));
     const std::wstring own = std::wstring(folder) + L"\\Korvane";
     if (!CreateDirectoryW(own.c_str(), nullptr) && GetLastError() != ERROR_ALREADY_EXISTS)
         throw Failure(HRESULT_FROM_WIN32(GetLastError()));
     return own + L"\\demo.sqlite";
 }
 
-OpenDatabase::OpenDatabase(std::wstring path, std::wstring account)
-    : path_(std::move(path)), account_(std::move(account)),
+namespace
+{
+
+std::wstring fullPath(const std::wstring& path)
+{
+    wchar_t buffer[MAX_PATH];
+    const DWORD length = GetFullPathNameW(path.c_str(), ARRAYSIZE(buffer), buffer, nullptr);
+    // What cannot be completed is for the data layer to refuse.
+    return length == 0 || length >= ARRAYSIZE(buffer) ? path : std::wstring(buffer, length);
+}
+
+} // namespace
+
+OpenDatabase::OpenDatabase(const std::wstring& path, std::wstring account)
+    : path_(fullPath(path)), account_(std::move(account)),
       database_(createByProgId<IDatabase>(L"KorvaneData.Database"))
 {
     call(database_, &IDatabase::Open, Bstr(path_).get(), Bstr(account_).get(), root_.put());

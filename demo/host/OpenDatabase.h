@@ -18,7 +18,7 @@ class OpenDatabase
 public:
     /// Opens the file, which is made on first use. Throws the data layer's failure.
     /// @param account login name; empty for the built-in administrator.
-    OpenDatabase(std::wstring path, std::wstring account);
+    OpenDatabase(const std::wstring& path, std::wstring account);
 
     const ComPtr<IRoot>& root() const noexcept { return root_; }
     const std::wstring& path() const noexcept { return path_; }

@@ -28,8 +28,8 @@ void Window::create(const Design& design, HWND owner, HMENU menu, SIZE size)
     if (!RegisterClassExW(&windowClass) && GetLastError() != ERROR_CLASS_ALREADY_EXISTS)
         throw Failure(HRESULT_FROM_WIN32(GetLastError()));
 
-    CreateWindowExW(design.extendedStyle, design.className, design.title, design.style, CW_USEDEFAULT, CW_USEDEFAULT,
-                    size.cx, size.cy, owner, menu, module::instance(), this);
+    CreateWindowExW(design.extendedStyle, design.className, design.title, design.style, CW_USEDEFAULT,
+                    CW_USEDEFAULT, size.cx, size.cy, owner, menu, module::instance(), this);
     if (!handle_)
         throw Failure(HRESULT_FROM_WIN32(GetLastError()));
 }

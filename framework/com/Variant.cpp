@@ -61,12 +61,12 @@ Variant Variant::valueOf(const VARIANT& reference)
 namespace
 {
 
-Variant converted(const VARIANT& value, VARTYPE type)
+Variant converted(const VARIANT& value, VARTYPE type, USHORT flags = 0)
 {
     // The indirection is followed first: a reference to a VARIANT is not accepted by the conversion.
     const Variant direct = Variant::valueOf(value);
     Variant result;
-    require(VariantChangeTypeEx(result.put(), source(direct.get()), LOCALE_USER_DEFAULT, 0, type));
+    require(VariantChangeTypeEx(result.put(), source(direct.get()), LOCALE_USER_DEFAULT, flags, type));
     return result;
 }
 
@@ -84,6 +84,14 @@ long toLong(std::wstring_view text)
     return number;
 }
 
+std::optional<long> numberIn(std::wstring_view text)
+{
+    LONG number = 0;
+    const bool isNumber =
+        !text.empty() && SUCCEEDED(VarI4FromStr(Bstr(text).get(), LOCALE_USER_DEFAULT, 0, &number));
+    return isNumber ? std::optional<long>(number) : std::nullopt;
+}
+
 bool toBool(const VARIANT& value)
 {
     return converted(value, VT_BOOL).get().boolVal != VARIANT_FALSE;
@@ -96,7 +104,7 @@ OleDate toDate(const VARIANT& value)
 
 Bstr toText(const VARIANT& value)
 {
-    return value.vt == VT_BSTR ? Bstr(view(value.bstrVal)) : Bstr::adopt(converted(value, VT_BSTR).detach().bstrVal);
+    return value.vt == VT_BSTR ? Bstr(view(value.bstrVal)) : Bstr::adopt(converted(value, VT_BSTR, VARIANT_ALPHABOOL).detach().bstrVal);
 }
 
 ComPtr<IUnknown> toObject(const VARIANT& value)

@@ -5,6 +5,8 @@
 #include "framework/com/ComPtr.h"
 #include "framework/com/Platform.h"
 
+#include <optional>
+
 namespace korvane
 {
 
@@ -60,6 +62,8 @@ private:
 // property of objects, and throw DISP_E_TYPEMISMATCH or DISP_E_OVERFLOW for what cannot be converted.
 long toLong(const VARIANT& value);
 long toLong(std::wstring_view text);
+/// The same for a text that may well be no number.
+std::optional<long> numberIn(std::wstring_view text);
 bool toBool(const VARIANT& value);
 OleDate toDate(const VARIANT& value);
 Bstr toText(const VARIANT& value);

@@ -127,11 +127,11 @@ HWND Label::createWindow(HWND parent, int id)
 void Label::labels(const Control& control) const noexcept
 {
     // The dialog manager and the accessibility support both read the order of the windows.
-    if (window() && control.window())
-    {
-        SetWindowPos(window(), control.window(), 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-        SetWindowPos(control.window(), window(), 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    }
+    if (!window() || !control.window())
+        return;
+    const HWND before = GetWindow(control.window(), GW_HWNDPREV);
+    if (before != window())
+        SetWindowPos(window(), before ? before : HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 HWND Button::createWindow(HWND parent, int id)

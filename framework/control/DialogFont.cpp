@@ -40,12 +40,12 @@ HFONT DialogFont::handle(int dpi) const
 SIZE DialogFont::measure(const wchar_t* sample, int dpi) const
 {
     const HFONT font = handle(dpi);
-    const HDC screen = GetDC(nullptr);
+    const HDC screen = CreateCompatibleDC(nullptr);
     const HGDIOBJ former = SelectObject(screen, font);
     SIZE extent{};
     GetTextExtentPoint32W(screen, sample, static_cast<int>(std::wcslen(sample)), &extent);
     SelectObject(screen, former);
-    ReleaseDC(nullptr, screen);
+    DeleteDC(screen);
     return extent;
 }
 

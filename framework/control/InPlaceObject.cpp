@@ -152,7 +152,9 @@ void OleControl::moveWindow(const RECT& clip) noexcept
         OffsetRect(&shown, -place.left, -place.top);
         region = CreateRectRgnIndirect(&shown);
     }
-    SetWindowRgn(window(), region, TRUE); // the window owns the region
+    if (region || clipped_)
+        SetWindowRgn(window(), region, TRUE); // the window owns the region
+    clipped_ = region != nullptr;
     SetWindowPos(window(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }

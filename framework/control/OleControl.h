@@ -135,6 +135,7 @@ private:
     HRESULT activateInPlace();
     HRESULT activateUi(const MSG* message);
     void hide() noexcept;
+    void end() noexcept;
     RECT placeInContainer() const noexcept;
     void moveWindow(const RECT& clip) noexcept;
     void insistOnSize() noexcept;
@@ -160,6 +161,7 @@ private:
 
     POINT position_{}; ///< in the container's window
     bool uiActive_ = false;
+    bool clipped_ = false; ///< the container shows a part of the window only
     bool insisting_ = false;
     bool focused_ = false;
     struct DestroyAccelerators

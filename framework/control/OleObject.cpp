@@ -7,10 +7,11 @@ STDMETHODIMP OleControl::SetClientSite(IOleClientSite* site)
 {
     if (clientSite_.get() == site)
         return S_OK;
-    InPlaceDeactivate();
+    if (site)
+        InPlaceDeactivate();
+    else
+        end();
     clientSite_ = ComPtr<IOleClientSite>(site);
-    if (!site)
-        closing();
     return S_OK;
 }
 
@@ -27,11 +28,19 @@ STDMETHODIMP OleControl::SetHostNames(LPCOLESTR, LPCOLESTR)
 STDMETHODIMP OleControl::Close(DWORD)
 {
     const ComPtr<IUnknown> alive(identity());
-    InPlaceDeactivate();
+    end();
     if (advises_)
         advises_->SendOnClose();
-    closing();
     return S_OK;
+}
+
+void OleControl::end() noexcept
+{
+    // The window goes before the activation does: to keep it for another activation would be in vain.
+    UIDeactivate();
+    destroyWindow();
+    InPlaceDeactivate();
+    closing();
 }
 
 STDMETHODIMP OleControl::SetMoniker(DWORD, IMoniker*)
@@ -141,6 +150,8 @@ STDMETHODIMP OleControl::Advise(IAdviseSink* sink, DWORD* connection)
     if (!connection)
         return E_POINTER;
     *connection = 0;
+    if (!sink)
+        return E_POINTER;
     return guard([&] {
         if (!advises_)
             require(CreateOleAdviseHolder(advises_.put()));

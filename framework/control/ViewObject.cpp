@@ -16,14 +16,28 @@ STDMETHODIMP OleControl::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, H
         FillRect(context, &target, GetSysColorBrush(COLOR_BTNFACE));
         return S_OK;
     }
-    // The window draws itself in its own extent; the mapping brings it to the extent asked for.
+    // Each window draws itself in its own extent; the mapping brings it to the extent asked for. The controls are asked
+    // one by one, as not every platform passes the message on to them.
     const RECT own = placeInContainer();
     const int saved = SaveDC(context);
     SetMapMode(context, MM_ANISOTROPIC);
     SetWindowExtEx(context, own.right - own.left, own.bottom - own.top, nullptr);
     SetViewportExtEx(context, target.right - target.left, target.bottom - target.top, nullptr);
     SetViewportOrgEx(context, target.left, target.top, nullptr);
-    SendMessageW(window(), WM_PRINT, reinterpret_cast<WPARAM>(context), PRF_CLIENT | PRF_ERASEBKGND | PRF_CHILDREN);
+    const auto print = [context](HWND printed) {
+        SendMessageW(printed, WM_PRINT, reinterpret_cast<WPARAM>(context), PRF_NONCLIENT | PRF_CLIENT | PRF_ERASEBKGND);
+    };
+    print(window());
+    for (const Control* control : controls())
+    {
+        if (!control->window() || !control->shows())
+            continue;
+        const Place place = control->placeOnDialog();
+        POINT former{};
+        OffsetWindowOrgEx(context, -toPixels(place.left, dpi()), -toPixels(place.top, dpi()), &former);
+        print(control->window());
+        SetWindowOrgEx(context, former.x, former.y, nullptr);
+    }
     RestoreDC(context, saved);
     return S_OK;
 }

@@ -76,7 +76,7 @@ TEST_F(CalendarTests, AYearThatThePlatformDoesNotKnowIsItsError)
 {
     EXPECT_EQ(failureOf(10000), E_INVALIDARG);
     EXPECT_EQ(failureOf(32767), E_INVALIDARG);
-    EXPECT_EQ(failureOf(-1), E_INVALIDARG);
+    EXPECT_EQ(failureOf(-10000), E_INVALIDARG);
     EXPECT_EQ(failureOf(-32768), E_INVALIDARG);
 }
 

@@ -63,8 +63,8 @@ protected:
     }
 
     const std::wstring file = fileName();
-    const Variant type{Bstr(L"TEMPLATE")};
-    const Variant id{static_cast<long>(TEMPLATE_INFO_LABELS)};
+    const Variant templates{Bstr(L"TEMPLATE")};
+    const Variant labels{static_cast<long>(TEMPLATE_INFO_LABELS)};
     ComPtr<IResourceLibrary> resources = create<IResourceLibrary>(__uuidof(::Resources));
 };
 
@@ -72,7 +72,7 @@ protected:
 
 TEST_F(ExportTests, TheBytesOfTheResourceAreWritten)
 {
-    EXPECT_TRUE(exports(type, id));
+    EXPECT_TRUE(exports(templates, labels));
     EXPECT_EQ(contentOf(file), storedTemplate());
     EXPECT_FALSE(storedTemplate().empty());
 }
@@ -83,8 +83,8 @@ TEST_F(ExportTests, TypeAndIdAreNumbersOrNames)
     EXPECT_TRUE(exports(Variant(16L), Variant(1L)));
     EXPECT_GT(contentOf(file).size(), 100U);
     EXPECT_TRUE(exports(Variant(Bstr(L"#16")), Variant(Bstr(L"#1"))));
-    EXPECT_TRUE(exports(Variant(Bstr(L"template")), id)); // the platform does not mind case
-    EXPECT_TRUE(exports(type, Variant(Bstr(L"#1"))));
+    EXPECT_TRUE(exports(Variant(Bstr(L"template")), labels)); // the platform does not mind case
+    EXPECT_TRUE(exports(templates, Variant(Bstr(L"#1"))));
 }
 
 TEST_F(ExportTests, ArgumentsMayBeReferences)
@@ -94,7 +94,7 @@ TEST_F(ExportTests, ArgumentsMayBeReferences)
     VariantInit(&byReference);
     byReference.vt = VT_I4 | VT_BYREF;
     byReference.plVal = &number;
-    VARIANT typeValue = type.get();
+    VARIANT typeValue = templates.get();
     VARIANT variantReference;
     VariantInit(&variantReference);
     variantReference.vt = VT_VARIANT | VT_BYREF;
@@ -105,29 +105,29 @@ TEST_F(ExportTests, ArgumentsMayBeReferences)
 
 TEST_F(ExportTests, AnUnknownResourceIsFalseAndMakesNoFile)
 {
-    EXPECT_FALSE(exports(type, Variant(4711L)));
-    EXPECT_FALSE(exports(Variant(Bstr(L"NOSUCHTYPE")), id));
-    EXPECT_FALSE(exports(type, Variant(Bstr(L"NOSUCHNAME"))));
+    EXPECT_FALSE(exports(templates, Variant(4711L)));
+    EXPECT_FALSE(exports(Variant(Bstr(L"NOSUCHTYPE")), labels));
+    EXPECT_FALSE(exports(templates, Variant(Bstr(L"NOSUCHNAME"))));
     EXPECT_FALSE(fileExists());
 }
 
 TEST_F(ExportTests, AnIdThatIsNoneIsFalse)
 {
-    EXPECT_FALSE(exports(type, Variant(-1L)));
-    EXPECT_FALSE(exports(type, Variant(65536L + TEMPLATE_INFO_LABELS)));
-    EXPECT_FALSE(exports(Variant(ComPtr<IDispatch>()), id));
+    EXPECT_FALSE(exports(templates, Variant(-1L)));
+    EXPECT_FALSE(exports(templates, Variant(65536L + TEMPLATE_INFO_LABELS)));
+    EXPECT_FALSE(exports(Variant(ComPtr<IDispatch>()), labels));
     VARIANT null;
     VariantInit(&null);
     null.vt = VT_NULL;
-    EXPECT_FALSE(exports(type.get(), null, file));
-    EXPECT_FALSE(exports(null, id.get(), file));
+    EXPECT_FALSE(exports(templates.get(), null, file));
+    EXPECT_FALSE(exports(null, labels.get(), file));
     EXPECT_FALSE(fileExists());
 }
 
 TEST_F(ExportTests, AnUnknownResourceLeavesAnExistingFileAsItIs)
 {
     write(file, "kept");
-    EXPECT_FALSE(exports(type, Variant(4711L)));
+    EXPECT_FALSE(exports(templates, Variant(4711L)));
     EXPECT_EQ(contentOf(file), "kept");
 }
 
@@ -135,27 +135,25 @@ TEST_F(ExportTests, AnExistingLongerFileKeepsItsTail)
 {
     const std::string stored = storedTemplate();
     write(file, std::string(stored.size(), 'x') + "the tail");
-    EXPECT_TRUE(exports(type, id));
+    EXPECT_TRUE(exports(templates, labels));
     EXPECT_EQ(contentOf(file), stored + "the tail");
 }
 
 TEST_F(ExportTests, AnExistingShorterFileIsExtended)
 {
     write(file, "x");
-    EXPECT_TRUE(exports(type, id));
+    EXPECT_TRUE(exports(templates, labels));
     EXPECT_EQ(contentOf(file), storedTemplate());
 }
 
 TEST_F(ExportTests, AFileThatCannotBeWrittenIsFalse)
 {
-    EXPECT_FALSE(exports(type.get(), id.get(), L""));
-    EXPECT_FALSE(exports(type.get(), id.get(), file + L"\\no such folder\\file.bin"));
-    EXPECT_FALSE(exports(type.get(), id.get(), L"Q:\\no such drive\\file.bin"));
-    write(file, "kept");
-    SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_READONLY);
-    EXPECT_FALSE(exports(type, id));
-    SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_NORMAL);
-    EXPECT_EQ(contentOf(file), "kept");
+    EXPECT_FALSE(exports(templates.get(), labels.get(), L""));
+    EXPECT_FALSE(exports(templates.get(), labels.get(), file + L"\\no such folder\\file.bin"));
+    EXPECT_FALSE(exports(templates.get(), labels.get(), L"Q:\\no such drive\\file.bin"));
+    CreateDirectoryW(file.c_str(), nullptr);
+    EXPECT_FALSE(exports(templates, labels));
+    RemoveDirectoryW(file.c_str());
 }
 
 TEST_F(ExportTests, AFileInUseIsFalse)
@@ -163,7 +161,7 @@ TEST_F(ExportTests, AFileInUseIsFalse)
     write(file, "kept");
     const HANDLE used = CreateFileW(file.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     ASSERT_NE(used, INVALID_HANDLE_VALUE);
-    EXPECT_FALSE(exports(type, id));
+    EXPECT_FALSE(exports(templates, labels));
     CloseHandle(used);
     EXPECT_EQ(contentOf(file), "kept");
 }
@@ -171,13 +169,13 @@ TEST_F(ExportTests, AFileInUseIsFalse)
 TEST_F(ExportTests, AMissingFileNameIsFalse)
 {
     VARIANT_BOOL written = VARIANT_TRUE;
-    EXPECT_EQ(resources->Export(type.get(), id.get(), nullptr, &written), S_OK);
+    EXPECT_EQ(resources->Export(templates.get(), labels.get(), nullptr, &written), S_OK);
     EXPECT_EQ(written, VARIANT_FALSE);
 }
 
 TEST_F(ExportTests, TheFileIsClosedAfterwards)
 {
-    EXPECT_TRUE(exports(type, id));
+    EXPECT_TRUE(exports(templates, labels));
     EXPECT_TRUE(DeleteFileW(file.c_str()));
 }
 

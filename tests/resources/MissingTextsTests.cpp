@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cwchar>
 #include <vector>
 
 namespace korvane::test
@@ -19,21 +20,18 @@ namespace
 class ChangedCopy
 {
 public:
-    /// @param first text of id 0; without one, the block is missing altogether.
+    /// @param first text of id 0; an empty one is a missing one to the platform.
     explicit ChangedCopy(const wchar_t* first)
         : path_(folderOfTests() + L"\\KorvaneDlgTexts" + std::to_wstring(GetCurrentProcessId()) + L".dll")
     {
         EXPECT_TRUE(CopyFileW((folderOfTests() + L"\\KorvaneDlg.dll").c_str(), path_.c_str(), FALSE));
         std::vector<WORD> block;
-        if (first)
-        {
-            block.push_back(static_cast<WORD>(std::wcslen(first)));
-            block.insert(block.end(), first, first + std::wcslen(first));
-            block.insert(block.end(), 15, 0); // the other texts of the block are empty
-        }
+        block.push_back(static_cast<WORD>(std::wcslen(first)));
+        block.insert(block.end(), first, first + std::wcslen(first));
+        block.insert(block.end(), 15, 0); // the other texts of the block are empty
         const HANDLE update = BeginUpdateResourceW(path_.c_str(), FALSE);
         EXPECT_NE(update, nullptr);
-        EXPECT_TRUE(UpdateResourceW(update, RT_STRING, MAKEINTRESOURCEW(1), 1030, first ? block.data() : nullptr,
+        EXPECT_TRUE(UpdateResourceW(update, RT_STRING, MAKEINTRESOURCEW(1), 1030, block.data(),
                                     static_cast<DWORD>(block.size() * sizeof(WORD))));
         EXPECT_TRUE(EndUpdateResourceW(update, FALSE));
         module_ = LoadLibraryW(path_.c_str());
@@ -79,7 +77,7 @@ HRESULT creationWith(const wchar_t* first)
 
 TEST(MissingTextsTests, ResourcesAreNotCreatedWithoutALocale)
 {
-    EXPECT_EQ(creationWith(nullptr), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(creationWith(L""), DISP_E_TYPEMISMATCH);
 }
 
 TEST(MissingTextsTests, ResourcesAreNotCreatedWithALocaleThatIsNoNumber)

@@ -73,9 +73,9 @@ TEST_F(StringTableTests, TextsOfTheContractAreExact)
         EXPECT_EQ(text(expected.id), expected.text) << expected.id;
 }
 
-TEST_F(StringTableTests, FurtherTextsAreExact)
+TEST_F(StringTableTests, TextsOfTheLayoutsAreExact)
 {
-    for (const StringTableEntry& expected : kFurtherStrings)
+    for (const StringTableEntry& expected : kLayoutStrings)
         EXPECT_EQ(text(expected.id), expected.text) << expected.id;
 }
 

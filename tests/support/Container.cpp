@@ -119,7 +119,7 @@ void Container::close()
 
 HWND Container::dialogWindow() const
 {
-    OLE_HANDLE handle = 0;
+    long handle = 0;
     call(dialog.as<IDialogControl>(), &IDialogControl::get_hWnd, &handle);
     return reinterpret_cast<HWND>(static_cast<UINT_PTR>(static_cast<ULONG>(handle)));
 }

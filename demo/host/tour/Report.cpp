@@ -31,7 +31,8 @@ void print(std::string_view indentation, std::wstring_view line)
     const int size = static_cast<int>(line.size());
     const int converted = WideCharToMultiByte(CP_UTF8, 0, line.data(), size, nullptr, 0, nullptr, nullptr);
     bytes.resize(indentation.size() + static_cast<std::size_t>(converted));
-    WideCharToMultiByte(CP_UTF8, 0, line.data(), size, bytes.data() + indentation.size(), converted, nullptr, nullptr);
+    WideCharToMultiByte(CP_UTF8, 0, line.data(), size, bytes.data() + indentation.size(), converted, nullptr,
+                        nullptr);
     bytes += '\n';
     DWORD written = 0;
     WriteFile(output(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);

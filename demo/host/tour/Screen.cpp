@@ -99,7 +99,8 @@ HWND visibleChild(HWND parent, const wchar_t* className, const std::wstring& tex
 std::wstring textOf(HWND window)
 {
     wchar_t text[1024];
-    return {text, static_cast<std::size_t>(ask(window, WM_GETTEXT, ARRAYSIZE(text), reinterpret_cast<LPARAM>(text)))};
+    return {text, static_cast<std::size_t>(
+                      ask(window, WM_GETTEXT, ARRAYSIZE(text), reinterpret_cast<LPARAM>(text)))};
 }
 
 std::vector<std::wstring> itemsOf(HWND listBox)

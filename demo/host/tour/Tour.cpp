@@ -3,7 +3,6 @@
 #include "demo/host/tour/Picture.h"
 #include "demo/host/tour/Report.h"
 #include "demo/host/tour/Screen.h"
-#include "demo/host/tour/User.h"
 #include "framework/com/Boundary.h"
 
 #include <algorithm>
@@ -34,7 +33,8 @@ std::wstring quoted(const std::wstring& text)
 }
 
 /// A new row stands last, under a number that was not there before.
-std::vector<GroupRow> withNew(std::vector<GroupRow> rows, const std::vector<GroupRow>& now, const wchar_t* name)
+std::vector<GroupRow> withNew(std::vector<GroupRow> rows, const std::vector<GroupRow>& now,
+                              const wchar_t* name)
 {
     const long id = now.empty() ? 0 : now.back().id;
     expect(std::none_of(rows.begin(), rows.end(), [&](const GroupRow& row) { return row.id >= id; }),
@@ -45,7 +45,8 @@ std::vector<GroupRow> withNew(std::vector<GroupRow> rows, const std::vector<Grou
 
 GroupRow& rowOf(std::vector<GroupRow>& rows, const wchar_t* name)
 {
-    const auto found = std::find_if(rows.begin(), rows.end(), [&](const GroupRow& row) { return row.name == name; });
+    const auto found =
+        std::find_if(rows.begin(), rows.end(), [&](const GroupRow& row) { return row.name == name; });
     expect(found != rows.end(), L"a group " + quoted(name) + L" in the database");
     return *found;
 }
@@ -54,7 +55,7 @@ GroupRow& rowOf(std::vector<GroupRow>& rows, const wchar_t* name)
 
 Tour::Tour(MainWindow& window, std::wstring folder)
     : window_(window), main_(window.handle()), list_(window.content().handle()), folder_(std::move(folder)),
-      thread_([this] { succeeded_ = go(); })
+      user_([this] { waitUntilTaken(); }), thread_([this] { succeeded_ = go(); })
 {
 }
 
@@ -72,7 +73,8 @@ bool Tour::go()
         {L"New group: the menu's key, OK by its button", &Tour::addByShortcut},
         {L"New group: all by mouse but the name", &Tour::addByMouse},
         {L"Rename: chosen in the list by mouse, the name edited, OK by mouse", &Tour::rename},
-        {L"An error leaves the dialog open: a name that is taken, then a better one", &Tour::addWithNameThatIsTaken},
+        {L"An error leaves the dialog open: a name that is taken, then a better one",
+         &Tour::addWithNameThatIsTaken},
         {L"Cancel by Esc writes nothing", &Tour::cancel},
         {L"Tab, Shift+Tab and access keys go about in the dialog", &Tour::walkByKeyboard},
         {L"Delete: chosen in the list, confirmed by a double click", &Tour::remove},
@@ -104,7 +106,8 @@ bool Tour::take(const Step& step, int number)
     print(step1, L"in the database:");
     attempt([&] {
         for (const GroupRow& row : rows())
-            print(step2, std::to_wstring(row.id) + L"  " + row.name + L"  (flags " + std::to_wstring(row.flags) + L")");
+            print(step2, std::to_wstring(row.id) + L"  " + row.name + L"  (flags " +
+                             std::to_wstring(row.flags) + L")");
     });
     if (failure)
         print(step1, L"FAIL: " + std::wstring(failure->description().view()));
@@ -206,7 +209,8 @@ void Tour::addWithNameThatIsTaken()
     press({VK_RETURN}, L"Enter");
 
     HWND box = nullptr;
-    waitFor(L"there is an error box", [&] { return (box = visibleWindow(messageBoxClass, L"Error")) != nullptr; });
+    waitFor(L"there is an error box",
+            [&] { return (box = visibleWindow(messageBoxClass, L"Error")) != nullptr; });
     const auto texts = visibleChildren(box, L"Static");
     expect(std::any_of(texts.begin(), texts.end(),
                        [](HWND text) {
@@ -284,10 +288,10 @@ void Tour::walkByKeyboard()
     waitForFocus(name, L"the name");
     press({VK_MENU, 'E'}, L"Alt+E");
     waitForFocus(list, L"the list");
-    press({VK_END}, L"End");
-    waitForText(name, itemsOf(list).back());
     press({VK_HOME}, L"Home");
     waitForText(name, itemsOf(list).front());
+    press({VK_END}, L"End");
+    waitForText(name, itemsOf(list).back());
     press({VK_ESCAPE}, L"Esc");
     waitForEnd();
     expectRows(before);
@@ -301,13 +305,14 @@ void Tour::remove()
     const HWND open = dialog();
     const HWND list = control(open, L"ListBox");
     expect(visibleChildren(open, L"Edit").empty(), L"no name to edit");
-    const POINT item = middleOf(list, placeOfItem(list, L"Staff (part-time)"));
-    clickAt(list, item, L"\"Staff (part-time)\" in the dialog's list");
+    const RECT item = placeOfItem(list, L"Staff (part-time)");
+    clickAt(list, middleOf(list, item), L"\"Staff (part-time)\" in the dialog's list");
     waitForFocus(list, L"the list");
     picture(open, L"delete");
-    // A third click on the same place would not count as the beginning of a double click.
-    Sleep(GetDoubleClickTime());
-    clickAt(list, item, L"\"Staff (part-time)\"", 2);
+    // Elsewhere on the item: the click before must not count as the first one of the two.
+    RECT firstHalf = item;
+    firstHalf.right = (item.left + item.right) / 2;
+    doubleClickAt(list, middleOf(list, firstHalf), L"\"Staff (part-time)\"");
     waitForEnd();
 
     const GroupRow removed = rowOf(expected, L"Staff (part-time)");
@@ -329,25 +334,33 @@ void Tour::leave()
 void Tour::press(std::initializer_list<WORD> keys, const std::wstring& keyNames)
 {
     print(step1, L"press " + keyNames);
-    User::press(keys);
+    user_.press(keys);
 }
 
 void Tour::type(const std::wstring& text)
 {
     print(step1, L"type " + quoted(text));
-    User::type(text);
+    user_.type(text);
 }
 
-void Tour::clickAt(HWND window, POINT place, const std::wstring& what, int times)
+void Tour::clickAt(HWND window, POINT place, const std::wstring& what)
 {
-    print(step1, (times == 2 ? L"double click on " : L"click on ") + what);
-    User::moveTo(place);
-    waitFor(L"the mouse is there", [&] {
-        POINT now{};
-        return GetCursorPos(&now) && now.x == place.x && now.y == place.y;
-    });
-    expect(WindowFromPoint(place) == window, L"nothing in front of " + what);
-    User::click(times);
+    print(step1, L"click on " + what);
+    pointAt(window, place, what);
+    user_.click(place);
+}
+
+void Tour::doubleClickAt(HWND window, POINT place, const std::wstring& what)
+{
+    print(step1, L"double click on " + what);
+    pointAt(window, place, what);
+    user_.doubleClick(place);
+}
+
+void Tour::pointAt(HWND window, POINT place, const std::wstring& what)
+{
+    user_.moveTo(place);
+    waitFor(L"nothing is in front of " + what, [&] { return WindowFromPoint(place) == window; });
 }
 
 void Tour::clickButton(HWND dialog, const wchar_t* caption)
@@ -375,7 +388,8 @@ void Tour::chooseInMenu(int item, const std::wstring& what)
 void Tour::selectRow(const std::wstring& name)
 {
     const auto now = rows();
-    const auto found = std::find_if(now.begin(), now.end(), [&](const GroupRow& row) { return row.name == name; });
+    const auto found =
+        std::find_if(now.begin(), now.end(), [&](const GroupRow& row) { return row.name == name; });
     expect(found != now.end(), L"a group " + quoted(name));
     const auto row = static_cast<int>(found - now.begin());
     expect(itemOf(list_, row, 0) == name, quoted(name) + L" in the window's list");
@@ -388,6 +402,15 @@ void Tour::selectRow(const std::wstring& name)
 }
 
 // --- what the user then sees
+
+void Tour::waitUntilTaken()
+{
+    waitFor(L"the input is taken", [&] {
+        bool waiting = false;
+        window_.invoke([&] { waiting = (HIWORD(GetQueueStatus(QS_INPUT)) & QS_INPUT) != 0; });
+        return !waiting;
+    });
+}
 
 /// The open dialog, once it takes the keyboard.
 HWND Tour::dialog()
@@ -411,7 +434,8 @@ HWND Tour::control(HWND dialog, const wchar_t* className)
 
 void Tour::waitForText(HWND edit, const std::wstring& text)
 {
-    waitFor(L"the name is " + quoted(text), [&] { return textOf(edit) == text; });
+    if (const auto failure = attempt([&] { waitFor(L"", [&] { return textOf(edit) == text; }); }))
+        throw tourFailure(L"the name is " + quoted(textOf(edit)) + L", not " + quoted(text));
 }
 
 void Tour::waitForFocus(HWND control, const std::wstring& what)
@@ -423,8 +447,8 @@ void Tour::waitForFocus(HWND control, const std::wstring& what)
 void Tour::waitForEnd()
 {
     waitFor(L"the window has the keyboard", [&] {
-        return !visibleWindow(CommandDialog::className) && IsWindowEnabled(main_) && GetForegroundWindow() == main_ &&
-               focusIn(main_) == list_;
+        return !visibleWindow(CommandDialog::className) && IsWindowEnabled(main_) &&
+               GetForegroundWindow() == main_ && focusIn(main_) == list_;
     });
 }
 

@@ -3,6 +3,7 @@
 
 #include "demo/host/MainWindow.h"
 #include "demo/host/tour/GroupRows.h"
+#include "demo/host/tour/User.h"
 
 #include <initializer_list>
 #include <string>
@@ -49,12 +50,15 @@ private:
     // What the user does.
     void press(std::initializer_list<WORD> keys, const std::wstring& keyNames);
     void type(const std::wstring& text);
-    void clickAt(HWND window, POINT place, const std::wstring& what, int times = 1);
+    void clickAt(HWND window, POINT place, const std::wstring& what);
+    void doubleClickAt(HWND window, POINT place, const std::wstring& what);
+    void pointAt(HWND window, POINT place, const std::wstring& what);
     void clickButton(HWND dialog, const wchar_t* caption);
     void chooseInMenu(int item, const std::wstring& what);
     void selectRow(const std::wstring& name);
 
     // What the user then sees.
+    void waitUntilTaken();
     HWND dialog();
     HWND control(HWND dialog, const wchar_t* className);
     void waitForText(HWND edit, const std::wstring& text);
@@ -72,6 +76,7 @@ private:
     HWND main_;
     HWND list_;
     std::wstring folder_;
+    User user_;
     std::wstring trace_; ///< of the step so far
     bool succeeded_ = false;
     std::thread thread_;

@@ -2,7 +2,7 @@
 
 #include "framework/com/Failure.h"
 
-#include <algorithm>
+#include <iterator>
 
 namespace korvane::host
 {
@@ -50,17 +50,22 @@ INPUT characterInput(wchar_t character, bool up) noexcept
     return input;
 }
 
-INPUT mouseInput(DWORD flags, LONG x = 0, LONG y = 0) noexcept
+/// Each event brings its place along: a pointer that is on its way still cannot lead it elsewhere.
+INPUT mouseInput(POINT place, DWORD flags) noexcept
 {
+    // Devices count the screen in 65536 steps: the middle of the pixel is what rounding cannot miss.
+    const auto steps = [](LONG pixel, int extent) {
+        return static_cast<LONG>((2LL * pixel + 1) * 65536 / (2LL * extent));
+    };
     INPUT input{};
     input.type = INPUT_MOUSE;
-    input.mi.dx = x;
-    input.mi.dy = y;
-    input.mi.dwFlags = flags;
+    input.mi.dx = steps(place.x, GetSystemMetrics(SM_CXSCREEN));
+    input.mi.dy = steps(place.y, GetSystemMetrics(SM_CYSCREEN));
+    input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | flags;
     return input;
 }
 
-void send(std::vector<INPUT> inputs)
+void sendAll(std::vector<INPUT> inputs)
 {
     if (SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) != inputs.size())
         throw Failure(HRESULT_FROM_WIN32(GetLastError()));
@@ -92,40 +97,43 @@ std::vector<INPUT> keystrokesFor(std::wstring_view text)
     return inputs;
 }
 
-void User::press(std::initializer_list<WORD> keys)
+void User::press(std::initializer_list<WORD> keys) const
 {
-    std::vector<INPUT> inputs;
     for (const WORD key : keys)
-        inputs.push_back(keyInput(key, false));
+        send(keyInput(key, false));
     for (auto key = std::rbegin(keys); key != std::rend(keys); ++key)
-        inputs.push_back(keyInput(*key, true));
-    send(std::move(inputs));
+        send(keyInput(*key, true));
 }
 
-void User::type(std::wstring_view text)
+void User::type(std::wstring_view text) const
 {
-    send(keystrokesFor(text));
+    for (const INPUT& input : keystrokesFor(text))
+        send(input);
 }
 
-void User::moveTo(POINT place)
+void User::moveTo(POINT place) const
 {
-    // Devices count the screen in 65536 steps: the middle of the pixel is what rounding cannot miss.
-    const auto steps = [](LONG pixel, int extent) {
-        return static_cast<LONG>((2LL * pixel + 1) * 65536 / (2LL * extent));
-    };
-    send({mouseInput(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, steps(place.x, GetSystemMetrics(SM_CXSCREEN)),
-                     steps(place.y, GetSystemMetrics(SM_CYSCREEN)))});
+    send(mouseInput(place, 0));
 }
 
-void User::click(int times)
+void User::click(POINT place) const
 {
-    std::vector<INPUT> inputs;
-    for (int time = 0; time < times; ++time)
-    {
-        inputs.push_back(mouseInput(MOUSEEVENTF_LEFTDOWN));
-        inputs.push_back(mouseInput(MOUSEEVENTF_LEFTUP));
-    }
-    send(std::move(inputs));
+    send(mouseInput(place, MOUSEEVENTF_LEFTDOWN));
+    send(mouseInput(place, MOUSEEVENTF_LEFTUP));
+}
+
+void User::doubleClick(POINT place) const
+{
+    // At once: only so much time may pass between the clicks.
+    sendAll({mouseInput(place, MOUSEEVENTF_LEFTDOWN), mouseInput(place, MOUSEEVENTF_LEFTUP),
+             mouseInput(place, MOUSEEVENTF_LEFTDOWN), mouseInput(place, MOUSEEVENTF_LEFTUP)});
+    untilTaken_();
+}
+
+void User::send(const INPUT& input) const
+{
+    sendAll({input});
+    untilTaken_();
 }
 
 } // namespace korvane::host

@@ -3,6 +3,7 @@
 
 #include "framework/com/Platform.h"
 
+#include <functional>
 #include <initializer_list>
 #include <string_view>
 #include <vector>
@@ -16,13 +17,23 @@ std::vector<INPUT> keystrokesFor(std::wstring_view text);
 class User
 {
 public:
-    /// Presses keys together, for example VK_MENU and 'G', and releases them.
-    static void press(std::initializer_list<WORD> keys);
-    static void type(std::wstring_view text);
+    /// @param untilTaken waits until the program has taken its input. A user goes on only then: a Shift that is
+    /// released too early can leave a small letter where a capital was meant.
+    explicit User(std::function<void()> untilTaken) : untilTaken_(std::move(untilTaken)) {}
 
-    /// Moves the mouse to a place on the screen, given in pixels.
-    static void moveTo(POINT place);
-    static void click(int times = 1);
+    /// Presses keys together, for example VK_MENU and 'G', and releases them.
+    void press(std::initializer_list<WORD> keys) const;
+    void type(std::wstring_view text) const;
+
+    // At a place on the screen, in pixels.
+    void moveTo(POINT place) const;
+    void click(POINT place) const;
+    void doubleClick(POINT place) const;
+
+private:
+    void send(const INPUT& input) const;
+
+    std::function<void()> untilTaken_;
 };
 
 } // namespace korvane::host

@@ -35,7 +35,8 @@ int add(const std::wstring& file, const std::wstring& group)
     return failure ? failure->number() : S_OK;
 }
 
-int lock(const std::wstring& file, const std::wstring& sql, DWORD milliseconds, const std::wstring& readyEvent)
+int lock(const std::wstring& file, const std::wstring& sql, DWORD milliseconds,
+         const std::wstring& readyEvent)
 {
     Connection connection(file, 0);
     Statement statement(connection, std::string(sql.begin(), sql.end()).c_str());
@@ -77,7 +78,8 @@ ChildProcess::ChildProcess(const std::vector<std::wstring>& arguments)
         line += L" \"" + argument + L'"';
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
-    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process_))
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                        &process_))
         throw Failure(HRESULT_FROM_WIN32(GetLastError()));
 }
 

@@ -18,10 +18,13 @@ public:
     static ChildProcess adding(const std::wstring& file, const std::wstring& group);
 
     /// Runs SQL that takes a lock, and holds the lock for a time. Returns once the lock is taken.
-    static ChildProcess locking(const std::wstring& file, const std::wstring& sql, DWORD milliseconds = INFINITE);
+    static ChildProcess locking(const std::wstring& file, const std::wstring& sql,
+                                DWORD milliseconds = INFINITE);
 
+    ChildProcess(const ChildProcess&) = delete;
     ChildProcess(ChildProcess&& other) noexcept : process_(std::exchange(other.process_, {})) {}
     ChildProcess& operator=(const ChildProcess&) = delete;
+    ChildProcess& operator=(ChildProcess&&) = delete;
     ~ChildProcess() { kill(); }
 
     bool isRunning() const;

@@ -33,7 +33,8 @@ TEST_F(Crashes, InTheMiddleOfAWriteLeaveTheOldState)
     // A write that goes on for long and is larger than what the database keeps in memory, so that half of it
     // stands in the file when its process dies.
     sql("CREATE TABLE ballast (text TEXT);"
-        "CREATE VIEW numbers AS WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT i FROM n;"
+        "CREATE VIEW numbers AS WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT i "
+        "FROM n;"
         "INSERT INTO ballast SELECT 'before ' || hex(zeroblob(500)) FROM numbers LIMIT 8000;"
         "CREATE TRIGGER slow AFTER INSERT ON groups BEGIN"
         "  UPDATE groups SET name = name || ' halfway';"

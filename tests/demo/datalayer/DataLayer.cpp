@@ -28,7 +28,8 @@ void DataLayer::load()
 ComPtr<IClassFactory> DataLayer::factory(REFCLSID classId) const
 {
     ComPtr<IClassFactory> result;
-    require(entry<decltype(DllGetClassObject)>("DllGetClassObject")(classId, IID_IClassFactory, result.putVoid()));
+    require(entry<decltype(DllGetClassObject)>("DllGetClassObject")(classId, IID_IClassFactory,
+                                                                    result.putVoid()));
     return result;
 }
 
@@ -47,7 +48,8 @@ std::wstring DataLayer::folder()
 TemporaryFolder::TemporaryFolder()
 {
     static int count = 0;
-    const auto name = L"korvane data " + std::to_wstring(GetCurrentProcessId()) + L'-' + std::to_wstring(++count);
+    const auto name =
+        L"korvane data " + std::to_wstring(GetCurrentProcessId()) + L'-' + std::to_wstring(++count);
     const auto path = std::filesystem::temp_directory_path() / name;
     std::filesystem::create_directories(path);
     path_ = path.wstring();
@@ -160,9 +162,9 @@ testing::AssertionResult failsWith(const std::optional<Failure>& failure, Code c
     const auto number = static_cast<HRESULT>(0x80040000u + static_cast<unsigned long>(code));
     if (failure->number() == number && failure->source() == source && failure->description() == description)
         return testing::AssertionSuccess();
-    return testing::AssertionFailure() << std::hex << "0x" << static_cast<unsigned long>(failure->number()) << ", "
-                                       << narrow(failure->source().view()) << ": "
-                                       << narrow(failure->description().view());
+    return testing::AssertionFailure()
+           << std::hex << "0x" << static_cast<unsigned long>(failure->number()) << ", "
+           << narrow(failure->source().view()) << ": " << narrow(failure->description().view());
 }
 
 } // namespace korvane::store::test

@@ -117,6 +117,8 @@ protected:
     struct Apartment
     {
         Apartment() { require(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)); }
+        Apartment(const Apartment&) = delete;
+        Apartment& operator=(const Apartment&) = delete;
         ~Apartment() { CoUninitialize(); }
     };
 
@@ -133,5 +135,6 @@ testing::AssertionResult failsWith(const std::optional<Failure>& failure, Code c
 
 } // namespace korvane::store::test
 
-#define EXPECT_ERROR(statement, code, source, description)                                                            \
-    EXPECT_TRUE(::korvane::store::test::failsWith(::korvane::attempt([&] { statement; }), code, source, description))
+#define EXPECT_ERROR(statement, code, source, description)                                                   \
+    EXPECT_TRUE(::korvane::store::test::failsWith(::korvane::attempt([&] { statement; }), code, source,      \
+                                                  description))

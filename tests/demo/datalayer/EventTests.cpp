@@ -74,7 +74,8 @@ TEST_F(Events, AnnounceTheGroupsAfterEachWrite)
     const auto roomsId = std::to_wstring(add(groups, L"Rooms", 3));
     subscriber->forget();
     update(groups, staff, L"People", 7);
-    EXPECT_EQ(with({L"OnAdd " + staffId + L" People 7", L"OnAdd " + roomsId + L" Rooms 3"}), subscriber->events());
+    EXPECT_EQ(with({L"OnAdd " + staffId + L" People 7", L"OnAdd " + roomsId + L" Rooms 3"}),
+              subscriber->events());
 
     subscriber->forget();
     remove(groups, staff);
@@ -233,7 +234,9 @@ TEST_F(Events, ComeAfterTheWriteIsSafe)
     const auto groups = openGroups();
     std::vector<std::wstring> seen;
     const auto subscriber = Subscriber::subscribedTo(groups);
-    subscriber->onEvent = [&] { return seen.push_back(sqlText("SELECT max(name) FROM groups WHERE id > 3")), S_OK; };
+    subscriber->onEvent = [&] {
+        return seen.push_back(sqlText("SELECT max(name) FROM groups WHERE id > 3")), S_OK;
+    };
     add(groups, L"Staff");
     EXPECT_EQ(std::vector<std::wstring>(5, L"Staff"), seen);
 }

@@ -142,7 +142,8 @@ TEST_F(Groups, NeedANameOfTheirOwnInAnyCase)
     EXPECT_ERROR(add(groups, L"äPFEL"), Code::groupNameTaken, source, taken);
     EXPECT_ERROR(update(groups, id, L"rOOMS"), Code::groupNameTaken, source,
                  L"There is a group named \"Rooms\" already.");
-    EXPECT_ERROR(add(groups, L"system"), Code::groupNameTaken, source, L"There is a group named \"System\" already.");
+    EXPECT_ERROR(add(groups, L"system"), Code::groupNameTaken, source,
+                 L"There is a group named \"System\" already.");
     EXPECT_EQ((std::vector<std::wstring>{L"Äpfel", L"Rooms"}), names(groups));
 }
 
@@ -157,7 +158,8 @@ TEST_F(Groups, MayChangeTheCaseOfTheirOwnName)
 TEST_F(Groups, KeepBlanksAndMarksInTheirNames)
 {
     const auto groups = openGroups();
-    for (const wchar_t* name : {L" Staff ", L"Robert'); DROP TABLE groups;--", L"a#b", L"\"quoted\"", L"a;b\tc"})
+    for (const wchar_t* name :
+         {L" Staff ", L"Robert'); DROP TABLE groups;--", L"a#b", L"\"quoted\"", L"a;b\tc"})
     {
         const long id = add(groups, name);
         EXPECT_EQ((Listed{id, name, 3}), fetch(groups, id));
@@ -176,7 +178,8 @@ TEST_F(Groups, RefuseToLoseABuiltInOne)
 {
     const auto groups = openGroups();
     for (long id = 1; id <= 3; ++id)
-        EXPECT_ERROR(remove(groups, id), Code::builtInGroup, source, L"You must not delete a built-in group.");
+        EXPECT_ERROR(remove(groups, id), Code::builtInGroup, source,
+                     L"You must not delete a built-in group.");
     EXPECT_EQ(3u, load(groups).size());
 }
 
@@ -258,13 +261,13 @@ TEST_F(Groups, AnswerLateBoundCalls)
     arguments[2].vt = VT_BSTR;
     arguments[2].bstrVal = name.get();
     DISPPARAMS parameters{arguments, nullptr, 3, 0};
-    EXPECT_EQ(S_OK, groups->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr,
-                                   nullptr, nullptr));
+    EXPECT_EQ(S_OK, groups->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
+                                   nullptr, nullptr, nullptr));
     EXPECT_GT(id, 3);
 
     EXCEPINFO exception{};
-    EXPECT_EQ(DISP_E_EXCEPTION, groups->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
-                                               nullptr, &exception, nullptr));
+    EXPECT_EQ(DISP_E_EXCEPTION, groups->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
+                                               &parameters, nullptr, &exception, nullptr));
     const Bstr exceptionSource = Bstr::adopt(exception.bstrSource);
     const Bstr description = Bstr::adopt(exception.bstrDescription);
     const Bstr help = Bstr::adopt(exception.bstrHelpFile);

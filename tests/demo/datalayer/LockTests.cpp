@@ -29,7 +29,8 @@ class WriteProtection
 {
 public:
     explicit WriteProtection(const std::wstring& file)
-        : handle_(CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr))
+        : handle_(
+              CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr))
     {
         EXPECT_NE(INVALID_HANDLE_VALUE, handle_);
     }

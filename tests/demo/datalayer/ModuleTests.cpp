@@ -103,8 +103,8 @@ TEST_F(Module, CanBeUnloadedAndLoadedAgain)
 TEST_F(Module, KnowsNoOtherClasses)
 {
     auto* factory = reinterpret_cast<void*>(0xdeadbeef);
-    EXPECT_EQ(CLASS_E_CLASSNOTAVAILABLE,
-              layer.entry<decltype(DllGetClassObject)>("DllGetClassObject")(IID_IUnknown, IID_IClassFactory, &factory));
+    EXPECT_EQ(CLASS_E_CLASSNOTAVAILABLE, layer.entry<decltype(DllGetClassObject)>("DllGetClassObject")(
+                                             IID_IUnknown, IID_IClassFactory, &factory));
     EXPECT_EQ(nullptr, factory);
 }
 
@@ -122,14 +122,16 @@ TEST_F(Module, ObjectsKeepTheirIdentity)
     const auto groups = groupsOf(root);
     ComPtr<IScope> scope;
     require(root->OpenScope(0, Bstr(L"test").get(), scope.put()));
-    expectIdentity(database.as<IUnknown>(), {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IDatabase});
+    expectIdentity(database.as<IUnknown>(),
+                   {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IDatabase});
     expectIdentity(root.as<IUnknown>(), {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IRoot});
     expectIdentity(scope.as<IUnknown>(), {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IScope});
-    expectIdentity(groups.as<IUnknown>(),
-                   {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IGroups, IID_IConnectionPointContainer});
+    expectIdentity(groups.as<IUnknown>(), {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IGroups,
+                                           IID_IConnectionPointContainer});
     expectIdentity(layer.makeRegistry().as<IUnknown>(),
                    {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IRegistry});
-    expectIdentity(eventsOf(groups).as<IUnknown>(), {IID_IUnknown, IID_ISupportErrorInfo, IID_IConnectionPoint});
+    expectIdentity(eventsOf(groups).as<IUnknown>(),
+                   {IID_IUnknown, IID_ISupportErrorInfo, IID_IConnectionPoint});
     require(scope->Close(0, 0));
 }
 

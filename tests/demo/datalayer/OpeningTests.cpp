@@ -60,7 +60,8 @@ TEST_F(Opening, TakesARelativePath)
 
 TEST_F(Opening, RefusesAnEmptyPath)
 {
-    EXPECT_ERROR(openFile(L""), Code::cannotOpen, L"KorvaneData.Database", L"The database file cannot be opened: ");
+    EXPECT_ERROR(openFile(L""), Code::cannotOpen, L"KorvaneData.Database",
+                 L"The database file cannot be opened: ");
 }
 
 TEST_F(Opening, RefusesAFolderThatDoesNotExist)
@@ -73,7 +74,8 @@ TEST_F(Opening, RefusesAFolderThatDoesNotExist)
 TEST_F(Opening, RefusesAFileThatIsNoDatabase)
 {
     std::ofstream(std::filesystem::path(file)) << std::string(5000, 'x');
-    EXPECT_ERROR(open(), Code::damaged, L"KorvaneData.Database", L"The database file is damaged, or is no database.");
+    EXPECT_ERROR(open(), Code::damaged, L"KorvaneData.Database",
+                 L"The database file is damaged, or is no database.");
     EXPECT_EQ(5000u, std::filesystem::file_size(file));
 }
 
@@ -95,7 +97,8 @@ TEST_F(Opening, RefusesTheDatabaseOfANewerVersion)
 
 TEST_F(Opening, RefusesAnUnknownAccount)
 {
-    EXPECT_ERROR(open(L"nobody"), Code::unknownAccount, L"KorvaneData.Database", L"Unknown username - cannot login.");
+    EXPECT_ERROR(open(L"nobody"), Code::unknownAccount, L"KorvaneData.Database",
+                 L"Unknown username - cannot login.");
 }
 
 TEST_F(Opening, TakesALoginInAnyCase)

@@ -83,14 +83,18 @@ private:
 class Registration : public DataLayerTest
 {
 protected:
-    HRESULT change(const char* entryPoint) const { return layer.entry<decltype(DllRegisterServer)>(entryPoint)(); }
+    HRESULT change(const char* entryPoint) const
+    {
+        return layer.entry<decltype(DllRegisterServer)>(entryPoint)();
+    }
 
     template <class Interface> ComPtr<Interface> createByName(const wchar_t* progId) const
     {
         CLSID classId{};
         require(CLSIDFromProgID(progId, &classId));
         ComPtr<Interface> object;
-        require(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, __uuidof(Interface), object.putVoid()));
+        require(
+            CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, __uuidof(Interface), object.putVoid()));
         return object;
     }
 };
@@ -108,7 +112,8 @@ TEST_F(Registration, ComesAndGoes)
     for (const std::wstring& classId : {databaseClass, settingsClass})
     {
         const std::wstring server = L"CLSID\\" + classId + L"\\InprocServer32";
-        EXPECT_TRUE(std::filesystem::equivalent(DataLayer::folder() + L"\\KorvaneData.dll", registry.value(server)));
+        EXPECT_TRUE(
+            std::filesystem::equivalent(DataLayer::folder() + L"\\KorvaneData.dll", registry.value(server)));
         EXPECT_EQ(L"Apartment", registry.value(server, L"ThreadingModel"));
         EXPECT_EQ(L"{147A019E-CB03-4F4F-8554-DE1FE8DA1B67}",
                   registry.value(L"CLSID\\" + classId + L"\\TypeLib"));

@@ -80,7 +80,8 @@ TEST_F(Rights, AreNotToldAnythingElseWithoutThem)
 {
     // Neither that the name is missing nor that the group is unknown, built in or the last one.
     const auto groups = openGroups(L"employee");
-    EXPECT_ERROR(add(groups, L""), Code::mayNotAddGroups, source, L"You are not authorized to add new groups.");
+    EXPECT_ERROR(add(groups, L""), Code::mayNotAddGroups, source,
+                 L"You are not authorized to add new groups.");
     for (const long id : {1L, 4711L})
     {
         EXPECT_ERROR(update(groups, id, L""), Code::mayNotChangeGroup, source,
@@ -92,7 +93,8 @@ TEST_F(Rights, AreNotToldAnythingElseWithoutThem)
 
 TEST_F(Rights, CanBeGivenForOneGroup)
 {
-    sql(("INSERT INTO role_groups (role, group_id, may_change) VALUES (2, " + std::to_string(staff) + ", 1)").c_str());
+    sql(("INSERT INTO role_groups (role, group_id, may_change) VALUES (2, " + std::to_string(staff) + ", 1)")
+            .c_str());
     const auto groups = openGroups(L"employee");
     EXPECT_TRUE(hasAccess(groups, 3, staff));
     EXPECT_FALSE(hasAccess(groups, 2, staff));
@@ -105,7 +107,8 @@ TEST_F(Rights, CanBeGivenForOneGroup)
 
 TEST_F(Rights, ToAGroupGoWithTheGroup)
 {
-    sql(("INSERT INTO role_groups (role, group_id, may_delete) VALUES (2, " + std::to_string(staff) + ", 1)").c_str());
+    sql(("INSERT INTO role_groups (role, group_id, may_delete) VALUES (2, " + std::to_string(staff) + ", 1)")
+            .c_str());
     remove(openGroups(L"employee"), staff);
     EXPECT_EQ(L"0", sqlText("SELECT count(*) FROM role_groups"));
 }

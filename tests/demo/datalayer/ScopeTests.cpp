@@ -32,7 +32,10 @@ protected:
 
     static void close(const ComPtr<IScope>& scope) { call(scope, &IScope::Close, 0L, 0L); }
 
-    bool canOthersWrite() const { return !attempt([&] { sql("UPDATE groups SET flags = flags + 1"); }); }
+    bool canOthersWrite() const
+    {
+        return !attempt([&] { sql("UPDATE groups SET flags = flags + 1"); });
+    }
 
     ComPtr<IRoot> root = open();
     ComPtr<IGroups> groups = groupsOf(root);

@@ -1,5 +1,8 @@
 #include "tests/demo/datalayer/DataLayer.h"
 
+#include <future>
+#include <thread>
+
 using namespace korvane;
 using namespace korvane::store;
 using namespace korvane::store::test;
@@ -75,6 +78,23 @@ TEST_F(Settings, ComeFromTheDatabaseOpenedLastThatIsStillOpen)
         EXPECT_EQ(folder.path(), text(L"SharedFolder"));
     }
     EXPECT_EQ(L"first", text(L"SharedFolder"));
+}
+
+TEST_F(Settings, AreNotThoseOfAnotherApartment)
+{
+    std::promise<void> opened;
+    std::promise<void> asked;
+    std::thread other([&] {
+        const Apartment own;
+        ComPtr<IRoot> root;
+        call(layer.makeDatabase(), &IDatabase::Open, Bstr(file).get(), BSTR(nullptr), root.put());
+        opened.set_value();
+        asked.get_future().wait();
+    });
+    opened.get_future().wait();
+    EXPECT_EQ(L"otherwise", text(L"SharedFolder"));
+    asked.set_value();
+    other.join();
 }
 
 TEST_F(Settings, RefuseAMissingPlaceForTheResult)

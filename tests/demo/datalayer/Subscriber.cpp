@@ -10,7 +10,8 @@ Subscriber::Subscription Subscriber::subscribedTo(const ComPtr<IGroups>& groups)
 
 STDMETHODIMP Subscriber::QueryInterface(REFIID iid, void** object)
 {
-    const bool known = iid == IID_IUnknown || iid == IID_IDispatch || (knowsEvents && iid == DIID_IGroupsEvents);
+    const bool known =
+        iid == IID_IUnknown || iid == IID_IDispatch || (knowsEvents && iid == DIID_IGroupsEvents);
     *object = known ? this : nullptr;
     if (!known)
         return E_NOINTERFACE;
@@ -34,7 +35,7 @@ STDMETHODIMP Subscriber::Invoke(DISPID event, REFIID iid, LCID, WORD flags, DISP
     EXPECT_EQ(0u, arguments->cNamedArgs);
     if (event == 1 && arguments->cArgs == 0)
     {
-        events_.push_back(L"OnClear");
+        events_.emplace_back(L"OnClear");
         list_.clear();
         return onEvent();
     }
@@ -48,7 +49,8 @@ STDMETHODIMP Subscriber::Invoke(DISPID event, REFIID iid, LCID, WORD flags, DISP
     EXPECT_EQ(VT_BSTR, last[1].vt);
     EXPECT_EQ(VT_I4, last[0].vt);
     const Listed group{last[2].lVal, std::wstring(view(last[1].bstrVal)), last[0].lVal};
-    events_.push_back(L"OnAdd " + std::to_wstring(group.id) + L' ' + group.name + L' ' + std::to_wstring(group.flags));
+    events_.push_back(L"OnAdd " + std::to_wstring(group.id) + L' ' + group.name + L' ' +
+                      std::to_wstring(group.flags));
     list_.push_back(group);
     return onEvent();
 }

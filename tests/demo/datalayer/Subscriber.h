@@ -43,8 +43,8 @@ public:
     STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
     STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-    STDMETHODIMP Invoke(DISPID event, REFIID iid, LCID, WORD flags, DISPPARAMS* arguments, VARIANT*, EXCEPINFO*,
-                        UINT*) override;
+    STDMETHODIMP Invoke(DISPID event, REFIID iid, LCID, WORD flags, DISPPARAMS* arguments, VARIANT*,
+                        EXCEPINFO*, UINT*) override;
 
 private:
     std::vector<std::wstring> events_;
@@ -56,7 +56,10 @@ class Subscriber::Subscription
 {
 public:
     Subscription(ComPtr<IConnectionPoint> point, ComPtr<Subscriber> subscriber);
+    Subscription(const Subscription&) = delete;
     Subscription(Subscription&&) = default;
+    Subscription& operator=(const Subscription&) = delete;
+    Subscription& operator=(Subscription&&) = delete;
     ~Subscription() { end(); }
 
     void end() noexcept

@@ -32,15 +32,18 @@ TEST_F(Traces, ShowCallsWithArgumentsAndResults)
     hasAccess(groups, 3, 4);
     update(groups, 4, L"People", 9);
     remove(groups, 4);
-    EXPECT_EQ(L"Database.Open \"" + file + L"\", \"admin\"\r\n"
-              L"Root.Groups\r\n"
-              L"Groups.Add \"Staff\", 3 = " + id + L"\r\n"
-              L"Groups.Add \"Rooms\", 3 = 5\r\n"
-              L"Groups.Fetch 4711 = False\r\n"
-              L"Groups.Fetch 4 = True, \"Staff\", 3\r\n"
-              L"Groups.HasAccess 3, 4 = True\r\n"
-              L"Groups.Update 4, \"People\", 9 = 4\r\n"
-              L"Groups.Remove 4 = 0\r\n",
+    EXPECT_EQ(L"Database.Open \"" + file +
+                  L"\", \"admin\"\r\n"
+                  L"Root.Groups\r\n"
+                  L"Groups.Add \"Staff\", 3 = " +
+                  id +
+                  L"\r\n"
+                  L"Groups.Add \"Rooms\", 3 = 5\r\n"
+                  L"Groups.Fetch 4711 = False\r\n"
+                  L"Groups.Fetch 4 = True, \"Staff\", 3\r\n"
+                  L"Groups.HasAccess 3, 4 = True\r\n"
+                  L"Groups.Update 4, \"People\", 9 = 4\r\n"
+                  L"Groups.Remove 4 = 0\r\n",
               trace());
 }
 
@@ -151,6 +154,7 @@ TEST_F(Traces, BelongToTheObjectThatOpenedTheDatabase)
 TEST_F(Traces, ShowWhatCouldNotBeOpened)
 {
     EXPECT_TRUE(attempt([&] { open(L"nobody"); }));
-    EXPECT_EQ(L"Database.Open \"" + file + L"\", \"nobody\" ! 0x80040FFA Unknown username - cannot login.\r\n",
+    EXPECT_EQ(L"Database.Open \"" + file +
+                  L"\", \"nobody\" ! 0x80040FFA Unknown username - cannot login.\r\n",
               trace());
 }

@@ -1,4 +1,4 @@
-#include "demo/datalayer/Session.h"
+#include "demo/datalayer/Store.h"
 
 #include "demo/datalayer/Errors.h"
 #include "demo/datalayer/Schema.h"
@@ -17,7 +17,7 @@ constexpr long administratorAccount = 1;
 struct Opened
 {
     DWORD thread;
-    std::weak_ptr<Session> session;
+    std::weak_ptr<Store> store;
 };
 
 // Everything else belongs to one apartment; this list is shared by those that there are.
@@ -59,32 +59,32 @@ Connection connect(const std::wstring& path, long lockTimeout)
 
 } // namespace
 
-Session::Session(const std::wstring& path, std::wstring_view login, long lockTimeout, std::shared_ptr<Trace> trace)
-    : trace_(std::move(trace)),
-      folder_(folderOf(path)),
-      connection_(connect(path, lockTimeout)),
+Store::Store(const std::wstring& path, std::wstring_view login, long lockTimeout,
+             std::shared_ptr<Trace> trace)
+    : trace_(std::move(trace)), folder_(folderOf(path)), connection_(connect(path, lockTimeout)),
       account_(accountOf(connection_, login))
 {
 }
 
-std::shared_ptr<Session> Session::open(const std::wstring& path, std::wstring_view login, long lockTimeout,
-                                       std::shared_ptr<Trace> trace)
+std::shared_ptr<Store> Store::open(const std::wstring& path, std::wstring_view login, long lockTimeout,
+                                   std::shared_ptr<Trace> trace)
 {
-    auto session = std::make_shared<Session>(fullPath(path), login, lockTimeout, std::move(trace));
+    auto store = std::make_shared<Store>(fullPath(path), login, lockTimeout, std::move(trace));
     const std::lock_guard lock(openedMutex);
-    std::erase_if(opened, [](const Opened& entry) { return entry.session.expired(); });
-    opened.push_back({GetCurrentThreadId(), session});
-    return session;
+    std::erase_if(opened, [](const Opened& entry) { return entry.store.expired(); });
+    opened.push_back({GetCurrentThreadId(), store});
+    return store;
 }
 
-std::shared_ptr<Session> Session::latest()
+std::shared_ptr<Store> Store::latest()
 {
     const std::lock_guard lock(openedMutex);
-    for (auto entry = opened.rbegin(); entry != opened.rend(); ++entry)
-        if (entry->thread == GetCurrentThreadId())
-            if (auto session = entry->session.lock())
-                return session;
-    return nullptr;
+    std::shared_ptr<Store> result;
+    for (const Opened& entry : opened)
+        if (entry.thread == GetCurrentThreadId())
+            if (auto store = entry.store.lock())
+                result = std::move(store);
+    return result;
 }
 
 } // namespace korvane::store

@@ -11,22 +11,22 @@ namespace korvane::store
 {
 
 /// Lives as long as the root, or anything that the root gave out. The file is closed when it ends.
-class Session
+class Store
 {
 public:
     /// Opens a database, made on first use, for an account; an empty login is the built-in administrator.
-    static std::shared_ptr<Session> open(const std::wstring& path, std::wstring_view login, long lockTimeout,
-                                         std::shared_ptr<Trace> trace);
+    static std::shared_ptr<Store> open(const std::wstring& path, std::wstring_view login, long lockTimeout,
+                                       std::shared_ptr<Trace> trace);
 
     /// What was opened last by the calling thread and is still open; empty when nothing is.
-    static std::shared_ptr<Session> latest();
+    static std::shared_ptr<Store> latest();
 
     Connection& connection() noexcept { return connection_; }
     Trace& trace() noexcept { return *trace_; }
     long account() const noexcept { return account_; }
     const std::wstring& folder() const noexcept { return folder_; }
 
-    Session(const std::wstring& path, std::wstring_view login, long lockTimeout, std::shared_ptr<Trace> trace);
+    Store(const std::wstring& path, std::wstring_view login, long lockTimeout, std::shared_ptr<Trace> trace);
 
 private:
     std::shared_ptr<Trace> trace_;

@@ -1,0 +1,99 @@
+#!/usr/bin/env bash
+# Builds the sample host and opens it on this display. Without a display, or with --tour, it runs a tour on a
+# virtual one instead: keystrokes and mouse, each step checked, and a picture of every dialog in build/demo.
+#
+# usage: scripts/demo.sh [--tour] [--db FILE] [--user ACCOUNT]
+#   --tour           the tour also where there is a display
+#   --db FILE        the database, which is made on first use (build/demo/demo.sqlite unless given; the tour makes
+#                    a new one, build/demo/tour.sqlite, unless one is given)
+#   --user ACCOUNT   who works with it: admin (as without the option) or employee, in a new database
+
+set -euo pipefail
+
+called_from=$PWD
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+demo=$PWD/build/demo
+log=build/logs/demo.log
+tour=no
+database=
+options=()
+
+usage() {
+    sed -n '/^# usage/,/^$/s/^# \{0,1\}//p' "$0"
+}
+
+# windows_path PATH: as the programs under Wine call it.
+windows_path() {
+    local path
+    path=$(cd "$called_from" && realpath -m -- "$1")
+    printf 'Z:%s\n' "${path//\//\\}"
+}
+
+build() {
+    [[ -e build/win32/build.ninja ]] || cmake --preset win32 || return
+    cmake --build build/win32 -j 2 --target KorvaneDlg KorvaneData KorvaneHost
+}
+
+build_or_die() {
+    mkdir -p "${log%/*}"
+    build >"$log" 2>&1 && return 0
+    tail -n 40 "$log" >&2
+    echo "demo: the build failed (see $log)" >&2
+    exit 1
+}
+
+open_host() {
+    export KORVANE_DISPLAY=$DISPLAY
+    start_display
+    prepare_prefix win32 desktop
+    # Here is a window manager, other than on the displays of the tests.
+    in_prefix "$KORVANE_WINE" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d Y /f
+    "$KORVANE_WINE" build/win32/KorvaneHost.exe --db "$(windows_path "${database:-$demo/demo.sqlite}")" \
+        ${options[@]+"${options[@]}"} </dev/null
+}
+
+run_tour() {
+    rm -f "$demo"/*.png
+    start_display
+    prepare_prefix win32 demo
+    [[ -z $database ]] || options+=(--db "$(windows_path "$database")")
+    timeout 900 "$KORVANE_WINE" build/win32/KorvaneHost.exe --tour "$(windows_path "$demo")" \
+        ${options[@]+"${options[@]}"} </dev/null 2>>"$log" | tee "$demo/tour.txt"
+}
+
+while (($#)); do
+    case $1 in
+        --tour) tour=yes ;;
+        --db | --user)
+            if (($# < 2)); then
+                usage >&2
+                exit 2
+            fi
+            if [[ $1 = --db ]]; then database=$2; else options+=("$1" "$2"); fi
+            shift
+            ;;
+        --help | -h)
+            usage
+            exit 0
+            ;;
+        *)
+            usage >&2
+            exit 2
+            ;;
+    esac
+    shift
+done
+
+scripts/setup.sh
+build_or_die
+mkdir -p "$demo"
+# shellcheck source=scripts/wine-env.sh
+. scripts/wine-env.sh
+
+if [[ $tour = no && -n ${DISPLAY:-} ]]; then
+    open_host
+else
+    run_tour
+    echo "pictures: $demo"
+fi

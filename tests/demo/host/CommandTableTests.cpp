@@ -1,0 +1,86 @@
+#include "demo/host/CommandTable.h"
+
+#include <gtest/gtest.h>
+
+#include <cwctype>
+#include <set>
+#include <string_view>
+#include <tuple>
+
+namespace korvane::host
+{
+
+namespace
+{
+
+wchar_t accessKeyOf(std::wstring_view caption)
+{
+    const auto at = caption.find(L'&');
+    return at == caption.npos ? L'\0' : static_cast<wchar_t>(std::towupper(caption.at(at + 1)));
+}
+
+TEST(CommandTable, TellsEntriesByTheirId)
+{
+    for (const CommandEntry& entry : commandTable())
+        EXPECT_EQ(entryOf(idOf(entry)), &entry);
+    EXPECT_EQ(entryOf(idOf(commandTable().front()) - 1), nullptr);
+    EXPECT_EQ(entryOf(idOf(commandTable().back()) + 1), nullptr);
+    EXPECT_EQ(entryOf(0), nullptr);
+}
+
+TEST(CommandTable, KeepsTheEntriesOfAMenuTogether)
+{
+    std::set<std::wstring_view> seen;
+    std::wstring_view menu;
+    for (const CommandEntry& entry : commandTable())
+        if (entry.menu != menu)
+        {
+            menu = entry.menu;
+            EXPECT_TRUE(seen.insert(menu).second) << "a menu comes up twice";
+        }
+}
+
+TEST(CommandTable, GivesEachItemOfAMenuAnAccessKeyOfItsOwn)
+{
+    std::set<std::pair<std::wstring_view, wchar_t>> seen;
+    for (const CommandEntry& entry : commandTable())
+    {
+        EXPECT_NE(accessKeyOf(entry.menu), L'\0');
+        EXPECT_NE(accessKeyOf(entry.menu), L'F') << "the menu File has this one";
+        const wchar_t key = accessKeyOf(entry.caption);
+        EXPECT_NE(key, L'\0');
+        EXPECT_TRUE(seen.insert({entry.menu, key}).second);
+    }
+}
+
+TEST(CommandTable, GivesEachKeyToOneCommandOnly)
+{
+    std::set<std::tuple<BYTE, WORD>> seen;
+    for (const CommandEntry& entry : commandTable())
+        if (entry.key.key != 0)
+        {
+            EXPECT_TRUE(seen.insert({entry.key.fVirt, entry.key.key}).second);
+        }
+}
+
+TEST(CommandTable, NamesACommandOfTheLibraryAndItsSubject)
+{
+    for (const CommandEntry& entry : commandTable())
+    {
+        EXPECT_TRUE(std::wstring_view(entry.progId).starts_with(L"KorvaneDlg."));
+        EXPECT_NE(entry.operation, 0);
+        EXPECT_FALSE(std::wstring_view(entry.subject).empty());
+    }
+}
+
+TEST(CommandTable, ShowsTheKeyBehindTheCaption)
+{
+    CommandEntry entry = commandTable().front();
+    EXPECT_EQ(menuText(entry), L"&New...\tCtrl+N");
+    entry.key = {};
+    EXPECT_EQ(menuText(entry), L"&New...");
+}
+
+} // namespace
+
+} // namespace korvane::host

@@ -1,0 +1,54 @@
+#include "demo/host/tour/User.h"
+
+#include <gtest/gtest.h>
+
+namespace korvane::host
+{
+
+namespace
+{
+
+bool isKey(const INPUT& input, WORD key, bool up)
+{
+    return input.type == INPUT_KEYBOARD && input.ki.wVk == key &&
+           ((input.ki.dwFlags & KEYEVENTF_KEYUP) != 0) == up;
+}
+
+TEST(Keystrokes, PressAndReleaseEachKey)
+{
+    const auto inputs = keystrokesFor(L"a ");
+    ASSERT_EQ(inputs.size(), 4U);
+    EXPECT_TRUE(isKey(inputs[0], 'A', false));
+    EXPECT_TRUE(isKey(inputs[1], 'A', true));
+    EXPECT_TRUE(isKey(inputs[2], VK_SPACE, false));
+    EXPECT_TRUE(isKey(inputs[3], VK_SPACE, true));
+    EXPECT_NE(inputs[0].ki.wScan, 0);
+}
+
+TEST(Keystrokes, HoldShiftForACapital)
+{
+    const auto inputs = keystrokesFor(L"B");
+    ASSERT_EQ(inputs.size(), 4U);
+    EXPECT_TRUE(isKey(inputs[0], VK_SHIFT, false));
+    EXPECT_TRUE(isKey(inputs[1], 'B', false));
+    EXPECT_TRUE(isKey(inputs[2], 'B', true));
+    EXPECT_TRUE(isKey(inputs[3], VK_SHIFT, true));
+}
+
+TEST(Keystrokes, SendACharacterThatNoKeyGives)
+{
+    const auto inputs = keystrokesFor(L"\x0434"); // a Cyrillic letter
+    ASSERT_EQ(inputs.size(), 2U);
+    EXPECT_EQ(inputs[0].ki.wScan, 0x0434);
+    EXPECT_EQ(inputs[0].ki.dwFlags, static_cast<DWORD>(KEYEVENTF_UNICODE));
+    EXPECT_EQ(inputs[1].ki.dwFlags, static_cast<DWORD>(KEYEVENTF_UNICODE | KEYEVENTF_KEYUP));
+}
+
+TEST(Keystrokes, AreNoneForNothing)
+{
+    EXPECT_TRUE(keystrokesFor(L"").empty());
+}
+
+} // namespace
+
+} // namespace korvane::host

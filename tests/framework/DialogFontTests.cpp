@@ -1,0 +1,153 @@
+// The container's font, and the layout that follows it.
+#include "tests/framework/TestDialog.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+
+namespace korvane::test
+{
+
+namespace
+{
+
+/// Extent of the sample text in a font of the platform.
+SIZE sampleExtent(const ComPtr<IFontDisp>& fontObject)
+{
+    const auto font = fontObject.as<IFont>();
+    HFONT handle = nullptr;
+    require(font->get_hFont(&handle));
+    const HDC screen = GetDC(nullptr);
+    const HGDIOBJ former = SelectObject(screen, handle);
+    SIZE extent{};
+    GetTextExtentPoint32W(screen, L"gM", 2, &extent);
+    SelectObject(screen, former);
+    ReleaseDC(nullptr, screen);
+    return extent;
+}
+
+int heightOf(HWND control)
+{
+    LOGFONTW description{};
+    GetObjectW(reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)), sizeof description, &description);
+    return std::abs(description.lfHeight);
+}
+
+class DialogFontTests : public DialogTest
+{
+protected:
+    struct Factors
+    {
+        float x;
+        float y;
+    };
+
+    static Factors factors(const ComPtr<IFontDisp>& font)
+    {
+        const SIZE before = sampleExtent(host::makeFont(L"MS Shell Dlg", 8));
+        const SIZE after = sampleExtent(font);
+        return {static_cast<float>(after.cx) / static_cast<float>(before.cx),
+                static_cast<float>(after.cy) / static_cast<float>(before.cy)};
+    }
+
+    /// The layout is the designed one times the factors, up to a pixel of rounding.
+    void expectScaled(Factors by) const
+    {
+        const int dpi = dialog->dpi();
+        EXPECT_NEAR(size().cx, toPixels(TestDialog::designWidth * by.x, dpi), 1);
+        EXPECT_NEAR(size().cy, toPixels(TestDialog::designHeight * by.y, dpi), 1);
+        const RECT box = container.place(dialog->txtName.window());
+        EXPECT_NEAR(box.left, toPixels(1200 * by.x, dpi), 1);
+        EXPECT_NEAR(box.top, toPixels(720 * by.y, dpi), 1);
+        EXPECT_NEAR(box.right, toPixels(2700 * by.x, dpi), 1);
+        EXPECT_NEAR(box.bottom, toPixels(1035 * by.y, dpi), 1);
+        // On a frame: the frame's place and the control's own are both scaled.
+        const RECT inner = container.place(dialog->txtInner.window());
+        EXPECT_NEAR(inner.left, toPixels(2970 * by.x, dpi), 1);
+        EXPECT_NEAR(inner.top, toPixels(240 * by.y, dpi), 1);
+    }
+};
+
+} // namespace
+
+TEST_F(DialogFontTests, TheDesignedFontChangesNothing)
+{
+    ASSERT_TRUE(show());
+    expectScaled({1, 1});
+}
+
+TEST_F(DialogFontTests, ALargerFontEnlargesTheLayout)
+{
+    container.site->font = host::makeFont(L"MS Shell Dlg", 16);
+    ASSERT_TRUE(show());
+    const Factors by = factors(container.site->font);
+    EXPECT_GT(by.x, 1.5F);
+    EXPECT_GT(by.y, 1.5F);
+    expectScaled(by);
+    EXPECT_TRUE(container.extent == size());
+}
+
+TEST_F(DialogFontTests, EveryControlHasTheFont)
+{
+    container.site->font = host::makeFont(L"MS Shell Dlg", 16);
+    ASSERT_TRUE(show());
+    const int expected = MulDiv(16, dialog->dpi(), 72);
+    for (const Control* control : dialog->controls())
+    {
+        if (control->window()) // a frame has none
+        {
+            EXPECT_NEAR(heightOf(control->window()), expected, 1) << std::wstring(control->name());
+        }
+    }
+}
+
+TEST_F(DialogFontTests, AnotherFontRescalesFromTheFormerOne)
+{
+    ASSERT_TRUE(show());
+    container.site->font = host::makeFont(L"MS Shell Dlg", 16);
+    EXPECT_EQ(dialog->OnAmbientPropertyChange(DISPID_AMBIENT_FONT), S_OK);
+    expectScaled(factors(container.site->font));
+    container.site->font = host::makeFont(L"MS Shell Dlg", 8);
+    EXPECT_EQ(dialog->OnAmbientPropertyChange(DISPID_UNKNOWN), S_OK);
+    expectScaled({1, 1});
+}
+
+TEST_F(DialogFontTests, TheSameFontTwiceScalesOnce)
+{
+    container.site->font = host::makeFont(L"MS Shell Dlg", 16);
+    ASSERT_TRUE(show());
+    const SIZE first = size();
+    ASSERT_TRUE(container.ready());
+    EXPECT_TRUE(size() == first);
+}
+
+TEST_F(DialogFontTests, ANewSizeOfTheFontIsTheDesignSize)
+{
+    container.site->font = host::makeFont(L"MS Shell Dlg", 16);
+    ASSERT_TRUE(show());
+    const SIZE own = size();
+    const RECT other{0, 0, 30, 30};
+    EXPECT_EQ(dialog->SetObjectRects(&other, &other), S_OK);
+    EXPECT_TRUE(size() == own);
+}
+
+TEST_F(DialogFontTests, TheContainersFontIsNotTheDialogsOwn)
+{
+    ASSERT_TRUE(show());
+    ComPtr<IFontDisp> own;
+    EXPECT_EQ(dialog->get_Font(own.put()), S_OK);
+    ASSERT_TRUE(own);
+    EXPECT_NE(own.as<IUnknown>().get(), container.site->font.as<IUnknown>().get());
+}
+
+TEST_F(DialogFontTests, AFontMayBeSetByTheHost)
+{
+    ASSERT_TRUE(show());
+    const auto font = host::makeFont(L"MS Shell Dlg", 12);
+    EXPECT_EQ(dialog->putref_Font(font.get()), S_OK);
+    expectScaled(factors(font));
+    EXPECT_EQ(dialog->putref_Font(nullptr), E_POINTER);
+    expectScaled(factors(font));
+}
+
+} // namespace korvane::test

@@ -1,0 +1,290 @@
+// From Ready to the end: OK, Cancel, errors, and a container that does not behave.
+#include "tests/framework/Fakes.h"
+#include "tests/framework/TestDialog.h"
+
+#include <gmock/gmock.h>
+
+namespace korvane::test
+{
+
+namespace
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class DialogLifeTests : public DialogTest
+{
+protected:
+    void clickOk() { Container::click(dialog->fraCommands.cmdOk.window()); }
+    void clickCancel() { Container::click(dialog->fraCommands.cmdCancel.window()); }
+};
+
+class PlainContainerTests : public DialogTest
+{
+protected:
+    PlainContainerTests() : DialogTest({.font = false, .sink = false, .commandSite = false}) {}
+};
+
+} // namespace
+
+TEST_F(DialogLifeTests, ReadyIsTheResultOfLoading)
+{
+    dialog->onLoad = [] { return false; };
+    EXPECT_FALSE(show());
+    dialog->onLoad = [] { return true; };
+    EXPECT_TRUE(container.ready());
+    EXPECT_EQ(dialog->loads, 2);
+}
+
+TEST_F(DialogLifeTests, AFailureOfLoadingIsThatOfReady)
+{
+    dialog->onLoad = []() -> bool { throw Failure(static_cast<HRESULT>(0x80041111), L"data", L"locked"); };
+    place();
+    VARIANT_BOOL result = VARIANT_TRUE;
+    EXPECT_EQ(errorOf(container.dialog->get_Ready(&result)),
+              (ErrorInfo{static_cast<HRESULT>(0x80041111), L"data", L"locked"}));
+    EXPECT_EQ(result, VARIANT_FALSE);
+    EXPECT_THAT(container.errors, IsEmpty());
+}
+
+TEST_F(DialogLifeTests, TheFrameAnswersForEveryDialog)
+{
+    place();
+    VARIANT_BOOL changed = VARIANT_FALSE;
+    EXPECT_EQ(container.dialog->get_Changed(&changed), S_OK);
+    EXPECT_EQ(changed, VARIANT_TRUE);
+    ComPtr<IXtExecuteEvents> notifier;
+    EXPECT_EQ(container.dialog->get_Notifier(notifier.put()), S_OK);
+    EXPECT_FALSE(notifier);
+    ComPtr<IAppCommand> edited;
+    EXPECT_EQ(container.dialog->get_Command(edited.put()), S_OK);
+    EXPECT_EQ(edited.get(), command->asCommand().get());
+}
+
+TEST_F(DialogLifeTests, ACommandOfAnotherClassIsATypeMismatch)
+{
+    place();
+    const ComPtr<IDispatch> other(new NumberObject(1));
+    EXPECT_EQ(container.dialog->putref_Command(other.get()), DISP_E_TYPEMISMATCH);
+    ComPtr<IAppCommand> edited;
+    EXPECT_EQ(container.dialog->get_Command(edited.put()), S_OK);
+    EXPECT_EQ(edited.get(), command->asCommand().get());
+    EXPECT_EQ(container.dialog->putref_Command(nullptr), S_OK);
+    EXPECT_EQ(container.dialog->get_Command(edited.put()), S_OK);
+    EXPECT_FALSE(edited);
+}
+
+TEST_F(DialogLifeTests, ResourcesAreThoseOfTheThread)
+{
+    const ComPtr<IResources> own(make<HostResources>().get());
+    EXPECT_EQ(dialog->putref_Resources(own.get()), S_OK);
+    EXPECT_EQ(CurrentResources().get(), own.get());
+    ComPtr<IResources> read;
+    EXPECT_EQ(make<TestDialog>()->get_Resources(read.put()), S_OK);
+    EXPECT_EQ(read.get(), own.get());
+}
+
+TEST_F(DialogLifeTests, OkTakesTheValuesSubmitsAndEnds)
+{
+    ASSERT_TRUE(show());
+    SetWindowTextW(dialog->txtName.window(), L"Drivers");
+    clickOk();
+    EXPECT_EQ(command->name, L"Drivers");
+    EXPECT_EQ(command->executions, 1);
+    EXPECT_EQ(container.submitted, 1);
+    EXPECT_THAT(container.done, ElementsAre(false));
+    EXPECT_THAT(container.errors, IsEmpty());
+}
+
+TEST_F(DialogLifeTests, CancelEndsAndDoesNotTouchTheCommand)
+{
+    ASSERT_TRUE(show());
+    clickCancel();
+    EXPECT_EQ(dialog->taken, 0);
+    EXPECT_EQ(container.submitted, 0);
+    EXPECT_EQ(command->executions, 0);
+    EXPECT_THAT(container.done, ElementsAre(true));
+}
+
+TEST_F(DialogLifeTests, AContainerThatRefusesTheCommandEndsTheDialogAllTheSame)
+{
+    container.onSubmit = [](IAppCommand&) { return false; };
+    ASSERT_TRUE(show());
+    clickOk();
+    EXPECT_THAT(container.done, ElementsAre(false));
+}
+
+TEST_F(DialogLifeTests, AnErrorOfTakingTheValuesIsToldAndTheDialogStays)
+{
+    dialog->onTake = [] { throw Failure(static_cast<HRESULT>(0x8004564C), L"ctlTest", L"no name"); };
+    ASSERT_TRUE(show());
+    clickOk();
+    EXPECT_THAT(container.errors, ElementsAre(ErrorInfo{static_cast<HRESULT>(0x8004564C), L"ctlTest", L"no name"}));
+    EXPECT_THAT(container.done, IsEmpty());
+    EXPECT_EQ(container.submitted, 0);
+    EXPECT_FALSE(errorIsLeft());
+
+    dialog->onTake = nullptr;
+    clickOk();
+    EXPECT_THAT(container.done, ElementsAre(false));
+    EXPECT_EQ(container.errors.size(), 1U);
+}
+
+TEST_F(DialogLifeTests, AnErrorOfTheExecutionIsToldAndTheDialogStays)
+{
+    command->onExecute = [] { throw Failure(static_cast<HRESULT>(0x80042222), L"data", L"in use"); };
+    ASSERT_TRUE(show());
+    clickOk();
+    EXPECT_THAT(container.errors, ElementsAre(ErrorInfo{static_cast<HRESULT>(0x80042222), L"data", L"in use"}));
+    EXPECT_THAT(container.done, IsEmpty());
+    clickCancel();
+    EXPECT_THAT(container.done, ElementsAre(true));
+}
+
+TEST_F(DialogLifeTests, NothingIsSubmittedTwice)
+{
+    ASSERT_TRUE(show());
+    command->onExecute = [this] {
+        clickOk();
+        clickCancel();
+    };
+    clickOk();
+    EXPECT_EQ(command->executions, 1);
+    EXPECT_EQ(container.submitted, 1);
+    EXPECT_THAT(container.done, ElementsAre(false));
+    clickOk();
+    clickCancel();
+    EXPECT_EQ(container.submitted, 1);
+    EXPECT_THAT(container.done, ElementsAre(false));
+}
+
+TEST_F(DialogLifeTests, AReadiedDialogMayBeSubmittedAgain)
+{
+    ASSERT_TRUE(show());
+    clickOk();
+    ASSERT_TRUE(container.ready());
+    clickOk();
+    EXPECT_EQ(container.submitted, 2);
+    EXPECT_THAT(container.done, ElementsAre(false, false));
+}
+
+TEST_F(DialogLifeTests, AContainerMayCloseTheDialogWhenItIsDone)
+{
+    ASSERT_TRUE(show());
+    container.site->onDone = [this](bool) { container.close(); };
+    const HWND button = dialog->fraCommands.cmdCancel.window();
+    dialog.reset();
+    Container::click(button);
+    EXPECT_FALSE(IsWindow(button));
+}
+
+TEST_F(DialogLifeTests, AContainerMayCloseTheDialogWhileItExecutes)
+{
+    ASSERT_TRUE(show());
+    command->onExecute = [this] { container.close(); };
+    const HWND button = dialog->fraCommands.cmdOk.window();
+    dialog.reset();
+    Container::click(button);
+    EXPECT_FALSE(IsWindow(button));
+    EXPECT_EQ(command->executions, 1);
+}
+
+TEST_F(DialogLifeTests, ADialogMayBeReadiedBeforeItIsActive)
+{
+    container.dialog = ComPtr<IAppDialog>(dialog.get());
+    require(dialog->putref_Command(command.as<IDispatch>().get()));
+    require(dialog->SetClientSite(container.site.get()));
+    VARIANT_BOOL ready = VARIANT_FALSE;
+    EXPECT_EQ(dialog->get_Ready(&ready), S_OK);
+    EXPECT_EQ(ready, VARIANT_TRUE);
+    const HWND box = dialog->txtName.window();
+    ASSERT_NE(box, nullptr);
+    EXPECT_FALSE(IsWindowVisible(box));
+    SetWindowTextW(box, L"Drivers");
+
+    container.site->host(container.dialog.as<IUnknown>());
+    EXPECT_EQ(dialog->txtName.window(), box);
+    EXPECT_TRUE(IsWindowVisible(box));
+    EXPECT_EQ(text(dialog->txtName), L"Drivers");
+    EXPECT_TRUE(IsChild(container.window(), box));
+}
+
+TEST_F(DialogLifeTests, WhatWasTypedSurvivesDeactivation)
+{
+    ASSERT_TRUE(show());
+    SetWindowTextW(dialog->txtName.window(), L"Drivers");
+    EXPECT_EQ(dialog->InPlaceDeactivate(), S_OK);
+    EXPECT_FALSE(IsWindowVisible(dialog->txtName.window()));
+    EXPECT_EQ(dialog->txtName.Text(), L"Drivers");
+    const RECT place{0, 0, 100, 100};
+    EXPECT_EQ(dialog->DoVerb(OLEIVERB_SHOW, nullptr, container.site.get(), 0, container.window(), &place), S_OK);
+    EXPECT_TRUE(IsWindowVisible(dialog->txtName.window()));
+    EXPECT_EQ(text(dialog->txtName), L"Drivers");
+}
+
+TEST_F(DialogLifeTests, TheWindowsGoWithTheDialog)
+{
+    ASSERT_TRUE(show());
+    const HWND window = container.dialogWindow();
+    EXPECT_TRUE(IsWindow(window));
+    container.close();
+    EXPECT_FALSE(IsWindow(window));
+}
+
+TEST_F(PlainContainerTests, ADialogWorksWhereNobodyListens)
+{
+    ASSERT_TRUE(show());
+    SetWindowTextW(dialog->txtName.window(), L"Drivers");
+    Container::click(dialog->fraCommands.cmdOk.window());
+    EXPECT_EQ(command->name, L"Drivers");
+    EXPECT_EQ(command->executions, 0);
+    EXPECT_TRUE(container.ready());
+    Container::click(dialog->fraCommands.cmdCancel.window());
+    EXPECT_THAT(container.done, IsEmpty());
+}
+
+TEST_F(PlainContainerTests, WithoutAFontTheLayoutIsAsDesigned)
+{
+    ASSERT_TRUE(show());
+    EXPECT_TRUE(size() == designSize());
+}
+
+TEST_F(PlainContainerTests, OtherSizesSnapBack)
+{
+    ASSERT_TRUE(show());
+    const RECT larger{10, 20, 900, 800};
+    EXPECT_EQ(dialog->SetObjectRects(&larger, &larger), S_OK);
+    EXPECT_TRUE(size() == designSize());
+    const RECT smaller{0, 0, 20, 10};
+    EXPECT_EQ(dialog->SetObjectRects(&smaller, &smaller), S_OK);
+    EXPECT_TRUE(size() == designSize());
+    EXPECT_TRUE(container.extent == designSize());
+    SIZEL wanted{100, 100};
+    container.extent = {};
+    EXPECT_EQ(dialog->SetExtent(DVASPECT_CONTENT, &wanted), S_OK);
+    EXPECT_TRUE(size() == designSize());
+    EXPECT_TRUE(container.extent == designSize());
+    SIZEL own{};
+    EXPECT_EQ(dialog.as<IOleObject>()->GetExtent(DVASPECT_CONTENT, &own), S_OK);
+    EXPECT_EQ(own.cx, toHimetric(TestDialog::designWidth));
+    EXPECT_EQ(own.cy, toHimetric(TestDialog::designHeight));
+}
+
+TEST_F(PlainContainerTests, AStubbornContainerIsAskedOnceAndNoMore)
+{
+    int asked = 0;
+    container.site->onExtent = [&](SIZE) {
+        ASSERT_LT(++asked, 10) << "the dialog and its container do not come to an end";
+        const RECT wrong{0, 0, 50, 50};
+        dialog->SetObjectRects(&wrong, &wrong);
+    };
+    ASSERT_TRUE(show());
+    asked = 0;
+    const RECT wrong{0, 0, 50, 50};
+    EXPECT_EQ(dialog->SetObjectRects(&wrong, &wrong), S_OK);
+    EXPECT_EQ(asked, 1);
+    EXPECT_TRUE(size() == designSize());
+}
+
+} // namespace korvane::test

@@ -1,0 +1,226 @@
+// What a container stores of a dialog, and how it draws one that is not active.
+#include "tests/framework/TestDialog.h"
+
+#include <gmock/gmock.h>
+
+namespace korvane::test
+{
+
+namespace
+{
+
+ComPtr<IStream> emptyStream()
+{
+    ComPtr<IStream> stream;
+    require(CreateStreamOnHGlobal(nullptr, TRUE, stream.put()));
+    return stream;
+}
+
+void rewind(const ComPtr<IStream>& stream)
+{
+    require(stream->Seek({}, STREAM_SEEK_SET, nullptr));
+}
+
+class PropertyBag final : public Object<PropertyBag, Inherits<IPropertyBag>, IPropertyBag>
+{
+public:
+    STDMETHODIMP Read(LPCOLESTR readName, VARIANT* value, IErrorLog*) override
+    {
+        if (!written || name != readName)
+            return E_INVALIDARG;
+        return VariantCopy(value, const_cast<VARIANT*>(&stored.get()));
+    }
+    STDMETHODIMP Write(LPCOLESTR writtenName, VARIANT* value) override
+    {
+        name = writtenName;
+        stored = Variant::valueOf(*value);
+        written = true;
+        return S_OK;
+    }
+
+    bool written = false;
+    std::wstring name;
+    Variant stored;
+};
+
+/// A picture of the dialog, drawn as a container draws a control that is not active.
+class Drawing
+{
+public:
+    static constexpr COLORREF paper = RGB(255, 0, 255);
+
+    explicit Drawing(SIZE extent) : extent_(extent)
+    {
+        const HDC screen = GetDC(nullptr);
+        context = CreateCompatibleDC(screen);
+        bitmap_ = CreateCompatibleBitmap(screen, extent.cx, extent.cy);
+        ReleaseDC(nullptr, screen);
+        former_ = SelectObject(context, bitmap_);
+        const RECT all{0, 0, extent.cx, extent.cy};
+        const HBRUSH brush = CreateSolidBrush(paper);
+        FillRect(context, &all, brush);
+        DeleteObject(brush);
+    }
+    Drawing(const Drawing&) = delete;
+    Drawing& operator=(const Drawing&) = delete;
+    ~Drawing()
+    {
+        SelectObject(context, former_);
+        DeleteObject(bitmap_);
+        DeleteDC(context);
+    }
+
+    HRESULT draw(IViewObject2& object, DWORD aspect = DVASPECT_CONTENT) const
+    {
+        const RECTL bounds{0, 0, extent_.cx, extent_.cy};
+        return object.Draw(aspect, -1, nullptr, nullptr, nullptr, context, &bounds, nullptr, nullptr, 0);
+    }
+
+    COLORREF centre(const RECT& place) const
+    {
+        return GetPixel(context, (place.left + place.right) / 2, (place.top + place.bottom) / 2);
+    }
+
+    int barePixels() const
+    {
+        int bare = 0;
+        for (int y = 0; y < extent_.cy; y += 3)
+            for (int x = 0; x < extent_.cx; x += 3)
+                bare += GetPixel(context, x, y) == paper;
+        return bare;
+    }
+
+    HDC context;
+
+private:
+    SIZE extent_;
+    HBITMAP bitmap_;
+    HGDIOBJ former_;
+};
+
+class DialogStateTests : public DialogTest
+{
+protected:
+    bool enabled(const ComPtr<TestDialog>& of)
+    {
+        VARIANT_BOOL value = 0x55;
+        EXPECT_EQ(of->get_Enabled(&value), S_OK);
+        return value == VARIANT_TRUE;
+    }
+
+    ComPtr<IPersistStreamInit> stream = dialog.as<IPersistStreamInit>();
+    ComPtr<IPersistPropertyBag> bag = dialog.as<IPersistPropertyBag>();
+    ComPtr<TestDialog> other = make<TestDialog>();
+};
+
+} // namespace
+
+TEST_F(DialogStateTests, ANewDialogIsEnabledAndNotDirty)
+{
+    EXPECT_EQ(stream->InitNew(), S_OK);
+    EXPECT_TRUE(enabled(dialog));
+    EXPECT_EQ(stream->IsDirty(), S_FALSE);
+    CLSID id{};
+    EXPECT_EQ(stream->GetClassID(&id), S_OK);
+    EXPECT_EQ(id, *TestDialog::classId());
+}
+
+TEST_F(DialogStateTests, AStreamBringsTheStateBack)
+{
+    EXPECT_EQ(dialog->put_Enabled(VARIANT_FALSE), S_OK);
+    EXPECT_EQ(stream->IsDirty(), S_OK);
+    const auto stored = emptyStream();
+    EXPECT_EQ(stream->Save(stored.get(), FALSE), S_OK);
+    EXPECT_EQ(stream->IsDirty(), S_OK);
+    rewind(stored);
+    EXPECT_EQ(stream->Save(stored.get(), TRUE), S_OK);
+    EXPECT_EQ(stream->IsDirty(), S_FALSE);
+
+    STATSTG statistics{};
+    EXPECT_EQ(stored->Stat(&statistics, STATFLAG_NONAME), S_OK);
+    ULARGE_INTEGER largest{};
+    EXPECT_EQ(stream->GetSizeMax(&largest), S_OK);
+    EXPECT_LE(statistics.cbSize.QuadPart, largest.QuadPart);
+
+    rewind(stored);
+    EXPECT_EQ(other.as<IPersistStreamInit>()->Load(stored.get()), S_OK);
+    EXPECT_FALSE(enabled(other));
+    EXPECT_EQ(other.as<IPersistStreamInit>()->IsDirty(), S_FALSE);
+}
+
+TEST_F(DialogStateTests, AStreamThatHoldsSomethingElseIsRefused)
+{
+    EXPECT_TRUE(FAILED(stream->Load(emptyStream().get())));
+    const auto stored = emptyStream();
+    const DWORD unknown[] = {4711, 0};
+    require(stored->Write(unknown, sizeof unknown, nullptr));
+    rewind(stored);
+    EXPECT_TRUE(FAILED(stream->Load(stored.get())));
+    EXPECT_TRUE(enabled(dialog));
+}
+
+TEST_F(DialogStateTests, APropertyBagBringsTheStateBack)
+{
+    const auto stored = make<PropertyBag>();
+    EXPECT_EQ(dialog->put_Enabled(VARIANT_FALSE), S_OK);
+    EXPECT_EQ(bag->Save(stored.get(), TRUE, TRUE), S_OK);
+    EXPECT_EQ(stored->name, L"Enabled");
+    EXPECT_EQ(stored->stored.type(), VT_BOOL);
+    EXPECT_EQ(stream->IsDirty(), S_FALSE);
+    EXPECT_EQ(other.as<IPersistPropertyBag>()->Load(stored.get(), nullptr), S_OK);
+    EXPECT_FALSE(enabled(other));
+}
+
+TEST_F(DialogStateTests, AnEmptyPropertyBagIsADialogAsDesigned)
+{
+    EXPECT_EQ(dialog->put_Enabled(VARIANT_FALSE), S_OK);
+    EXPECT_EQ(bag->Load(make<PropertyBag>().get(), nullptr), S_OK);
+    EXPECT_TRUE(enabled(dialog));
+}
+
+TEST_F(DialogStateTests, ADisabledDialogTakesNoInput)
+{
+    ASSERT_TRUE(show());
+    EXPECT_TRUE(IsWindowEnabled(container.dialogWindow()));
+    EXPECT_EQ(dialog->put_Enabled(VARIANT_FALSE), S_OK);
+    EXPECT_FALSE(IsWindowEnabled(container.dialogWindow()));
+    EXPECT_EQ(dialog->put_Enabled(VARIANT_TRUE), S_OK);
+    EXPECT_TRUE(IsWindowEnabled(container.dialogWindow()));
+}
+
+TEST_F(DialogStateTests, ADialogDrawsItselfWhereItIsAsked)
+{
+    ASSERT_TRUE(show());
+    container.pump();
+    const Drawing drawing(size());
+    EXPECT_EQ(drawing.draw(*dialog), S_OK);
+    EXPECT_EQ(GetPixel(drawing.context, 1, 1), GetSysColor(COLOR_BTNFACE));
+    EXPECT_EQ(drawing.barePixels(), 0);
+}
+
+TEST_F(DialogStateTests, ADrawnDialogShowsItsControls)
+{
+    ASSERT_TRUE(show());
+    container.pump();
+    const Drawing drawing(size());
+    EXPECT_EQ(drawing.draw(*dialog), S_OK);
+    EXPECT_EQ(drawing.centre(container.place(dialog->txtInner.window())), GetSysColor(COLOR_WINDOW));
+    EXPECT_EQ(drawing.centre(container.place(dialog->lstInner.window())), GetSysColor(COLOR_WINDOW));
+}
+
+TEST_F(DialogStateTests, ADialogWithoutAWindowDrawsItsGround)
+{
+    const Drawing drawing({60, 60});
+    EXPECT_EQ(drawing.draw(*dialog), S_OK);
+    EXPECT_EQ(GetPixel(drawing.context, 30, 30), GetSysColor(COLOR_BTNFACE));
+    EXPECT_EQ(drawing.barePixels(), 0);
+}
+
+TEST_F(DialogStateTests, OnlyTheContentIsDrawn)
+{
+    const Drawing drawing({60, 60});
+    EXPECT_EQ(drawing.draw(*dialog, DVASPECT_ICON), DV_E_DVASPECT);
+    EXPECT_EQ(GetPixel(drawing.context, 30, 30), Drawing::paper);
+}
+
+} // namespace korvane::test

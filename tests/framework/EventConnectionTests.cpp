@@ -1,0 +1,225 @@
+#include "framework/com/EventConnection.h"
+
+#include "demo/datalayer/ConnectionPoint.h"
+#include "framework/com/Boundary.h"
+#include "tests/support/Library.h"
+
+#include <KorvaneData.h>
+
+#include <gmock/gmock.h>
+
+#include <optional>
+
+namespace korvane::test
+{
+
+namespace
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Source final : public Object<Source, Inherits<EventSource<IGroupsEvents>>, IConnectionPointContainer>
+{
+public:
+    using EventSource<IGroupsEvents>::hasSubscribers;
+
+    void clear() { raise(1); }
+    void add(long id) { raise(2, {Variant(id), Variant(Bstr(L"Drivers")), Variant(7L)}); }
+    void addIncompletely(long id) { raise(2, {Variant(id)}); }
+};
+
+class EventConnectionTests : public testing::Test
+{
+protected:
+    void connect()
+    {
+        connection->connect(static_cast<IConnectionPointContainer*>(source.get()), __uuidof(IGroupsEvents),
+                            [this](DISPID event, const EventArguments& arguments) {
+                                heard.push_back(event == 2 ? arguments.number(0) : 0);
+                                if (onEvent)
+                                    onEvent(arguments);
+                            });
+    }
+
+    HRESULT failureOf(const std::function<void()>& body)
+    {
+        const auto failure = attempt(body);
+        return failure ? failure->number() : S_OK;
+    }
+
+    ComPtr<Source> source = make<Source>();
+    std::optional<EventConnection> connection{std::in_place};
+    std::vector<long> heard;
+    std::function<void(const EventArguments&)> onEvent;
+};
+
+} // namespace
+
+TEST_F(EventConnectionTests, EventsArriveInTheirOrderWithTheirArguments)
+{
+    connect();
+    std::vector<std::wstring> texts;
+    onEvent = [&](const EventArguments& arguments) {
+        if (heard.back() != 0)
+        {
+            texts.emplace_back(arguments.text(1).view());
+            EXPECT_EQ(arguments.number(2), 7);
+        }
+    };
+    source->clear();
+    source->add(4);
+    source->add(5);
+    EXPECT_THAT(heard, ElementsAre(0, 4, 5));
+    EXPECT_THAT(texts, ElementsAre(L"Drivers", L"Drivers"));
+}
+
+TEST_F(EventConnectionTests, ADisconnectedHandlerHearsNothing)
+{
+    connect();
+    EXPECT_TRUE(source->hasSubscribers());
+    connection->disconnect();
+    EXPECT_FALSE(source->hasSubscribers());
+    source->add(4);
+    EXPECT_THAT(heard, IsEmpty());
+    connection->disconnect();
+}
+
+TEST_F(EventConnectionTests, AnotherConnectionTakesThePlaceOfTheFirst)
+{
+    connect();
+    connect();
+    source->add(4);
+    EXPECT_THAT(heard, ElementsAre(4));
+}
+
+TEST_F(EventConnectionTests, ASourceOfOtherEventsIsRefused)
+{
+    const auto point = static_cast<IConnectionPointContainer*>(source.get());
+    EXPECT_EQ(failureOf([&] { connection->connect(point, IID_IPropertyNotifySink, {}); }), CONNECT_E_NOCONNECTION);
+    EXPECT_EQ(failureOf([&] { connection->connect(nullptr, __uuidof(IGroupsEvents), {}); }), E_POINTER);
+}
+
+TEST_F(EventConnectionTests, AnObjectWithoutEventsIsRefused)
+{
+    const auto point = make<ConnectionPoint>(*static_cast<IConnectionPointContainer*>(source.get()), IID_IUnknown);
+    EXPECT_EQ(failureOf([&] { connection->connect(point.as<IUnknown>().get(), __uuidof(IGroupsEvents), {}); }),
+              CONNECT_E_NOCONNECTION);
+}
+
+TEST_F(EventConnectionTests, AHandlersFailureIsThrownByTheCallThatRaisedTheEvent)
+{
+    connect();
+    onEvent = [&](const EventArguments&) {
+        if (heard.back() == 5)
+            throw Failure(static_cast<HRESULT>(0x80041234), L"handler", L"no more");
+    };
+    const auto failure = attempt([&] {
+        connection->during([&] {
+            source->add(4);
+            source->add(5);
+            source->add(6); // not heard any more
+        });
+    });
+    ASSERT_TRUE(failure);
+    EXPECT_EQ(failure->number(), static_cast<HRESULT>(0x80041234));
+    EXPECT_EQ(failure->description(), L"no more");
+    EXPECT_THAT(heard, ElementsAre(4, 5));
+}
+
+TEST_F(EventConnectionTests, TheHandlersFailureCountsBeforeTheCalls)
+{
+    connect();
+    onEvent = [](const EventArguments&) { throw Failure(E_ACCESSDENIED); };
+    EXPECT_EQ(failureOf([&] {
+                  connection->during([&] {
+                      source->add(4);
+                      throw Failure(E_ABORT);
+                  });
+              }),
+              E_ACCESSDENIED);
+    onEvent = nullptr;
+    EXPECT_EQ(failureOf([&] { connection->during([] { throw Failure(E_ABORT); }); }), E_ABORT);
+}
+
+TEST_F(EventConnectionTests, AnEventAfterAFailedCallIsHeardAgain)
+{
+    connect();
+    onEvent = [](const EventArguments&) { throw Failure(E_FAIL); };
+    EXPECT_EQ(failureOf([&] { connection->during([&] { source->add(4); }); }), E_FAIL);
+    onEvent = nullptr;
+    source->add(5);
+    EXPECT_EQ(failureOf([&] { connection->during([&] { source->add(6); }); }), S_OK);
+    EXPECT_THAT(heard, ElementsAre(4, 5, 6));
+}
+
+TEST_F(EventConnectionTests, AStrayFailureIsTold)
+{
+    connect();
+    std::vector<HRESULT> stray;
+    connection->onStrayFailure = [&](const Failure& failure) { stray.push_back(failure.number()); };
+    onEvent = [](const EventArguments&) { throw Failure(E_FAIL); };
+    source->add(4);
+    source->add(5);
+    EXPECT_THAT(stray, ElementsAre(E_FAIL, E_FAIL));
+    EXPECT_EQ(failureOf([&] { connection->during([] {}); }), S_OK);
+}
+
+TEST_F(EventConnectionTests, AStrayFailureThatNobodyWantsIsForgotten)
+{
+    connect();
+    onEvent = [](const EventArguments&) { throw Failure(E_FAIL); };
+    source->add(4);
+    onEvent = nullptr;
+    source->add(5);
+    EXPECT_THAT(heard, ElementsAre(4, 5));
+}
+
+TEST_F(EventConnectionTests, AnEventWithoutAllItsArgumentsIsAFailure)
+{
+    connect();
+    onEvent = [](const EventArguments& arguments) { arguments.text(1); };
+    EXPECT_EQ(failureOf([&] { connection->during([&] { source->addIncompletely(4); }); }), DISP_E_BADPARAMCOUNT);
+}
+
+TEST_F(EventConnectionTests, AnEventWithAnArgumentOfAnotherTypeIsAFailure)
+{
+    connect();
+    onEvent = [](const EventArguments& arguments) { arguments.number(1); };
+    EXPECT_EQ(failureOf([&] { connection->during([&] { source->add(4); }); }), DISP_E_TYPEMISMATCH);
+}
+
+TEST_F(EventConnectionTests, AHandlerMayDisconnect)
+{
+    connect();
+    onEvent = [this](const EventArguments&) { connection->disconnect(); };
+    source->add(4);
+    source->add(5);
+    EXPECT_THAT(heard, ElementsAre(4));
+}
+
+TEST_F(EventConnectionTests, AHandlerMayEndTheConnection)
+{
+    connect();
+    onEvent = [this](const EventArguments&) { connection.reset(); };
+    source->add(4);
+    source->add(5);
+    EXPECT_THAT(heard, ElementsAre(4));
+}
+
+TEST_F(EventConnectionTests, TheSourceMayGoFirst)
+{
+    connect();
+    source.reset();
+    connection->disconnect();
+}
+
+TEST_F(EventConnectionTests, TheSourceMayOutliveTheConnection)
+{
+    connect();
+    connection.reset();
+    source->add(4);
+    EXPECT_THAT(heard, IsEmpty());
+}
+
+} // namespace korvane::test
