@@ -24,20 +24,18 @@ STDMETHODIMP OleControl::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, H
     SetWindowExtEx(context, own.right - own.left, own.bottom - own.top, nullptr);
     SetViewportExtEx(context, target.right - target.left, target.bottom - target.top, nullptr);
     SetViewportOrgEx(context, target.left, target.top, nullptr);
-    const auto print = [context](HWND printed) {
+    const auto print = [&](HWND printed, const Place& place) {
+        const int unmoved = SaveDC(context);
+        OffsetWindowOrgEx(context, -toPixels(place.left, dpi()), -toPixels(place.top, dpi()), nullptr);
+        // A themed control asks its parent for the ground, and gets that of the whole dialog.
+        IntersectClipRect(context, 0, 0, toPixels(place.width, dpi()), toPixels(place.height, dpi()));
         SendMessageW(printed, WM_PRINT, reinterpret_cast<WPARAM>(context), PRF_NONCLIENT | PRF_CLIENT | PRF_ERASEBKGND);
+        RestoreDC(context, unmoved);
     };
-    print(window());
+    print(window(), {0, 0, Width(), Height()});
     for (const Control* control : controls())
-    {
-        if (!control->window() || !control->shows())
-            continue;
-        const Place place = control->placeOnDialog();
-        POINT former{};
-        OffsetWindowOrgEx(context, -toPixels(place.left, dpi()), -toPixels(place.top, dpi()), &former);
-        print(control->window());
-        SetWindowOrgEx(context, former.x, former.y, nullptr);
-    }
+        if (control->window() && control->shows())
+            print(control->window(), control->placeOnDialog());
     RestoreDC(context, saved);
     return S_OK;
 }
