@@ -31,19 +31,43 @@ enum Operation : long
 };
 
 // A field as the host sees it, and the host's value as the field stores it.
-inline Variant operandValue(long field) { return Variant(field); }
-inline Variant operandValue(bool field) { return Variant(field); }
-inline Variant operandValue(OleDate field) { return Variant(field); }
-inline Variant operandValue(const Bstr& field) { return Variant(field); }
+inline Variant operandValue(long field)
+{
+    return Variant(field);
+}
+inline Variant operandValue(bool field)
+{
+    return Variant(field);
+}
+inline Variant operandValue(OleDate field)
+{
+    return Variant(field);
+}
+inline Variant operandValue(const Bstr& field)
+{
+    return Variant(field);
+}
 template <class Interface> Variant operandValue(const ComPtr<Interface>& field)
 {
     return Variant(ComPtr<IDispatch>(field.get()));
 }
 
-inline void storeOperand(long& field, const VARIANT& value) { field = toLong(value); }
-inline void storeOperand(bool& field, const VARIANT& value) { field = toBool(value); }
-inline void storeOperand(OleDate& field, const VARIANT& value) { field = toDate(value); }
-inline void storeOperand(Bstr& field, const VARIANT& value) { field = toText(value); }
+inline void storeOperand(long& field, const VARIANT& value)
+{
+    field = toLong(value);
+}
+inline void storeOperand(bool& field, const VARIANT& value)
+{
+    field = toBool(value);
+}
+inline void storeOperand(OleDate& field, const VARIANT& value)
+{
+    field = toDate(value);
+}
+inline void storeOperand(Bstr& field, const VARIANT& value)
+{
+    field = toText(value);
+}
 template <class Interface> void storeOperand(ComPtr<Interface>& field, const VARIANT& value)
 {
     const ComPtr<IUnknown> object = toObject(value);
@@ -137,7 +161,10 @@ public:
     /// The class id: a dialog recognises its own command class by it.
     static const GUID* privateId() noexcept { return Class::classId(); }
 
-    ComPtr<IAppCommand> asCommand() noexcept { return ComPtr<IAppCommand>(static_cast<IAppCommand*>(&self())); }
+    ComPtr<IAppCommand> asCommand() noexcept
+    {
+        return ComPtr<IAppCommand>(static_cast<IAppCommand*>(&self()));
+    }
 
     long operation = 0;
 

@@ -33,7 +33,8 @@ ComPtr<IUnknown> objectProperty(const ComPtr<IUnknown>& owner, std::wstring_view
         return nullptr;
     DISPPARAMS none{};
     Variant value;
-    properties->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, value.put(), nullptr, nullptr);
+    properties->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, value.put(), nullptr,
+                       nullptr);
     return objectIn(value);
 }
 } // namespace
@@ -282,9 +283,12 @@ void AppDialog::raiseError(const Failure& failure) noexcept
 
 CommandFrame::CommandFrame(AppDialog& dialog, const Place& place)
     : Frame(dialog, {.name = L"fraCommands", .place = place}),
-      cmdOk(*this, {.name = L"cmdOk", .place = {place.width - 2490, 120, 1125, 345}, .text = textOk, .id = IDOK}),
-      cmdCancel(*this,
-                {.name = L"cmdCancel", .place = {place.width - 1245, 120, 1125, 345}, .text = textCancel, .id = IDCANCEL})
+      cmdOk(*this,
+            {.name = L"cmdOk", .place = {place.width - 2490, 120, 1125, 345}, .text = textOk, .id = IDOK}),
+      cmdCancel(*this, {.name = L"cmdCancel",
+                        .place = {place.width - 1245, 120, 1125, 345},
+                        .text = textCancel,
+                        .id = IDCANCEL})
 {
     cmdOk.onClick = [&dialog] { dialog.ok(); };
     cmdCancel.onClick = [&dialog] { dialog.cancel(); };

@@ -41,7 +41,8 @@ STDMETHODIMP AppDialogEvents::RaiseError()
         if (!sink)
             return;
         if (const auto error = takeCurrentError())
-            call(sink, &IAppDialogSink::Error, error->number(), error->source().get(), error->description().get());
+            call(sink, &IAppDialogSink::Error, error->number(), error->source().get(),
+                 error->description().get());
     });
 }
 

@@ -23,7 +23,8 @@ void RaiseAppError(long code, std::wstring_view source, std::wstring_view descri
     const std::int64_t number = objectErrorBase + code;
     if (number < std::numeric_limits<std::int32_t>::min())
         throw Failure(DISP_E_OVERFLOW);
-    if (number != 0) // number 0 is no error, so the code that leads to it raises none: hosts rely on the return
+    if (number !=
+        0) // number 0 is no error, so the code that leads to it raises none: hosts rely on the return
         throw Failure(static_cast<HRESULT>(number), effectiveSource.view(), effectiveDescription.view());
 }
 

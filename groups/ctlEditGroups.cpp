@@ -89,12 +89,13 @@ void ctlEditGroups::Init()
 {
     DataScope scope(command().Root, L"ctlEditGroups.Init");
     call(command().Root, &IRoot::get_Groups, groups_.put());
-    mGroups.connect(groups_.get(), __uuidof(IGroupsEvents), [this](DISPID event, const EventArguments& arguments) {
-        if (event == eventClear)
-            lstGroups.Clear();
-        else if (event == eventAdd)
-            addGroup(arguments);
-    });
+    mGroups.connect(groups_.get(), __uuidof(IGroupsEvents),
+                    [this](DISPID event, const EventArguments& arguments) {
+                        if (event == eventClear)
+                            lstGroups.Clear();
+                        else if (event == eventAdd)
+                            addGroup(arguments);
+                    });
     mGroups.during([this] {
         const ListBox::Filling filling(lstGroups);
         VARIANT_BOOL ignored = VARIANT_FALSE;

@@ -13,11 +13,12 @@ namespace korvane
 std::span<const ClassEntry> classCatalogue() noexcept
 {
     static const ClassEntry classes[] = {
-        {&__uuidof(::AppDialogEvents), L"AppDialogEvents", L"Korvane dialog relay", &createInstance<AppDialogEvents>},
+        {&__uuidof(::AppDialogEvents), L"AppDialogEvents", L"Korvane dialog relay",
+         &createInstance<AppDialogEvents>},
         {&__uuidof(::Resources), L"Resources", L"Korvane texts and pictures", &createInstance<Resources>},
         {&__uuidof(::EditGroups), L"EditGroups", L"Korvane group command", &createInstance<EditGroups>},
-        {&__uuidof(::ctlEditGroups), L"ctlEditGroups", L"Korvane group dialog", &createInstance<ctlEditGroups>,
-         PICTURE_GROUPS},
+        {&__uuidof(::ctlEditGroups), L"ctlEditGroups", L"Korvane group dialog",
+         &createInstance<ctlEditGroups>, PICTURE_GROUPS},
     };
     return classes;
 }

@@ -47,8 +47,8 @@ struct CloseFile
 /// Writes at the start of the file. An existing longer file keeps its tail: it is not truncated.
 void writeAtStart(BSTR fileName, std::span<const std::byte> bytes)
 {
-    const HANDLE opened =
-        CreateFileW(fileName ? fileName : L"", GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    const HANDLE opened = CreateFileW(fileName ? fileName : L"", GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
     if (opened == INVALID_HANDLE_VALUE)
         throw Failure(HRESULT_FROM_WIN32(GetLastError()));
     const std::unique_ptr<void, CloseFile> file(opened);

@@ -9,8 +9,8 @@
 namespace korvane
 {
 
-class Resources final
-    : public Object<Resources, Inherits<IResourceLibrary, IResources, ICalendar>, IResourceLibrary, IResources, ICalendar>
+class Resources final : public Object<Resources, Inherits<IResourceLibrary, IResources, ICalendar>,
+                                      IResourceLibrary, IResources, ICalendar>
 {
 public:
     /// Throws a Failure when string 0, the locale of the texts, is missing or no number.
@@ -25,7 +25,8 @@ public:
 
     // IResourceLibrary (Resources.cpp, Export.cpp)
     STDMETHODIMP GetString(VARIANT id, BSTR* text) override;
-    STDMETHODIMP Export(VARIANT resourceType, VARIANT resourceId, BSTR fileName, VARIANT_BOOL* written) override;
+    STDMETHODIMP Export(VARIANT resourceType, VARIANT resourceId, BSTR fileName,
+                        VARIANT_BOOL* written) override;
 
     // ICalendar (Calendar.cpp)
     STDMETHODIMP GetFirst(VARIANT rule, DATE start, VARIANT_BOOL* found) override;

@@ -19,13 +19,15 @@ public:
 
     /// While the dialog lives, its owner takes no input.
     CommandDialog(HWND owner, ComPtr<IResources> resources);
+    CommandDialog(const CommandDialog&) = delete;
+    CommandDialog& operator=(const CommandDialog&) = delete;
     ~CommandDialog() override;
 
     /// The dialog has ended; it waits to be destroyed, but not from within this call.
     std::function<void(bool cancelled)> onEnd;
 
-    /// Creates the control of a prepared command and shows it. False when the control says that it is not to be
-    /// shown.
+    /// Creates the control of a prepared command and shows it. False when the control says that it is not to
+    /// be shown.
     bool open(const ComPtr<IAppCommand>& command);
 
     /// For the message loop: true when the control has consumed the message.

@@ -8,6 +8,10 @@ namespace
 
 constexpr int firstId = 1000; // clear of the window's own items
 
+constexpr const wchar_t* groups = L"&Groups";
+constexpr const wchar_t* editGroups = L"KorvaneDlg.EditGroups";
+constexpr const wchar_t* groupId = L"GroupID";
+
 enum Operation : long
 {
     addition = 1,
@@ -17,9 +21,9 @@ enum Operation : long
 
 // clang-format off
 constexpr CommandEntry table[] = {
-    {L"&Groups", L"&New...",    {FVIRTKEY | FCONTROL, 'N', 0}, L"Ctrl+N", L"KorvaneDlg.EditGroups", addition, L"GroupID"},
-    {L"&Groups", L"&Rename...", {FVIRTKEY, VK_F2, 0},          L"F2",     L"KorvaneDlg.EditGroups", change,   L"GroupID"},
-    {L"&Groups", L"&Delete...", {FVIRTKEY, VK_DELETE, 0},      L"Del",    L"KorvaneDlg.EditGroups", deletion, L"GroupID"},
+    {groups, L"&New...",    {FVIRTKEY | FCONTROL, 'N', 0}, L"Ctrl+N", editGroups, addition, groupId},
+    {groups, L"&Rename...", {FVIRTKEY, VK_F2, 0},          L"F2",     editGroups, change,   groupId},
+    {groups, L"&Delete...", {FVIRTKEY, VK_DELETE, 0},      L"Del",    editGroups, deletion, groupId},
 };
 // clang-format on
 

@@ -17,8 +17,8 @@ struct CommandEntry
     const wchar_t* keyName; ///< as the menu shows the key
     const wchar_t* progId;  ///< class of the command
     long operation;         ///< operation code
-    const wchar_t*
-        subject; ///< operand that takes the id of what is selected, and tells afterwards what to select
+    /// The operand that takes the id of what is selected, and tells afterwards what to select.
+    const wchar_t* subject;
 };
 
 std::span<const CommandEntry> commandTable() noexcept;

@@ -54,7 +54,7 @@ std::wstring databaseOf(const Options& options)
     return options.tour() ? freshDatabase(options.tourFolder) : defaultDatabase();
 }
 
-int run(const Options& options, int how)
+int run(const Options& options)
 {
     const Ole ole;
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES};
@@ -62,7 +62,7 @@ int run(const Options& options, int how)
 
     OpenDatabase database(databaseOf(options), options.account);
     MainWindow window(database);
-    window.show(how);
+    window.show();
     if (!options.tour())
     {
         runMessageLoop(window);
@@ -77,14 +77,14 @@ int run(const Options& options, int how)
 
 } // namespace korvane::host
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int how)
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int)
 {
     using namespace korvane;
     host::Options options;
     int exitCode = EXIT_FAILURE;
     const auto failure = attempt([&] {
         options = host::readOptions(std::vector<std::wstring>(__wargv + 1, __wargv + __argc));
-        exitCode = host::run(options, how);
+        exitCode = host::run(options);
     });
     // Nobody reads a box of a tour that runs without a user.
     if (failure && options.tour())

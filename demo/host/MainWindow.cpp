@@ -43,9 +43,9 @@ MainWindow::~MainWindow()
     dialog_.reset(); // its owner is this window
 }
 
-void MainWindow::show(int how)
+void MainWindow::show() const noexcept
 {
-    ShowWindow(handle(), how);
+    ShowWindow(handle(), SW_SHOWDEFAULT); // as the program's starter wishes
     UpdateWindow(handle());
 }
 

@@ -16,14 +16,16 @@ class MainWindow final : public Window
 {
 public:
     explicit MainWindow(OpenDatabase& database);
+    MainWindow(const MainWindow&) = delete;
+    MainWindow& operator=(const MainWindow&) = delete;
     ~MainWindow() override;
 
-    void show(int how);
+    void show() const noexcept;
 
     /// For the message loop: true when the message was a key of the open dialog or of the menu.
     bool translate(MSG& message);
 
-    /// Runs something on the window's thread; may be called from any other thread, and waits for the end of it.
+    /// Runs something on the window's thread and waits for the end of it; for other threads.
     void invoke(const std::function<void()>& body) const;
 
     const GroupList& content() const noexcept { return *content_; }

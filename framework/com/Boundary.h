@@ -50,12 +50,30 @@ template <class Body> std::optional<Failure> attempt(Body&& body) noexcept
 }
 
 // What a C++ value becomes when it leaves through an out parameter.
-inline BSTR released(Bstr&& text) { return text.detach(); }
-inline VARIANT released(Variant&& value) { return value.detach(); }
-inline VARIANT_BOOL released(bool&& flag) { return flag ? VARIANT_TRUE : VARIANT_FALSE; }
-inline long released(long&& number) { return number; }
-inline DATE released(OleDate&& date) { return date.days; }
-template <class Interface> Interface* released(ComPtr<Interface>&& object) { return object.detach(); }
+inline BSTR released(Bstr&& text)
+{
+    return text.detach();
+}
+inline VARIANT released(Variant&& value)
+{
+    return value.detach();
+}
+inline VARIANT_BOOL released(bool&& flag)
+{
+    return flag ? VARIANT_TRUE : VARIANT_FALSE;
+}
+inline long released(long&& number)
+{
+    return number;
+}
+inline DATE released(OleDate&& date)
+{
+    return date.days;
+}
+template <class Interface> Interface* released(ComPtr<Interface>&& object)
+{
+    return object.detach();
+}
 
 /// As guard, for a method with one result: the out parameter is checked and cleared first, and stored last.
 template <class Result, class Body> HRESULT returns(Result* result, Body&& body) noexcept

@@ -58,7 +58,10 @@ public:
     /// Gives the BSTR away; never null, as callers outside of C++ tell null from empty.
     BSTR detach();
 
-    friend bool operator==(const Bstr& left, std::wstring_view right) noexcept { return left.view() == right; }
+    friend bool operator==(const Bstr& left, std::wstring_view right) noexcept
+    {
+        return left.view() == right;
+    }
 
 private:
     BSTR text_ = nullptr;

@@ -22,11 +22,26 @@ template <class... Interfaces> class Inherits : public Interfaces...
 };
 
 // Interfaces that are answered for by an interface that extends them.
-template <class Interface> bool alsoAnswersFor(REFIID) noexcept { return false; }
-template <> inline bool alsoAnswersFor<IOleInPlaceObject>(REFIID iid) noexcept { return iid == IID_IOleWindow; }
-template <> inline bool alsoAnswersFor<IViewObject2>(REFIID iid) noexcept { return iid == IID_IViewObject; }
-template <> inline bool alsoAnswersFor<IPersistStreamInit>(REFIID iid) noexcept { return iid == IID_IPersist; }
-template <> inline bool alsoAnswersFor<IProvideClassInfo2>(REFIID iid) noexcept { return iid == IID_IProvideClassInfo; }
+template <class Interface> bool alsoAnswersFor(REFIID) noexcept
+{
+    return false;
+}
+template <> inline bool alsoAnswersFor<IOleInPlaceObject>(REFIID iid) noexcept
+{
+    return iid == IID_IOleWindow;
+}
+template <> inline bool alsoAnswersFor<IViewObject2>(REFIID iid) noexcept
+{
+    return iid == IID_IViewObject;
+}
+template <> inline bool alsoAnswersFor<IPersistStreamInit>(REFIID iid) noexcept
+{
+    return iid == IID_IPersist;
+}
+template <> inline bool alsoAnswersFor<IProvideClassInfo2>(REFIID iid) noexcept
+{
+    return iid == IID_IProvideClassInfo;
+}
 
 template <class Class, class Base, class... Interfaces> class Object : public Base, public ISupportErrorInfo
 {
@@ -115,8 +130,9 @@ public:
         const HRESULT access = guard([&] {
             SetErrorInfo(0, nullptr); // what is there is not about this call
             const auto invokeAs = [&](WORD kind) {
-                ((isDual<Interfaces> && (outcome = invokeIn<Interfaces>(id, kind, arguments, result, exception,
-                                                                       badArgument)) != DISP_E_MEMBERNOTFOUND) ||
+                ((isDual<Interfaces> &&
+                  (outcome = invokeIn<Interfaces>(id, kind, arguments, result, exception, badArgument)) !=
+                      DISP_E_MEMBERNOTFOUND) ||
                  ...);
             };
             invokeAs(flags);
@@ -145,8 +161,8 @@ private:
 
     template <class Interface> bool offer(REFIID iid, void** object) noexcept
     {
-        const bool answered = iid == __uuidof(Interface) || iid == IID_IUnknown || alsoAnswersFor<Interface>(iid) ||
-                              (isDual<Interface> && iid == IID_IDispatch);
+        const bool answered = iid == __uuidof(Interface) || iid == IID_IUnknown ||
+                              alsoAnswersFor<Interface>(iid) || (isDual<Interface> && iid == IID_IDispatch);
         if (answered)
             *object = static_cast<Interface*>(static_cast<Class*>(this));
         return answered;
@@ -173,8 +189,8 @@ private:
                      UINT* badArgument)
     {
         if constexpr (isDual<Interface>)
-            return typeInfo<Interface>()->Invoke(static_cast<Interface*>(static_cast<Class*>(this)), id, flags,
-                                                 arguments, result, exception, badArgument);
+            return typeInfo<Interface>()->Invoke(static_cast<Interface*>(static_cast<Class*>(this)), id,
+                                                 flags, arguments, result, exception, badArgument);
         else
             return DISP_E_MEMBERNOTFOUND;
     }

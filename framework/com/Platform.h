@@ -4,6 +4,6 @@
 #include <windows.h>
 
 #include <objbase.h>
-#include <oleauto.h>
 #include <ocidl.h>
+#include <oleauto.h>
 #include <olectl.h>

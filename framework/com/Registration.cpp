@@ -25,7 +25,8 @@ public:
     explicit Key(HKEY key) noexcept : key_(key) {}
     Key(HKEY parent, const std::wstring& path)
     {
-        requireRegistry(RegCreateKeyExW(parent, path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &key_, nullptr));
+        requireRegistry(
+            RegCreateKeyExW(parent, path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &key_, nullptr));
     }
     Key(Key&& other) noexcept : key_(std::exchange(other.key_, nullptr)) {}
     ~Key()
@@ -152,8 +153,8 @@ bool sameFile(const std::wstring& left, const std::wstring& right)
 std::wstring registeredPath(const TLIBATTR& attributes)
 {
     Bstr path;
-    const HRESULT result = QueryPathOfRegTypeLib(attributes.guid, attributes.wMajorVerNum, attributes.wMinorVerNum,
-                                                 attributes.lcid, path.put());
+    const HRESULT result = QueryPathOfRegTypeLib(attributes.guid, attributes.wMajorVerNum,
+                                                 attributes.wMinorVerNum, attributes.lcid, path.put());
     return SUCCEEDED(result) ? std::wstring(path.c_str()) : std::wstring();
 }
 
@@ -163,7 +164,8 @@ void registerLibrary(int index)
     const std::wstring registered = registeredPath(own.attributes);
     // A file that is gone does not count: its registration would leave callers without the contract.
     const bool elsewhere = !registered.empty() && !sameFile(registered, own.path);
-    if (index > 1 && elsewhere && SUCCEEDED(LoadTypeLibEx(registered.c_str(), REGKIND_NONE, ComPtr<ITypeLib>().put())))
+    if (index > 1 && elsewhere &&
+        SUCCEEDED(LoadTypeLibEx(registered.c_str(), REGKIND_NONE, ComPtr<ITypeLib>().put())))
         return;
     require(RegisterTypeLib(own.library.get(), own.path.data(), nullptr));
 }
@@ -174,8 +176,8 @@ void unregisterLibrary(int index)
     if (!sameFile(registeredPath(own.attributes), own.path))
         return;
     const TLIBATTR& attributes = own.attributes;
-    require(UnRegisterTypeLib(attributes.guid, attributes.wMajorVerNum, attributes.wMinorVerNum, attributes.lcid,
-                              attributes.syskind));
+    require(UnRegisterTypeLib(attributes.guid, attributes.wMajorVerNum, attributes.wMinorVerNum,
+                              attributes.lcid, attributes.syskind));
 }
 
 void removeEverything(const LibraryRegistration& library, std::span<const ClassEntry> classes)
@@ -215,8 +217,8 @@ void unregisterModule(const LibraryRegistration& library, std::span<const ClassE
 Scope writableScope() noexcept
 {
     HKEY classes = nullptr;
-    const LSTATUS status =
-        RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Classes", 0, KEY_CREATE_SUB_KEY | KEY_SET_VALUE, &classes);
+    const LSTATUS status = RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Classes", 0,
+                                         KEY_CREATE_SUB_KEY | KEY_SET_VALUE, &classes);
     if (status != ERROR_SUCCESS)
         return Scope::user;
     RegCloseKey(classes);

@@ -22,7 +22,8 @@ ComPtr<ITypeInfo> findTypeInfo(REFGUID guid)
     for (int index = 1;; ++index)
     {
         ComPtr<ITypeLib> library;
-        require(LoadTypeLibEx((std::wstring(path) + L'\\' + decimal(index)).c_str(), REGKIND_NONE, library.put()));
+        require(LoadTypeLibEx((std::wstring(path) + L'\\' + decimal(index)).c_str(), REGKIND_NONE,
+                              library.put()));
         ComPtr<ITypeInfo> information;
         if (SUCCEEDED(library->GetTypeInfoOfGuid(guid, information.put())))
             return information;

@@ -104,7 +104,8 @@ OleDate toDate(const VARIANT& value)
 
 Bstr toText(const VARIANT& value)
 {
-    return value.vt == VT_BSTR ? Bstr(view(value.bstrVal)) : Bstr::adopt(converted(value, VT_BSTR, VARIANT_ALPHABOOL).detach().bstrVal);
+    return value.vt == VT_BSTR ? Bstr(view(value.bstrVal))
+                               : Bstr::adopt(converted(value, VT_BSTR, VARIANT_ALPHABOOL).detach().bstrVal);
 }
 
 ComPtr<IUnknown> toObject(const VARIANT& value)

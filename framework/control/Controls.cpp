@@ -12,8 +12,8 @@ namespace korvane
 Surface::Surface(Frame& ofFrame) noexcept : dialog(ofFrame.dialog()), frame(&ofFrame) {}
 
 Control::Control(Surface surface, const Design& design, TextProperty textProperty)
-    : dialog_(surface.dialog), frame_(surface.frame), name_(design.name), id_(design.id), textProperty_(textProperty),
-      place_(design.place), text_(design.text), toolTip_(design.toolTip)
+    : dialog_(surface.dialog), frame_(surface.frame), name_(design.name), id_(design.id),
+      textProperty_(textProperty), place_(design.place), text_(design.text), toolTip_(design.toolTip)
 {
     dialog_.add(*this);
 }
@@ -54,7 +54,8 @@ std::wstring Control::textValue() const
     if (!window_ || textProperty_ != TextProperty::text)
         return text_;
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window_)), L'\0');
-    text.resize(static_cast<std::size_t>(GetWindowTextW(window_, text.data(), static_cast<int>(text.size()) + 1)));
+    text.resize(
+        static_cast<std::size_t>(GetWindowTextW(window_, text.data(), static_cast<int>(text.size()) + 1)));
     return text;
 }
 
@@ -96,13 +97,14 @@ Place Control::placeOnDialog() const noexcept
 
 void Control::notify(WORD) {}
 
-HWND Control::createWindow(HWND parent, int id, const wchar_t* windowClass, DWORD style, DWORD extendedStyle) const
+HWND Control::createWindow(HWND parent, int id, const wchar_t* windowClass, DWORD style,
+                           DWORD extendedStyle) const
 {
     // Invisible and without extent until the dialog arranges its controls.
     const DWORD enabling = enabled_ ? 0 : WS_DISABLED;
-    const HWND window = CreateWindowExW(extendedStyle, windowClass, text_.c_str(), WS_CHILD | enabling | style, 0, 0, 0,
-                                        0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
-                                        module::instance(), nullptr);
+    const HWND window = CreateWindowExW(
+        extendedStyle, windowClass, text_.c_str(), WS_CHILD | enabling | style, 0, 0, 0, 0, parent,
+        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), module::instance(), nullptr);
     if (!window)
         throw Failure(HRESULT_FROM_WIN32(GetLastError()));
     return window;
@@ -131,7 +133,8 @@ void Label::labels(const Control& control) const noexcept
         return;
     const HWND before = GetWindow(control.window(), GW_HWNDPREV);
     if (before != window())
-        SetWindowPos(window(), before ? before : HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        SetWindowPos(window(), before ? before : HWND_TOP, 0, 0, 0, 0,
+                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 HWND Button::createWindow(HWND parent, int id)

@@ -94,7 +94,8 @@ public:
 
 protected:
     virtual HWND createWindow(HWND parent, int id) = 0;
-    HWND createWindow(HWND parent, int id, const wchar_t* windowClass, DWORD style, DWORD extendedStyle) const;
+    HWND createWindow(HWND parent, int id, const wchar_t* windowClass, DWORD style,
+                      DWORD extendedStyle) const;
 
     /// Runs a handler under the dialog's error trap.
     void raise(const std::function<void()>& handler) const;

@@ -43,7 +43,8 @@ void DialogWindow::requireWindow()
 {
     if (window_)
         return;
-    parking_ = CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, module::instance(), nullptr);
+    parking_ = CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
+                               module::instance(), nullptr);
     if (!parking_)
         throw lastError();
     attachWindow(parking_);
@@ -85,7 +86,8 @@ void DialogWindow::parkWindow() noexcept
     if (!window_ || parking_)
         return;
     ShowWindow(window_, SW_HIDE);
-    parking_ = CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, module::instance(), nullptr);
+    parking_ = CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
+                               module::instance(), nullptr);
     if (parking_)
         SetParent(window_, parking_);
 }
@@ -166,8 +168,8 @@ HWND DialogWindow::controlOfAccessKey(wchar_t key) const noexcept
 {
     const auto wanted = static_cast<wchar_t>(std::towupper(key));
     for (const Control* control : controls_)
-        if (control->textProperty() == Control::TextProperty::caption && control->shows() && control->Enabled() &&
-            accessKey(control->Caption()) == wanted)
+        if (control->textProperty() == Control::TextProperty::caption && control->shows() &&
+            control->Enabled() && accessKey(control->Caption()) == wanted)
             return control->window();
     return nullptr;
 }
@@ -194,9 +196,9 @@ void DialogWindow::toolTipChanged(const Control& control)
     if (!toolTips_)
     {
         const ControlsContext context;
-        toolTips_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, CW_USEDEFAULT,
-                                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window_, nullptr, module::instance(),
-                                    nullptr);
+        toolTips_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP,
+                                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window_,
+                                    nullptr, module::instance(), nullptr);
     }
     const std::wstring& text = control.ToolTipText();
     TOOLINFOW tool{};

@@ -15,8 +15,8 @@ int windowDpi(HWND window) noexcept
 {
     // Looked up by name: the function came with Windows 10.
     using GetDpi = UINT(WINAPI*)(HWND);
-    static const auto getDpi =
-        reinterpret_cast<GetDpi>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32"), "GetDpiForWindow")));
+    static const auto getDpi = reinterpret_cast<GetDpi>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32"), "GetDpiForWindow")));
     const UINT dpi = getDpi ? getDpi(window) : 0;
     return dpi != 0 ? static_cast<int>(dpi) : screenDpi();
 }

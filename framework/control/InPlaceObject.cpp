@@ -23,7 +23,8 @@ HRESULT OleControl::activateInPlace()
     inPlaceSite_ = site;
     const auto failure = attempt([&] {
         call(site, &IOleWindow::GetWindow, &parent);
-        call(site, &IOleInPlaceSite::GetWindowContext, frame_.put(), document_.put(), &place, &clip, &frameInfo);
+        call(site, &IOleInPlaceSite::GetWindowContext, frame_.put(), document_.put(), &place, &clip,
+             &frameInfo);
         attachWindow(parent);
     });
     if (failure)
@@ -136,7 +137,8 @@ STDMETHODIMP OleControl::ReactivateAndUndo()
 
 RECT OleControl::placeInContainer() const noexcept
 {
-    return {position_.x, position_.y, position_.x + toPixels(width_, dpi()), position_.y + toPixels(height_, dpi())};
+    return {position_.x, position_.y, position_.x + toPixels(width_, dpi()),
+            position_.y + toPixels(height_, dpi())};
 }
 
 void OleControl::moveWindow(const RECT& clip) noexcept

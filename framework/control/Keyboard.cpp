@@ -58,16 +58,19 @@ bool OleControl::translates(LPMSG message) noexcept
     switch (message->message)
     {
     case WM_KEYDOWN:
-        if (message->wParam == VK_TAB && leavesByTab(GetKeyState(VK_SHIFT) < 0) && containerTranslates(message))
+        if (message->wParam == VK_TAB && leavesByTab(GetKeyState(VK_SHIFT) < 0) &&
+            containerTranslates(message))
             return true; // the container has taken the focus on to what comes after the dialog
         // Other keys are left to the container first: they may be accelerators of its own.
         return isDialogKey(message->wParam) && IsDialogMessageW(window(), message);
     case WM_SYSCHAR:
         // A key that is none of the dialog's may belong to a menu or a neighbour.
-        return controlOfAccessKey(static_cast<wchar_t>(message->wParam)) && IsDialogMessageW(window(), message);
+        return controlOfAccessKey(static_cast<wchar_t>(message->wParam)) &&
+               IsDialogMessageW(window(), message);
     case WM_CHAR:
     {
-        const bool wantsText = (SendMessageW(message->hwnd, WM_GETDLGCODE, 0, 0) & (DLGC_WANTCHARS | DLGC_WANTALLKEYS)) != 0;
+        const bool wantsText =
+            (SendMessageW(message->hwnd, WM_GETDLGCODE, 0, 0) & (DLGC_WANTCHARS | DLGC_WANTALLKEYS)) != 0;
         return !wantsText && controlOfAccessKey(static_cast<wchar_t>(message->wParam)) &&
                IsDialogMessageW(window(), message);
     }
@@ -125,8 +128,8 @@ STDMETHODIMP OleControl::GetControlInfo(CONTROLINFO* info)
         for (wchar_t key = L'0'; key <= L'Z'; ++key)
             if (controlOfAccessKey(key))
                 keys.push_back({FVIRTKEY | FALT, static_cast<WORD>(key), static_cast<WORD>(key)});
-        acceleratorTable_.reset(keys.empty() ? nullptr
-                                             : CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size())));
+        acceleratorTable_.reset(
+            keys.empty() ? nullptr : CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size())));
         info->hAccel = acceleratorTable_.get(); // the container reads it and leaves it to the control
         info->cAccel = acceleratorTable_ ? static_cast<USHORT>(keys.size()) : USHORT{0};
     });

@@ -32,7 +32,8 @@ Variant OleControl::ambientProperty(DISPID property) const
     DISPPARAMS none{};
     Variant value;
     if (ambient)
-        ambient->Invoke(property, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, value.put(), nullptr, nullptr);
+        ambient->Invoke(property, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, value.put(),
+                        nullptr, nullptr);
     return value;
 }
 

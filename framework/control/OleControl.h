@@ -29,8 +29,9 @@ class OleControl : public IOleObject,
 {
 public:
     /// What the registry says of every control of this kind.
-    static constexpr DWORD miscStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE | OLEMISC_INSIDEOUT |
-                                        OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_SETCLIENTSITEFIRST;
+    static constexpr DWORD miscStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE |
+                                        OLEMISC_INSIDEOUT | OLEMISC_ACTIVATEWHENVISIBLE |
+                                        OLEMISC_SETCLIENTSITEFIRST;
 
     // IOleObject
     STDMETHODIMP SetClientSite(IOleClientSite* site) override;
@@ -41,7 +42,8 @@ public:
     STDMETHODIMP GetMoniker(DWORD assign, DWORD which, IMoniker** moniker) override;
     STDMETHODIMP InitFromData(IDataObject* data, BOOL creation, DWORD reserved) override;
     STDMETHODIMP GetClipboardData(DWORD reserved, IDataObject** data) override;
-    STDMETHODIMP DoVerb(LONG verb, LPMSG message, IOleClientSite* site, LONG index, HWND parent, LPCRECT place) override;
+    STDMETHODIMP DoVerb(LONG verb, LPMSG message, IOleClientSite* site, LONG index, HWND parent,
+                        LPCRECT place) override;
     STDMETHODIMP EnumVerbs(IEnumOLEVERB** verbs) override;
     STDMETHODIMP Update() override;
     STDMETHODIMP IsUpToDate() override;
@@ -77,10 +79,11 @@ public:
     STDMETHODIMP FreezeEvents(BOOL freeze) override;
 
     // IViewObject2
-    STDMETHODIMP Draw(DWORD aspect, LONG index, void* aspectInfo, DVTARGETDEVICE* device, HDC targetContext, HDC context,
-                      LPCRECTL bounds, LPCRECTL windowBounds, BOOL(CALLBACK* goOn)(ULONG_PTR), ULONG_PTR goOnArgument) override;
-    STDMETHODIMP GetColorSet(DWORD aspect, LONG index, void* aspectInfo, DVTARGETDEVICE* device, HDC targetContext,
-                             LOGPALETTE** colors) override;
+    STDMETHODIMP Draw(DWORD aspect, LONG index, void* aspectInfo, DVTARGETDEVICE* device, HDC targetContext,
+                      HDC context, LPCRECTL bounds, LPCRECTL windowBounds, BOOL(CALLBACK* goOn)(ULONG_PTR),
+                      ULONG_PTR goOnArgument) override;
+    STDMETHODIMP GetColorSet(DWORD aspect, LONG index, void* aspectInfo, DVTARGETDEVICE* device,
+                             HDC targetContext, LOGPALETTE** colors) override;
     STDMETHODIMP Freeze(DWORD aspect, LONG index, void* aspectInfo, DWORD* freeze) override;
     STDMETHODIMP Unfreeze(DWORD freeze) override;
     STDMETHODIMP SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) override;

@@ -76,7 +76,8 @@ STDMETHODIMP OleControl::Load(IPropertyBag* bag, IErrorLog* log)
         VariantInit(&value);
         value.vt = VT_BOOL; // the type that the bag is to convert to
         const HRESULT result = notNull(bag)->Read(enabledName, &value, log);
-        setEnabled(FAILED(result) || value.boolVal != VARIANT_FALSE); // a property that is missing has its default
+        setEnabled(FAILED(result) ||
+                   value.boolVal != VARIANT_FALSE); // a property that is missing has its default
         dirty_ = false;
     });
 }

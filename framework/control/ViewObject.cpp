@@ -3,8 +3,8 @@
 namespace korvane
 {
 
-STDMETHODIMP OleControl::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC context, LPCRECTL bounds, LPCRECTL,
-                              BOOL(CALLBACK*)(ULONG_PTR), ULONG_PTR)
+STDMETHODIMP OleControl::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC context, LPCRECTL bounds,
+                              LPCRECTL, BOOL(CALLBACK*)(ULONG_PTR), ULONG_PTR)
 {
     if (!bounds)
         return E_POINTER;
@@ -29,7 +29,8 @@ STDMETHODIMP OleControl::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, H
         OffsetWindowOrgEx(context, -toPixels(place.left, dpi()), -toPixels(place.top, dpi()), nullptr);
         // A themed control asks its parent for the ground, and gets that of the whole dialog.
         IntersectClipRect(context, 0, 0, toPixels(place.width, dpi()), toPixels(place.height, dpi()));
-        SendMessageW(printed, WM_PRINT, reinterpret_cast<WPARAM>(context), PRF_NONCLIENT | PRF_CLIENT | PRF_ERASEBKGND);
+        SendMessageW(printed, WM_PRINT, reinterpret_cast<WPARAM>(context),
+                     PRF_NONCLIENT | PRF_CLIENT | PRF_ERASEBKGND);
         RestoreDC(context, unmoved);
     };
     print(window(), {0, 0, Width(), Height()});

@@ -22,9 +22,9 @@ public:
     static std::span<const Operand<TestCommand>> operands()
     {
         static constexpr Operand<TestCommand> table[] = {
-            operand<&TestCommand::Root>(L"Root"),         operand<&TestCommand::number>(L"Number"),
-            operand<&TestCommand::flag>(L"Flag"),         operand<&TestCommand::date>(L"Date"),
-            operand<&TestCommand::text>(L"Text"),         operand<&TestCommand::shadowed>(L"Number"),
+            operand<&TestCommand::Root>(L"Root"), operand<&TestCommand::number>(L"Number"),
+            operand<&TestCommand::flag>(L"Flag"), operand<&TestCommand::date>(L"Date"),
+            operand<&TestCommand::text>(L"Text"), operand<&TestCommand::shadowed>(L"Number"),
         };
         return table;
     }
@@ -62,7 +62,10 @@ VARIANT variant(VARTYPE type)
 class AppCommandTests : public testing::Test
 {
 protected:
-    HRESULT let(const wchar_t* name, const VARIANT& value) { return interface_->put_Operand(Bstr(name).get(), value); }
+    HRESULT let(const wchar_t* name, const VARIANT& value)
+    {
+        return interface_->put_Operand(Bstr(name).get(), value);
+    }
     HRESULT let(const wchar_t* name, const Variant& value) { return let(name, value.get()); }
 
     Variant get(const wchar_t* name)

@@ -132,7 +132,8 @@ TEST_F(AppDialogEventsTests, AFailureOfTheSinkReachesTheCaller)
 {
     connect(sink);
     sink->answer = [] { return Failure(static_cast<HRESULT>(0x80040777), L"host", L"no").report(); };
-    EXPECT_EQ(errorOf(events->RaiseDone(VARIANT_TRUE)), (ErrorInfo{static_cast<HRESULT>(0x80040777), L"host", L"no"}));
+    EXPECT_EQ(errorOf(events->RaiseDone(VARIANT_TRUE)),
+              (ErrorInfo{static_cast<HRESULT>(0x80040777), L"host", L"no"}));
     EXPECT_EQ(errorOf(events->RaiseResize()), (ErrorInfo{static_cast<HRESULT>(0x80040777), L"host", L"no"}));
     setCurrentError(E_FAIL, L"source", L"told");
     EXPECT_EQ(events->RaiseError(), static_cast<HRESULT>(0x80040777));

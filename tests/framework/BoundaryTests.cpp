@@ -101,7 +101,8 @@ TEST(BoundaryTests, SuccessIsPassedOn)
 
 TEST(BoundaryTests, AFailureBecomesItsNumberAndErrorInformation)
 {
-    const HRESULT result = guard([] { throw Failure(static_cast<HRESULT>(0x80041000), L"source", L"description"); });
+    const HRESULT result =
+        guard([] { throw Failure(static_cast<HRESULT>(0x80041000), L"source", L"description"); });
     EXPECT_EQ(errorOf(result), (ErrorInfo{static_cast<HRESULT>(0x80041000), L"source", L"description"}));
 }
 
@@ -151,17 +152,19 @@ TEST(BoundaryTests, AnAttemptKeepsTheFailure)
 TEST(BoundaryTests, AResultIsCheckedAndClearedBeforeTheBodyRuns)
 {
     bool ran = false;
-    EXPECT_EQ(returns(static_cast<long*>(nullptr), [&] {
-                  ran = true;
-                  return 1L;
-              }),
+    EXPECT_EQ(returns(static_cast<long*>(nullptr),
+                      [&] {
+                          ran = true;
+                          return 1L;
+                      }),
               E_POINTER);
     EXPECT_FALSE(ran);
     long number = 7;
-    EXPECT_EQ(returns(&number, [&]() -> long {
-                  EXPECT_EQ(number, 0);
-                  throw Failure(E_FAIL);
-              }),
+    EXPECT_EQ(returns(&number,
+                      [&]() -> long {
+                          EXPECT_EQ(number, 0);
+                          throw Failure(E_FAIL);
+                      }),
               E_FAIL);
     EXPECT_EQ(number, 0);
     EXPECT_EQ(returns(&number, [] { return 5L; }), S_OK);

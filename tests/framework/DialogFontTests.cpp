@@ -29,7 +29,8 @@ SIZE sampleExtent(const ComPtr<IFontDisp>& fontObject)
 int heightOf(HWND control)
 {
     LOGFONTW description{};
-    GetObjectW(reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)), sizeof description, &description);
+    GetObjectW(reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)), sizeof description,
+               &description);
     return std::abs(description.lfHeight);
 }
 

@@ -120,7 +120,8 @@ TEST_F(DialogLifeTests, AnErrorOfTakingTheValuesIsToldAndTheDialogStays)
     dialog->onTake = [] { throw Failure(static_cast<HRESULT>(0x8004564C), L"ctlTest", L"no name"); };
     ASSERT_TRUE(show());
     clickOk();
-    EXPECT_THAT(container.errors, ElementsAre(ErrorInfo{static_cast<HRESULT>(0x8004564C), L"ctlTest", L"no name"}));
+    EXPECT_THAT(container.errors,
+                ElementsAre(ErrorInfo{static_cast<HRESULT>(0x8004564C), L"ctlTest", L"no name"}));
     EXPECT_THAT(container.done, IsEmpty());
     EXPECT_EQ(container.submitted, 0);
     EXPECT_FALSE(errorIsLeft());
@@ -136,7 +137,8 @@ TEST_F(DialogLifeTests, AnErrorOfTheExecutionIsToldAndTheDialogStays)
     command->onExecute = [] { throw Failure(static_cast<HRESULT>(0x80042222), L"data", L"in use"); };
     ASSERT_TRUE(show());
     clickOk();
-    EXPECT_THAT(container.errors, ElementsAre(ErrorInfo{static_cast<HRESULT>(0x80042222), L"data", L"in use"}));
+    EXPECT_THAT(container.errors,
+                ElementsAre(ErrorInfo{static_cast<HRESULT>(0x80042222), L"data", L"in use"}));
     EXPECT_THAT(container.done, IsEmpty());
     clickCancel();
     EXPECT_THAT(container.done, ElementsAre(true));
@@ -218,7 +220,8 @@ TEST_F(DialogLifeTests, WhatWasTypedSurvivesDeactivation)
     EXPECT_FALSE(IsWindowVisible(dialog->txtName.window()));
     EXPECT_EQ(dialog->txtName.Text(), L"Drivers");
     const RECT place{0, 0, 100, 100};
-    EXPECT_EQ(dialog->DoVerb(OLEIVERB_SHOW, nullptr, container.site.get(), 0, container.window(), &place), S_OK);
+    EXPECT_EQ(dialog->DoVerb(OLEIVERB_SHOW, nullptr, container.site.get(), 0, container.window(), &place),
+              S_OK);
     EXPECT_TRUE(IsWindowVisible(dialog->txtName.window()));
     EXPECT_EQ(text(dialog->txtName), L"Drivers");
 }

@@ -96,15 +96,18 @@ TEST_F(EventConnectionTests, AnotherConnectionTakesThePlaceOfTheFirst)
 TEST_F(EventConnectionTests, ASourceOfOtherEventsIsRefused)
 {
     const auto point = static_cast<IConnectionPointContainer*>(source.get());
-    EXPECT_EQ(failureOf([&] { connection->connect(point, IID_IPropertyNotifySink, {}); }), CONNECT_E_NOCONNECTION);
+    EXPECT_EQ(failureOf([&] { connection->connect(point, IID_IPropertyNotifySink, {}); }),
+              CONNECT_E_NOCONNECTION);
     EXPECT_EQ(failureOf([&] { connection->connect(nullptr, __uuidof(IGroupsEvents), {}); }), E_POINTER);
 }
 
 TEST_F(EventConnectionTests, AnObjectWithoutEventsIsRefused)
 {
-    const auto point = make<ConnectionPoint>(*static_cast<IConnectionPointContainer*>(source.get()), IID_IUnknown);
-    EXPECT_EQ(failureOf([&] { connection->connect(point.as<IUnknown>().get(), __uuidof(IGroupsEvents), {}); }),
-              CONNECT_E_NOCONNECTION);
+    const auto point =
+        make<ConnectionPoint>(*static_cast<IConnectionPointContainer*>(source.get()), IID_IUnknown);
+    EXPECT_EQ(
+        failureOf([&] { connection->connect(point.as<IUnknown>().get(), __uuidof(IGroupsEvents), {}); }),
+        CONNECT_E_NOCONNECTION);
 }
 
 TEST_F(EventConnectionTests, AHandlersFailureIsThrownByTheCallThatRaisedTheEvent)
@@ -179,7 +182,8 @@ TEST_F(EventConnectionTests, AnEventWithoutAllItsArgumentsIsAFailure)
 {
     connect();
     onEvent = [](const EventArguments& arguments) { arguments.text(1); };
-    EXPECT_EQ(failureOf([&] { connection->during([&] { source->addIncompletely(4); }); }), DISP_E_BADPARAMCOUNT);
+    EXPECT_EQ(failureOf([&] { connection->during([&] { source->addIncompletely(4); }); }),
+              DISP_E_BADPARAMCOUNT);
 }
 
 TEST_F(EventConnectionTests, AnEventWithAnArgumentOfAnotherTypeIsAFailure)

@@ -88,7 +88,8 @@ STDMETHODIMP NumberObject::GetTypeInfoCount(UINT* count)
     return S_OK;
 }
 
-STDMETHODIMP NumberObject::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*)
+STDMETHODIMP NumberObject::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
+                                  UINT*)
 {
     if (id != DISPID_VALUE || !result)
         return DISP_E_MEMBERNOTFOUND;

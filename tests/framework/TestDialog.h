@@ -57,8 +57,10 @@ public:
     Label lblWord{*this, {.name = L"lblWord", .place = {120, 120, 900, 240}, .text = L"Name"}};
     Label lblMissing{*this, {.name = L"lblMissing", .place = {120, 420, 900, 240}, .text = L"99999"}};
     Label lblNumber{*this, {.name = L"lblNumber", .place = {120, 720, 900, 240}, .text = L"21001"}};
-    TextBox txtName{*this, {.name = L"txtName", .place = {1200, 720, 1500, 315}, .text = L"21000", .toolTip = L"1003"}};
-    Button cmdPlain{*this, {.name = L"cmdPlain", .place = {1200, 1080, 1500, 345}, .text = L"1601", .toolTip = L"Plain"}};
+    TextBox txtName{
+        *this, {.name = L"txtName", .place = {1200, 720, 1500, 315}, .text = L"21000", .toolTip = L"1003"}};
+    Button cmdPlain{
+        *this, {.name = L"cmdPlain", .place = {1200, 1080, 1500, 345}, .text = L"1601", .toolTip = L"Plain"}};
     Frame fraInner{*this, {.name = L"fraInner", .place = {2850, 120, 1500, 1305}}};
     TextBox txtInner{fraInner, {.name = L"txtInner", .place = {120, 120, 1260, 315}, .toolTip = L"99999"}};
     ListBox lstInner{fraInner, {.name = L"lstInner", .place = {120, 480, 1260, 800}}};
@@ -118,7 +120,8 @@ protected:
 
     SIZE designSize() const
     {
-        return {toPixels(TestDialog::designWidth, dialog->dpi()), toPixels(TestDialog::designHeight, dialog->dpi())};
+        return {toPixels(TestDialog::designWidth, dialog->dpi()),
+                toPixels(TestDialog::designHeight, dialog->dpi())};
     }
 
     Container container;

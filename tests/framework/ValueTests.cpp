@@ -178,7 +178,8 @@ TEST(TypeInfoTests, IsKeptUntilItIsReleased)
 
 TEST(TypeInfoTests, ComesFromEveryLibraryOfTheModule)
 {
-    for (ITypeInfo* information : {typeInfo<IEditGroups>(), typeInfo<IAppCommand>(), typeInfo<IAppDialog>(), typeInfo<IRoot>()})
+    for (ITypeInfo* information :
+         {typeInfo<IEditGroups>(), typeInfo<IAppCommand>(), typeInfo<IAppDialog>(), typeInfo<IRoot>()})
     {
         TYPEATTR* attributes = nullptr;
         ASSERT_EQ(information->GetTypeAttr(&attributes), S_OK);

@@ -21,7 +21,8 @@ ErrorInfo raised(long code, const wchar_t* source = L"", const wchar_t* descript
     const auto failure = attempt([&] { RaiseAppError(code, source, description); });
     if (!failure)
         return {S_OK, L"", L""};
-    return {failure->number(), std::wstring(failure->source().view()), std::wstring(failure->description().view())};
+    return {failure->number(), std::wstring(failure->source().view()),
+            std::wstring(failure->description().view())};
 }
 
 HRESULT failureOf(const std::function<void()>& body)

@@ -107,7 +107,8 @@ TEST_F(EditGroupsTests, AValueThatCannotBeConvertedLeavesTheOperandAsItWas)
     EXPECT_EQ(command->put_Operand(name.get(), Variant(Bstr(L"five")).get()), DISP_E_TYPEMISMATCH);
     EXPECT_EQ(command->put_Operand(name.get(), Variant(Bstr(L"99999999999")).get()), DISP_E_OVERFLOW);
     EXPECT_EQ(command->put_Operand(Bstr(L"Root").get(), Variant(7L).get()), DISP_E_TYPEMISMATCH);
-    EXPECT_EQ(command->put_Operand(Bstr(L"Root").get(), Variant(command.as<IDispatch>()).get()), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(command->put_Operand(Bstr(L"Root").get(), Variant(command.as<IDispatch>()).get()),
+              DISP_E_TYPEMISMATCH);
     EXPECT_EQ(get(L"GroupID").get().lVal, 5);
     EXPECT_EQ(toObject(get(L"Root").get()).as<IRoot>().get(), data.root.get());
 }
@@ -249,7 +250,8 @@ class EditGroupsFailureTests : public EditGroupsTests, public testing::WithParam
 TEST_P(EditGroupsFailureTests, AFailingDataLayerCallReachesTheCallerUnchanged)
 {
     const CommandCall& failing = GetParam();
-    const ErrorInfo error{static_cast<HRESULT>(0x80041234), L"KorvaneData.Groups", L"The database is locked."};
+    const ErrorInfo error{static_cast<HRESULT>(0x80041234), L"KorvaneData.Groups",
+                          L"The database is locked."};
     let(L"GroupID", Variant(4L));
     let(L"GroupName", Variant(Bstr(L"Vans")));
     call(command, &IAppCommand::put_Operation, failing.operation);
@@ -274,7 +276,8 @@ INSTANTIATE_TEST_SUITE_P(
                     CommandCall{"Root.Groups", 2, false, {"Root.Groups()"}},
                     CommandCall{"Groups.Remove", 2, false, {"Root.Groups()", "Groups.Remove(4)"}},
                     CommandCall{"Root.Groups", 3, false, {"Root.Groups()"}},
-                    CommandCall{"Groups.Update", 3, false, {"Root.Groups()", "Groups.Update(4, \"Vans\", 0)"}}));
+                    CommandCall{
+                        "Groups.Update", 3, false, {"Root.Groups()", "Groups.Update(4, \"Vans\", 0)"}}));
 
 TEST_F(EditGroupsTests, SucceedsOnceTheCauseOfAFailureIsGone)
 {

@@ -28,21 +28,23 @@ std::wstring accessibleName(HWND window)
 
 const ErrorInfo locked{static_cast<HRESULT>(0x80041234), L"KorvaneData.Groups", L"The database is locked."};
 
-}
+} // namespace
 
 class ctlEditGroupsTests : public testing::Test
 {
 protected:
     void SetUp() override
     {
-        data.groups = {{1, L"All"}, {2, L"Administration"}, {3, L"System"}, {9, L"Vans", 5}, {4, L"Drivers", 7}};
+        data.groups = {
+            {1, L"All"}, {2, L"Administration"}, {3, L"System"}, {9, L"Vans", 5}, {4, L"Drivers", 7}};
     }
 
     /// Gives the command its operation and operands, places the dialog and reads Ready.
     bool show(long operation, long groupId = 4)
     {
         call(command, &IAppCommand::put_Operation, operation);
-        call(command, &IAppCommand::put_Operand, Bstr(L"Root").get(), Variant(data.root.as<IDispatch>()).get());
+        call(command, &IAppCommand::put_Operand, Bstr(L"Root").get(),
+             Variant(data.root.as<IDispatch>()).get());
         call(command, &IAppCommand::put_Operand, Bstr(L"GroupID").get(), Variant(groupId).get());
         return container.show(__uuidof(::ctlEditGroups), command.get());
     }
@@ -88,7 +90,8 @@ TEST_F(ctlEditGroupsTests, NameIsTheTitleOfGroups)
 TEST_F(ctlEditGroupsTests, ReadyForANewGroupReadsNothing)
 {
     EXPECT_TRUE(show(1));
-    EXPECT_THAT(data.takeCalls(), ElementsAre("Root.OpenScope(0, \"ctlEditGroups.Prepare\")", "Scope.Close(0, 0)"));
+    EXPECT_THAT(data.takeCalls(),
+                ElementsAre("Root.OpenScope(0, \"ctlEditGroups.Prepare\")", "Scope.Close(0, 0)"));
     EXPECT_EQ(data.openScopes, 0);
     EXPECT_FALSE(data.hasSubscribers());
 }
@@ -97,9 +100,10 @@ TEST_F(ctlEditGroupsTests, ReadyForAChangeLoadsTheGroupsWithinScopes)
 {
     EXPECT_TRUE(show(3));
     EXPECT_THAT(data.takeCalls(),
-                ElementsAre("Root.OpenScope(0, \"ctlEditGroups.Prepare\")", "Root.Groups()", "Groups.Fetch(4)",
-                            "Scope.Close(0, 0)", "Root.OpenScope(0, \"ctlEditGroups.Init\")", "Root.Groups()",
-                            "Groups.Load()", "Groups.HasAccess(3, 9)", "Groups.HasAccess(3, 4)", "Scope.Close(0, 0)"));
+                ElementsAre("Root.OpenScope(0, \"ctlEditGroups.Prepare\")", "Root.Groups()",
+                            "Groups.Fetch(4)", "Scope.Close(0, 0)",
+                            "Root.OpenScope(0, \"ctlEditGroups.Init\")", "Root.Groups()", "Groups.Load()",
+                            "Groups.HasAccess(3, 9)", "Groups.HasAccess(3, 4)", "Scope.Close(0, 0)"));
     EXPECT_EQ(data.openScopes, 0);
 }
 
@@ -115,8 +119,8 @@ TEST_F(ctlEditGroupsTests, ReadyForAnUnknownOperationIsFalseAndLaysNothingOut)
     {
         EXPECT_FALSE(show(operation));
         EXPECT_EQ(Container::text(heading()), L"");
-        EXPECT_THAT(data.takeCalls(), ElementsAre("Root.OpenScope(0, \"ctlEditGroups.Prepare\")", "Root.Groups()",
-                                                  "Groups.Fetch(4)", "Scope.Close(0, 0)"));
+        EXPECT_THAT(data.takeCalls(), ElementsAre("Root.OpenScope(0, \"ctlEditGroups.Prepare\")",
+                                                  "Root.Groups()", "Groups.Fetch(4)", "Scope.Close(0, 0)"));
         container.close();
     }
 }
@@ -179,7 +183,8 @@ TEST_F(ctlEditGroupsTests, InTheNewLayoutTheButtonsFollowTheNameDirectly)
     container.close();
     showed(1);
     // Buttons and list stand at the same distance from the top of their frames.
-    EXPECT_NEAR(container.place(container.button(L"OK")).top - container.place(nameBox()).bottom, betweenNameAndList, 1);
+    EXPECT_NEAR(container.place(container.button(L"OK")).top - container.place(nameBox()).bottom,
+                betweenNameAndList, 1);
 }
 
 TEST_F(ctlEditGroupsTests, TheListKeepsTheOrderOfTheDataLayer)
@@ -461,7 +466,10 @@ TEST_F(ctlEditGroupsTests, AStrayEventsFailureReachesTheErrorReport)
 class ctlEditGroupsPlainContainerTests : public ctlEditGroupsTests
 {
 protected:
-    ctlEditGroupsPlainContainerTests() : plain(Container::Offer{.font = false, .sink = false, .commandSite = false}) {}
+    ctlEditGroupsPlainContainerTests()
+        : plain(Container::Offer{.font = false, .sink = false, .commandSite = false})
+    {
+    }
     Container plain;
 };
 
@@ -524,7 +532,8 @@ INSTANTIATE_TEST_SUITE_P(EachCall, ctlEditGroupsLoadFailureTests,
                                          LoadCall{"Groups.Load", 0, 7}, LoadCall{"Groups.HasAccess", 0, 8},
                                          LoadCall{"Groups.HasAccess", 1, 9}, LoadCall{"Scope.Close", 1, 10}));
 
-class ctlEditGroupsSelectFailureTests : public ctlEditGroupsTests, public testing::WithParamInterface<LoadCall>
+class ctlEditGroupsSelectFailureTests : public ctlEditGroupsTests,
+                                        public testing::WithParamInterface<LoadCall>
 {
 };
 

@@ -53,7 +53,8 @@ TEST_P(ComRulesTests, AnObjectHasTheInterfacesThatItsClassPromises)
     for (const IID& iid : GetParam().interfaces)
     {
         ComPtr<IUnknown> found;
-        EXPECT_EQ(object->QueryInterface(iid, found.putVoid()), S_OK) << narrow(nameOf(vtableInfo(iid).get()));
+        EXPECT_EQ(object->QueryInterface(iid, found.putVoid()), S_OK)
+            << narrow(nameOf(vtableInfo(iid).get()));
     }
 }
 
@@ -172,8 +173,9 @@ TEST_P(ControlRulesTests, NullPointersOfTheContainerAreRefused)
     EXPECT_EQ(control->OnMnemonic(nullptr), E_POINTER);
 
     const auto drawn = object.as<IViewObject2>();
-    EXPECT_EQ(drawn->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0),
-              E_POINTER);
+    EXPECT_EQ(
+        drawn->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0),
+        E_POINTER);
     EXPECT_EQ(drawn->GetColorSet(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, nullptr), E_POINTER);
     EXPECT_EQ(drawn->GetExtent(DVASPECT_CONTENT, -1, nullptr, nullptr), E_POINTER);
 
@@ -191,7 +193,8 @@ TEST_P(ControlRulesTests, NothingIsGivenWhereAMemberFails)
 {
     const auto ole = object.as<IOleObject>();
     const auto poisoned = [](auto*& pointer) {
-        pointer = reinterpret_cast<std::remove_reference_t<decltype(pointer)>>(static_cast<UINT_PTR>(0xdeadbeef));
+        pointer =
+            reinterpret_cast<std::remove_reference_t<decltype(pointer)>>(static_cast<UINT_PTR>(0xdeadbeef));
     };
 
     IMoniker* moniker;
@@ -228,7 +231,9 @@ TEST_P(ControlRulesTests, NothingIsGivenWhereAMemberFails)
     EXPECT_EQ(window, nullptr);
     LOGPALETTE* colors;
     poisoned(colors);
-    EXPECT_EQ(object.as<IViewObject2>()->GetColorSet(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, &colors), S_FALSE);
+    EXPECT_EQ(
+        object.as<IViewObject2>()->GetColorSet(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, &colors),
+        S_FALSE);
     EXPECT_EQ(colors, nullptr);
 }
 
@@ -245,7 +250,8 @@ TEST(ClassesTest, TheClassesAreThoseOfTheCatalogue)
     std::vector<std::wstring> names;
     for (const PublicClass& publicClass : publicClasses())
         names.push_back(publicClass.name);
-    EXPECT_THAT(names, testing::IsSupersetOf({L"AppDialogEvents", L"Resources", L"EditGroups", L"ctlEditGroups"}));
+    EXPECT_THAT(names,
+                testing::IsSupersetOf({L"AppDialogEvents", L"Resources", L"EditGroups", L"ctlEditGroups"}));
     for (const PublicClass& publicClass : publicClasses())
         EXPECT_EQ(publicClass.control, publicClass.name.starts_with(L"ctl")) << narrow(publicClass.name);
 }

@@ -1,6 +1,6 @@
 // The DLL as a module: what it asks of the system, what it offers, and how long it stays.
-#include "tests/support/ComRules.h"
 #include "tests/library/PortableExecutable.h"
+#include "tests/support/ComRules.h"
 
 #include <KorvaneDlg.h>
 
@@ -32,16 +32,16 @@ TEST(ModuleTests, ImportsOnlyFromTheSystem)
 {
     const auto imported = dll().importedModules();
     EXPECT_THAT(imported, testing::Contains("ole32.dll"));
-    EXPECT_THAT(imported, testing::Each(testing::AnyOf("advapi32.dll", "comctl32.dll", "comdlg32.dll", "gdi32.dll",
-                                                       "kernel32.dll", "msvcrt.dll", "ole32.dll", "oleaut32.dll",
-                                                       "shell32.dll", "user32.dll")));
+    EXPECT_THAT(imported, testing::Each(testing::AnyOf("advapi32.dll", "comctl32.dll", "comdlg32.dll",
+                                                       "gdi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll",
+                                                       "oleaut32.dll", "shell32.dll", "user32.dll")));
 }
 
 TEST(ModuleTests, ExportsTheEntryPointsOfAComServerAndNoMore)
 {
     EXPECT_THAT(dll().exportedNames(),
-                testing::UnorderedElementsAre("DllCanUnloadNow", "DllGetClassObject", "DllInstall", "DllRegisterServer",
-                                              "DllUnregisterServer"));
+                testing::UnorderedElementsAre("DllCanUnloadNow", "DllGetClassObject", "DllInstall",
+                                              "DllRegisterServer", "DllUnregisterServer"));
 }
 
 TEST(ModuleTests, IsALibraryForThisPlatformThatMayBeMovedInMemory)
@@ -147,7 +147,8 @@ TEST(ModuleTests, ResourcesThatAHostHoldsKeepItLoaded)
 // What COM does when it unloads, without COM's delay: the module answers, and then it really goes.
 TEST(ModuleTests, ACopyIsGoneAfterItWasUsedAndFreed)
 {
-    const std::wstring copy = folderOfTests() + L"\\KorvaneDlgCopy" + std::to_wstring(GetCurrentProcessId()) + L".dll";
+    const std::wstring copy =
+        folderOfTests() + L"\\KorvaneDlgCopy" + std::to_wstring(GetCurrentProcessId()) + L".dll";
     ASSERT_TRUE(CopyFileW((folderOfTests() + L"\\KorvaneDlg.dll").c_str(), copy.c_str(), FALSE));
     const HMODULE module = LoadLibraryW(copy.c_str());
     ASSERT_NE(module, nullptr);
@@ -166,8 +167,8 @@ TEST(ModuleTests, ACopyIsGoneAfterItWasUsedAndFreed)
         EXPECT_EQ(dialog->GetTypeInfo(0, LOCALE_USER_DEFAULT, information.put()), S_OK);
     }
     SetErrorInfo(0, nullptr);
-    const auto canCopyUnload =
-        reinterpret_cast<HRESULT(WINAPI*)()>(reinterpret_cast<void*>(GetProcAddress(module, "DllCanUnloadNow")));
+    const auto canCopyUnload = reinterpret_cast<HRESULT(WINAPI*)()>(
+        reinterpret_cast<void*>(GetProcAddress(module, "DllCanUnloadNow")));
     EXPECT_EQ(canCopyUnload(), S_OK);
     EXPECT_TRUE(FreeLibrary(module));
     EXPECT_EQ(GetModuleHandleW(copy.c_str()), nullptr);

@@ -20,14 +20,15 @@ struct CloseFile
 
 std::vector<std::byte> read(const std::wstring& path)
 {
-    const HANDLE opened = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
-                                      OPEN_EXISTING, 0, nullptr);
+    const HANDLE opened = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE,
+                                      nullptr, OPEN_EXISTING, 0, nullptr);
     if (opened == INVALID_HANDLE_VALUE)
         throw Failure(HRESULT_FROM_WIN32(GetLastError()));
     const std::unique_ptr<void, CloseFile> file(opened);
     std::vector<std::byte> bytes(GetFileSize(opened, nullptr));
     DWORD count = 0;
-    if (!ReadFile(opened, bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr) || count != bytes.size())
+    if (!ReadFile(opened, bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr) ||
+        count != bytes.size())
         throw Failure(HRESULT_FROM_WIN32(GetLastError()));
     return bytes;
 }
@@ -83,7 +84,8 @@ std::vector<std::string> PortableExecutable::importedModules() const
 std::vector<std::string> PortableExecutable::exportedNames() const
 {
     std::vector<std::string> names;
-    const auto exports = at<IMAGE_EXPORT_DIRECTORY>(offsetOf(directory(IMAGE_DIRECTORY_ENTRY_EXPORT).VirtualAddress));
+    const auto exports =
+        at<IMAGE_EXPORT_DIRECTORY>(offsetOf(directory(IMAGE_DIRECTORY_ENTRY_EXPORT).VirtualAddress));
     const std::size_t table = offsetOf(exports.AddressOfNames);
     for (DWORD index = 0; index < exports.NumberOfNames; ++index)
         names.push_back(textAt(offsetOf(at<DWORD>(table + index * sizeof(DWORD)))));

@@ -105,7 +105,8 @@ const Contract contracts[] = {
      L"IResourceLibrary",
      {
          L"101 GetString([in] VARIANT id, [out, retval] BSTR* text)",
-         L"102 Export([in] VARIANT resourceType, [in] VARIANT resourceId, [in] BSTR fileName, [out, retval] VARIANT_BOOL* "
+         L"102 Export([in] VARIANT resourceType, [in] VARIANT resourceId, [in] BSTR fileName, [out, retval] "
+         L"VARIANT_BOOL* "
          L"written)",
      }},
     {L"KorvaneDlg",
@@ -143,7 +144,8 @@ const Contract contracts[] = {
      L"IGroups",
      {
          L"1 Load([out, retval] VARIANT_BOOL* result)",
-         L"2 Fetch([in] long id, [in, out] BSTR* text, [in, out] long* flags, [out, retval] VARIANT_BOOL* result)",
+         L"2 Fetch([in] long id, [in, out] BSTR* text, [in, out] long* flags, [out, retval] VARIANT_BOOL* "
+         L"result)",
          L"3 HasAccess([in] long operation, [in] long id, [out, retval] VARIANT_BOOL* result)",
          L"4 Add([in] BSTR text, [in] long flags, [out] long* newId)",
          L"5 Remove([in] long id, [out] long* removedId)",
@@ -315,7 +317,8 @@ TEST(TypeLibrariesTest, TheDllHoldsThemInTheirOrderAndNoMore)
     std::vector<std::wstring> names;
     for (const auto& library : typeLibraries())
         names.push_back(nameOf(library));
-    EXPECT_THAT(names, testing::ElementsAre(L"KorvaneDlg", L"KorvaneLib", L"KorvaneInterfaces", L"KorvaneData"));
+    EXPECT_THAT(names,
+                testing::ElementsAre(L"KorvaneDlg", L"KorvaneLib", L"KorvaneInterfaces", L"KorvaneData"));
 }
 
 TEST(TypeLibrariesTest, TheIdsAreThoseThatHostsWereCompiledWith)
@@ -371,8 +374,9 @@ TEST(TypeLibrariesTest, GroupsAnnounceThemselvesByADispinterface)
     for (const Member& member : membersOf(information.get()))
         if (member.id > 0 && member.id < 0x10000) // without those of IDispatch
             found.push_back(std::to_wstring(member.id) + L' ' + member.declaration);
-    EXPECT_THAT(found, testing::ElementsAre(L"1 OnClear() -> void",
-                                            L"2 OnAdd([in] long id, [in] BSTR text, [in] long flags) -> void"));
+    EXPECT_THAT(found,
+                testing::ElementsAre(L"1 OnClear() -> void",
+                                     L"2 OnAdd([in] long id, [in] BSTR text, [in] long flags) -> void"));
 }
 
 TEST(TypeLibrariesTest, DispatchIdsAreDistinctWithinAClass)

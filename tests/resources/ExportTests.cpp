@@ -35,7 +35,8 @@ std::string storedTemplate()
 {
     const HRSRC place = FindResourceW(library(), MAKEINTRESOURCEW(TEMPLATE_INFO_LABELS), L"TEMPLATE");
     EXPECT_NE(place, nullptr);
-    return {static_cast<const char*>(LockResource(LoadResource(library(), place))), SizeofResource(library(), place)};
+    return {static_cast<const char*>(LockResource(LoadResource(library(), place))),
+            SizeofResource(library(), place)};
 }
 
 class ExportTests : public testing::Test

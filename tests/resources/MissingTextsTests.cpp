@@ -49,8 +49,8 @@ public:
     HRESULT create(REFCLSID classId, REFIID iid, void** object) const
     {
         ComPtr<IClassFactory> factory;
-        require(entryPoint<HRESULT WINAPI(REFCLSID, REFIID, void**)>("DllGetClassObject")(classId, IID_IClassFactory,
-                                                                                        factory.putVoid()));
+        require(entryPoint<HRESULT WINAPI(REFCLSID, REFIID, void**)>("DllGetClassObject")(
+            classId, IID_IClassFactory, factory.putVoid()));
         return factory->CreateInstance(nullptr, iid, object);
     }
 

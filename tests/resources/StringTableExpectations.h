@@ -4,9 +4,11 @@
 // second time on purpose: a test that took them from the string table's source
 // would agree with any slip made there.
 
-namespace korvane::test {
+namespace korvane::test
+{
 
-struct StringTableEntry {
+struct StringTableEntry
+{
     int id;
     const wchar_t* text;
 };
@@ -47,19 +49,15 @@ inline constexpr StringTableEntry kContractStrings[] = {
     {22013, L"User"},
     {22014, L"No User"},
     {22050, L"Edit "},
-    {22051,
-     L"If you continue, all edits for this resource will be lost.\n"
-     L"Press 'Yes' to continue."},
-    {22090,
-     L"You have selected, that the user should be synchronized to the outlook account. "
-     L"This is only possible, if you enter a valid Login name."},
-    {22091,
-     L"You have selected to give the user authorization. "
-     L"This is only possible, if you enter a valid Login name."},
+    {22051, L"If you continue, all edits for this resource will be lost.\n"
+            L"Press 'Yes' to continue."},
+    {22090, L"You have selected, that the user should be synchronized to the outlook account. "
+            L"This is only possible, if you enter a valid Login name."},
+    {22091, L"You have selected to give the user authorization. "
+            L"This is only possible, if you enter a valid Login name."},
     {22092, L"The text box name must be entered."},
-    {22095,
-     L"You have selected to give the user a Login name. "
-     L"You must provide the user with authorization as well."},
+    {22095, L"You have selected to give the user a Login name. "
+            L"You must provide the user with authorization as well."},
     {22096, L"You must select a resource to delete."},
 
     {22500, L"&Message"},
@@ -127,19 +125,17 @@ inline constexpr StringTableEntry kContractStrings[] = {
     {25065, L"Description for this activity"},
     {25066, L"One or more names, where the activity is shown."},
     {25067, L"Show repetition possibilities"},
-    {25102,
-     L"Do you want to edit all occurrences of this activity ?\n"
-     L"\n"
-     L"Click 'Yes' to edit all occurrences.\n"
-     L"Click 'No' to edit this occurrence only."},
+    {25102, L"Do you want to edit all occurrences of this activity ?\n"
+            L"\n"
+            L"Click 'Yes' to edit all occurrences.\n"
+            L"Click 'No' to edit this occurrence only."},
 
     {25500, L"Move activity"},
     {25501, L"Copy activity"},
-    {25502,
-     L"Do you want to edit the activity for all ressources or just for the selected item?\n"
-     L"\n"
-     L"Click 'Yes' to change the activity for all items.\n"
-     L"Click 'No' to change the activity for this item only."},
+    {25502, L"Do you want to edit the activity for all ressources or just for the selected item?\n"
+            L"\n"
+            L"Click 'Yes' to change the activity for all items.\n"
+            L"Click 'No' to change the activity for this item only."},
     {25510, L"Updating database. Please wait..."},
 
     {30010, L"10 Hours"},
@@ -200,4 +196,4 @@ inline constexpr StringTableEntry kLayoutStrings[] = {
     {23063, L"Activity types to choose from"},
 };
 
-}  // namespace korvane::test
+} // namespace korvane::test

@@ -199,10 +199,12 @@ TEST_F(StringTableTests, LateBoundTheOwnMemberAnswersToTheName)
     LPOLESTR names[] = {name};
     DISPID id = DISPID_UNKNOWN;
     ASSERT_EQ(dispatch->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id), S_OK);
-    VARIANT argument = Variant(Bstr(L"Group")).detach(); // a number would be asked for by the interface's member
+    VARIANT argument =
+        Variant(Bstr(L"Group")).detach(); // a number would be asked for by the interface's member
     DISPPARAMS arguments{&argument, nullptr, 1, 0};
     Variant result;
-    EXPECT_EQ(dispatch->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments, result.put(), nullptr, nullptr),
+    EXPECT_EQ(dispatch->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments, result.put(),
+                               nullptr, nullptr),
               S_OK);
     EXPECT_EQ(result.type(), VT_BSTR);
     EXPECT_EQ(toText(result.get()), L"");

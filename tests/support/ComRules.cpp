@@ -3,8 +3,8 @@
 #include "framework/com/Bstr.h"
 #include "framework/com/Variant.h"
 
-#include <gmock/gmock.h>
 #include <docobj.h>
+#include <gmock/gmock.h>
 #include <objsafe.h>
 
 #include <algorithm>
@@ -55,7 +55,9 @@ std::wstring spelled(ITypeInfo* information, const TYPEDESC& type)
         const auto named = referenced(information, type.hreftype);
         // The platforms' type libraries call these two differently.
         const IID iid = TypeAttributes(named.get())->guid;
-        return iid == IID_IPictureDisp ? L"IPictureDisp" : iid == IID_IFontDisp ? L"IFontDisp" : nameOf(named.get());
+        return iid == IID_IPictureDisp ? L"IPictureDisp"
+               : iid == IID_IFontDisp  ? L"IFontDisp"
+                                       : nameOf(named.get());
     }
     case VT_I4:
         return L"long";
@@ -97,7 +99,8 @@ VARTYPE variantType(ITypeInfo* information, const TYPEDESC& type)
     {
         const auto named = referenced(information, type.hreftype);
         const TypeAttributes attributes(named.get());
-        return attributes->typekind == TKIND_ALIAS ? variantType(named.get(), attributes->tdescAlias) : VARTYPE{VT_I4};
+        return attributes->typekind == TKIND_ALIAS ? variantType(named.get(), attributes->tdescAlias)
+                                                   : VARTYPE{VT_I4};
     }
     case VT_INT:
     case VT_UINT:
@@ -228,12 +231,13 @@ LateBoundResult lateBoundCall(IDispatch* object, const Member& member)
     std::reverse(arguments.begin(), arguments.end());
     DISPID put = DISPID_PROPERTYPUT;
     const bool puts = member.kind == INVOKE_PROPERTYPUT || member.kind == INVOKE_PROPERTYPUTREF;
-    DISPPARAMS parameters{arguments.data(), puts ? &put : nullptr, static_cast<UINT>(arguments.size()), puts ? 1U : 0U};
+    DISPPARAMS parameters{arguments.data(), puts ? &put : nullptr, static_cast<UINT>(arguments.size()),
+                          puts ? 1U : 0U};
 
     LateBoundResult outcome{};
     EXCEPINFO exception{};
-    outcome.result = object->Invoke(member.id, IID_NULL, LOCALE_USER_DEFAULT, static_cast<WORD>(member.kind), &parameters,
-                                    outcome.value.put(), &exception, nullptr);
+    outcome.result = object->Invoke(member.id, IID_NULL, LOCALE_USER_DEFAULT, static_cast<WORD>(member.kind),
+                                    &parameters, outcome.value.put(), &exception, nullptr);
     outcome.number = exception.scode;
     outcome.description = view(exception.bstrDescription);
     SysFreeString(exception.bstrSource);
@@ -311,7 +315,10 @@ std::vector<PublicClass> publicClasses()
         const TypeAttributes attributes(information.get());
         if (attributes->typekind != TKIND_COCLASS)
             continue;
-        PublicClass found{attributes->guid, nameOf(information.get()), (attributes->wTypeFlags & TYPEFLAG_FCONTROL) != 0, {}};
+        PublicClass found{attributes->guid,
+                          nameOf(information.get()),
+                          (attributes->wTypeFlags & TYPEFLAG_FCONTROL) != 0,
+                          {}};
         for (UINT implemented = 0; implemented < attributes->cImplTypes; ++implemented)
         {
             HREFTYPE reference = 0;
@@ -507,7 +514,8 @@ VtableCall::~VtableCall()
 bool VtableCall::isCleared(std::size_t parameter) const noexcept
 {
     const auto* bytes = slots_[parameter].bytes;
-    return std::all_of(bytes, bytes + sizeOf(member_.parameters[parameter].type), [](BYTE byte) { return byte == 0; });
+    return std::all_of(bytes, bytes + sizeOf(member_.parameters[parameter].type),
+                       [](BYTE byte) { return byte == 0; });
 }
 
 VARIANT VtableCall::value() const noexcept
@@ -567,7 +575,8 @@ void expectBalancedReferences(IUnknown* object)
     for (const IID& iid : knownInterfaces())
     {
         IUnknown* found = nullptr;
-        const ULONG expected = SUCCEEDED(object->QueryInterface(iid, reinterpret_cast<void**>(&found))) ? before + 1 : before;
+        const ULONG expected =
+            SUCCEEDED(object->QueryInterface(iid, reinterpret_cast<void**>(&found))) ? before + 1 : before;
         EXPECT_EQ(references(object), expected) << interfaceName(iid);
         if (found)
         {
@@ -660,10 +669,12 @@ void expectLateBindingAgrees(IUnknown* object)
         wchar_t unknownName[] = L"NoSuchMember";
         LPOLESTR unknown[] = {unknownName};
         DISPID id = 0;
-        EXPECT_EQ(dispatch->GetIDsOfNames(IID_NULL, unknown, 1, LOCALE_USER_DEFAULT, &id), DISP_E_UNKNOWNNAME);
+        EXPECT_EQ(dispatch->GetIDsOfNames(IID_NULL, unknown, 1, LOCALE_USER_DEFAULT, &id),
+                  DISP_E_UNKNOWNNAME);
         EXPECT_EQ(id, DISPID_UNKNOWN);
         DISPPARAMS none{};
-        EXPECT_EQ(dispatch->Invoke(30000, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr),
+        EXPECT_EQ(dispatch->Invoke(30000, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, nullptr,
+                                   nullptr, nullptr),
                   DISP_E_MEMBERNOTFOUND);
     }
 }
@@ -693,7 +704,8 @@ void expectNoAggregation(const PublicClass& publicClass)
     for (const IID& iid : asked)
     {
         void* inner = &factory;
-        EXPECT_EQ(factory->CreateInstance(outer.get(), iid, &inner), CLASS_E_NOAGGREGATION) << interfaceName(iid);
+        EXPECT_EQ(factory->CreateInstance(outer.get(), iid, &inner), CLASS_E_NOAGGREGATION)
+            << interfaceName(iid);
         EXPECT_EQ(inner, nullptr);
     }
     EXPECT_EQ(references(outer.get()), before);

@@ -44,7 +44,8 @@ struct Member
     ULONG_PTR offset; ///< in the vtable, in bytes
     std::vector<Parameter> parameters;
     std::wstring help;
-    std::wstring declaration; ///< for example `get Operand([in] BSTR operandName, [out, retval] VARIANT* value)`
+    std::wstring
+        declaration; ///< for example `get Operand([in] BSTR operandName, [out, retval] VARIANT* value)`
 };
 
 /// The members of an interface that follow those of IDispatch, in the order of its vtable. Works for

@@ -65,8 +65,8 @@ private:
 
 Container::Container(Offer offer)
 {
-    window_ = CreateWindowExW(WS_EX_CONTROLPARENT, L"Static", L"Container", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 40, 40, 500,
-                              400, nullptr, nullptr, nullptr, nullptr);
+    window_ = CreateWindowExW(WS_EX_CONTROLPARENT, L"Static", L"Container", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
+                              40, 40, 500, 400, nullptr, nullptr, nullptr, nullptr);
     site = make<host::ControlSite>(window_);
     if (offer.font)
         site->font = host::makeFont(L"MS Shell Dlg", 8);
@@ -137,7 +137,8 @@ HWND Container::button(const wchar_t* caption) const
 std::wstring Container::text(HWND window)
 {
     wchar_t buffer[512];
-    return {buffer, static_cast<std::size_t>(SendMessageW(window, WM_GETTEXT, 512, reinterpret_cast<LPARAM>(buffer)))};
+    return {buffer, static_cast<std::size_t>(
+                        SendMessageW(window, WM_GETTEXT, 512, reinterpret_cast<LPARAM>(buffer)))};
 }
 
 RECT Container::place(HWND control) const

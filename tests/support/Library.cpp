@@ -30,7 +30,8 @@ HMODULE library()
 
 HRESULT create(REFCLSID classId, REFIID iid, void** object)
 {
-    static auto* const getClassObject = entryPoint<HRESULT WINAPI(REFCLSID, REFIID, void**)>("DllGetClassObject");
+    static auto* const getClassObject =
+        entryPoint<HRESULT WINAPI(REFCLSID, REFIID, void**)>("DllGetClassObject");
     ComPtr<IClassFactory> factory;
     const HRESULT result = getClassObject(classId, IID_IClassFactory, factory.putVoid());
     return FAILED(result) ? result : factory->CreateInstance(nullptr, iid, object);

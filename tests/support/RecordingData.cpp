@@ -17,8 +17,8 @@ std::string text(long number)
     return std::to_string(number);
 }
 
-class RecordedGroups final
-    : public Object<RecordedGroups, Inherits<IGroups, EventSource<IGroupsEvents>>, IGroups, IConnectionPointContainer>
+class RecordedGroups final : public Object<RecordedGroups, Inherits<IGroups, EventSource<IGroupsEvents>>,
+                                           IGroups, IConnectionPointContainer>
 {
 public:
     explicit RecordedGroups(RecordingData& data) : data_(data) {}
@@ -43,7 +43,8 @@ public:
         const HRESULT outcome = data_.record("Groups.Fetch", text(id));
         if (FAILED(outcome))
             return outcome;
-        const auto found = std::find_if(data_.groups.begin(), data_.groups.end(), [&](auto& g) { return g.id == id; });
+        const auto found =
+            std::find_if(data_.groups.begin(), data_.groups.end(), [&](auto& g) { return g.id == id; });
         *result = VARIANT_FALSE;
         if (found == data_.groups.end())
             return S_OK;
@@ -58,7 +59,8 @@ public:
         const HRESULT outcome = data_.record("Groups.HasAccess", text(operation) + ", " + text(id));
         if (FAILED(outcome))
             return outcome;
-        const auto found = std::find_if(data_.groups.begin(), data_.groups.end(), [&](auto& g) { return g.id == id; });
+        const auto found =
+            std::find_if(data_.groups.begin(), data_.groups.end(), [&](auto& g) { return g.id == id; });
         *result = found != data_.groups.end() && found->editable ? VARIANT_TRUE : VARIANT_FALSE;
         return S_OK;
     }

@@ -45,7 +45,7 @@ void printLines(std::string_view indentation, std::wstring_view text)
         const auto end = text.find_first_of(L"\r\n");
         if (end != 0)
             print(indentation, text.substr(0, end));
-        text.remove_prefix(end == text.npos ? text.size() : end + 1);
+        text.remove_prefix(end == std::wstring_view::npos ? text.size() : end + 1);
     }
 }
 

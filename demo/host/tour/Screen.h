@@ -16,7 +16,8 @@ Failure tourFailure(const std::wstring& reason);
 /// Looks until something is the case. Throws when it does not come about in a time that is more than enough.
 void waitFor(const std::wstring& what, const std::function<bool()>& isTheCase);
 
-/// The visible top-level window of this process with a class, and with a title if one is given; null without one.
+/// The visible top-level window of this process with a class, and with a title if one is given; null without
+/// one.
 HWND visibleWindow(const wchar_t* className, const wchar_t* title = nullptr);
 
 /// The visible children of a class, at any depth.

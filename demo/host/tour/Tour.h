@@ -22,6 +22,7 @@ public:
     Tour(MainWindow& window, std::wstring folder);
     Tour(const Tour&) = delete;
     Tour& operator=(const Tour&) = delete;
+    ~Tour() { succeeded(); }
 
     /// Waits for the end. True when every step did what it said.
     bool succeeded();

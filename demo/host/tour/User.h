@@ -11,14 +11,15 @@
 namespace korvane::host
 {
 
-/// The keystrokes that give a text on the current keyboard layout; characters that no key gives are sent as such.
+/// The keystrokes that give a text on the current keyboard layout; characters that no key gives are sent as
+/// such.
 std::vector<INPUT> keystrokesFor(std::wstring_view text);
 
 class User
 {
 public:
-    /// @param untilTaken waits until the program has taken its input. A user goes on only then: a Shift that is
-    /// released too early can leave a small letter where a capital was meant.
+    /// @param untilTaken waits until the program has taken its input. A user goes on only then: a Shift that
+    /// is released too early can leave a small letter where a capital was meant.
     explicit User(std::function<void()> untilTaken) : untilTaken_(std::move(untilTaken)) {}
 
     /// Presses keys together, for example VK_MENU and 'G', and releases them.
