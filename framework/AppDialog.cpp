@@ -220,6 +220,7 @@ void AppDialog::dpiChanged()
     const Batch batch(*this);
     layoutChanged();
     setSize(fitToPixels(Width(), dpi()), fitToPixels(Height(), dpi()));
+    extentChanged();
     DialogWindow::applyFont();
 }
 

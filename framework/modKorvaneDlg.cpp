@@ -46,7 +46,7 @@ ComPtr<IResources> CurrentResources()
     return state ? state->resources.as<IResources>() : nullptr;
 }
 
-void setCurrentResources(ComPtr<IResources> resources)
+void setCurrentResources(const ComPtr<IResources>& resources)
 {
     apartment().resources = resources.as<IUnknown>();
 }

@@ -26,7 +26,7 @@ long KeyToID(std::wstring_view key);
 
 /// The texts and pictures of all dialogs of the calling thread; empty until a host or a dialog has set them.
 ComPtr<IResources> CurrentResources();
-void setCurrentResources(ComPtr<IResources> resources);
+void setCurrentResources(const ComPtr<IResources>& resources);
 
 /// As CurrentResources, but made of the library's own resources when a host has set none.
 ComPtr<IResources> requireResources();

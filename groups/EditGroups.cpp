@@ -48,10 +48,8 @@ bool EditGroups::execute()
 void EditGroups::PrepareNew()
 {
     GroupID = 0;
-    fetchedName_ = Bstr();
-    fetchedFlags_ = 1;
-    GroupName = fetchedName_;
-    groupFlags_ = fetchedFlags_;
+    fetchedName_ = GroupName = Bstr();
+    fetchedFlags_ = groupFlags_ = 1;
 }
 
 void EditGroups::PrepareEdit()

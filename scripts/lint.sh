@@ -198,14 +198,14 @@ check_sources() {
     fail "$what"
     printf '  %s of %s sources; details in %s/sources/*.log\n' "${#bad[@]}" "${#sources[@]}" "$lint"
     for name in "${bad[@]}"; do
-        findings "$name" | grep -q . || printf '  %s: ended without a finding, see its log\n' "$name"
+        [[ -n $(findings "$name") ]] || printf '  %s: ended without a finding, see its log\n' "$name"
     done
     # A header's finding comes up in every source that includes it: once is enough.
     for name in "${bad[@]}"; do findings "$name"; done | sort -u
 }
 
 findings() {
-    grep -E '(^|: )(fatal )?error: ' "$lint/sources/$1.log" | sed -e "s|^$root/||" -e 's/^/  /'
+    sed -nE -e '/(^|: )(fatal )?error: /!d' -e "s|^$root/||" -e 's/^/  /p' "$lint/sources/$1.log"
 }
 
 prefixes=("$@")

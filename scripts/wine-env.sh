@@ -13,7 +13,7 @@
 # one's own in KORVANE_WINE_DIR, run side by side. KORVANE_WINEDEBUG sets Wine's debug channels.
 
 korvane_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-korvane_wine_dir=${KORVANE_WINE_DIR:-$korvane_root/build/wine}
+korvane_wine_dir=$(realpath -m "${KORVANE_WINE_DIR:-$korvane_root/build/wine}")
 korvane_loader32=/usr/lib/wine/wine
 korvane_loader64=/usr/lib/wine/wine64
 korvane_prefix_recipe=1

@@ -2,8 +2,19 @@
 
 #include <new>
 
+#ifdef __MINGW32__
+#include <cxxabi.h>
+#endif
+
 namespace korvane
 {
+
+void prepareForFailures() noexcept
+{
+#ifdef __MINGW32__
+    [[maybe_unused]] const void* volatile made = abi::__cxa_get_globals(); // volatile, lest the call be left out
+#endif
+}
 
 Failure currentFailure() noexcept
 {

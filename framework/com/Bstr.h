@@ -22,7 +22,11 @@ public:
     explicit Bstr(std::wstring_view text);
     explicit Bstr(const wchar_t* text) : Bstr(std::wstring_view(text)) {}
 
-    Bstr(const Bstr& other) : Bstr(other.view()) {}
+    Bstr(const Bstr& other) : text_(nullptr)
+    {
+        if (other.text_)
+            *this = Bstr(other.view());
+    }
     Bstr(Bstr&& other) noexcept : text_(std::exchange(other.text_, nullptr)) {}
     ~Bstr() { SysFreeString(text_); }
 

@@ -38,6 +38,7 @@ HRESULT classObject(REFCLSID classId, REFIID iid, void** object) noexcept
     if (!object)
         return E_POINTER;
     *object = nullptr;
+    prepareForFailures();
     for (const ClassEntry& entry : classCatalogue())
         if (*entry.classId == classId)
             return guard([&] { return make<ClassFactory>(entry)->QueryInterface(iid, object); });

@@ -11,10 +11,10 @@ namespace korvane
 /// One class of a module. Factories and registration both follow from this.
 struct ClassEntry
 {
-    const CLSID* classId;
-    const wchar_t* name;        ///< the part of the ProgID after the library's name
-    const wchar_t* description; ///< what registry viewers show
-    HRESULT (*create)(REFIID iid, void** object) noexcept;
+    const CLSID* classId = nullptr;
+    const wchar_t* name = nullptr;        ///< the part of the ProgID after the library's name
+    const wchar_t* description = nullptr; ///< what registry viewers show
+    HRESULT (*create)(REFIID iid, void** object) noexcept = nullptr;
     int toolboxBitmap = 0; ///< resource id of a control's 16 by 16 bitmap; 0 for a class that is no control
 };
 

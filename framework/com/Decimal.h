@@ -12,7 +12,7 @@ namespace korvane
 inline std::wstring decimal(long number)
 {
     char digits[12];
-    const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
+    auto* const end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
     return {std::begin(digits), end};
 }
 

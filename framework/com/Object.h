@@ -9,9 +9,11 @@
 #pragma once
 
 #include "framework/com/Boundary.h"
+#include "framework/com/Dispatch.h"
 #include "framework/com/Module.h"
 #include "framework/com/Platform.h"
-#include "framework/com/TypeInfo.h"
+
+#include <type_traits>
 
 namespace korvane
 {
@@ -43,7 +45,14 @@ template <> inline bool alsoAnswersFor<IProvideClassInfo2>(REFIID iid) noexcept
     return iid == IID_IProvideClassInfo;
 }
 
-template <class Class, class Base, class... Interfaces> class Object : public Base, public ISupportErrorInfo
+template <class Interface> constexpr bool isDual = std::is_base_of_v<IDispatch, Interface>;
+
+/// The base of an object, late-bound where it has dual interfaces.
+template <class Class, class Base, class... Interfaces>
+using ObjectBase = std::conditional_t<(isDual<Interfaces> || ...), LateBound<Class, Base, Interfaces...>, Base>;
+
+template <class Class, class Base, class... Interfaces>
+class Object : public ObjectBase<Class, Base, Interfaces...>, public ISupportErrorInfo
 {
 public:
     Object(const Object&) = delete;
@@ -54,7 +63,7 @@ public:
         if (!object)
             return E_POINTER;
         *object = nullptr;
-        (offer<Interfaces>(iid, object) || ...);
+        static_cast<void>((offer<Interfaces>(iid, object) || ...));
         if (!*object && iid == IID_ISupportErrorInfo)
             *object = static_cast<ISupportErrorInfo*>(this);
         if (const GUID* id = Class::privateId(); !*object && id && iid == *id)
@@ -83,66 +92,6 @@ public:
         return ((isDual<Interfaces> && iid == __uuidof(Interfaces)) || ...) ? S_OK : S_FALSE;
     }
 
-    // IDispatch, for every dual interface at once.
-
-    STDMETHODIMP GetTypeInfoCount(UINT* count)
-    {
-        if (!count)
-            return E_POINTER;
-        *count = 1;
-        return S_OK;
-    }
-
-    STDMETHODIMP GetTypeInfo(UINT index, LCID, ITypeInfo** information)
-    {
-        if (!information)
-            return E_POINTER;
-        *information = nullptr;
-        if (index != 0)
-            return DISP_E_BADINDEX;
-        return guard([&] {
-            ((isDual<Interfaces> && !*information && (*information = sharedTypeInfo<Interfaces>())) || ...);
-        });
-    }
-
-    STDMETHODIMP GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID, DISPID* ids)
-    {
-        if (reserved != IID_NULL)
-            return DISP_E_UNKNOWNINTERFACE;
-        if (!names || !ids || count == 0)
-            return E_INVALIDARG;
-        HRESULT result = DISP_E_UNKNOWNNAME;
-        const HRESULT access = guard([&] {
-            // A known member with an unknown argument name ends the search: the member is the right one.
-            ((isDual<Interfaces> &&
-              ((result = namesIn<Interfaces>(names, count, ids)) == S_OK || ids[0] != DISPID_UNKNOWN)) ||
-             ...);
-        });
-        return FAILED(access) ? access : result;
-    }
-
-    STDMETHODIMP Invoke(DISPID id, REFIID reserved, LCID, WORD flags, DISPPARAMS* arguments, VARIANT* result,
-                        EXCEPINFO* exception, UINT* badArgument)
-    {
-        if (reserved != IID_NULL)
-            return DISP_E_UNKNOWNINTERFACE;
-        HRESULT outcome = DISP_E_MEMBERNOTFOUND;
-        const HRESULT access = guard([&] {
-            SetErrorInfo(0, nullptr); // what is there is not about this call
-            const auto invokeAs = [&](WORD kind) {
-                ((isDual<Interfaces> &&
-                  (outcome = invokeIn<Interfaces>(id, kind, arguments, result, exception, badArgument)) !=
-                      DISP_E_MEMBERNOTFOUND) ||
-                 ...);
-            };
-            invokeAs(flags);
-            // A script may assign an object with Set to a property that takes any value.
-            if (outcome == DISP_E_MEMBERNOTFOUND && flags == DISPATCH_PROPERTYPUTREF)
-                invokeAs(DISPATCH_PROPERTYPUT);
-        });
-        return FAILED(access) ? access : outcome;
-    }
-
     /// An interface id that answers with the C++ object itself, for use within this module only. A class that
     /// others of the module need to recognise returns its class id.
     static const GUID* privateId() noexcept { return nullptr; }
@@ -151,14 +100,13 @@ public:
 
 protected:
     template <class... Arguments>
-    explicit Object(Arguments&&... arguments) : Base(std::forward<Arguments>(arguments)...)
+    explicit Object(Arguments&&... arguments)
+        : ObjectBase<Class, Base, Interfaces...>(std::forward<Arguments>(arguments)...)
     {
     }
     ~Object() = default;
 
 private:
-    template <class Interface> static constexpr bool isDual = std::is_base_of_v<IDispatch, Interface>;
-
     template <class Interface> bool offer(REFIID iid, void** object) noexcept
     {
         const bool answered = iid == __uuidof(Interface) || iid == IID_IUnknown ||
@@ -166,33 +114,6 @@ private:
         if (answered)
             *object = static_cast<Interface*>(static_cast<Class*>(this));
         return answered;
-    }
-
-    template <class Interface> static ITypeInfo* sharedTypeInfo()
-    {
-        return ComPtr<ITypeInfo>(typeInfo<Interface>()).detach();
-    }
-
-    template <class Interface> static HRESULT namesIn(LPOLESTR* names, UINT count, DISPID* ids)
-    {
-        if constexpr (isDual<Interface>)
-        {
-            ids[0] = DISPID_UNKNOWN;
-            return typeInfo<Interface>()->GetIDsOfNames(names, count, ids);
-        }
-        else
-            return DISP_E_UNKNOWNNAME;
-    }
-
-    template <class Interface>
-    HRESULT invokeIn(DISPID id, WORD flags, DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception,
-                     UINT* badArgument)
-    {
-        if constexpr (isDual<Interface>)
-            return typeInfo<Interface>()->Invoke(static_cast<Interface*>(static_cast<Class*>(this)), id,
-                                                 flags, arguments, result, exception, badArgument);
-        else
-            return DISP_E_MEMBERNOTFOUND;
     }
 
     ULONG references_ = 0;

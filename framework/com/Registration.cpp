@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace korvane
 {
@@ -40,7 +41,7 @@ public:
     void set(const wchar_t* name, const std::wstring& text) const
     {
         requireRegistry(RegSetValueExW(key_, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
-                                       static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t))));
+                                       static_cast<DWORD>(text.size() + 1) * DWORD{sizeof(wchar_t)}));
     }
 
     Key sub(const wchar_t* name, const std::wstring& text = {}) const
@@ -158,16 +159,23 @@ std::wstring registeredPath(const TLIBATTR& attributes)
     return SUCCEEDED(result) ? std::wstring(path.c_str()) : std::wstring();
 }
 
-void registerLibrary(int index)
+/// True when somebody else has registered a contract, at a file that is still there: a registration whose file is
+/// gone would leave callers without the contract.
+bool isRegisteredElsewhere(const Library& own)
 {
-    Library own = loadLibrary(index);
     const std::wstring registered = registeredPath(own.attributes);
-    // A file that is gone does not count: its registration would leave callers without the contract.
-    const bool elsewhere = !registered.empty() && !sameFile(registered, own.path);
-    if (index > 1 && elsewhere &&
-        SUCCEEDED(LoadTypeLibEx(registered.c_str(), REGKIND_NONE, ComPtr<ITypeLib>().put())))
-        return;
-    require(RegisterTypeLib(own.library.get(), own.path.data(), nullptr));
+    return !registered.empty() && !sameFile(registered, own.path) &&
+           SUCCEEDED(LoadTypeLibEx(registered.c_str(), REGKIND_NONE, ComPtr<ITypeLib>().put()));
+}
+
+/// The type libraries to register: the module's own, and the contracts that nobody else has registered.
+std::vector<Library> librariesToRegister(int count)
+{
+    std::vector<Library> libraries;
+    for (int index = 1; index <= count; ++index)
+        if (Library library = loadLibrary(index); index == 1 || !isRegisteredElsewhere(library))
+            libraries.push_back(std::move(library));
+    return libraries;
 }
 
 void unregisterLibrary(int index)
@@ -195,10 +203,12 @@ void removeEverything(const LibraryRegistration& library, std::span<const ClassE
 
 void registerModule(const LibraryRegistration& library, std::span<const ClassEntry> classes, Scope scope)
 {
+    // Looked up before the user's part takes the place of the whole: a contract of the machine counts for users too.
+    std::vector<Library> libraries = librariesToRegister(library.typeLibraries);
     const ClassesRoot root(scope);
     const auto failure = attempt([&] {
-        for (int index = 1; index <= library.typeLibraries; ++index)
-            registerLibrary(index);
+        for (Library& own : libraries)
+            require(RegisterTypeLib(own.library.get(), own.path.data(), nullptr));
         for (const ClassEntry& entry : classes)
             registerClass(library, entry);
     });

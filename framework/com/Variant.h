@@ -20,7 +20,7 @@ struct OleDate
 class Variant
 {
 public:
-    Variant() noexcept { VariantInit(&value_); }
+    Variant() noexcept = default;
     explicit Variant(long number) noexcept;
     explicit Variant(bool flag) noexcept;
     explicit Variant(OleDate date) noexcept;
@@ -55,7 +55,7 @@ public:
     VARIANT detach() noexcept { return std::exchange(value_, VARIANT{}); }
 
 private:
-    VARIANT value_;
+    VARIANT value_{}; // VT_EMPTY
 };
 
 // Conversions by OLE Automation's rules for the user's locale. They follow references and the default

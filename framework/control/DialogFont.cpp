@@ -13,7 +13,7 @@ DialogFont::DialogFont()
     design.cbSizeofstruct = sizeof design;
     wchar_t face[] = L"MS Shell Dlg";
     design.lpstrName = face;
-    design.cySize.int64 = 8 * 10000; // points, with four decimals
+    design.cySize.int64 = 8 * 10000LL; // points, with four decimals
     design.sWeight = FW_NORMAL;
     design.sCharset = DEFAULT_CHARSET;
     require(OleCreateFontIndirect(&design, IID_IFont, font_.putVoid()));

@@ -174,6 +174,13 @@ HWND DialogWindow::controlOfAccessKey(wchar_t key) const noexcept
     return nullptr;
 }
 
+HWND DialogWindow::lastTabStop() const noexcept
+{
+    // The one before the first: platforms differ on what comes before no control at all.
+    const HWND first = firstTabStop();
+    return first ? GetNextDlgTabItem(window_, first, TRUE) : nullptr;
+}
+
 Control* DialogWindow::controlOf(HWND window) const noexcept
 {
     for (Control* control : controls_)

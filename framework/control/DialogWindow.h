@@ -25,6 +25,10 @@ public:
     /// The visible and enabled control that an access key leads to; null when there is none.
     HWND controlOfAccessKey(wchar_t key) const noexcept;
 
+    // The ends of the tab order; null in a dialog without a control that takes the focus.
+    HWND firstTabStop() const noexcept { return GetNextDlgTabItem(window_, nullptr, FALSE); }
+    HWND lastTabStop() const noexcept;
+
     // For the controls.
     void add(Control& control) { controls_.push_back(&control); }
     void layoutChanged() noexcept;

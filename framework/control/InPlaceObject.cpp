@@ -63,8 +63,8 @@ HRESULT OleControl::activateUi(const MSG* message)
     // Whoever comes by Shift+Tab meets the last control first.
     const bool byTab = message && message->message == WM_KEYDOWN && message->wParam == VK_TAB;
     const bool backwards = byTab && GetKeyState(VK_SHIFT) < 0;
-    if (const HWND first = GetNextDlgTabItem(window(), nullptr, backwards))
-        SendMessageW(window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(first), TRUE);
+    if (const HWND entered = backwards ? lastTabStop() : firstTabStop())
+        SendMessageW(window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(entered), TRUE);
     else
         SetFocus(window());
     return S_OK;

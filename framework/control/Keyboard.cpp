@@ -85,7 +85,7 @@ bool OleControl::leavesByTab(bool backwards) const noexcept
     HWND current = GetFocus();
     while (current && GetParent(current) != window())
         current = GetParent(current);
-    return current && current == GetNextDlgTabItem(window(), nullptr, !backwards);
+    return current && current == (backwards ? firstTabStop() : lastTabStop());
 }
 
 bool OleControl::containerTranslates(LPMSG message) noexcept

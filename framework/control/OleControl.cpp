@@ -14,6 +14,11 @@ void OleControl::setSize(float width, float height)
         return;
     width_ = width;
     height_ = height;
+    extentChanged();
+}
+
+void OleControl::extentChanged()
+{
     insistOnSize();
     viewChanged();
 }

@@ -111,6 +111,8 @@ protected:
     float Width() const noexcept { return width_; }
     float Height() const noexcept { return height_; }
     void setSize(float width, float height);
+    /// The same size has become another one in pixels.
+    void extentChanged();
 
     bool enabled() const noexcept { return enabled_; }
     void setEnabled(bool enabled) noexcept;

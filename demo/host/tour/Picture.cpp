@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <set>
 #include <type_traits>
 #include <vector>

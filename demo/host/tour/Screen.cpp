@@ -136,16 +136,21 @@ bool isInMenu(HWND window)
     return (stateOf(window).flags & GUI_INMENUMODE) != 0;
 }
 
+POINT middleOf(const RECT& place)
+{
+    return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+}
+
 POINT middleOf(HWND window)
 {
     RECT place{};
     GetWindowRect(window, &place);
-    return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+    return middleOf(place);
 }
 
-POINT middleOf(HWND window, RECT part)
+POINT middleOf(HWND window, const RECT& part)
 {
-    POINT middle{(part.left + part.right) / 2, (part.top + part.bottom) / 2};
+    POINT middle = middleOf(part);
     ClientToScreen(window, &middle);
     return middle;
 }

@@ -35,8 +35,9 @@ HWND focusIn(HWND window);
 bool isInMenu(HWND window);
 
 // Where something is, in pixels of the screen.
+POINT middleOf(const RECT& place);
 POINT middleOf(HWND window);
-POINT middleOf(HWND window, RECT part);
+POINT middleOf(HWND window, const RECT& part);
 RECT placeOfItem(HWND listBox, const std::wstring& item);
 RECT placeOfRow(HWND listView, int row);
 

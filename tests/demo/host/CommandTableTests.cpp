@@ -16,7 +16,7 @@ namespace
 wchar_t accessKeyOf(std::wstring_view caption)
 {
     const auto at = caption.find(L'&');
-    return at == caption.npos ? L'\0' : static_cast<wchar_t>(std::towupper(caption.at(at + 1)));
+    return at == std::wstring_view::npos ? L'\0' : static_cast<wchar_t>(std::towupper(caption.at(at + 1)));
 }
 
 TEST(CommandTable, TellsEntriesByTheirId)

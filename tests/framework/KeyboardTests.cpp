@@ -1,0 +1,402 @@
+// The keyboard, between a dialog and the container that it stands in.
+#include "tests/framework/TestDialog.h"
+
+#include <gmock/gmock.h>
+
+namespace korvane::test
+{
+
+namespace
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+/// A dialog with access keys: on controls, on a label, and on what is hidden or disabled.
+class KeyboardDialog final : public Dialog<KeyboardDialog, TestDialogCommand>
+{
+public:
+    static const GUID* classId() noexcept
+    {
+        static constexpr GUID id{
+            0x6E2A5B10, 0x2C41, 0x4F0E, {0x9B, 0x51, 0x0D, 0x7A, 0x31, 0x5E, 0x88, 0x03}};
+        return &id;
+    }
+
+    KeyboardDialog() : Dialog(22000, 4500, 2400)
+    {
+        cmdApply.onClick = [this] { ++applied; };
+        cmdOff.onClick = cmdHidden.onClick = [this] { ++forbidden; };
+        cmdOff.setEnabled(false);
+        cmdHidden.setVisible(false);
+    }
+
+    int applied = 0;
+    int forbidden = 0;
+
+    Label lblFirst{*this, {.name = L"lblFirst", .place = {120, 120, 900, 240}, .text = L"&First"}};
+    TextBox txtFirst{*this, {.name = L"txtFirst", .place = {1200, 120, 1500, 315}}};
+    Label lblList{*this, {.name = L"lblList", .place = {120, 500, 900, 240}, .text = L"Tom && &Jerry"}};
+    ListBox lstList{*this, {.name = L"lstList", .place = {1200, 500, 1500, 600}}};
+    Button cmdApply{*this, {.name = L"cmdApply", .place = {2850, 120, 1200, 345}, .text = L"&Apply"}};
+    Button cmdOff{*this, {.name = L"cmdOff", .place = {2850, 480, 1200, 345}, .text = L"&Unable"}};
+    Button cmdHidden{*this, {.name = L"cmdHidden", .place = {2850, 840, 1200, 345}, .text = L"&Hidden"}};
+    CommandFrame fraCommands{*this, {0, 1785, 4500, 615}};
+
+private:
+    bool load() override { return true; }
+    void takeValues() override {}
+};
+
+/// The Shift key, held down for this thread.
+class HeldShift
+{
+public:
+    explicit HeldShift(bool held)
+    {
+        GetKeyboardState(former_);
+        BYTE state[256];
+        GetKeyboardState(state);
+        state[VK_SHIFT] = held ? 0x80 : 0;
+        SetKeyboardState(state);
+    }
+    HeldShift(const HeldShift&) = delete;
+    HeldShift& operator=(const HeldShift&) = delete;
+    ~HeldShift() { SetKeyboardState(former_); }
+
+private:
+    BYTE former_[256];
+};
+
+class KeyboardTests : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        container.dialog = ComPtr<IAppDialog>(dialog.get());
+        container.site->host(container.dialog.as<IUnknown>());
+        call(container.dialog, &IAppDialog::putref_Command, command.as<IDispatch>().get());
+        ASSERT_TRUE(container.ready());
+        neighbour = CreateWindowExW(0, L"Edit", nullptr, WS_CHILD | WS_VISIBLE | WS_TABSTOP, 400, 300, 60, 20,
+                                    container.window(), nullptr, nullptr, nullptr);
+        container.site->activateUi();
+        container.pump();
+    }
+
+    void TearDown() override
+    {
+        container.close();
+        setCurrentResources(nullptr);
+    }
+
+    HWND first() const { return dialog->txtFirst.window(); }
+    HWND last() const { return dialog->fraCommands.cmdCancel.window(); }
+    HWND okButton() const { return dialog->fraCommands.cmdOk.window(); }
+
+    /// Moves the focus as the dialog manager does.
+    void focus(HWND control) const
+    {
+        SendMessageW(dialog->window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
+        ASSERT_EQ(GetFocus(), control);
+    }
+
+    /// Lets the container take the focus on to the neighbour, and notes the direction.
+    void letTabOut()
+    {
+        container.site->onTabOut = [this](bool backwards) {
+            tabsOut.push_back(backwards);
+            SetFocus(neighbour);
+            return true;
+        };
+    }
+
+    HRESULT translate(HWND window, UINT message, WPARAM key) const
+    {
+        MSG translated{};
+        translated.hwnd = window;
+        translated.message = message;
+        translated.wParam = key;
+        translated.lParam = message == WM_SYSCHAR || message == WM_SYSKEYDOWN ? 0x20000001 : 1;
+        return dialog->TranslateAccelerator(&translated);
+    }
+
+    HRESULT mnemonic(UINT message, WPARAM key) const
+    {
+        MSG pressed{};
+        pressed.hwnd = neighbour;
+        pressed.message = message;
+        pressed.wParam = key;
+        pressed.lParam = 0x20000001;
+        const HRESULT result = dialog->OnMnemonic(&pressed);
+        container.pump();
+        return result;
+    }
+
+    void enterByTab(bool backwards)
+    {
+        SetFocus(neighbour);
+        const HeldShift shift(backwards);
+        MSG tab{};
+        tab.hwnd = neighbour;
+        tab.message = WM_KEYDOWN;
+        tab.wParam = VK_TAB;
+        const RECT place{0, 0, container.site->extent().cx, container.site->extent().cy};
+        EXPECT_EQ(
+            dialog->DoVerb(OLEIVERB_UIACTIVATE, &tab, container.site.get(), 0, container.window(), &place),
+            S_OK);
+    }
+
+    std::vector<char> accessKeys() const
+    {
+        CONTROLINFO info{};
+        info.cb = sizeof info;
+        EXPECT_EQ(dialog->GetControlInfo(&info), S_OK);
+        EXPECT_EQ(info.dwFlags, static_cast<DWORD>(CTRLINFO_EATS_RETURN | CTRLINFO_EATS_ESCAPE));
+        std::vector<ACCEL> table(
+            static_cast<std::size_t>(info.hAccel ? CopyAcceleratorTableW(info.hAccel, nullptr, 0) : 0));
+        EXPECT_EQ(table.size(), info.cAccel);
+        if (!table.empty())
+            CopyAcceleratorTableW(info.hAccel, table.data(), static_cast<int>(table.size()));
+        std::vector<char> keys;
+        for (const ACCEL& entry : table)
+        {
+            EXPECT_TRUE((entry.fVirt & FALT) != 0);
+            keys.push_back(static_cast<char>(entry.key));
+        }
+        return keys;
+    }
+
+    Container container;
+    ComPtr<TestDialogCommand> command = make<TestDialogCommand>();
+    ComPtr<KeyboardDialog> dialog = make<KeyboardDialog>();
+    HWND neighbour = nullptr;
+    std::vector<bool> tabsOut;
+};
+
+} // namespace
+
+TEST_F(KeyboardTests, TabAtTheLastControlLeavesTheDialog)
+{
+    letTabOut();
+    focus(last());
+    container.press(VK_TAB);
+    EXPECT_THAT(tabsOut, ElementsAre(false));
+    EXPECT_EQ(GetFocus(), neighbour);
+}
+
+TEST_F(KeyboardTests, ShiftTabAtTheFirstControlLeavesTheDialog)
+{
+    letTabOut();
+    focus(first());
+    container.press(VK_TAB, true);
+    EXPECT_THAT(tabsOut, ElementsAre(true));
+    EXPECT_EQ(GetFocus(), neighbour);
+}
+
+TEST_F(KeyboardTests, TabWithinTheDialogIsTheDialogsOwn)
+{
+    letTabOut();
+    focus(first());
+    const HWND order[] = {dialog->lstList.window(), dialog->cmdApply.window(), okButton(), last()};
+    for (const HWND next : order) // what is hidden or disabled is passed over
+    {
+        container.press(VK_TAB);
+        EXPECT_EQ(GetFocus(), next);
+    }
+    container.press(VK_TAB, true);
+    EXPECT_EQ(GetFocus(), okButton());
+    EXPECT_THAT(tabsOut, IsEmpty());
+}
+
+TEST_F(KeyboardTests, TabGoesRoundWhenTheContainerDeclines)
+{
+    int asked = 0;
+    container.site->onTabOut = [&](bool) {
+        ++asked;
+        return false;
+    };
+    focus(last());
+    container.press(VK_TAB);
+    EXPECT_EQ(GetFocus(), first());
+    container.press(VK_TAB, true);
+    EXPECT_EQ(GetFocus(), last());
+    EXPECT_EQ(asked, 2);
+}
+
+TEST_F(KeyboardTests, WhoComesByTabMeetsTheFirstControl)
+{
+    enterByTab(false);
+    EXPECT_EQ(GetFocus(), first());
+    EXPECT_TRUE(container.site->isUiActive());
+}
+
+TEST_F(KeyboardTests, WhoComesByShiftTabMeetsTheLastControl)
+{
+    enterByTab(true);
+    EXPECT_EQ(GetFocus(), last()) << testing::PrintToString(Container::text(GetFocus()));
+}
+
+TEST_F(KeyboardTests, WhoComesByTabAgainStartsAnewEachTime)
+{
+    letTabOut();
+    focus(last());
+    container.press(VK_TAB);
+    enterByTab(false);
+    EXPECT_EQ(GetFocus(), first());
+    container.press(VK_TAB, true);
+    enterByTab(true);
+    EXPECT_EQ(GetFocus(), last());
+    EXPECT_THAT(tabsOut, ElementsAre(false, true));
+}
+
+TEST_F(KeyboardTests, AnAccessKeyFromOutsideOfALabelFocusesWhatItNames)
+{
+    for (const auto& [message, key] : {std::pair{WM_SYSCHAR, 'f'}, std::pair{WM_SYSKEYDOWN, 'F'}})
+    {
+        SetFocus(neighbour);
+        EXPECT_EQ(mnemonic(static_cast<UINT>(message), static_cast<WPARAM>(key)), S_OK);
+        EXPECT_EQ(GetFocus(), first());
+    }
+    SetFocus(neighbour);
+    mnemonic(WM_SYSCHAR, 'j');
+    EXPECT_EQ(GetFocus(), dialog->lstList.window());
+}
+
+TEST_F(KeyboardTests, AnAccessKeyFromOutsideClicksAButton)
+{
+    SetFocus(neighbour);
+    EXPECT_EQ(mnemonic(WM_SYSCHAR, 'a'), S_OK);
+    EXPECT_EQ(dialog->applied, 1);
+    SetFocus(neighbour);
+    EXPECT_EQ(mnemonic(WM_SYSKEYDOWN, 'A'), S_OK);
+    EXPECT_EQ(dialog->applied, 2);
+}
+
+TEST_F(KeyboardTests, AnAccessKeyFromOutsideDoesNothingWhereItIsNotInForce)
+{
+    mnemonic(WM_SYSCHAR, 'u');
+    mnemonic(WM_SYSCHAR, 'h');
+    EXPECT_EQ(dialog->forbidden, 0);
+    EXPECT_EQ(dialog->OnMnemonic(nullptr), E_POINTER);
+}
+
+TEST_F(KeyboardTests, TheContainerIsToldTheAccessKeysInForce)
+{
+    EXPECT_THAT(accessKeys(), UnorderedElementsAre('F', 'J', 'A'));
+    dialog->cmdOff.setEnabled(true);
+    EXPECT_THAT(accessKeys(), UnorderedElementsAre('F', 'J', 'A', 'U'));
+    dialog->cmdHidden.setVisible(true);
+    dialog->cmdApply.setVisible(false);
+    EXPECT_THAT(accessKeys(), UnorderedElementsAre('F', 'J', 'U', 'H'));
+    EXPECT_EQ(dialog->GetControlInfo(nullptr), E_POINTER);
+}
+
+TEST_F(KeyboardTests, AccessKeysWorkWithinTheDialog)
+{
+    focus(last());
+    container.press('F', false, true);
+    EXPECT_EQ(GetFocus(), first());
+    container.press('A', false, true);
+    EXPECT_EQ(dialog->applied, 1);
+}
+
+TEST_F(KeyboardTests, HiddenAndDisabledControlsHaveNoAccessKey)
+{
+    for (const wchar_t key : {L'u', L'h', L't'}) // the ampersand that is doubled is no access key either
+        EXPECT_EQ(translate(first(), WM_SYSCHAR, key), S_FALSE) << static_cast<char>(key);
+    EXPECT_EQ(dialog->forbidden, 0);
+    EXPECT_EQ(GetFocus(), first());
+}
+
+TEST_F(KeyboardTests, ALetterAloneIsAnAccessKeyOnlyWhereNothingIsTyped)
+{
+    focus(first());
+    container.type(L"a");
+    EXPECT_EQ(dialog->applied, 0);
+    EXPECT_EQ(Container::text(first()), L"a");
+    focus(last());
+    container.type(L"a");
+    EXPECT_EQ(dialog->applied, 1);
+}
+
+TEST_F(KeyboardTests, EnterConfirmsWhereverTheFocusIs)
+{
+    for (const HWND control : {first(), dialog->lstList.window(), okButton()})
+    {
+        container.done.clear();
+        ASSERT_TRUE(container.ready()); // a dialog that has ended begins anew
+        focus(control);
+        container.press(VK_RETURN);
+        EXPECT_THAT(container.done, ElementsAre(false));
+    }
+}
+
+TEST_F(KeyboardTests, EnterOnAnotherButtonPressesThatButton)
+{
+    focus(dialog->cmdApply.window());
+    container.press(VK_RETURN);
+    EXPECT_EQ(dialog->applied, 1);
+    EXPECT_THAT(container.done, IsEmpty());
+    focus(first());
+    container.press(VK_RETURN);
+    EXPECT_EQ(dialog->applied, 1);
+    EXPECT_THAT(container.done, ElementsAre(false));
+}
+
+TEST_F(KeyboardTests, EnterOnCancelCancels)
+{
+    focus(last());
+    container.press(VK_RETURN);
+    EXPECT_THAT(container.done, ElementsAre(true));
+    EXPECT_EQ(container.submitted, 0);
+}
+
+TEST_F(KeyboardTests, EscapeCancelsWhereverTheFocusIs)
+{
+    for (const HWND control :
+         {first(), dialog->lstList.window(), dialog->cmdApply.window(), okButton(), last()})
+    {
+        container.done.clear();
+        ASSERT_TRUE(container.ready());
+        focus(control);
+        container.press(VK_ESCAPE);
+        EXPECT_THAT(container.done, ElementsAre(true));
+    }
+    EXPECT_EQ(dialog->applied, 0);
+    EXPECT_EQ(container.submitted, 0);
+}
+
+TEST_F(KeyboardTests, KeysThatAreNoneOfTheDialogsAreLeftToTheContainer)
+{
+    EXPECT_EQ(translate(first(), WM_SYSCHAR, L'z'), S_FALSE);
+    EXPECT_EQ(translate(first(), WM_SYSKEYDOWN, 'Z'), S_FALSE);
+    EXPECT_EQ(translate(first(), WM_SYSKEYDOWN, VK_F4), S_FALSE);
+    for (const int key : {VK_F1, VK_F5, VK_F10, VK_F12})
+        EXPECT_EQ(translate(first(), WM_KEYDOWN, static_cast<WPARAM>(key)), S_FALSE) << key;
+    EXPECT_EQ(GetFocus(), first());
+    EXPECT_THAT(container.done, IsEmpty());
+}
+
+TEST_F(KeyboardTests, OtherMessagesAreNotTranslated)
+{
+    EXPECT_EQ(translate(first(), WM_LBUTTONDOWN, MK_LBUTTON), S_FALSE);
+    EXPECT_EQ(translate(first(), WM_TIMER, 1), S_FALSE);
+    EXPECT_EQ(dialog->TranslateAccelerator(static_cast<LPMSG>(nullptr)), E_POINTER);
+}
+
+TEST_F(KeyboardTests, KeysOfForeignWindowsAreNotTranslated)
+{
+    SetFocus(neighbour);
+    for (const HWND foreign : {neighbour, container.window(), static_cast<HWND>(nullptr)})
+    {
+        for (const int key : {VK_TAB, VK_RETURN, VK_ESCAPE, VK_DOWN})
+            EXPECT_EQ(translate(foreign, WM_KEYDOWN, static_cast<WPARAM>(key)), S_FALSE) << key;
+        EXPECT_EQ(translate(foreign, WM_SYSCHAR, L'a'), S_FALSE);
+    }
+    EXPECT_EQ(GetFocus(), neighbour);
+    EXPECT_EQ(dialog->applied, 0);
+    EXPECT_THAT(container.done, IsEmpty());
+}
+
+} // namespace korvane::test

@@ -1,0 +1,45 @@
+// What is alive: windows, handles, heap blocks, task memory and objects of the library, as numbers to compare.
+#pragma once
+
+#include "framework/com/Platform.h"
+
+#include <iosfwd>
+
+namespace korvane::test
+{
+
+/// How many there are.
+struct Living
+{
+    long windows = 0;       ///< of this thread, with children and message-only windows
+    long handles = 0;       ///< made and not destroyed by the library: GDI objects, DCs, key tables, contexts
+    long libraryBlocks = 0; ///< allocated and not freed by the library's own C++ code
+    long heapBlocks = 0;    ///< busy blocks of all heaps of the process
+    long taskBlocks = 0;    ///< strings of OLE Automation and task memory
+    bool objects = false;   ///< any object of the library
+
+    friend bool operator==(const Living&, const Living&) = default;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Living& living);
+
+/// Watches the library from its first use on; there is one watch in a program, and it stays.
+class LeakWatch
+{
+public:
+    static LeakWatch& instance();
+    LeakWatch(const LeakWatch&) = delete;
+    LeakWatch& operator=(const LeakWatch&) = delete;
+
+    /// What is alive now, when the library has let go of all that it keeps for later use.
+    Living living();
+
+    /// Whether strings of OLE Automation are freed at once instead of being kept in the platform's cache. That is
+    /// decided by OANOCACHE in the environment when the program starts.
+    static bool seesEveryString();
+
+private:
+    LeakWatch();
+};
+
+} // namespace korvane::test
