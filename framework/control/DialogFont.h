@@ -26,6 +26,8 @@ public:
     ComPtr<IFontDisp> object() const { return font_.as<IFontDisp>(); }
 
 private:
+    void make(FONTDESC& description);
+
     ComPtr<IFont> font_;
 };
 

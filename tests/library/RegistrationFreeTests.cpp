@@ -120,6 +120,7 @@ class LibraryGoes final : public testing::EmptyTestEventListener
 
 TEST(RegistrationFreeTests, NothingIsRegistered)
 {
+    forgetTypeLibraries();
     for (const PublicClass& publicClass : publicClasses())
         for (const wchar_t* classes : {machineClasses, userClasses})
             EXPECT_FALSE(registryKeyExists(classes + (L"\\KorvaneDlg." + publicClass.name)));

@@ -177,6 +177,7 @@ class RegistrationTests : public testing::Test
 protected:
     RegistrationTests()
     {
+        forgetTypeLibraries();
         unregisterServer();
         install(false, L"user");
         before = Registrations::now();

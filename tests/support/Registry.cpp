@@ -1,5 +1,10 @@
 #include "tests/support/Registry.h"
 
+#include <KorvaneData.h>
+#include <KorvaneDlg.h>
+#include <KorvaneInterfaces.h>
+#include <KorvaneLib.h>
+
 #include <utility>
 
 namespace korvane::test
@@ -76,6 +81,12 @@ std::optional<std::wstring> registryText(const std::wstring& path, const wchar_t
     if (RegGetValueW(hive, rest.c_str(), name, RRF_RT_REG_SZ, nullptr, text, &size) != ERROR_SUCCESS)
         return std::nullopt;
     return text;
+}
+
+void forgetTypeLibraries()
+{
+    for (const GUID* library : {&LIBID_KorvaneDlg, &LIBID_KorvaneLib, &LIBID_KorvaneInterfaces, &LIBID_KorvaneData})
+        UnRegisterTypeLib(*library, 1, 0, LOCALE_NEUTRAL, sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32);
 }
 
 bool registryKeyExists(const std::wstring& path)

@@ -20,6 +20,10 @@ std::optional<std::wstring> registryText(const std::wstring& path, const wchar_t
 
 bool registryKeyExists(const std::wstring& path);
 
+/// Takes back what the platform does by itself: whichever program marshals a contract first, in whatever test, makes it
+/// register the contract's type library.
+void forgetTypeLibraries();
+
 /// The classes, type libraries, interfaces and ProgIDs of the library, of every other library as well.
 /// The keys that hold them, `CLSID` for example, do not count: the platform makes them and lets them stay.
 class Registrations

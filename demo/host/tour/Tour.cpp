@@ -24,11 +24,13 @@ bool Tour::succeeded()
 
 bool Tour::go()
 {
+    const std::wstring failedPicture = folder_ + L"\\failed.png";
+    DeleteFileW(failedPicture.c_str()); // of an earlier tour
     int number = 0;
     for (const Step& step : groupSteps())
         if (!take(step, ++number))
         {
-            attempt([&] { savePicture(GetDesktopWindow(), folder_ + L"\\failed.png"); });
+            attempt([&] { savePicture(GetDesktopWindow(), failedPicture); });
             print("", L"The tour ends here: later steps build on this one.");
             window_.invoke([] { PostQuitMessage(EXIT_FAILURE); });
             return false;
