@@ -3,7 +3,7 @@
 namespace korvane
 {
 
-OleControl::OleControl(REFCLSID classId, float width, float height) noexcept
+OleControl::OleControl(REFCLSID classId, float width, float height)
     : classId_(classId), width_(width), height_(height)
 {
 }

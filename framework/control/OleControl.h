@@ -105,7 +105,7 @@ public:
     STDMETHODIMP GetGUID(DWORD kind, GUID* guid) override;
 
 protected:
-    OleControl(REFCLSID classId, float width, float height) noexcept;
+    OleControl(REFCLSID classId, float width, float height);
 
     /// Size of the dialog in twips. A dialog is of fixed size: what a container gives it is given back.
     float Width() const noexcept { return width_; }
