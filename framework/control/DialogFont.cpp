@@ -1,6 +1,5 @@
 #include "framework/control/DialogFont.h"
 
-#include "framework/com/Bstr.h"
 #include "framework/com/Failure.h"
 
 #include <cwchar>
@@ -17,7 +16,7 @@ DialogFont::DialogFont()
     design.cySize.int64 = 8 * 10000LL; // points, with four decimals
     design.sWeight = FW_NORMAL;
     design.sCharset = DEFAULT_CHARSET;
-    make(design);
+    require(OleCreateFontIndirect(&design, IID_IFont, font_.putVoid()));
 }
 
 void DialogFont::set(IUnknown* font)
@@ -25,26 +24,9 @@ void DialogFont::set(IUnknown* font)
     const auto original = queryFor<IFont>(font);
     if (!original)
         throw Failure(E_NOINTERFACE);
-    // Made anew from its properties: a font's own clone is not freed whole by every platform.
-    FONTDESC description{};
-    description.cbSizeofstruct = sizeof description;
-    Bstr name;
-    call(original, &IFont::get_Name, name.put());
-    description.lpstrName = name.get();
-    call(original, &IFont::get_Size, &description.cySize);
-    call(original, &IFont::get_Weight, &description.sWeight);
-    call(original, &IFont::get_Charset, &description.sCharset);
-    call(original, &IFont::get_Italic, &description.fItalic);
-    call(original, &IFont::get_Underline, &description.fUnderline);
-    call(original, &IFont::get_Strikethrough, &description.fStrikethrough);
-    make(description);
-}
-
-void DialogFont::make(FONTDESC& description)
-{
-    ComPtr<IFont> made;
-    require(OleCreateFontIndirect(&description, IID_IFont, made.putVoid()));
-    font_ = std::move(made);
+    ComPtr<IFont> copy;
+    call(original, &IFont::Clone, copy.put());
+    font_ = std::move(copy);
 }
 
 HFONT DialogFont::handle(int dpi) const

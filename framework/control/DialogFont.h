@@ -26,8 +26,6 @@ public:
     ComPtr<IFontDisp> object() const { return font_.as<IFontDisp>(); }
 
 private:
-    void make(FONTDESC& description);
-
     ComPtr<IFont> font_;
 };
 

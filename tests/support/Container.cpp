@@ -156,6 +156,9 @@ bool Container::visible(HWND control) const
 
 void Container::press(WORD key, bool shift, bool alt)
 {
+    // Another program may have taken the focus; a host gives it back to the dialog when it is activated again.
+    if (site->isUiActive() && !IsChild(dialogWindow(), GetFocus()))
+        site->activateUi();
     const Modifiers held(shift, alt);
     const HWND focus = GetFocus() ? GetFocus() : dialogWindow();
     const auto scan = static_cast<LPARAM>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC)) << 16;
