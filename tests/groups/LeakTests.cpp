@@ -155,6 +155,8 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(LeakWatch::seesEveryString()) << "run this with OANOCACHE=1 in the environment";
+        // A thread's first use of the library brings blocks along that stay with the thread.
+        create<IAppCommand>(__uuidof(::EditGroups));
         // A thread's first window brings windows of the platform along.
         first =
             CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);

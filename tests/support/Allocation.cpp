@@ -31,7 +31,7 @@ struct Allocator<name, Result __cdecl(Parameters...)>
 
     static Result __cdecl stand(Parameters... parameters)
     {
-        return refuses(name.text) ? nullptr : original(parameters...);
+        return refuses(name.text) ? Result{} : original(parameters...);
     }
 };
 
