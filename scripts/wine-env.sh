@@ -40,7 +40,7 @@ start_display() {
     [[ -z $korvane_xvfb_pid ]] || return 0
     mkdir -p "$korvane_wine_dir"
     local log=$korvane_wine_dir/display.log pipe number=
-    # In a session of its own, so that Ctrl-C does not take the screen away before Wine has ended, and bound
+    # In a process group of its own, so that Ctrl-C does not take the screen away before Wine has ended, and bound
     # to this script's life should it be killed. Without -noreset the server restarts whenever the last
     # client leaves.
     exec {pipe}< <(exec setsid setpriv --pdeathsig TERM \
