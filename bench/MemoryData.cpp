@@ -166,7 +166,19 @@ public:
         return S_OK;
     }
 
+    STDMETHODIMP get_Names(INames** collection) override { return lacks(collection); }
+    STDMETHODIMP get_Types(ITypes** collection) override { return lacks(collection); }
+    STDMETHODIMP get_Events(IEvents** collection) override { return lacks(collection); }
+    STDMETHODIMP get_EventLinks(IEventLinks** collection) override { return lacks(collection); }
+    STDMETHODIMP NewRecurrence(long, IRecurrence** rule) override { return lacks(rule); }
+
 private:
+    template <class Interface> static HRESULT lacks(Interface** result)
+    {
+        *result = nullptr;
+        return E_NOTIMPL;
+    }
+
     MemoryData& data_;
 };
 

@@ -87,10 +87,11 @@ template <class Class> struct Operand
 
 template <class Class, class Field> Class classOfMember(Field Class::*);
 
-/// The row of an operand that is a field: operand<&EditThings::thingId>(L"ThingID").
-template <auto Member> constexpr auto operand(std::wstring_view name)
+/// The row of an operand that is a field: operand<&EditThings::thingId>(L"ThingID"). For a field of a base, the
+/// class is named too.
+template <auto Member, class Class = decltype(classOfMember(Member))>
+constexpr auto operand(std::wstring_view name)
 {
-    using Class = decltype(classOfMember(Member));
     return Operand<Class>{name, [](const Class& command) { return operandValue(command.*Member); },
                           [](Class& command, const VARIANT& value) { storeOperand(command.*Member, value); }};
 }

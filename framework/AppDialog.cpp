@@ -46,7 +46,7 @@ AppDialog::AppDialog(REFCLSID classId, long titleId, float width, float height)
 
 STDMETHODIMP AppDialog::get_Name(BSTR* title)
 {
-    return returns(title, [&] { return resourceText(titleId_); });
+    return returns(title, [&] { return resourceText(titleId()); });
 }
 
 STDMETHODIMP AppDialog::get_Ready(VARIANT_BOOL* result)
@@ -231,15 +231,17 @@ void AppDialog::closing() noexcept
 
 void AppDialog::ok()
 {
-    if (submitting_ || ended_)
+    if (isOver())
         return;
+    for (Control* control : controls())
+        control->completeEdit();
     takeValues();
     confirm();
 }
 
 void AppDialog::cancel()
 {
-    if (submitting_ || ended_)
+    if (isOver())
         return;
     // Set before the call: the container may destroy the dialog in it.
     ended_ = true;
@@ -249,20 +251,46 @@ void AppDialog::cancel()
 
 void AppDialog::confirm()
 {
-    if (submitting_ || ended_)
+    if (isOver())
         return;
     submitting_ = true;
     const auto events = events_;
+    VARIANT_BOOL executed = VARIANT_FALSE;
     const auto failure = attempt([&] {
-        // The container's answer says whether the command was executed; the dialog has done its part either way.
-        VARIANT_BOOL executed = VARIANT_FALSE;
         call(events, &IAppDialogEvents::SubmitCommand, commandView().get(), &executed);
     });
     submitting_ = false;
     if (failure)
         throw *failure;
     ended_ = true;
-    call(events, &IAppDialogEvents::RaiseDone, VARIANT_FALSE);
+    const bool cancelled = cancelledAfter(executed != VARIANT_FALSE);
+    call(events, &IAppDialogEvents::RaiseDone, cancelled ? VARIANT_TRUE : VARIANT_FALSE);
+}
+
+/// The dialog has done its part, whatever the container answered.
+bool AppDialog::cancelledAfter(bool) const
+{
+    return false;
+}
+
+void AppDialog::raiseResize()
+{
+    const auto events = events_;
+    call(events, &IAppDialogEvents::RaiseResize);
+}
+
+int AppDialog::ask(long textId, UINT style) const
+{
+    return MessageBoxW(containerWindow(), resourceText(textId).c_str(), resourceText(titleId()).c_str(), style);
+}
+
+/// The host's window that the dialog stands in; null for none.
+HWND AppDialog::containerWindow() const
+{
+    HWND container = nullptr;
+    if (const auto site = queryFor<IOleInPlaceSite>(clientSite()))
+        site->GetWindow(&container);
+    return container ? GetAncestor(container, GA_ROOT) : nullptr;
 }
 
 void AppDialog::run(const std::function<void()>& handler) noexcept
@@ -282,12 +310,14 @@ void AppDialog::raiseError(const Failure& failure) noexcept
     });
 }
 
-CommandFrame::CommandFrame(AppDialog& dialog, const Place& place)
+CommandFrame::CommandFrame(AppDialog& dialog, const Place& place, float further)
     : Frame(dialog, {.name = L"fraCommands", .place = place}),
-      cmdOk(*this,
-            {.name = L"cmdOk", .place = {place.width - 2490, 120, 1125, 345}, .text = textOk, .id = IDOK}),
+      cmdOk(*this, {.name = L"cmdOk",
+                    .place = {place.width - 2490 - further, 120, 1125, 345},
+                    .text = textOk,
+                    .id = IDOK}),
       cmdCancel(*this, {.name = L"cmdCancel",
-                        .place = {place.width - 1245, 120, 1125, 345},
+                        .place = {place.width - 1245 - further, 120, 1125, 345},
                         .text = textCancel,
                         .id = IDCANCEL})
 {

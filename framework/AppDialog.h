@@ -64,20 +64,35 @@ protected:
     /// Writes the controls' values into the command.
     virtual void takeValues() = 0;
 
+    /// Text id of the dialog's title.
+    virtual long titleId() const { return titleId_; }
+
     virtual void storeCommand(IDispatch* command) = 0;
     virtual ComPtr<IAppCommand> commandView() const = 0;
 
     /// Hands the command to the container and ends the dialog. While the container executes, and once the
     /// dialog has ended, nothing is submitted again.
     void confirm();
+    /// While the container executes, and once the dialog has ended, the buttons do nothing.
+    bool isOver() const noexcept { return submitting_ || ended_; }
 
     void raiseError(const Failure& failure) noexcept;
+    /// Tells the container that the dialog has changed its size.
+    void raiseResize();
+
+    /// Whether the dialog ends as cancelled when the container has answered a submitted command.
+    virtual bool cancelledAfter(bool executed) const;
+
+    /// Asks the user a question in front of the container's window, with texts of the current resources.
+    /// @param style buttons and icon of a message box; the answer is one of its ids.
+    int ask(long textId, UINT style) const;
 
 private:
     void LocalizeCaptions();
     void ApplyContainerFont();
     void applyFont(IUnknown* font);
     std::vector<ComPtr<IUnknown>> containers() const;
+    HWND containerWindow() const;
     void connectEvents();
 
     void ambientFontChanged() override;
@@ -126,8 +141,9 @@ private:
 class CommandFrame : public Frame
 {
 public:
-    /// @param place of the frame; the buttons stand at its right end.
-    CommandFrame(AppDialog& dialog, const Place& place);
+    /// @param place of the frame; the buttons stand at its right end. @param further twips at that end that are left
+    /// to further buttons.
+    CommandFrame(AppDialog& dialog, const Place& place, float further = 0);
 
     Button cmdOk;
     Button cmdCancel;

@@ -1,6 +1,10 @@
 // The class catalogue: factories, registration and the tests of the catalogue all follow from this table.
 #include "library/Catalogue.h"
 
+#include "activities/EditEvents.h"
+#include "activities/MoveEvents.h"
+#include "activities/ctlEditEvents.h"
+#include "activities/ctlMoveEvents.h"
 #include "framework/AppDialogEvents.h"
 #include "groups/EditGroups.h"
 #include "groups/ctlEditGroups.h"
@@ -16,6 +20,12 @@ std::span<const ClassEntry> classCatalogue() noexcept
         {&__uuidof(::AppDialogEvents), L"AppDialogEvents", L"Korvane dialog relay",
          &createInstance<AppDialogEvents>},
         {&__uuidof(::Resources), L"Resources", L"Korvane texts and pictures", &createInstance<Resources>},
+        {&__uuidof(::EditEvents), L"EditEvents", L"Korvane activity command", &createInstance<EditEvents>},
+        {&__uuidof(::ctlEditEvents), L"ctlEditEvents", L"Korvane activity dialog",
+         &createInstance<ctlEditEvents>, PICTURE_ACTIVITIES},
+        {&__uuidof(::MoveEvents), L"MoveEvents", L"Korvane move command", &createInstance<MoveEvents>},
+        {&__uuidof(::ctlMoveEvents), L"ctlMoveEvents", L"Korvane move dialog",
+         &createInstance<ctlMoveEvents>, PICTURE_MOVE_ACTIVITY},
         {&__uuidof(::EditGroups), L"EditGroups", L"Korvane group command", &createInstance<EditGroups>},
         {&__uuidof(::ctlEditGroups), L"ctlEditGroups", L"Korvane group dialog",
          &createInstance<ctlEditGroups>, PICTURE_GROUPS},

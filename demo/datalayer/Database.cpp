@@ -1,5 +1,6 @@
 #include "demo/datalayer/Database.h"
 
+#include "demo/datalayer/Errors.h"
 #include "demo/datalayer/Root.h"
 #include "demo/datalayer/Store.h"
 
@@ -40,6 +41,17 @@ STDMETHODIMP Database::ClearTrace()
 {
     trace_->clear();
     return S_OK;
+}
+
+STDMETHODIMP Database::AddSample(IRoot* root)
+{
+    return guard([&] {
+        notNull(root);
+        ComPtr<Root> ours;
+        if (FAILED(root->QueryInterface(*Root::privateId(), ours.putVoid())))
+            throw error(Code::foreignRoot, L"Database");
+        ours->addSample();
+    });
 }
 
 } // namespace korvane::store

@@ -19,6 +19,7 @@ public:
     STDMETHODIMP put_LockTimeout(long milliseconds) override;
     STDMETHODIMP get_Trace(BSTR* text) override;
     STDMETHODIMP ClearTrace() override;
+    STDMETHODIMP AddSample(IRoot* root) override;
 
 private:
     // Long enough for what other users write, short enough for somebody who waits in front of a dialog.

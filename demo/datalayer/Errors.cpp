@@ -24,6 +24,10 @@ const wchar_t* text(Code code) noexcept
         return L"You must not delete the last group.";
     case Code::builtInGroup:
         return L"You must not delete a built-in group.";
+    case Code::mayNotCreateForOthers:
+        return L"You are not authorized to create activity-bars for other ressources.";
+    case Code::mayNotEditForOthers:
+        return L"You are not authorized to edit activity-bars for other ressources.";
     case Code::unknownGroup:
         return L"There is no such group. Another user may have deleted it.";
     case Code::groupNeedsName:
@@ -50,6 +54,34 @@ const wchar_t* text(Code code) noexcept
         return L"The file is a database of another program.";
     case Code::newerDatabase:
         return L"The database was made by a newer version of this program.";
+    case Code::unknownEvent:
+        return L"There is no such activity. Another user may have deleted it.";
+    case Code::unknownOccurrence:
+        return L"The activity has no occurrence #. Another user may have deleted it.";
+    case Code::unknownName:
+        return L"There is no such resource. Another user may have deleted it.";
+    case Code::unknownType:
+        return L"There is no such activity type. Another user may have deleted it.";
+    case Code::unknownLink:
+        return L"There is no such group of linked activities. Another user may have deleted it.";
+    case Code::notBookedForName:
+        return L"The activity is not booked for this resource. Another user may have changed it.";
+    case Code::endBeforeBegin:
+        return L"The activity must not end before it begins.";
+    case Code::impossibleTime:
+        return L"The activity must lie between the years 1900 and 9999.";
+    case Code::unknownRecurrence:
+        return L"There is no kind of recurrence with the number #.";
+    case Code::intervalTooSmall:
+        return L"The interval of a recurrence must not be less than 0.";
+    case Code::countTooSmall:
+        return L"A recurrence needs at least one occurrence.";
+    case Code::namesExpected:
+        return L"The resources must be given as an array of numbers.";
+    case Code::hasNamesAlready:
+        return L"The database has resources already.";
+    case Code::foreignRoot:
+        return L"The root is not one of this data layer.";
     case Code::otherDatabaseError:
         break;
     }

@@ -1,4 +1,4 @@
-// The errors of the data layer. The first six are texts of the library's string table, under the same numbers.
+// The errors of the data layer. The first eight are texts of the library's string table, under the same numbers.
 #pragma once
 
 #include "framework/com/Failure.h"
@@ -15,6 +15,8 @@ enum class Code : long
     mayNotDeleteGroup = 4192,
     lastGroup = 4193,
     builtInGroup = 4195,
+    mayNotCreateForOthers = 4690,
+    mayNotEditForOthers = 4691,
 
     unknownGroup = 9001,
     groupNeedsName = 9002,
@@ -30,7 +32,22 @@ enum class Code : long
     ruleBroken = 9016,
     foreignDatabase = 9017,
     newerDatabase = 9018,
-    otherDatabaseError = 9019
+    otherDatabaseError = 9019,
+
+    unknownEvent = 9021,
+    unknownOccurrence = 9022,
+    unknownName = 9023,
+    unknownType = 9024,
+    unknownLink = 9025,
+    notBookedForName = 9026,
+    endBeforeBegin = 9027,
+    impossibleTime = 9028,
+    unknownRecurrence = 9029,
+    intervalTooSmall = 9030,
+    countTooSmall = 9031,
+    namesExpected = 9032,
+    hasNamesAlready = 9033,
+    foreignRoot = 9034
 };
 
 /// An error as the callers see it. The source is "KorvaneData." and the class; "#" in the error's text gives

@@ -76,6 +76,11 @@ STDMETHODIMP Groups::Update(long id, BSTR text, long flags, long* updatedId)
     });
 }
 
+void Groups::announceChange()
+{
+    attempt([&] { announce(table_.all()); });
+}
+
 void Groups::announce(const std::vector<Group>& groups)
 {
     if (!hasSubscribers())

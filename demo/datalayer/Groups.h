@@ -24,6 +24,9 @@ public:
     STDMETHODIMP Remove(long id, long* removedId) override;
     STDMETHODIMP Update(long id, BSTR text, long flags, long* updatedId) override;
 
+    /// Announces all groups, after a write that was not made through here.
+    void announceChange();
+
 private:
     Trace& trace() const noexcept { return store_->trace(); }
     void announce(const std::vector<Group>& groups);

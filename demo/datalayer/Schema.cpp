@@ -21,7 +21,9 @@ constexpr const char* script = R"(
         name TEXT NOT NULL COLLATE NOCASE UNIQUE,
         may_add INTEGER NOT NULL DEFAULT 0 CHECK (may_add IN (0, 1)),
         may_delete INTEGER NOT NULL DEFAULT 0 CHECK (may_delete IN (0, 1)),
-        may_change INTEGER NOT NULL DEFAULT 0 CHECK (may_change IN (0, 1))
+        may_change INTEGER NOT NULL DEFAULT 0 CHECK (may_change IN (0, 1)),
+        may_create_for_others INTEGER NOT NULL DEFAULT 0 CHECK (may_create_for_others IN (0, 1)),
+        may_edit_for_others INTEGER NOT NULL DEFAULT 0 CHECK (may_edit_for_others IN (0, 1))
     );
 
     CREATE TABLE accounts (
@@ -45,14 +47,75 @@ constexpr const char* script = R"(
         PRIMARY KEY (role, group_id)
     ) WITHOUT ROWID;
 
+    CREATE TABLE names (
+        id INTEGER PRIMARY KEY AUTOINCREMENT CHECK (id BETWEEN 1 AND 2147483647),
+        name TEXT NOT NULL CHECK (trim(name) <> ''),
+        color INTEGER NOT NULL DEFAULT 0,
+        account INTEGER UNIQUE REFERENCES accounts ON DELETE SET NULL
+    );
+
+    CREATE TABLE group_names (
+        group_id INTEGER NOT NULL REFERENCES groups ON DELETE CASCADE,
+        name_id INTEGER NOT NULL REFERENCES names ON DELETE CASCADE CHECK (name_id <> 1),
+        position INTEGER NOT NULL,
+        PRIMARY KEY (group_id, name_id)
+    ) WITHOUT ROWID;
+
+    CREATE TABLE types (
+        id INTEGER PRIMARY KEY AUTOINCREMENT CHECK (id BETWEEN 0 AND 2147483647),
+        name TEXT NOT NULL COLLATE NOCASE UNIQUE CHECK (trim(name) <> ''),
+        color INTEGER NOT NULL DEFAULT 0
+    );
+
+    CREATE TABLE group_types (
+        group_id INTEGER NOT NULL REFERENCES groups ON DELETE CASCADE,
+        type_id INTEGER NOT NULL REFERENCES types ON DELETE CASCADE,
+        position INTEGER NOT NULL,
+        PRIMARY KEY (group_id, type_id)
+    ) WITHOUT ROWID;
+
+    -- The activities that are linked have the id of one of them as their link. Without a kind there is no rule.
+    CREATE TABLE events (
+        id INTEGER PRIMARY KEY AUTOINCREMENT CHECK (id BETWEEN 1 AND 2147483647),
+        name_id INTEGER NOT NULL REFERENCES names,
+        type_id INTEGER NOT NULL REFERENCES types,
+        t0 REAL NOT NULL,
+        t1 REAL NOT NULL CHECK (t1 >= t0),
+        text TEXT NOT NULL,
+        link INTEGER REFERENCES events,
+        kind INTEGER CHECK (kind BETWEEN 1 AND 5),
+        interval INTEGER CHECK (interval >= 0),
+        count INTEGER CHECK (count >= 1),
+        anchor INTEGER
+    );
+    CREATE INDEX events_by_time ON events (t0, t1);
+    CREATE INDEX events_by_link ON events (link);
+
+    -- Occurrences that were edited or removed by themselves.
+    CREATE TABLE exceptions (
+        event_id INTEGER NOT NULL REFERENCES events ON DELETE CASCADE,
+        instance INTEGER NOT NULL CHECK (instance >= 1),
+        removed INTEGER NOT NULL CHECK (removed IN (0, 1)),
+        name_id INTEGER REFERENCES names,
+        type_id INTEGER REFERENCES types,
+        t0 REAL,
+        t1 REAL CHECK (t1 >= t0),
+        text TEXT,
+        PRIMARY KEY (event_id, instance),
+        CHECK (removed OR (name_id IS NOT NULL AND type_id IS NOT NULL AND t0 IS NOT NULL AND t1 IS NOT NULL
+                           AND text IS NOT NULL))
+    ) WITHOUT ROWID;
+    CREATE INDEX exceptions_by_time ON exceptions (t0, t1);
+
     CREATE TABLE settings (
         name TEXT NOT NULL COLLATE NOCASE PRIMARY KEY,
         value TEXT NOT NULL
     ) WITHOUT ROWID;
 
-    INSERT INTO roles (id, name, may_add, may_delete, may_change) VALUES
-        (1, 'Administrators', 1, 1, 1),
-        (2, 'Employees', 0, 0, 0);
+    INSERT INTO roles (id, name, may_add, may_delete, may_change, may_create_for_others, may_edit_for_others)
+    VALUES
+        (1, 'Administrators', 1, 1, 1, 1, 1),
+        (2, 'Employees', 0, 0, 0, 0, 0);
     INSERT INTO accounts (id, login, role) VALUES
         (1, 'admin', 1),
         (2, 'employee', 2);
@@ -60,6 +123,8 @@ constexpr const char* script = R"(
         (1, 'System', 1, 1),
         (2, 'All resources', 1, 2),
         (3, 'Unassigned', 1, 3);
+    INSERT INTO names (id, name, account) VALUES (1, 'SuperUser', 1);
+    INSERT INTO types (id, name, color) VALUES (0, 'Activity', 0xBFBFBF);
 )";
 
 long number(const Connection& connection, const char* sql)

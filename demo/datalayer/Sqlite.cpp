@@ -126,6 +126,17 @@ long Statement::number(int column) const noexcept
     return sqlite3_column_int(handle_.get(), column);
 }
 
+std::optional<long> Statement::numberOrNull(int column) const noexcept
+{
+    const bool isNull = sqlite3_column_type(handle_.get(), column) == SQLITE_NULL;
+    return isNull ? std::nullopt : std::optional(number(column));
+}
+
+OleDate Statement::date(int column) const noexcept
+{
+    return {sqlite3_column_double(handle_.get(), column)};
+}
+
 std::wstring Statement::text(int column) const
 {
     const auto* text = static_cast<const wchar_t*>(sqlite3_column_text16(handle_.get(), column));
@@ -141,6 +152,19 @@ void Statement::Finalize::operator()(sqlite3_stmt* handle) const noexcept
 void Statement::bind(int index, long number)
 {
     check(handle_.get(), sqlite3_bind_int(handle_.get(), index, number));
+}
+
+void Statement::bind(int index, std::optional<long> numberOrNull)
+{
+    if (numberOrNull)
+        bind(index, *numberOrNull);
+    else
+        check(handle_.get(), sqlite3_bind_null(handle_.get(), index));
+}
+
+void Statement::bind(int index, OleDate date)
+{
+    check(handle_.get(), sqlite3_bind_double(handle_.get(), index, date.days));
 }
 
 void Statement::bind(int index, std::wstring_view text)

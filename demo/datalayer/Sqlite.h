@@ -2,8 +2,10 @@
 #pragma once
 
 #include "framework/com/Platform.h"
+#include "framework/com/Variant.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -67,6 +69,8 @@ public:
     // Columns of the current row, counted from 0.
     long number(int column) const noexcept;
     bool flag(int column) const noexcept { return number(column) != 0; }
+    std::optional<long> numberOrNull(int column) const noexcept;
+    OleDate date(int column) const noexcept;
     std::wstring text(int column) const;
 
 private:
@@ -80,6 +84,8 @@ private:
 
     Statement(const Connection& connection, const char* sql, Prepared);
     void bind(int index, long number);
+    void bind(int index, std::optional<long> numberOrNull);
+    void bind(int index, OleDate date);
     void bind(int index, std::wstring_view text);
 
     std::unique_ptr<sqlite3_stmt, Finalize> handle_;

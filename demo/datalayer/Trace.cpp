@@ -39,6 +39,17 @@ std::wstring Trace::text() const
     return result;
 }
 
+std::wstring shown(OleDate date)
+{
+    SYSTEMTIME time{};
+    if (!VariantTimeToSystemTime(date.days, &time))
+        return L"no date";
+    wchar_t text[40];
+    std::swprintf(text, ARRAYSIZE(text), L"%04u-%02u-%02u %02u:%02u:%02u", time.wYear, time.wMonth, time.wDay,
+                  time.wHour, time.wMinute, time.wSecond);
+    return text;
+}
+
 std::wstring shown(const Failure& failure)
 {
     wchar_t number[16];

@@ -48,6 +48,7 @@ inline std::wstring shown(std::wstring_view text)
 {
     return L'"' + std::wstring(text) + L'"';
 }
+std::wstring shown(OleDate date);
 std::wstring shown(const wchar_t* text) = delete; // it would count as a bool
 
 /// A call or event with its arguments, for example: Groups.Update 4, "Staff", 3
@@ -100,6 +101,13 @@ template <class Body> auto traced(Trace& trace, std::wstring call, Body&& body)
 {
     return traced(trace, std::move(call), std::forward<Body>(body),
                   [](const auto& value) { return L"= " + shown(value); });
+}
+
+/// As above, for a call without a result.
+template <class Body> void tracedCall(Trace& trace, std::wstring call, Body&& body)
+{
+    traced(
+        trace, std::move(call), [&] { return body(), true; }, [](bool) { return std::wstring(); });
 }
 
 } // namespace korvane::store

@@ -5,7 +5,7 @@
 namespace korvane::host
 {
 
-const wchar_t* const usage = L"KorvaneHost [--db FILE] [--user ACCOUNT] [--tour FOLDER]";
+const wchar_t* const usage = L"KorvaneHost [--db FILE] [--user ACCOUNT] [--empty] [--tour FOLDER]";
 
 namespace
 {
@@ -23,6 +23,11 @@ Options readOptions(std::span<const std::wstring> arguments)
     for (auto argument = arguments.begin(); argument != arguments.end(); ++argument)
     {
         const std::wstring& name = *argument;
+        if (name == L"--empty")
+        {
+            options.empty = true;
+            continue;
+        }
         std::wstring* value = name == L"--db"     ? &options.database
                               : name == L"--user" ? &options.account
                               : name == L"--tour" ? &options.tourFolder

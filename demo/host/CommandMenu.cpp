@@ -26,6 +26,20 @@ HMENU addMenu(HMENU bar, const wchar_t* caption)
     return menu;
 }
 
+struct ViewItem
+{
+    const wchar_t* text;
+    MenuItem id;
+    ACCEL key;
+};
+
+constexpr ViewItem viewItems[] = {
+    {L"Zoom &in\tCtrl++", menuZoomIn, {FVIRTKEY | FCONTROL, VK_OEM_PLUS, menuZoomIn}},
+    {L"Zoom &out\tCtrl+-", menuZoomOut, {FVIRTKEY | FCONTROL, VK_OEM_MINUS, menuZoomOut}},
+    {L"&Today\tCtrl+T", menuToday, {FVIRTKEY | FCONTROL, 'T', menuToday}},
+    {L"&Groups or schedule\tF6", menuOtherPart, {FVIRTKEY, VK_F6, menuOtherPart}},
+};
+
 } // namespace
 
 HMENU createMenuBar()
@@ -43,15 +57,24 @@ HMENU createMenuBar()
             menu = addMenu(bar, caption = entry.menu);
         require(AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(idOf(entry)), menuText(entry).c_str()));
     }
+
+    menu = addMenu(bar, L"&View");
+    for (const ViewItem& item : viewItems)
+        require(AppendMenuW(menu, MF_STRING, item.id, item.text));
     return bar;
 }
 
-Keys createKeys()
+Keys createKeys(Part part)
 {
     std::vector<ACCEL> keys;
     for (const CommandEntry& entry : commandTable())
-        if (entry.key.key != 0)
+        if (entry.key.key != 0 && entry.isOfSchedule() == (part == Part::schedule))
             keys.push_back({entry.key.fVirt, entry.key.key, static_cast<WORD>(idOf(entry))});
+    for (const ViewItem& item : viewItems)
+        keys.push_back(item.key);
+    // Plus and minus of the number block.
+    keys.push_back({FVIRTKEY | FCONTROL, VK_ADD, menuZoomIn});
+    keys.push_back({FVIRTKEY | FCONTROL, VK_SUBTRACT, menuZoomOut});
     return Keys(CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size())));
 }
 

@@ -9,10 +9,25 @@
 namespace korvane::host
 {
 
-constexpr int menuExit = 100;
+/// The window's own items.
+enum MenuItem
+{
+    menuExit = 100,
+    menuZoomIn,
+    menuZoomOut,
+    menuToday,
+    menuOtherPart
+};
 
 /// The menu bar; it belongs to the window that it is given to.
 HMENU createMenuBar();
+
+/// The part of the window that has the keyboard: keys mean something of their own there.
+enum class Part
+{
+    groups,
+    schedule
+};
 
 struct DestroyKeys
 {
@@ -20,6 +35,6 @@ struct DestroyKeys
 };
 using Keys = std::unique_ptr<std::remove_pointer_t<HACCEL>, DestroyKeys>;
 
-Keys createKeys();
+Keys createKeys(Part part);
 
 } // namespace korvane::host

@@ -9,6 +9,16 @@
 namespace korvane::host
 {
 
+/// What a command works on.
+enum class Target
+{
+    group,    ///< the one that is selected in the list
+    slot,     ///< the one in the schedule that the cursor is in
+    bar,      ///< the selected one
+    lostBar,  ///< the selected one; without a dialog, for it goes
+    movingBar ///< the selected one, and where it is dropped
+};
+
 struct CommandEntry
 {
     const wchar_t* menu;    ///< the menu that it stands in
@@ -17,8 +27,10 @@ struct CommandEntry
     const wchar_t* keyName; ///< as the menu shows the key
     const wchar_t* progId;  ///< class of the command
     long operation;         ///< operation code
-    /// The operand that takes the id of what is selected, and tells afterwards what to select.
-    const wchar_t* subject;
+    Target target;
+
+    /// Its key counts in the schedule, or where the groups are.
+    bool isOfSchedule() const noexcept { return target != Target::group; }
 };
 
 std::span<const CommandEntry> commandTable() noexcept;
@@ -30,5 +42,10 @@ std::wstring menuText(const CommandEntry& entry);
 int idOf(const CommandEntry& entry) noexcept;
 /// Null for a number that no entry has.
 const CommandEntry* entryOf(int id) noexcept;
+
+// The entries that the mouse asks for, too.
+const CommandEntry& newActivity() noexcept;
+const CommandEntry& changeActivity() noexcept;
+const CommandEntry& moveActivity(bool copies) noexcept;
 
 } // namespace korvane::host

@@ -48,7 +48,7 @@ GroupList::GroupList(HWND parent, UINT refreshMessage)
         throw Failure(HRESULT_FROM_WIN32(GetLastError()));
     ListView_SetExtendedListViewStyle(list_, LVS_EX_FULLROWSELECT);
     addColumn(list_, columnName, L"Group", 0, LVCFMT_LEFT);
-    addColumn(list_, columnId, L"Number", 80, LVCFMT_RIGHT);
+    addColumn(list_, columnId, L"Number", 56, LVCFMT_RIGHT);
 }
 
 void GroupList::follow(const ComPtr<IRoot>& root)
@@ -89,13 +89,22 @@ void GroupList::select(long id) noexcept
     ListView_EnsureVisible(list_, index, FALSE);
 }
 
+void GroupList::selectFirst() noexcept
+{
+    constexpr long builtIn = 1;
+    const auto group =
+        std::find_if(groups_.begin(), groups_.end(), [](const Group& each) { return each.flags != builtIn; });
+    if (group != groups_.end())
+        select(group->id);
+}
+
 /// Each change announces all groups anew: the list follows once, when the announcements are through.
 void GroupList::receive(DISPID event, const EventArguments& arguments)
 {
     if (event == eventClear)
         groups_.clear();
     else if (event == eventAdd)
-        groups_.push_back({arguments.number(0), std::wstring(arguments.text(1).view())});
+        groups_.push_back({arguments.number(0), std::wstring(arguments.text(1).view()), arguments.number(2)});
     if (!refreshPending_)
         refreshPending_ = PostMessageW(parent_, refreshMessage_, 0, 0) != FALSE;
 }
@@ -127,6 +136,8 @@ LRESULT GroupList::notified(NMHDR& notification)
         const int index = ListView_GetNextItem(list_, -1, LVNI_SELECTED);
         const bool known = index >= 0 && static_cast<std::size_t>(index) < groups_.size();
         selected_ = known ? groups_[static_cast<std::size_t>(index)].id : 0;
+        if (onSelect)
+            onSelect();
     }
     return 0;
 }

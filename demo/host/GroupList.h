@@ -7,6 +7,7 @@
 
 #include <KorvaneData.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,9 @@ public:
     /// Makes the list on a window, which forwards the list's notifications and the refresh message to it.
     GroupList(HWND parent, UINT refreshMessage);
 
+    /// The user, or the program, has selected another group.
+    std::function<void()> onSelect;
+
     /// Shows the groups of a database from now on.
     void follow(const ComPtr<IRoot>& root);
 
@@ -28,6 +32,8 @@ public:
     /// Id of the selected group; 0 for none.
     long selected() const noexcept;
     void select(long id) noexcept;
+    /// Selects the first group that is not built into the system.
+    void selectFirst() noexcept;
 
     /// Shows what the events have announced.
     void refresh();
@@ -38,6 +44,7 @@ private:
     {
         long id;
         std::wstring name;
+        long flags;
     };
 
     void receive(DISPID event, const EventArguments& arguments);

@@ -61,6 +61,8 @@ int run(const Options& options)
     InitCommonControlsEx(&classes);
 
     OpenDatabase database(databaseOf(options), options.account);
+    if (!options.empty && !options.tour())
+        database.addSample();
     MainWindow window(database);
     window.show();
     if (!options.tour())

@@ -1,10 +1,10 @@
 #include "demo/host/MainWindow.h"
 
 #include "demo/host/Create.h"
-#include "demo/host/ErrorBox.h"
-#include "demo/host/PreparedCommand.h"
 #include "framework/com/Boundary.h"
 #include "framework/com/Module.h"
+
+#include <algorithm>
 
 namespace korvane::host
 {
@@ -14,33 +14,39 @@ namespace
 
 constexpr long pictureApplication = 100; // among the library's pictures
 
-enum Message : UINT
-{
-    messageDialogEnded = WM_APP,
-    messageRefresh,
-    messageInvoke
-};
-
 } // namespace
 
 MainWindow::MainWindow(OpenDatabase& database)
     : database_(database), resources_(createByProgId<IResources>(L"KorvaneDlg.Resources")),
-      keys_(createKeys())
+      groupKeys_(createKeys(Part::groups)), scheduleKeys_(createKeys(Part::schedule))
 {
     const int dpi = screenDpi();
     create({L"KorvaneHost.Main", L"Korvane", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0,
             reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1)},
-           nullptr, createMenuBar(), {MulDiv(560, dpi, 96), MulDiv(420, dpi, 96)});
+           nullptr, createMenuBar(), {MulDiv(1080, dpi, 96), MulDiv(560, dpi, 96)});
     useIcon();
     createStatusBar();
-    content_ = std::make_unique<GroupList>(handle(), messageRefresh);
-    content_->follow(database_.root());
+    createParts();
     layOut();
 }
 
 MainWindow::~MainWindow()
 {
     dialog_.reset(); // its owner is this window
+}
+
+void MainWindow::createParts()
+{
+    schedule_ = std::make_unique<ScheduleWindow>(handle(), database_.root());
+    schedule_->onOpen = [this] { run(changeActivity()); };
+    schedule_->onDrop = [this](const Bar& bar, const Slot& landing, bool copies) {
+        drop(bar, landing, copies);
+    };
+    schedule_->onSelect = [this] { showSelection(); };
+    content_ = std::make_unique<GroupList>(handle(), messageRefresh);
+    content_->onSelect = [this] { schedule_->showGroup(content_->selected()); };
+    content_->follow(database_.root());
+    content_->selectFirst();
 }
 
 void MainWindow::show() const noexcept
@@ -53,7 +59,10 @@ bool MainWindow::translate(MSG& message)
 {
     if (dialog_)
         return dialog_->translate(message);
-    return TranslateAcceleratorW(handle(), keys_.get(), &message) != 0;
+    if (schedule_->isMoving())
+        return false;
+    const bool inSchedule = GetFocus() == schedule_->handle();
+    return TranslateAcceleratorW(handle(), (inSchedule ? scheduleKeys_ : groupKeys_).get(), &message) != 0;
 }
 
 void MainWindow::invoke(const std::function<void()>& body) const
@@ -66,10 +75,7 @@ LRESULT MainWindow::receive(UINT message, WPARAM first, LPARAM second)
     switch (message)
     {
     case WM_COMMAND:
-        if (const CommandEntry* entry = entryOf(LOWORD(first)))
-            run(*entry);
-        else if (LOWORD(first) == menuExit)
-            SendMessageW(handle(), WM_CLOSE, 0, 0);
+        chosen(LOWORD(first));
         return 0;
     case WM_NOTIFY:
         if (auto& notification = *reinterpret_cast<NMHDR*>(second);
@@ -79,9 +85,13 @@ LRESULT MainWindow::receive(UINT message, WPARAM first, LPARAM second)
     case WM_SIZE:
         layOut();
         return 0;
+    case WM_ACTIVATE:
+        if (LOWORD(first) == WA_INACTIVE && IsChild(handle(), GetFocus()))
+            lastFocus_ = GetFocus();
+        return Window::receive(message, first, second);
     case WM_SETFOCUS:
         if (content_)
-            SetFocus(content_->handle());
+            SetFocus(lastFocus_ ? lastFocus_ : content_->handle());
         return 0;
     case messageRefresh:
         content_->refresh();
@@ -129,44 +139,28 @@ void MainWindow::layOut() noexcept
     GetClientRect(handle(), &area);
     GetWindowRect(status_, &bar);
     area.bottom -= bar.bottom - bar.top;
-    content_->place(area);
+    const int dpi = screenDpi();
+    const LONG groups = std::min<LONG>(MulDiv(210, dpi, 96), area.right / 3);
+    content_->place({area.left, area.top, groups, area.bottom});
+    schedule_->place({groups, area.top, area.right, area.bottom});
 
-    const int accountWidth = MulDiv(160, screenDpi(), 96);
-    const int ends[] = {area.right - accountWidth, -1};
+    const int accountEnd = static_cast<int>(area.right);
+    const int selectionEnd = accountEnd - MulDiv(140, dpi, 96);
+    const int ends[] = {std::max<int>(groups, selectionEnd - MulDiv(430, dpi, 96)), selectionEnd, -1};
     SendMessageW(status_, SB_SETPARTS, std::size(ends), reinterpret_cast<LPARAM>(ends));
     const wchar_t* account = database_.account().empty() ? L"Administrator" : database_.account().c_str();
     SendMessageW(status_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(database_.path().c_str()));
-    SendMessageW(status_, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(account));
+    SendMessageW(status_, SB_SETTEXTW, 2, reinterpret_cast<LPARAM>(account));
 }
 
-void MainWindow::run(const CommandEntry& entry)
+void MainWindow::showSelection() const
 {
-    if (dialog_)
-        return;
-    command_ = prepareCommand(entry, database_.root(), content_->selected());
-    entry_ = &entry;
-    dialog_ = std::make_unique<CommandDialog>(handle(), resources_);
-    dialog_->onEnd = [this](bool cancelled) { PostMessageW(handle(), messageDialogEnded, cancelled, 0); };
-    bool shown = false;
-    const auto failure = attempt([&] { shown = dialog_->open(command_); });
-    if (!shown)
-        dialog_.reset();
-    if (failure)
-        throw *failure;
+    SendMessageW(status_, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(schedule_->describeSelection().c_str()));
 }
 
-void MainWindow::dialogEnded(bool cancelled)
+void MainWindow::goToOtherPart() noexcept
 {
-    if (!dialog_)
-        return;
-    dialog_.reset();
-    const auto command = std::move(command_);
-    if (cancelled)
-        return;
-    // What the command worked on is what the user wants to see now.
-    Variant subject;
-    call(command, &IAppCommand::get_Operand, Bstr(entry_->subject).get(), subject.put());
-    content_->select(toLong(subject.get()));
+    SetFocus(GetFocus() == schedule_->handle() ? content_->handle() : schedule_->handle());
 }
 
 } // namespace korvane::host

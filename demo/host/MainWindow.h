@@ -1,4 +1,4 @@
-// The host's window: the menu with the commands, what the database holds, and a status bar.
+// The host's window: the menu with the commands, the groups, the schedule of the selected one, and a status bar.
 #pragma once
 
 #include "demo/host/CommandDialog.h"
@@ -6,6 +6,8 @@
 #include "demo/host/CommandTable.h"
 #include "demo/host/GroupList.h"
 #include "demo/host/OpenDatabase.h"
+#include "demo/host/PreparedCommand.h"
+#include "demo/host/schedule/ScheduleWindow.h"
 
 #include <memory>
 
@@ -29,23 +31,42 @@ public:
     void invoke(const std::function<void()>& body) const;
 
     const GroupList& content() const noexcept { return *content_; }
+    ScheduleWindow& schedule() const noexcept { return *schedule_; }
     OpenDatabase& database() const noexcept { return database_; }
 
 private:
+    enum Message : UINT
+    {
+        messageDialogEnded = WM_APP,
+        messageRefresh,
+        messageInvoke
+    };
+
     LRESULT receive(UINT message, WPARAM first, LPARAM second) override;
 
     void useIcon();
     void createStatusBar();
+    void createParts();
     void layOut() noexcept;
+    void showSelection() const;
+    void chosen(int id);
     void run(const CommandEntry& entry);
+    void start(const CommandEntry& entry, const Order& order);
+    void remove(const Bar& bar, const Order& order);
+    void drop(const Bar& bar, const Slot& landing, bool copies);
     void dialogEnded(bool cancelled);
+    void closeDialog();
+    void goToOtherPart() noexcept;
 
     OpenDatabase& database_;
     ComPtr<IResources> resources_;
     ComPtr<IPictureDisp> icon_; ///< owns the window's icon
-    Keys keys_;
+    Keys groupKeys_;
+    Keys scheduleKeys_;
     HWND status_ = nullptr;
+    HWND lastFocus_ = nullptr; ///< what had the focus when another window became active
     std::unique_ptr<GroupList> content_;
+    std::unique_ptr<ScheduleWindow> schedule_;
     ComPtr<IAppCommand> command_;
     const CommandEntry* entry_ = nullptr; ///< of the command
     std::unique_ptr<CommandDialog> dialog_;

@@ -1,6 +1,7 @@
 #include "demo/host/OpenDatabase.h"
 
 #include "demo/host/Create.h"
+#include "framework/com/EventConnection.h"
 
 #include <shlobj.h>
 
@@ -36,6 +37,30 @@ OpenDatabase::OpenDatabase(const std::wstring& path, std::wstring account)
       database_(createByProgId<IDatabase>(L"KorvaneData.Database"))
 {
     call(database_, &IDatabase::Open, Bstr(path_).get(), Bstr(account_).get(), root_.put());
+}
+
+bool OpenDatabase::addSample()
+{
+    constexpr long allGroups = 0;
+    constexpr long addition = 1;
+    ComPtr<INames> names;
+    ComPtr<IGroups> groups;
+    call(root_, &IRoot::get_Names, names.put());
+    call(root_, &IRoot::get_Groups, groups.put());
+
+    bool isEmpty = true;
+    EventConnection announced;
+    announced.connect(names.get(), __uuidof(INamesEvents), [&](DISPID event, const EventArguments&) {
+        constexpr DISPID eventAdd = 2;
+        isEmpty = isEmpty && event != eventAdd;
+    });
+    VARIANT_BOOL allowed = VARIANT_FALSE;
+    announced.during([&] { call(names, &INames::Load, allGroups, &allowed); });
+    call(groups, &IGroups::HasAccess, addition, 0L, &allowed);
+    if (!isEmpty || allowed == VARIANT_FALSE)
+        return false;
+    call(database_, &IDatabase::AddSample, root_.get());
+    return true;
 }
 
 std::wstring OpenDatabase::takeTrace()

@@ -24,6 +24,10 @@ public:
     const std::wstring& path() const noexcept { return path_; }
     const std::wstring& account() const noexcept { return account_; }
 
+    /// Fills a database that has no resources yet with something to play with, where the user may. False
+    /// when nothing was added.
+    bool addSample();
+
     /// The data layer's trace since it was last taken, one line per call.
     std::wstring takeTrace();
 

@@ -1,7 +1,6 @@
 #include "demo/host/PreparedCommand.h"
 
 #include "demo/host/Create.h"
-#include "framework/com/Variant.h"
 
 namespace korvane::host
 {
@@ -16,12 +15,19 @@ void setOperand(const ComPtr<IAppCommand>& command, const wchar_t* name, const V
 
 } // namespace
 
-ComPtr<IAppCommand> prepareCommand(const CommandEntry& entry, const ComPtr<IRoot>& root, long selected)
+ComPtr<IAppCommand> prepareCommand(const Order& order, const ComPtr<IRoot>& root)
 {
-    auto command = createByProgId<IAppCommand>(entry.progId);
-    call(command, &IAppCommand::put_Operation, entry.operation);
+    auto command = createByProgId<IAppCommand>(order.progId);
+    prepare(command, order, root);
+    return command;
+}
+
+void prepare(const ComPtr<IAppCommand>& command, const Order& order, const ComPtr<IRoot>& root)
+{
+    call(command, &IAppCommand::put_Operation, order.operation);
     setOperand(command, L"Root", Variant(root.as<IDispatch>()));
-    setOperand(command, entry.subject, Variant(selected));
+    for (const OperandValue& operand : order.operands)
+        setOperand(command, operand.name, operand.value);
 
     VARIANT_BOOL granted = VARIANT_FALSE;
     call(command, &IAppCommand::get_Granted, &granted);
@@ -30,7 +36,13 @@ ComPtr<IAppCommand> prepareCommand(const CommandEntry& entry, const ComPtr<IRoot
 
     VARIANT_BOOL ignored = VARIANT_FALSE; // each class gives it a meaning of its own
     call(command, &IAppCommand::Prepare, &ignored);
-    return command;
+}
+
+long numberOf(const ComPtr<IAppCommand>& command, const wchar_t* operand)
+{
+    Variant value;
+    call(command, &IAppCommand::get_Operand, Bstr(operand).get(), value.put());
+    return toLong(value.get());
 }
 
 } // namespace korvane::host

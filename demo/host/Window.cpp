@@ -20,6 +20,7 @@ void Window::create(const Design& design, HWND owner, HMENU menu, SIZE size)
 {
     WNDCLASSEXW windowClass{};
     windowClass.cbSize = sizeof windowClass;
+    windowClass.style = design.classStyle;
     windowClass.lpfnWndProc = &procedure;
     windowClass.hInstance = module::instance();
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);

@@ -27,9 +27,10 @@ protected:
         DWORD style;
         DWORD extendedStyle;
         HBRUSH background;
+        UINT classStyle = 0;
     };
 
-    /// Makes the window, hidden, at a place that the system chooses. Throws a Failure when it cannot.
+    /// Makes the window, hidden unless its style says otherwise, at a place that the system chooses. Throws a Failure when it cannot.
     void create(const Design& design, HWND owner, HMENU menu, SIZE size);
 
     /// Handles a message. A failure that it throws is shown to the user.

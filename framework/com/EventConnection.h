@@ -19,9 +19,9 @@ public:
 
     long number(UINT index) const { return toLong(at(index)); }
     Bstr text(UINT index) const { return toText(at(index)); }
+    const VARIANT& at(UINT index) const;
 
 private:
-    const VARIANT& at(UINT index) const;
 
     const DISPPARAMS& parameters_;
 };

@@ -2,6 +2,8 @@
 
 #include "framework/com/Module.h"
 
+#include <commctrl.h>
+
 #include <atomic>
 
 namespace korvane
@@ -38,6 +40,10 @@ ControlsContext::ControlsContext() noexcept
     // Without the context the dialogs work with the host's common controls.
     if (const HANDLE context = sharedContext(); context != INVALID_HANDLE_VALUE)
         ActivateActCtx(context, &cookie_);
+    const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_TREEVIEW_CLASSES |
+                                                           ICC_DATE_CLASSES | ICC_UPDOWN_CLASS |
+                                                           ICC_BAR_CLASSES};
+    InitCommonControlsEx(&classes);
 }
 
 ControlsContext::~ControlsContext()

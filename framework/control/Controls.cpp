@@ -4,6 +4,8 @@
 #include "framework/com/Module.h"
 #include "framework/control/DialogWindow.h"
 
+#include <commctrl.h>
+
 #include <new>
 
 namespace korvane
@@ -24,9 +26,21 @@ void Control::setPlace(const Place& place)
     dialog_.layoutChanged();
 }
 
+void Control::setLeft(float left)
+{
+    place_.left = left;
+    dialog_.layoutChanged();
+}
+
 void Control::setTop(float top)
 {
     place_.top = top;
+    dialog_.layoutChanged();
+}
+
+void Control::setWidth(float width)
+{
+    place_.width = width;
     dialog_.layoutChanged();
 }
 
@@ -97,6 +111,22 @@ Place Control::placeOnDialog() const noexcept
 
 void Control::notify(WORD) {}
 
+void Control::notified(const NMHDR& notification)
+{
+    if (notification.code == NM_SETFOCUS)
+        focusNotified(true);
+    else if (notification.code == NM_KILLFOCUS)
+        focusNotified(false);
+}
+
+void Control::focusNotified(bool arrived) const noexcept
+{
+    if (arrived)
+        dialog_.focusArrived();
+    else
+        dialog_.focusLeft();
+}
+
 HWND Control::createWindow(HWND parent, int id, const wchar_t* windowClass, DWORD style,
                            DWORD extendedStyle) const
 {
@@ -123,7 +153,16 @@ LRESULT Control::send(UINT message, WPARAM first, LPARAM second) const noexcept
 
 HWND Label::createWindow(HWND parent, int id)
 {
-    return createWindow(parent, id, L"Static", SS_LEFT, 0);
+    // A label starts a group, so that the arrow keys do not lead out of the option buttons before it.
+    return createWindow(parent, id, L"Static", SS_LEFT | WS_GROUP, 0);
+}
+
+float Label::captionWidth() const
+{
+    std::wstring shown = Caption();
+    std::erase(shown, L'&');
+    const SIZE extent = dialog_.font().measure(shown.c_str(), dialog_.dpi());
+    return static_cast<float>(extent.cx) * 1440.0f / static_cast<float>(dialog_.dpi());
 }
 
 void Label::labels(const Control& control) const noexcept
@@ -147,15 +186,69 @@ void Button::notify(WORD code)
 {
     if (code == BN_CLICKED)
         raise(onClick);
-    else if (code == BN_SETFOCUS)
-        dialog_.focusArrived();
-    else if (code == BN_KILLFOCUS)
-        dialog_.focusLeft();
+    else if (code == BN_SETFOCUS || code == BN_KILLFOCUS)
+        focusNotified(code == BN_SETFOCUS);
 }
+
+HWND CheckBox::createWindow(HWND parent, int id)
+{
+    return createWindow(parent, id, L"Button", WS_TABSTOP | WS_GROUP | BS_NOTIFY | BS_AUTOCHECKBOX, 0);
+}
+
+void CheckBox::setValue(bool checked) const noexcept
+{
+    send(BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED);
+}
+
+void CheckBox::notify(WORD code)
+{
+    if (code == BN_CLICKED)
+        raise(onClick);
+    else if (code == BN_SETFOCUS || code == BN_KILLFOCUS)
+        focusNotified(code == BN_SETFOCUS);
+}
+
+HWND OptionButton::createWindow(HWND parent, int id)
+{
+    const DWORD group = position_ == Position::first ? WS_GROUP | WS_TABSTOP : 0;
+    return createWindow(parent, id, L"Button", group | BS_NOTIFY | BS_AUTORADIOBUTTON, 0);
+}
+
+void OptionButton::setValue(bool chosen) const noexcept
+{
+    send(BM_SETCHECK, chosen ? BST_CHECKED : BST_UNCHECKED);
+}
+
+void OptionButton::notify(WORD code)
+{
+    if (code == BN_CLICKED)
+        raise(onClick);
+    else if (code == BN_SETFOCUS || code == BN_KILLFOCUS)
+        focusNotified(code == BN_SETFOCUS);
+}
+
+namespace
+{
+
+/// Keys that are none of a number's are discarded before the box sees them.
+LRESULT CALLBACK digitsOnly(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR,
+                            DWORD_PTR) noexcept
+{
+    if (message == WM_CHAR && first != VK_BACK && (first < L'0' || first > L'9'))
+        return 0;
+    return DefSubclassProc(window, message, first, second);
+}
+
+} // namespace
 
 HWND TextBox::createWindow(HWND parent, int id)
 {
-    return createWindow(parent, id, L"Edit", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE);
+    const DWORD kind = kind_ == Kind::lines ? ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL : ES_AUTOHSCROLL;
+    const HWND box = createWindow(parent, id, L"Edit", WS_TABSTOP | kind, WS_EX_CLIENTEDGE);
+    SendMessageW(box, EM_SETLIMITTEXT, 0, 0); // the largest that the control can hold
+    if (kind_ == Kind::digits)
+        SetWindowSubclass(box, &digitsOnly, 0, 0);
+    return box;
 }
 
 void TextBox::notify(WORD code)
@@ -163,9 +256,32 @@ void TextBox::notify(WORD code)
     if (code == EN_CHANGE)
         raise(onChange);
     else if (code == EN_SETFOCUS)
-        dialog_.focusArrived();
+        focusNotified(true);
     else if (code == EN_KILLFOCUS)
-        dialog_.focusLeft();
+    {
+        focusNotified(false);
+        raise(onLostFocus);
+    }
+}
+
+HWND Swatch::createWindow(HWND parent, int id)
+{
+    return createWindow(parent, id, L"Static", SS_OWNERDRAW, 0);
+}
+
+void Swatch::setFillColor(long color)
+{
+    color_ = color;
+    if (window())
+        InvalidateRect(window(), nullptr, TRUE);
+}
+
+void Swatch::draw(const DRAWITEMSTRUCT& item) const
+{
+    const COLORREF fill = color_ < 1 ? GetSysColor(COLOR_WINDOW) : static_cast<COLORREF>(color_);
+    SetDCBrushColor(item.hDC, fill);
+    FillRect(item.hDC, &item.rcItem, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    FrameRect(item.hDC, &item.rcItem, GetSysColorBrush(COLOR_3DSHADOW));
 }
 
 HWND ListBox::createWindow(HWND parent, int id)
@@ -218,10 +334,8 @@ void ListBox::notify(WORD code)
         raise(onClick);
     else if (code == LBN_DBLCLK)
         raise(onDblClick);
-    else if (code == LBN_SETFOCUS)
-        dialog_.focusArrived();
-    else if (code == LBN_KILLFOCUS)
-        dialog_.focusLeft();
+    else if (code == LBN_SETFOCUS || code == LBN_KILLFOCUS)
+        focusNotified(code == LBN_SETFOCUS);
 }
 
 ListBox::Filling::Filling(ListBox& list) noexcept : list_(list)

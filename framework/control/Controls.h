@@ -6,7 +6,8 @@
 //   TextBox txtName{fraEdit, {.name = L"txtName", .place = {1080, 120, 3300, 285}}};
 //
 // A caption, text or tooltip in a layout is the decimal id of a text. Windows come into being when the dialog
-// readies itself; until then, and without them, the properties are kept here.
+// readies itself; until then, and without them, the properties are kept here. Controls of a kind of their own have
+// a header of their own: ComboBox.h, TreeView.h, DateTimePicker.h, UpDown.h.
 #pragma once
 
 #include "framework/com/Bstr.h"
@@ -63,9 +64,15 @@ public:
     /// Place in twips on the control's surface.
     const Place& place() const noexcept { return place_; }
     void setPlace(const Place& place);
+    float Left() const noexcept { return place_.left; }
     float Top() const noexcept { return place_.top; }
+    float Width() const noexcept { return place_.width; }
     float Height() const noexcept { return place_.height; }
+    float right() const noexcept { return place_.left + place_.width; }
+    float bottom() const noexcept { return place_.bottom(); }
+    void setLeft(float left);
     void setTop(float top);
+    void setWidth(float width);
 
     /// A control shows when it and its frame are visible.
     bool Visible() const noexcept { return visible_; }
@@ -90,7 +97,18 @@ public:
     void create(HWND parent, int id);
     void forgetWindow() noexcept { window_ = nullptr; }
     Place placeOnDialog() const noexcept;
+    /// Twips that the control's window is higher than what shows of it.
+    virtual float hiddenHeight() const noexcept { return 0; }
+    /// The window is where its place is.
+    virtual void placed() {}
     virtual void notify(WORD code);
+    virtual void notified(const NMHDR& notification);
+    virtual void scrolled() {}
+    virtual void draw(const DRAWITEMSTRUCT&) const {}
+    /// What a control has posted to itself.
+    virtual void posted(LPARAM) {}
+    /// Takes over what the user is still typing.
+    virtual void completeEdit() {}
 
 protected:
     virtual HWND createWindow(HWND parent, int id) = 0;
@@ -99,6 +117,8 @@ protected:
 
     /// Runs a handler under the dialog's error trap.
     void raise(const std::function<void()>& handler) const;
+
+    void focusNotified(bool arrived) const noexcept;
 
     LRESULT send(UINT message, WPARAM first = 0, LPARAM second = 0) const noexcept;
 
@@ -137,6 +157,9 @@ public:
 
     void setCaption(std::wstring_view caption) { setTextValue(caption); }
 
+    /// Twips that the caption takes in the dialog's font.
+    float captionWidth() const;
+
     /// Makes this the label of a control: its access key leads there, and screen readers name the control by it.
     void labels(const Control& control) const noexcept;
 
@@ -159,21 +182,102 @@ protected:
     HWND createWindow(HWND parent, int id) override;
 };
 
-class TextBox : public Control
+class CheckBox : public Control
 {
 public:
-    TextBox(Surface surface, const Design& design) : Control(surface, design, TextProperty::text) {}
+    CheckBox(Surface surface, const Design& design) : Control(surface, design, TextProperty::caption) {}
 
-    std::wstring Text() const { return textValue(); }
-    void setText(std::wstring_view text) { setTextValue(text); }
+    bool Value() const noexcept { return send(BM_GETCHECK) == BST_CHECKED; }
+    void setValue(bool checked) const noexcept;
 
-    std::function<void()> onChange;
+    std::function<void()> onClick; ///< by the user; setValue does not raise it
 
     void notify(WORD code) override;
 
 protected:
     using Control::createWindow;
     HWND createWindow(HWND parent, int id) override;
+};
+
+/// One of several: those that follow each other in the layout exclude each other.
+class OptionButton : public Control
+{
+public:
+    enum class Position
+    {
+        first,
+        further
+    };
+
+    OptionButton(Surface surface, const Design& design, Position position = Position::further)
+        : Control(surface, design, TextProperty::caption), position_(position)
+    {
+    }
+
+    bool Value() const noexcept { return send(BM_GETCHECK) == BST_CHECKED; }
+    void setValue(bool chosen) const noexcept;
+
+    std::function<void()> onClick; ///< chosen by the user; setValue does not raise it
+
+    void notify(WORD code) override;
+
+protected:
+    using Control::createWindow;
+    HWND createWindow(HWND parent, int id) override;
+
+private:
+    Position position_;
+};
+
+class TextBox : public Control
+{
+public:
+    enum class Kind
+    {
+        line,
+        lines, ///< Enter is left to the default button, Ctrl+Enter breaks the line
+        digits ///< takes the digits 0 to 9 and Backspace
+    };
+
+    TextBox(Surface surface, const Design& design, Kind kind = Kind::line)
+        : Control(surface, design, TextProperty::text), kind_(kind)
+    {
+    }
+
+    std::wstring Text() const { return textValue(); }
+    void setText(std::wstring_view text) { setTextValue(text); }
+
+    std::function<void()> onChange;
+    std::function<void()> onLostFocus;
+
+    void notify(WORD code) override;
+
+protected:
+    using Control::createWindow;
+    HWND createWindow(HWND parent, int id) override;
+
+private:
+    Kind kind_;
+};
+
+/// A field of one colour.
+class Swatch : public Control
+{
+public:
+    Swatch(Surface surface, const Design& design) : Control(surface, design, TextProperty::none) {}
+
+    /// @param color RGB; below 1 for none.
+    void setFillColor(long color);
+    long FillColor() const noexcept { return color_; }
+
+    void draw(const DRAWITEMSTRUCT& item) const override;
+
+protected:
+    using Control::createWindow;
+    HWND createWindow(HWND parent, int id) override;
+
+private:
+    long color_ = 0;
 };
 
 class ListBox : public Control

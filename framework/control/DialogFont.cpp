@@ -27,11 +27,14 @@ void DialogFont::set(IUnknown* font)
     ComPtr<IFont> copy;
     call(original, &IFont::Clone, copy.put());
     font_ = std::move(copy);
+    dpi_ = 0;
 }
 
 HFONT DialogFont::handle(int dpi) const
 {
-    call(font_, &IFont::SetRatio, dpi, 2540L);
+    if (dpi_ != dpi)
+        call(font_, &IFont::SetRatio, dpi, 2540L);
+    dpi_ = dpi;
     HFONT handle = nullptr;
     call(font_, &IFont::get_hFont, &handle);
     return handle;

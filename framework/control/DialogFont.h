@@ -27,6 +27,7 @@ public:
 
 private:
     ComPtr<IFont> font_;
+    mutable int dpi_ = 0; ///< what the font was last asked for: asking anew would replace its handle
 };
 
 } // namespace korvane

@@ -15,6 +15,7 @@ namespace korvane
 namespace
 {
 
+constexpr UINT postedMessage = WM_APP + 1;
 constexpr UINT dpiChangedAfterParent = 0x02E3; // WM_DPICHANGED_AFTERPARENT, of Windows 8.1
 
 Failure lastError()
@@ -155,13 +156,15 @@ void DialogWindow::arrange() noexcept
         const int top = toPixels(place.top, dpi_);
         // Edges are rounded, not extents: neighbours that touch in the layout touch on the screen.
         const int right = toPixels(place.left + place.width, dpi_);
-        const int bottom = toPixels(place.bottom(), dpi_);
+        const int bottom = toPixels(place.bottom() + control->hiddenHeight(), dpi_);
         const UINT showing = control->shows() ? SWP_SHOWWINDOW : SWP_HIDEWINDOW;
         moves = DeferWindowPos(moves, control->window(), nullptr, left, top, right - left, bottom - top,
                                SWP_NOZORDER | SWP_NOACTIVATE | showing);
     }
     if (moves)
         EndDeferWindowPos(moves);
+    for (Control* control : controls_)
+        control->placed();
 }
 
 HWND DialogWindow::controlOfAccessKey(wchar_t key) const noexcept
@@ -187,6 +190,16 @@ Control* DialogWindow::controlOf(HWND window) const noexcept
         if (control->window() == window)
             return control;
     return nullptr;
+}
+
+void DialogWindow::post(const Control& control, LPARAM value) const noexcept
+{
+    PostMessageW(window_, postedMessage, reinterpret_cast<WPARAM>(control.window()), value);
+}
+
+void DialogWindow::postToDialog() const noexcept
+{
+    PostMessageW(window_, postedMessage, 0, 0);
 }
 
 void DialogWindow::createToolTips()
@@ -238,6 +251,34 @@ bool DialogWindow::handle(UINT message, WPARAM first, LPARAM second) noexcept
         if (Control* control = controlOf(reinterpret_cast<HWND>(second)))
             control->notify(HIWORD(first));
         return true;
+    case WM_NOTIFY:
+    {
+        const auto& notification = *reinterpret_cast<const NMHDR*>(second);
+        if (Control* control = controlOf(notification.hwndFrom))
+            control->notified(notification);
+        return false;
+    }
+    case WM_VSCROLL:
+        if (Control* control = controlOf(reinterpret_cast<HWND>(second)))
+            control->scrolled();
+        return true;
+    case WM_DRAWITEM:
+    {
+        const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(second);
+        if (const Control* control = controlOf(item.hwndItem))
+            control->draw(item);
+        return true;
+    }
+    case postedMessage:
+        if (Control* control = controlOf(reinterpret_cast<HWND>(first)))
+            control->posted(second);
+        else if (first == 0)
+            run([this] { postedToDialog(); });
+        return true;
+    case WM_SETFOCUS:
+        focusArrived();
+        windowFocused();
+        return false;
     case WM_MOUSEACTIVATE:
         focusArrived();
         return false;

@@ -37,6 +37,8 @@ public:
     virtual void run(const std::function<void()>& handler) noexcept = 0;
     virtual void focusArrived() noexcept = 0;
     virtual void focusLeft() noexcept = 0;
+    /// Lets a control come back to something once the message at hand is over.
+    void post(const Control& control, LPARAM value) const noexcept;
 
 protected:
     virtual ~DialogWindow();
@@ -72,6 +74,10 @@ protected:
 
     /// The resolution of the window has changed.
     virtual void dpiChanged() = 0;
+    /// The window itself has the focus: the dialog has no control to give it to.
+    virtual void windowFocused() noexcept {}
+    virtual void postedToDialog() {}
+    void postToDialog() const noexcept;
 
 private:
     static INT_PTR CALLBACK procedure(HWND window, UINT message, WPARAM first, LPARAM second) noexcept;

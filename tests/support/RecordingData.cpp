@@ -1,8 +1,9 @@
 #include "tests/support/RecordingData.h"
 
-#include "demo/datalayer/ConnectionPoint.h"
-#include "framework/com/Decimal.h"
-#include "framework/com/Object.h"
+#include "tests/support/RecordedEventLinks.h"
+#include "tests/support/RecordedEvents.h"
+#include "tests/support/RecordedGroups.h"
+#include "tests/support/RecordedNames.h"
 
 #include <algorithm>
 
@@ -12,90 +13,6 @@ namespace korvane::test
 namespace
 {
 
-std::string text(long number)
-{
-    return std::to_string(number);
-}
-
-class RecordedGroups final : public Object<RecordedGroups, Inherits<IGroups, EventSource<IGroupsEvents>>,
-                                           IGroups, IConnectionPointContainer>
-{
-public:
-    explicit RecordedGroups(RecordingData& data) : data_(data) {}
-
-    using EventSource<IGroupsEvents>::raise;
-    using EventSource<IGroupsEvents>::hasSubscribers;
-
-    STDMETHODIMP Load(VARIANT_BOOL* result) override
-    {
-        const HRESULT outcome = data_.record("Groups.Load", "");
-        if (FAILED(outcome))
-            return outcome;
-        raise(1);
-        for (const Group& group : data_.groups)
-            raise(2, {Variant(group.id), Variant(Bstr(group.name)), Variant(group.flags)});
-        *result = VARIANT_TRUE;
-        return S_OK;
-    }
-
-    STDMETHODIMP Fetch(long id, BSTR* name, long* flags, VARIANT_BOOL* result) override
-    {
-        const HRESULT outcome = data_.record("Groups.Fetch", text(id));
-        if (FAILED(outcome))
-            return outcome;
-        const auto found =
-            std::find_if(data_.groups.begin(), data_.groups.end(), [&](auto& g) { return g.id == id; });
-        *result = VARIANT_FALSE;
-        if (found == data_.groups.end())
-            return S_OK;
-        SysReAllocStringLen(name, found->name.data(), static_cast<UINT>(found->name.size()));
-        *flags = found->flags;
-        *result = VARIANT_TRUE;
-        return S_OK;
-    }
-
-    STDMETHODIMP HasAccess(long operation, long id, VARIANT_BOOL* result) override
-    {
-        const HRESULT outcome = data_.record("Groups.HasAccess", text(operation) + ", " + text(id));
-        if (FAILED(outcome))
-            return outcome;
-        const auto found =
-            std::find_if(data_.groups.begin(), data_.groups.end(), [&](auto& g) { return g.id == id; });
-        *result = found != data_.groups.end() && found->editable ? VARIANT_TRUE : VARIANT_FALSE;
-        return S_OK;
-    }
-
-    STDMETHODIMP Add(BSTR name, long flags, long* newId) override
-    {
-        const HRESULT outcome = data_.record("Groups.Add", quoted(view(name)) + ", " + text(flags));
-        if (FAILED(outcome))
-            return outcome;
-        *newId = data_.nextId++;
-        data_.groups.push_back({*newId, std::wstring(view(name)), flags, true});
-        return S_OK;
-    }
-
-    STDMETHODIMP Remove(long id, long* removedId) override
-    {
-        const HRESULT outcome = data_.record("Groups.Remove", text(id));
-        if (SUCCEEDED(outcome))
-            *removedId = 0;
-        return outcome;
-    }
-
-    STDMETHODIMP Update(long id, BSTR name, long flags, long* updatedId) override
-    {
-        const HRESULT outcome =
-            data_.record("Groups.Update", text(id) + ", " + quoted(view(name)) + ", " + text(flags));
-        if (SUCCEEDED(outcome))
-            *updatedId = id;
-        return outcome;
-    }
-
-private:
-    RecordingData& data_;
-};
-
 class RecordedScope final : public Object<RecordedScope, Inherits<IScope>, IScope>
 {
 public:
@@ -104,7 +21,7 @@ public:
 
     STDMETHODIMP Close(long flags, long reason) override
     {
-        return data_.record("Scope.Close", text(flags) + ", " + text(reason));
+        return data_.record("Scope.Close", shown(flags) + ", " + shown(reason));
     }
 
 private:
@@ -114,36 +31,81 @@ private:
 class RecordedRoot final : public Object<RecordedRoot, Inherits<IRoot>, IRoot>
 {
 public:
-    explicit RecordedRoot(RecordingData& data) : data_(data), groups(make<RecordedGroups>(data)) {}
+    explicit RecordedRoot(RecordingData& data) : data_(data) {}
 
-    STDMETHODIMP get_Groups(IGroups** collection) override
+    STDMETHODIMP get_Groups(IGroups** collection) override { return give("Root.Groups", groups, collection); }
+    STDMETHODIMP get_Names(INames** collection) override { return give("Root.Names", names, collection); }
+    STDMETHODIMP get_Types(ITypes** collection) override { return give("Root.Types", types, collection); }
+    STDMETHODIMP get_Events(IEvents** collection) override { return give("Root.Events", events, collection); }
+    STDMETHODIMP get_EventLinks(IEventLinks** collection) override
     {
-        *collection = nullptr;
-        const HRESULT outcome = data_.record("Root.Groups", "");
-        if (SUCCEEDED(outcome))
-            *collection = ComPtr<IGroups>(groups.get()).detach();
-        return outcome;
+        return give("Root.EventLinks", links, collection);
     }
 
     STDMETHODIMP OpenScope(long flags, BSTR source, IScope** scope) override
     {
         *scope = nullptr;
-        const HRESULT outcome = data_.record("Root.OpenScope", text(flags) + ", " + quoted(view(source)));
+        const HRESULT outcome = data_.record("Root.OpenScope", shown(flags) + ", " + quoted(view(source)));
         if (SUCCEEDED(outcome))
             *scope = ComPtr<IScope>(make<RecordedScope>(data_).get()).detach();
         return outcome;
     }
 
+    STDMETHODIMP NewRecurrence(long kind, IRecurrence** rule) override
+    {
+        *rule = nullptr;
+        const HRESULT outcome = data_.record("Root.NewRecurrence", shown(kind));
+        if (FAILED(outcome))
+            return outcome;
+        Rule values = data_.newRule;
+        values.kind = kind;
+        *rule = ComPtr<IRecurrence>(make<RecordedRecurrence>(data_, values).get()).detach();
+        return S_OK;
+    }
+
 private:
+    template <class Collection, class Interface>
+    HRESULT give(const char* call, const ComPtr<Collection>& collection, Interface** result)
+    {
+        *result = nullptr;
+        const HRESULT outcome = data_.record(call, "");
+        if (SUCCEEDED(outcome))
+            *result = ComPtr<Interface>(collection.get()).detach();
+        return outcome;
+    }
+
     RecordingData& data_;
 
 public:
-    ComPtr<RecordedGroups> groups;
+    ComPtr<RecordedGroups> groups = make<RecordedGroups>(data_);
+    ComPtr<RecordedNames> names = make<RecordedNames>(data_);
+    ComPtr<RecordedTypes> types = make<RecordedTypes>(data_);
+    ComPtr<RecordedEvents> events = make<RecordedEvents>(data_);
+    ComPtr<RecordedEventLinks> links = make<RecordedEventLinks>(data_);
 };
 
-RecordedGroups& groupsOf(const RecordingData& data)
+RecordedRoot& rootOf(const RecordingData& data)
 {
-    return *static_cast<RecordedRoot*>(data.root.get())->groups;
+    return *static_cast<RecordedRoot*>(data.root.get());
+}
+
+/// Calls a function with the collection that raises these events.
+template <class Function> auto with(const RecordingData& data, EventsOf source, Function function)
+{
+    const RecordedRoot& root = rootOf(data);
+    switch (source)
+    {
+    case EventsOf::names:
+        return function(*root.names);
+    case EventsOf::types:
+        return function(*root.types);
+    case EventsOf::events:
+        return function(*root.events);
+    case EventsOf::links:
+        return function(*root.links);
+    default:
+        return function(*root.groups);
+    }
 }
 
 } // namespace
@@ -173,27 +135,48 @@ HRESULT RecordingData::record(const std::string& call, const std::string& argume
     return Failure(error.number, error.source, error.description).report();
 }
 
+Event* RecordingData::event(long id)
+{
+    const auto found =
+        std::find_if(events.begin(), events.end(), [&](const Event& event) { return event.id == id; });
+    return found == events.end() ? nullptr : &*found;
+}
+
+bool RecordingData::hasSubscribers(EventsOf source) const
+{
+    return with(*this, source, [](auto& collection) { return collection.hasSubscribers(); });
+}
+
 bool RecordingData::hasSubscribers() const
 {
-    return groupsOf(*this).hasSubscribers();
+    return hasSubscribers(EventsOf::groups) || hasSubscribers(EventsOf::names) ||
+           hasSubscribers(EventsOf::types) || hasSubscribers(EventsOf::events) ||
+           hasSubscribers(EventsOf::links);
 }
 
 void RecordingData::announceGroup(const Group& group) const
 {
-    groupsOf(*this).raise(2, {Variant(group.id), Variant(Bstr(group.name)), Variant(group.flags)});
+    rootOf(*this).groups->announce(group);
 }
 
-void RecordingData::announceClear() const
+void RecordingData::announceName(const Name& name) const
 {
-    groupsOf(*this).raise(1);
+    rootOf(*this).names->announce(name);
 }
 
-std::string quoted(std::wstring_view text)
+void RecordingData::announceType(const Type& type) const
 {
-    std::string result(1, '"');
-    for (const wchar_t character : text)
-        result += character < 0x80 ? static_cast<char>(character) : '?';
-    return result + '"';
+    rootOf(*this).types->announce(type);
+}
+
+void RecordingData::announceEvent(const Event& event, long instance) const
+{
+    rootOf(*this).events->announce(event, instance);
+}
+
+void RecordingData::announceClear(EventsOf source) const
+{
+    with(*this, source, [](auto& collection) { collection.raise(1); });
 }
 
 } // namespace korvane::test

@@ -1,13 +1,17 @@
 // A data layer that records every call with its arguments, in order, and in which any call can be told to fail.
+//
+// It stores what it is given as a simple data layer would, so that tests can look at the outcome too.
 #pragma once
 
 #include "framework/com/ComPtr.h"
 #include "tests/support/Library.h"
+#include "tests/support/RecordedValues.h"
 
 #include <KorvaneData.h>
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +24,47 @@ struct Group
     std::wstring name;
     long flags = 1;
     bool editable = true;
+};
+
+/// A resource as a member of a group.
+struct Name
+{
+    long id;
+    std::wstring text;
+    long group = 1;
+    long color = 0;
+};
+
+struct Type
+{
+    long id;
+    std::wstring text;
+    long color = 0;
+    long group = 0; ///< 0 for a type of every group
+};
+
+/// An activity, booked for one resource.
+struct Event
+{
+    long id;
+    long nameId;
+    long typeId;
+    DATE t0;
+    DATE t1;
+    std::wstring text;
+    std::optional<long> link = std::nullopt;
+    std::optional<Rule> rule = std::nullopt;
+    long exception = 0; ///< not 0 for an occurrence that was edited by itself
+};
+
+/// The data layer's sources of events.
+enum class EventsOf
+{
+    groups,
+    names,
+    types,
+    events,
+    links
 };
 
 /// What the data layer holds and what it was asked. Shared by the COM objects that stand for it, which may
@@ -40,7 +85,17 @@ struct RecordingData
     HRESULT record(const std::string& call, const std::string& arguments);
 
     std::vector<Group> groups;
+    std::vector<Name> names;
+    std::vector<Type> types;
+    std::vector<Event> events;
+    bool mayCreateForOthers = true; ///< the access to link groups of level 1
+    bool mayEditForOthers = true;   ///< and of level 3
+    /// The id that the next UpdateLinked gives the link group, where it is not to stay the same.
+    std::optional<long> nextLink;
+    Rule newRule{0}; ///< what a new rule holds; its kind is the one asked for
     long nextId = 100;
+    /// Records the reading and writing of rules too, for example `Recurrence.put_Count(10)`.
+    bool recordRules = false;
     /// Called while a call is being answered, for tests of what happens in between.
     std::function<void(const std::string& call)> during;
 
@@ -52,16 +107,23 @@ struct RecordingData
     };
     std::map<std::string, Planned> failures;
     int openScopes = 0;
+    int rulesAlive = 0;
 
     /// The data layer's root object.
     ComPtr<IRoot> root;
 
-    /// Is anybody connected to the events of the groups?
-    bool hasSubscribers() const;
-    void announceGroup(const Group& group) const;
-    void announceClear() const;
-};
+    /// The activity with this id; null when there is none.
+    Event* event(long id);
 
-std::string quoted(std::wstring_view text);
+    /// Is anybody connected to these events, or to any?
+    bool hasSubscribers(EventsOf source) const;
+    bool hasSubscribers() const;
+
+    void announceGroup(const Group& group) const;
+    void announceName(const Name& name) const;
+    void announceType(const Type& type) const;
+    void announceEvent(const Event& event, long instance = 0) const;
+    void announceClear(EventsOf source = EventsOf::groups) const;
+};
 
 } // namespace korvane::test

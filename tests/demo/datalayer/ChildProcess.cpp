@@ -1,6 +1,6 @@
 #include "tests/demo/datalayer/ChildProcess.h"
 
-#include "tests/demo/datalayer/DataLayer.h"
+#include "tests/demo/datalayer/ActivityTest.h"
 
 namespace korvane::store::test
 {
@@ -17,7 +17,8 @@ std::wstring programPath()
     return path;
 }
 
-int add(const std::wstring& file, const std::wstring& group)
+/// Works on the root of a database.
+template <class Work> int inDatabase(const std::wstring& file, Work&& work)
 {
     require(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
     const auto failure = attempt([&] {
@@ -26,13 +27,25 @@ int add(const std::wstring& file, const std::wstring& group)
         database->put_LockTimeout(static_cast<long>(patience));
         ComPtr<IRoot> root;
         call(database, &IDatabase::Open, Bstr(file).get(), BSTR(nullptr), root.put());
+        work(root);
+    });
+    CoUninitialize();
+    return failure ? failure->number() : S_OK;
+}
+
+int add(const std::wstring& file, const std::wstring& group)
+{
+    return inDatabase(file, [&](const ComPtr<IRoot>& root) {
         ComPtr<IGroups> groups;
         call(root, &IRoot::get_Groups, groups.put());
         long id = 0;
         call(groups, &IGroups::Add, Bstr(group).get(), 3L, &id);
     });
-    CoUninitialize();
-    return failure ? failure->number() : S_OK;
+}
+
+int book(const std::wstring& file, long link, const std::vector<long>& names)
+{
+    return inDatabase(file, [&](const ComPtr<IRoot>& root) { Desk(root).addNames(link, names); });
 }
 
 int lock(const std::wstring& file, const std::wstring& sql, DWORD milliseconds,
@@ -53,6 +66,12 @@ int lock(const std::wstring& file, const std::wstring& sql, DWORD milliseconds,
 ChildProcess ChildProcess::adding(const std::wstring& file, const std::wstring& group)
 {
     return ChildProcess({L"add", file, group});
+}
+
+ChildProcess ChildProcess::booking(const std::wstring& file, long link, long firstName, long secondName)
+{
+    return ChildProcess(
+        {L"book", file, std::to_wstring(link), std::to_wstring(firstName), std::to_wstring(secondName)});
 }
 
 ChildProcess ChildProcess::locking(const std::wstring& file, const std::wstring& sql, DWORD milliseconds)
@@ -111,6 +130,9 @@ int ChildProcess::run(const std::vector<std::wstring>& arguments)
 {
     if (arguments.size() == 3 && arguments[0] == L"add")
         return add(arguments[1], arguments[2]);
+    if (arguments.size() == 5 && arguments[0] == L"book")
+        return book(arguments[1], std::stol(arguments[2]),
+                    {std::stol(arguments[3]), std::stol(arguments[4])});
     if (arguments.size() == 5 && arguments[0] == L"lock")
         return lock(arguments[1], arguments[2], std::stoul(arguments[3]), arguments[4]);
     return E_INVALIDARG;

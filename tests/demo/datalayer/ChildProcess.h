@@ -17,6 +17,9 @@ public:
     /// Adds a group through the data layer; the exit code is the call's result.
     static ChildProcess adding(const std::wstring& file, const std::wstring& group);
 
+    /// Books the activity of a link group for two more resources; the exit code is the call's result.
+    static ChildProcess booking(const std::wstring& file, long link, long firstName, long secondName);
+
     /// Runs SQL that takes a lock, and holds the lock for a time. Returns once the lock is taken.
     static ChildProcess locking(const std::wstring& file, const std::wstring& sql,
                                 DWORD milliseconds = INFINITE);

@@ -34,6 +34,33 @@ TEST_F(ConnectionPoints, AreFoundForTheGroupsEventsOnly)
     EXPECT_EQ(E_POINTER, container->FindConnectionPoint(DIID_IGroupsEvents, nullptr));
 }
 
+TEST_F(ConnectionPoints, AreThereForTheEventsOfEachCollection)
+{
+    const auto root = open();
+    ComPtr<INames> resources;
+    ComPtr<ITypes> types;
+    ComPtr<IEvents> events;
+    ComPtr<IEventLinks> links;
+    call(root, &IRoot::get_Names, resources.put());
+    call(root, &IRoot::get_Types, types.put());
+    call(root, &IRoot::get_Events, events.put());
+    call(root, &IRoot::get_EventLinks, links.put());
+    const std::pair<ComPtr<IConnectionPointContainer>, IID> sources[] = {
+        {groupsOf(root).as<IConnectionPointContainer>(), DIID_IGroupsEvents},
+        {resources.as<IConnectionPointContainer>(), DIID_INamesEvents},
+        {types.as<IConnectionPointContainer>(), DIID_ITypesEvents},
+        {events.as<IConnectionPointContainer>(), DIID_IEventsEvents},
+        {links.as<IConnectionPointContainer>(), DIID_IEventLinksEvents},
+    };
+    for (const auto& [container, own] : sources)
+        for (const auto& [other, asked] : sources)
+        {
+            ComPtr<IConnectionPoint> point;
+            EXPECT_EQ(asked == own ? S_OK : CONNECT_E_NOCONNECTION,
+                      container->FindConnectionPoint(asked, point.put()));
+        }
+}
+
 TEST_F(ConnectionPoints, KnowTheirEventsAndTheirOwner)
 {
     auto groups = openGroups();

@@ -1,5 +1,5 @@
+#include "tests/demo/datalayer/ActivityTest.h"
 #include "tests/demo/datalayer/ChildProcess.h"
-#include "tests/demo/datalayer/DataLayer.h"
 
 #include <filesystem>
 #include <fstream>
@@ -13,16 +13,68 @@ using namespace korvane::store::test;
 namespace
 {
 
-class Crashes : public DataLayerTest
+template <class Base> class CrashTest : public Base
 {
 protected:
-    std::string content() const
+    using Base::file;
+    using Base::sql;
+    using Base::sqlText;
+
+    /// Makes a write go on for long, and larger than what the database keeps in memory, so that half of it
+    /// stands in the file when its process dies.
+    void makeSlow(const std::string& event, const std::string& firstStatement)
+    {
+        sql("CREATE TABLE ballast (text TEXT);"
+            "CREATE VIEW numbers AS WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT "
+            "i "
+            "FROM n;"
+            "INSERT INTO ballast SELECT 'before ' || hex(zeroblob(500)) FROM numbers LIMIT 8000");
+        sql(("CREATE TRIGGER slow AFTER " + event + " BEGIN " + firstStatement +
+             ";"
+             "  UPDATE ballast SET text = 'halfway ' || substr(text, 8);"
+             "  INSERT INTO ballast SELECT 'more ' || hex(zeroblob(500)) FROM numbers LIMIT 300000;"
+             "END")
+                .c_str());
+        size_ = std::filesystem::file_size(file);
+    }
+
+    void killHalfway(ChildProcess child) const
+    {
+        while (child.isRunning() && std::filesystem::file_size(file) < size_ + 4'000'000)
+            Sleep(1);
+        ASSERT_TRUE(child.isRunning()) << "the write was over too soon";
+        child.kill();
+        ASSERT_TRUE(std::filesystem::exists(journal));
+        ASSERT_NE(std::string::npos, fileContent().find("halfway 0000"));
+    }
+
+    /// Expects the file as it was before the write, once it was opened.
+    void expectRestored() const
+    {
+        EXPECT_FALSE(std::filesystem::exists(journal));
+        EXPECT_EQ(size_, std::filesystem::file_size(file));
+        EXPECT_EQ(L"ok", sqlText("PRAGMA integrity_check"));
+        EXPECT_EQ(L"8000", sqlText("SELECT count(*) FROM ballast WHERE text LIKE 'before %'"));
+        EXPECT_EQ(L"8000", sqlText("SELECT count(*) FROM ballast"));
+    }
+
+private:
+    std::string fileContent() const
     {
         std::ifstream stream(std::filesystem::path(file), std::ios::binary);
         return {std::istreambuf_iterator<char>(stream), {}};
     }
 
     std::wstring journal = file + L"-journal";
+    std::uintmax_t size_ = 0;
+};
+
+class Crashes : public CrashTest<DataLayerTest>
+{
+};
+
+class CrashesOfBooking : public CrashTest<ActivityTest>
+{
 };
 
 } // namespace
@@ -30,38 +82,35 @@ protected:
 TEST_F(Crashes, InTheMiddleOfAWriteLeaveTheOldState)
 {
     add(openGroups(), L"Staff");
-    // A write that goes on for long and is larger than what the database keeps in memory, so that half of it
-    // stands in the file when its process dies.
-    sql("CREATE TABLE ballast (text TEXT);"
-        "CREATE VIEW numbers AS WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT i "
-        "FROM n;"
-        "INSERT INTO ballast SELECT 'before ' || hex(zeroblob(500)) FROM numbers LIMIT 8000;"
-        "CREATE TRIGGER slow AFTER INSERT ON groups BEGIN"
-        "  UPDATE groups SET name = name || ' halfway';"
-        "  UPDATE ballast SET text = 'halfway ' || substr(text, 8);"
-        "  INSERT INTO ballast SELECT 'more ' || hex(zeroblob(500)) FROM numbers LIMIT 300000;"
-        "END");
-    const auto size = std::filesystem::file_size(file);
-
-    auto child = ChildProcess::adding(file, L"Rooms");
-    while (child.isRunning() && std::filesystem::file_size(file) < size + 4'000'000)
-        Sleep(1);
-    ASSERT_TRUE(child.isRunning()) << "the write was over too soon";
-    child.kill();
-    ASSERT_TRUE(std::filesystem::exists(journal));
-    ASSERT_NE(std::string::npos, content().find("halfway 0000"));
+    makeSlow("INSERT ON groups", "UPDATE groups SET name = name || ' halfway'");
+    killHalfway(ChildProcess::adding(file, L"Rooms"));
 
     const auto groups = openGroups();
     EXPECT_EQ(std::vector<std::wstring>{L"Staff"}, names(groups));
-    EXPECT_FALSE(std::filesystem::exists(journal));
-    EXPECT_EQ(size, std::filesystem::file_size(file));
-    EXPECT_EQ(L"ok", sqlText("PRAGMA integrity_check"));
-    EXPECT_EQ(L"8000", sqlText("SELECT count(*) FROM ballast WHERE text LIKE 'before %'"));
-    EXPECT_EQ(L"8000", sqlText("SELECT count(*) FROM ballast"));
+    expectRestored();
 
     sql("DROP TRIGGER slow");
     add(groups, L"Rooms");
     EXPECT_EQ((std::vector<std::wstring>{L"Staff", L"Rooms"}), names(groups));
+}
+
+TEST_F(CrashesOfBooking, InTheMiddleOfAWriteLeaveTheOldState)
+{
+    const long link = *desk->create(desk->add(meeting()));
+    const std::wstring before = content();
+    desk.reset();
+    // The first resource has its activity by then, the second one not.
+    makeSlow("INSERT ON events WHEN new.name_id = 3", "UPDATE events SET text = 'halfway'");
+    killHalfway(ChildProcess::booking(file, link, bert, van));
+
+    desk.emplace(open());
+    EXPECT_EQ(Lines{L"1, 2"}, desk->members(link));
+    expectRestored();
+    EXPECT_EQ(before, content());
+
+    sql("DROP TRIGGER slow");
+    desk->addNames(link, {bert, van});
+    EXPECT_EQ((Lines{L"1, 2", L"2, 3", L"3, 5"}), desk->members(link));
 }
 
 TEST_F(Crashes, WithALockHeldReleaseIt)

@@ -1,5 +1,5 @@
+#include "tests/demo/datalayer/ActivityTest.h"
 #include "tests/demo/datalayer/ChildProcess.h"
-#include "tests/demo/datalayer/DataLayer.h"
 #include "tests/demo/datalayer/Subscriber.h"
 
 #include <chrono>
@@ -22,6 +22,62 @@ protected:
 
     const wchar_t* source = L"KorvaneData.Database";
     const wchar_t* locked = L"The database is locked by another user. Try again in a moment.";
+};
+
+class LocksOfBooking : public ActivityTest
+{
+protected:
+    LocksOfBooking()
+    {
+        database->put_LockTimeout(50);
+        desk.emplace(open());
+    }
+
+    /// Everything that is asked of the activities, each of which the body expects to fail.
+    void forEachWrite(auto&& body) const
+    {
+        body([&] { desk->add(meeting()); });
+        body([&] { desk->update(event, 0, meeting()); });
+        body([&] { desk->update(event, 1, meeting()); });
+        body([&] { desk->remove(event); });
+        body([&] { desk->repeat(event, Repetition{1}); });
+        body([&] { desk->create(single); });
+        body([&] { desk->addNames(event, {bert}); });
+        body([&] { desk->removeNames(event, {anna}); });
+        body([&] { desk->removeOccurrence(event, 1); });
+        body([&] { desk->removeAll(event); });
+        body([&] { desk->updateLinked(event, 0, meeting()); });
+        body([&] { desk->detach(event, anna); });
+        body([&] { desk->repeatLinked(event, std::nullopt); });
+    }
+
+    void forEachReading(auto&& body) const
+    {
+        body([&] { desk->fetch(event); });
+        body([&] { desk->repetition(event); });
+        body([&] { desk->linkOf(event); });
+        body([&] { desk->hasAccess(3, event); });
+        body([&] { call(desk->events.as<ISchedule>(), &ISchedule::Load, at(2026, 1, 1), at(2027, 1, 1)); });
+        VARIANT_BOOL result = VARIANT_FALSE;
+        ComPtr<INames> names;
+        call(desk->root, &IRoot::get_Names, names.put());
+        body([&] { call(names, &INames::Load, 0L, &result); });
+        ComPtr<ITypes> types;
+        call(desk->root, &IRoot::get_Types, types.put());
+        body([&] { call(types, &ITypes::Load, 0L, &result); });
+    }
+
+    long repeated() const
+    {
+        const long added = desk->add(meeting());
+        desk->repeat(added, Repetition{2});
+        return *desk->create(added);
+    }
+
+    const wchar_t* source = L"KorvaneData.Database";
+    const wchar_t* locked = L"The database is locked by another user. Try again in a moment.";
+    long event = repeated();
+    long single = desk->add(meeting());
 };
 
 /// A file that others may read but not write while it lives.
@@ -129,4 +185,40 @@ TEST_F(Locks, ReadOnlyFilesCanBeReadButNotWritten)
     EXPECT_ERROR(add(groups, L"Rooms"), Code::readOnly, source, readOnly);
     EXPECT_ERROR(update(groups, 4, L"People"), Code::readOnly, source, readOnly);
     EXPECT_EQ(std::vector<std::wstring>{L"Staff"}, names(groups));
+}
+
+TEST_F(LocksOfBooking, OfAnotherProcessReachTheUserAsAnError)
+{
+    const std::wstring before = content();
+    const Listener::Subscription listener(desk->events, DIID_IEventsEvents);
+    {
+        const auto child = ChildProcess::locking(file, L"BEGIN EXCLUSIVE");
+        const auto expectLocked = [&](auto&& body) { EXPECT_ERROR(body(), Code::locked, source, locked); };
+        forEachWrite(expectLocked);
+        expectLocked([&] { call(database, &IDatabase::AddSample, desk->root.get()); });
+        forEachReading(expectLocked);
+        EXPECT_TRUE(child.isRunning());
+    }
+    EXPECT_EQ(Lines{}, listener->events());
+    EXPECT_EQ(before, content());
+}
+
+TEST_F(LocksOfBooking, OfAWriterLeaveReadingPossible)
+{
+    Connection writer(file, 0);
+    const Transaction writing(writer);
+    forEachReading([](auto&& body) { EXPECT_FALSE(attempt(body)); });
+    forEachWrite([&](auto&& body) { EXPECT_ERROR(body(), Code::locked, source, locked); });
+}
+
+TEST_F(LocksOfBooking, ReadOnlyFilesCanBeReadButNotWritten)
+{
+    desk.reset();
+    const WriteProtection protection(file);
+    desk.emplace(open());
+    const std::wstring before = content();
+    forEachReading([](auto&& body) { EXPECT_FALSE(attempt(body)); });
+    forEachWrite(
+        [&](auto&& body) { EXPECT_ERROR(body(), Code::readOnly, source, L"The database is read-only."); });
+    EXPECT_EQ(before, content());
 }

@@ -17,6 +17,27 @@ protected:
         return object->Release();
     }
 
+    /// The objects that activities are booked with.
+    struct Booking
+    {
+        ComPtr<INames> names;
+        ComPtr<ITypes> types;
+        ComPtr<IEvents> events;
+        ComPtr<IEventLinks> links;
+        ComPtr<IRecurrence> rule;
+    };
+
+    static Booking collectionsOf(const ComPtr<IRoot>& root)
+    {
+        Booking result;
+        call(root, &IRoot::get_Names, result.names.put());
+        call(root, &IRoot::get_Types, result.types.put());
+        call(root, &IRoot::get_Events, result.events.put());
+        call(root, &IRoot::get_EventLinks, result.links.put());
+        call(root, &IRoot::NewRecurrence, 1L, result.rule.put());
+        return result;
+    }
+
     /// Every object is one object through all of its interfaces.
     static void expectIdentity(const ComPtr<IUnknown>& object, std::initializer_list<IID> interfaces)
     {
@@ -135,8 +156,53 @@ TEST_F(Module, ObjectsKeepTheirIdentity)
     require(scope->Close(0, 0));
 }
 
+TEST_F(Module, ObjectsOfActivitiesKeepTheirIdentity)
+{
+    const auto root = open();
+    const Booking booked = collectionsOf(root);
+    expectIdentity(booked.names.as<IUnknown>(), {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo,
+                                                 IID_INames, IID_IConnectionPointContainer});
+    expectIdentity(booked.types.as<IUnknown>(), {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo,
+                                                 IID_ITypes, IID_IConnectionPointContainer});
+    expectIdentity(booked.events.as<IUnknown>(), {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo,
+                                                  IID_IEvents, IID_ISchedule, IID_IConnectionPointContainer});
+    expectIdentity(booked.links.as<IUnknown>(), {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo,
+                                                 IID_IEventLinks, IID_IConnectionPointContainer});
+    expectIdentity(booked.rule.as<IUnknown>(),
+                   {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IRecurrence});
+}
+
+TEST_F(Module, ObjectsOfActivitiesCountTheirReferencesExactly)
+{
+    const auto root = open();
+    const Booking booked = collectionsOf(root);
+    EXPECT_EQ(2u, references(booked.names)); // the root's and this one
+    EXPECT_EQ(2u, references(booked.types));
+    EXPECT_EQ(3u, references(booked.events)); // the link groups' as well
+    EXPECT_EQ(2u, references(booked.links));
+    EXPECT_EQ(1u, references(booked.rule));
+    EXPECT_EQ(1u, references(root));
+}
+
+TEST_F(Module, IsHeldByARuleThatIsLeft)
+{
+    auto root = open();
+    auto rule = collectionsOf(root).rule;
+    root.reset();
+    database.reset();
+    EXPECT_FALSE(layer.isIdle());
+    rule.reset();
+    EXPECT_TRUE(layer.isIdle());
+}
+
 TEST_F(Module, ObjectsAnswerForTheirErrors)
 {
+    const Booking booked = collectionsOf(open());
+    EXPECT_EQ(S_OK, booked.events.as<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(IID_IEvents));
+    EXPECT_EQ(S_OK, booked.events.as<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(IID_ISchedule));
+    EXPECT_EQ(S_OK, booked.links.as<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(IID_IEventLinks));
+    EXPECT_EQ(S_OK, booked.names.as<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(IID_INames));
+    EXPECT_EQ(S_OK, booked.types.as<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(IID_ITypes));
     const auto groups = openGroups().as<ISupportErrorInfo>();
     EXPECT_EQ(S_OK, groups->InterfaceSupportsErrorInfo(IID_IGroups));
     EXPECT_EQ(S_FALSE, groups->InterfaceSupportsErrorInfo(IID_IConnectionPointContainer));

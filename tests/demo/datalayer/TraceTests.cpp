@@ -1,4 +1,4 @@
-#include "tests/demo/datalayer/DataLayer.h"
+#include "tests/demo/datalayer/ActivityTest.h"
 #include "tests/demo/datalayer/Subscriber.h"
 
 using namespace korvane;
@@ -17,6 +17,10 @@ protected:
         call(root, &IRoot::OpenScope, flags, Bstr(source).get(), result.put());
         return result;
     }
+};
+
+class TracesOfBooking : public ActivityTest
+{
 };
 
 } // namespace
@@ -156,5 +160,108 @@ TEST_F(Traces, ShowWhatCouldNotBeOpened)
     EXPECT_TRUE(attempt([&] { open(L"nobody"); }));
     EXPECT_EQ(L"Database.Open \"" + file +
                   L"\", \"nobody\" ! 0x80040FFA Unknown username - cannot login.\r\n",
+              trace());
+}
+
+TEST_F(TracesOfBooking, ShowCallsWithArgumentsAndResults)
+{
+    const Booking trip{van, 2, at(2026, 3, 2, 9), at(2026, 3, 4), L"Trip"};
+    const long event = desk->add(trip);
+    desk->repeat(event, Repetition{2, 1, 3, 7});
+    desk->update(event, 2, trip);
+    desk->fetch(event);
+    desk->repetition(event);
+    desk->remove(event, 2);
+    desk->repeat(event, std::nullopt);
+    long result = 0;
+    desk->events->IsException(event, &result);
+    desk->remove(event);
+    EXPECT_EQ(L"Events.Add 5, 2, 2026-03-02 09:00:00, 2026-03-04 00:00:00, \"Trip\" = 1\r\n"
+              L"Root.NewRecurrence 2\r\n"
+              L"Events.SetRecurrence 1, kind 2, interval 1, count 3, anchor 7\r\n"
+              L"Events.Update 1, 2, 5, 2, 2026-03-02 09:00:00, 2026-03-04 00:00:00, \"Trip\"\r\n"
+              L"Events.Fetch 1, 0 = 5, 2, 2026-03-02 09:00:00, 2026-03-04 00:00:00, \"Trip\"\r\n"
+              L"Events.GetRecurrence 1 = kind 2, interval 1, count 3, anchor 7\r\n"
+              L"Events.Remove 1, 2\r\n"
+              L"Events.SetRecurrence 1, Nothing\r\n"
+              L"Events.IsException 1 = 0\r\n"
+              L"Events.Remove 1, 0\r\n",
+              trace());
+}
+
+TEST_F(TracesOfBooking, ShowLinkGroups)
+{
+    const long event = desk->add(meeting());
+    ignoreTrace();
+    desk->create(event);
+    desk->addNames(event, {bert, van});
+    desk->linkOf(event);
+    desk->updateLinked(event, 0, meeting());
+    desk->repeatLinked(event, std::nullopt);
+    desk->removeNames(event, {anna, van});
+    desk->linkOf(2);
+    desk->detach(2, bert);
+    desk->hasAccess(3, 2);
+    EXPECT_EQ(L"EventLinks.Create 1 = 1\r\n"
+              L"EventLinks.AddNames 1, (3, 5)\r\n"
+              L"EventLinks.Load 1 = 1\r\n"
+              L"EventLinks.UpdateLinked 1, 0, 1, 2026-03-02 09:00:00, 2026-03-02 10:00:00, \"Budget\" = 1\r\n"
+              L"EventLinks.SetRecurrence 1, Nothing\r\n"
+              L"EventLinks.RemoveNames 1, (2, 5) = 2\r\n"
+              L"EventLinks.Load 2 = Empty\r\n"
+              L"EventLinks.Detach 2, 3\r\n"
+              L"EventLinks.HasAccess 3, 2 = True\r\n",
+              trace());
+}
+
+TEST_F(TracesOfBooking, ShowFailuresWithNumberAndText)
+{
+    EXPECT_TRUE(attempt([&] { desk->removeAll(std::nullopt); }));
+    EXPECT_TRUE(attempt([&] { desk->remove(4711); }));
+    EXPECT_TRUE(attempt([&] { desk->rule(Repetition{6}); }));
+    EXPECT_TRUE(attempt([&] { call(database, &IDatabase::AddSample, desk->root.get()); }));
+    EXPECT_EQ(
+        L"EventLinks.RemoveAll Empty ! 0x80042341 There is no such group of linked activities. Another user "
+        L"may "
+        L"have deleted it.\r\n"
+        L"Events.Remove 4711, 0 ! 0x8004233D There is no such activity. Another user may have deleted it.\r\n"
+        L"Root.NewRecurrence 6 ! 0x80042345 There is no kind of recurrence with the number 6.\r\n"
+        L"Database.AddSample ! 0x80042349 The database has resources already.\r\n",
+        trace());
+}
+
+TEST_F(TracesOfBooking, NestEvents)
+{
+    ComPtr<INames> resources;
+    ComPtr<ITypes> types;
+    call(desk->root, &IRoot::get_Names, resources.put());
+    call(desk->root, &IRoot::get_Types, types.put());
+    const Listener::Subscription names(resources, DIID_INamesEvents);
+    const Listener::Subscription typesListener(types, DIID_ITypesEvents);
+    const Listener::Subscription events(desk->events, DIID_IEventsEvents);
+    const Listener::Subscription links(desk->links, DIID_IEventLinksEvents);
+    VARIANT_BOOL result = VARIANT_FALSE;
+    call(resources, &INames::Load, 5L, &result);
+    call(types, &ITypes::Load, 5L, &result);
+    desk->linkOf(desk->add(meeting()));
+    call(desk->events.as<ISchedule>(), &ISchedule::Load, at(2026, 3, 2), at(2026, 3, 3));
+    EXPECT_EQ(L"Root.Names\r\n"
+              L"Root.Types\r\n"
+              L"Names.Load 5 = True\r\n"
+              L"  OnClear\r\n"
+              L"  OnAdd 5, \"Van\", 5, 65280\r\n"
+              L"Types.Load 5 = True\r\n"
+              L"  OnClear\r\n"
+              L"  OnAdd 0, \"Activity\", 12566463\r\n"
+              L"  OnAdd 1, \"Meeting\", 16711680\r\n"
+              L"  OnAdd 2, \"Travel\", 0\r\n"
+              L"Events.Add 2, 1, 2026-03-02 09:00:00, 2026-03-02 10:00:00, \"Budget\" = 1\r\n"
+              L"  OnClear\r\n"
+              L"EventLinks.Load 1 = Empty\r\n"
+              L"  OnClear\r\n"
+              L"  OnAdd 1, 2\r\n"
+              L"Schedule.Load 2026-03-02 00:00:00, 2026-03-03 00:00:00\r\n"
+              L"  OnClear\r\n"
+              L"  OnAdd 1, 0, 2, 1, 2026-03-02 09:00:00, 2026-03-02 10:00:00, \"Budget\"\r\n",
               trace());
 }

@@ -1,0 +1,60 @@
+// The command that adds, changes and deletes activities.
+#pragma once
+
+#include "activities/Activity.h"
+
+#include <KorvaneDlg.h>
+
+namespace korvane
+{
+
+class EditEvents final : public AppCommand<EditEvents, IEditEvents>, public Activity
+{
+public:
+    static constexpr const wchar_t* dialogClass = L"KorvaneDlg.ctlEditEvents";
+    static const GUID* classId() noexcept { return &__uuidof(::EditEvents); }
+    static std::span<const Operand<EditEvents>> operands();
+
+    EditEvents() noexcept : Activity(NameID) {}
+
+    bool prepare();
+    bool execute();
+
+    // For the dialog.
+    /// Chooses a resource, which becomes the primary one, or takes it out of the choice.
+    void SetName(long nameId, bool checked);
+    /// May the user book for resources other than his own?
+    bool MayBookOthers() const;
+    long ExceptionFlag() const noexcept { return exceptionFlag_; }
+
+    STDMETHODIMP get_EventInstance(long* value) override;
+    STDMETHODIMP put_EventInstance(long value) override;
+    STDMETHODIMP get_GroupID(long* value) override;
+    STDMETHODIMP get_TypeID(long* value) override;
+    STDMETHODIMP put_TypeID(long value) override;
+    STDMETHODIMP get_NameID(long* value) override;
+    STDMETHODIMP get_T0(DATE* value) override;
+    STDMETHODIMP put_T0(DATE value) override;
+    STDMETHODIMP get_T1(DATE* value) override;
+    STDMETHODIMP put_T1(DATE value) override;
+    STDMETHODIMP get_Text(BSTR* value) override;
+    STDMETHODIMP put_Text(BSTR value) override;
+    STDMETHODIMP get_Command(IAppCommand** value) override;
+
+    long NameID = 0;          ///< the primary resource
+    ComPtr<IRecurrence> Rule; ///< the working copy that the dialog edits; empty for no repetition
+
+private:
+    void prepareStored();
+    void addActivity();
+    void removeActivity();
+    void changeActivity();
+    void synchroniseNames();
+    void writeRule() const;
+    ComPtr<IRecurrence> copyOf(const ComPtr<IRecurrence>& rule) const;
+
+    long exceptionFlag_ = 0;
+    bool added_ = false;
+};
+
+} // namespace korvane

@@ -1,0 +1,61 @@
+// The part of the activity dialog that makes an activity repeat. Every change of a control is written into the
+// command's working rule at once; a rule is changed by nothing else.
+#pragma once
+
+#include "activities/EditEvents.h"
+#include "framework/control/UpDown.h"
+
+#include <array>
+#include <functional>
+
+namespace korvane
+{
+
+class RecurrencePanel
+{
+public:
+    /// @param command the command at hand. @param onToggle called when the panel has opened or closed.
+    RecurrencePanel(DialogWindow& dialog, const Place& place, std::function<EditEvents&()> command,
+                    std::function<void()> onToggle);
+
+    /// Shows the command's rule.
+    void fill();
+    /// Shows that the activity cannot repeat: it is an occurrence that is edited by itself.
+    void lock();
+
+    /// Where what follows the panel goes: below it, or in its place while it is closed.
+    float bottom() const noexcept;
+
+private:
+    static constexpr int kinds = 5;
+    static constexpr int largestNumber = 9999;
+
+    void toggle();
+    void open(bool isOpen);
+    void chooseKind(int index);
+    void showKind(long kind);
+    void layOutRows();
+    void showNumbers();
+    void intervalTyped();
+    void intervalChanged();
+    void countTyped();
+    void countChanged();
+
+    std::function<EditEvents&()> command_;
+    std::function<void()> onToggle_;
+
+    CheckBox chkRecurrences;
+    Frame fraRecur;
+    std::array<OptionButton, kinds> optRecur;
+    Frame fraRecurStd;
+    Label lblRecurIval1;
+    TextBox txtRecurIval;
+    UpDown updRecurIval;
+    Label lblRecurIval2;
+    Label lblRecurCnt1;
+    TextBox txtRecurCnt;
+    UpDown updRecurCnt;
+    Label lblRecurCnt2;
+};
+
+} // namespace korvane

@@ -1,0 +1,186 @@
+#include "activities/ctlEditEvents.h"
+
+namespace korvane
+{
+
+namespace
+{
+
+enum TextId : long
+{
+    textTitle = 25000,
+    textChange = 25008,
+    textEditAllOccurrences = 25102
+};
+
+enum CollectionEvent : DISPID
+{
+    eventClear = 1,
+    eventAdd = 2
+};
+
+/// Groups with this flag are built into the system and never shown.
+constexpr long hiddenGroup = 1;
+
+constexpr long allGroups = 0;
+
+} // namespace
+
+ctlEditEvents::ctlEditEvents() : Dialog(textTitle, 5640, 5550)
+{
+    tree.hasName = [this](long nameId) { return command().HasName(nameId); };
+    tree.setName = [this](long nameId, bool checked) { command().SetName(nameId, checked); };
+    dtpStart.onChange = [this] { command().T0 = dtpStart.Value(); };
+    dtpStop.onChange = [this] { command().T1 = dtpStop.Value(); };
+    txtText.onChange = [this] { command().Text = Bstr(txtText.Text()); };
+    cboTypes.onClick = [this] { chooseType(); };
+    cmdRemove.onClick = [this] { remove(); };
+    for (EventConnection* connection : {&mGroups, &mNames, &mTypes, &mEvents})
+        connection->onStrayFailure = [this](const Failure& failure) { raiseError(failure); };
+}
+
+bool ctlEditEvents::load()
+{
+    subscribe();
+    askForOccurrence();
+    Init();
+    showFields();
+    return showHeading();
+}
+
+void ctlEditEvents::subscribe()
+{
+    const auto& root = command().Root;
+    ComPtr<IEvents> events;
+    call(root, &IRoot::get_Groups, groups_.put());
+    mGroups.connect(groups_.get(), __uuidof(IGroupsEvents),
+                    [this](DISPID event, const EventArguments& arguments) { groupsEvent(event, arguments); });
+    call(root, &IRoot::get_Names, names_.put());
+    mNames.connect(names_.get(), __uuidof(INamesEvents),
+                   [this](DISPID event, const EventArguments& arguments) { namesEvent(event, arguments); });
+    call(root, &IRoot::get_Types, types_.put());
+    mTypes.connect(types_.get(), __uuidof(ITypesEvents),
+                   [this](DISPID event, const EventArguments& arguments) { typesEvent(event, arguments); });
+    call(root, &IRoot::get_Events, events.put());
+    mEvents.connect(events.get(), __uuidof(IEventsEvents), [](DISPID, const EventArguments&) {});
+}
+
+/// One occurrence of a repeating activity has been opened: is it the whole series that is meant?
+void ctlEditEvents::askForOccurrence()
+{
+    if (command().Instance != 0 && ask(textEditAllOccurrences, MB_YESNO | MB_ICONQUESTION) == IDYES)
+        command().Instance = 0;
+}
+
+/// Reads the activity, then fills the tree and the types: the data layer announces them one by one.
+void ctlEditEvents::Init()
+{
+    const TreeView::Filling fillingTree(tree.tvwNames);
+    DataScope scope(command().Root, L"ctlEditEvents.Init");
+    VARIANT_BOOL ignored = VARIANT_FALSE;
+    call(command().asCommand(), &IAppCommand::Prepare, &ignored);
+    mGroups.during([&] { call(groups_, &IGroups::Load, &ignored); });
+    mNames.during([&] { call(names_, &INames::Load, allGroups, &ignored); });
+    mTypes.during([&] { call(types_, &ITypes::Load, command().GroupID, &ignored); });
+    scope.Close();
+    tree.showChoice();
+}
+
+void ctlEditEvents::groupsEvent(DISPID event, const EventArguments& group)
+{
+    if (event == eventClear)
+        tree.clearGroups();
+    else if (event == eventAdd && group.number(2) != hiddenGroup)
+        tree.addGroup(group.number(0), group.text(1).get());
+}
+
+void ctlEditEvents::namesEvent(DISPID event, const EventArguments& name)
+{
+    if (event == eventClear)
+        tree.clearNames();
+    else if (event == eventAdd)
+        tree.addName(name.number(0), name.text(1).get(), name.number(2));
+}
+
+void ctlEditEvents::typesEvent(DISPID event, const EventArguments& type)
+{
+    if (event == eventClear)
+    {
+        cboTypes.Clear();
+        typeColors_.clear();
+        showTypeColor();
+    }
+    else if (event == eventAdd)
+    {
+        typeColors_.reserve(typeColors_.size() + 1);
+        cboTypes.AddItem(type.text(1).get(), type.number(0));
+        typeColors_.push_back(type.number(2));
+        if (type.number(0) == command().TypeID)
+        {
+            cboTypes.setListIndex(cboTypes.ListCount() - 1);
+            showTypeColor();
+        }
+    }
+}
+
+void ctlEditEvents::showFields()
+{
+    dtpStart.setValue(command().T0);
+    dtpStop.setValue(command().T1);
+    txtText.setText(command().Text.view());
+
+    // An occurrence edited by itself keeps its resources and cannot repeat.
+    const bool single = command().Instance != 0 || command().ExceptionFlag() != 0;
+    if (single)
+        recurrence.lock();
+    else
+        recurrence.fill();
+    tree.tvwNames.setEnabled(command().MayBookOthers() && !single);
+    tree.select(command().NameID, command().GroupID);
+}
+
+bool ctlEditEvents::showHeading()
+{
+    const long operation = command().operation;
+    lblPrompt.setVisible(operation == operationAdd);
+    lblHeading.setVisible(operation != operationAdd);
+    lblHeading.setCaption(resourceText(operation == operationChange ? textTitle : textChange).view());
+    cmdRemove.setEnabled(operation == operationChange);
+    return operation == operationAdd || operation == operationChange;
+}
+
+void ctlEditEvents::chooseType()
+{
+    showTypeColor();
+    if (const int chosen = cboTypes.ListIndex(); chosen >= 0)
+        command().TypeID = cboTypes.ItemData(chosen);
+}
+
+void ctlEditEvents::showTypeColor()
+{
+    const int chosen = cboTypes.ListIndex();
+    shpType.setFillColor(chosen < 0 ? 0 : typeColors_.at(static_cast<std::size_t>(chosen)));
+}
+
+/// The buttons follow the panel, and the dialog's height follows the buttons.
+void ctlEditEvents::layOut()
+{
+    fraCommands.setTop(recurrence.bottom());
+    setSize(Width(), fraCommands.bottom());
+    raiseResize();
+}
+
+void ctlEditEvents::remove()
+{
+    if (isOver())
+        return;
+    const long former = std::exchange(command().operation, operationDelete);
+    const auto failure = attempt([&] { ok(); });
+    if (failure)
+    {
+        command().operation = former; // the next OK is to save again
+        throw *failure;
+    }
+}
+
+} // namespace korvane

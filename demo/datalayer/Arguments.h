@@ -1,0 +1,25 @@
+// Arguments that callers give as VARIANTs.
+#pragma once
+
+#include "framework/com/Platform.h"
+
+#include <string>
+#include <vector>
+
+namespace korvane::store
+{
+
+/// The link id that a value holds. What is no number is the id of no link group: 0.
+long linkIn(const VARIANT& value);
+
+/// The numbers in an array of VARIANTs, given by reference or not. Throws an error for everything else.
+std::vector<long> namesIn(const VARIANT& value);
+
+/// A value as the trace shows it.
+struct Argument
+{
+    const VARIANT& value;
+};
+std::wstring shown(const Argument& argument);
+
+} // namespace korvane::store

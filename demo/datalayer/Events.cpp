@@ -1,0 +1,143 @@
+#include "demo/datalayer/Events.h"
+
+#include "demo/datalayer/Recurrence.h"
+#include "demo/datalayer/Schedule.h"
+
+namespace korvane::store
+{
+
+namespace
+{
+
+enum Event : DISPID
+{
+    onClear = 1,
+    onAdd = 2
+};
+
+Activity activity(long name, long type, DATE t0, DATE t1, BSTR text)
+{
+    return {name, type, {t0}, {t1}, std::wstring(view(text))};
+}
+
+std::wstring shownResult(const Activity& found)
+{
+    return L"= " + shown(found);
+}
+
+} // namespace
+
+STDMETHODIMP Events::Add(long nameId, long typeId, DATE t0, DATE t1, BSTR text, long* eventId)
+{
+    return returns(eventId, [&] {
+        const Activity added = activity(nameId, typeId, t0, t1, text);
+        return traced(trace(), line(L"Events.Add", added), [&] {
+            const long event = table_.add(added);
+            announceChange();
+            return event;
+        });
+    });
+}
+
+STDMETHODIMP Events::Update(long eventId, long instance, long nameId, long typeId, DATE t0, DATE t1,
+                            BSTR text)
+{
+    return guard([&] {
+        const Activity written = activity(nameId, typeId, t0, t1, text);
+        tracedCall(trace(), line(L"Events.Update", eventId, instance, written), [&] {
+            table_.update(eventId, instance, written);
+            announceChange();
+        });
+    });
+}
+
+STDMETHODIMP Events::Remove(long eventId, long instance)
+{
+    return guard([&] {
+        tracedCall(trace(), line(L"Events.Remove", eventId, instance), [&] {
+            table_.remove(eventId, instance);
+            announceChange();
+        });
+    });
+}
+
+STDMETHODIMP Events::Fetch(long eventId, long instance, long* nameId, long* typeId, DATE* t0, DATE* t1,
+                           BSTR* text)
+{
+    return guard([&] {
+        notNull(nameId);
+        notNull(typeId);
+        notNull(t0);
+        notNull(t1);
+        notNull(text);
+        const Activity found = traced(
+            trace(), line(L"Events.Fetch", eventId, instance),
+            [&] { return table_.fetch(eventId, instance); }, shownResult);
+        const auto replaced = Bstr::adopt(std::exchange(*text, Bstr(found.text).detach()));
+        *nameId = found.name;
+        *typeId = found.type;
+        *t0 = found.t0.days;
+        *t1 = found.t1.days;
+    });
+}
+
+STDMETHODIMP Events::GetRecurrence(long eventId, IRecurrence** rule)
+{
+    return returns(rule, [&] {
+        const auto stored =
+            traced(trace(), line(L"Events.GetRecurrence", eventId), [&] { return table_.rule(eventId); });
+        return stored ? ComPtr<IRecurrence>(make<Recurrence>(*stored).get()) : ComPtr<IRecurrence>();
+    });
+}
+
+STDMETHODIMP Events::SetRecurrence(long eventId, IRecurrence* rule)
+{
+    return guard([&] {
+        const auto stored = ruleIn(rule);
+        tracedCall(trace(), line(L"Events.SetRecurrence", eventId, stored), [&] {
+            table_.setRule(eventId, stored);
+            announceChange();
+        });
+    });
+}
+
+STDMETHODIMP Events::IsException(long eventId, long* result)
+{
+    return returns(result, [&] {
+        return traced(trace(), line(L"Events.IsException", eventId),
+                      [&] { return table_.isException(eventId) ? 1L : 0L; });
+    });
+}
+
+STDMETHODIMP Events::Load(DATE from, DATE to)
+{
+    return guard([&] {
+        tracedCall(trace(), line(L"Schedule.Load", OleDate{from}, OleDate{to}), [&] {
+            const auto schedule = scheduleBetween({from}, {to}, store_->connection());
+            announceClear();
+            for (const auto& [event, instance, booked] : schedule)
+            {
+                if (!hasSubscribers())
+                    break;
+                trace().add(line(L"OnAdd", event, instance, booked));
+                raise(onAdd, {Variant(event), Variant(instance), Variant(booked.name), Variant(booked.type),
+                              Variant(booked.t0), Variant(booked.t1), Variant(Bstr(booked.text))});
+            }
+        });
+    });
+}
+
+void Events::announceChange()
+{
+    attempt([&] { announceClear(); });
+}
+
+void Events::announceClear()
+{
+    if (!hasSubscribers())
+        return;
+    trace().add(L"OnClear");
+    raise(onClear);
+}
+
+} // namespace korvane::store

@@ -1,0 +1,30 @@
+// The resources collection.
+#pragma once
+
+#include "demo/datalayer/ConnectionPoint.h"
+#include "demo/datalayer/Store.h"
+#include "framework/com/Object.h"
+
+#include <KorvaneData.h>
+
+namespace korvane::store
+{
+
+class Names final
+    : public Object<Names, Inherits<INames, EventSource<INamesEvents>>, INames, IConnectionPointContainer>
+{
+public:
+    explicit Names(std::shared_ptr<Store> store) : store_(std::move(store)) {}
+
+    STDMETHODIMP Load(long groupId, VARIANT_BOOL* result) override;
+
+    /// Tells that what was announced no longer holds. Subscribers load again what they show.
+    void announceChange();
+
+private:
+    void announceClear();
+
+    std::shared_ptr<Store> store_;
+};
+
+} // namespace korvane::store

@@ -1,0 +1,35 @@
+// The rule of a repeating activity, as its holder works with it.
+#pragma once
+
+#include "demo/datalayer/Activity.h"
+#include "framework/com/Object.h"
+
+#include <KorvaneData.h>
+
+#include <optional>
+
+namespace korvane::store
+{
+
+/// A copy: what is set counts from when the rule is stored, which is also when it is checked.
+class Recurrence final : public Object<Recurrence, Inherits<IRecurrence>, IRecurrence>
+{
+public:
+    explicit Recurrence(const Rule& rule) : rule_(rule) {}
+
+    STDMETHODIMP get_Kind(long* value) override;
+    STDMETHODIMP get_Interval(long* value) override;
+    STDMETHODIMP put_Interval(long value) override;
+    STDMETHODIMP get_Count(long* value) override;
+    STDMETHODIMP put_Count(long value) override;
+    STDMETHODIMP get_Anchor(long* value) override;
+    STDMETHODIMP put_Anchor(long value) override;
+
+private:
+    Rule rule_;
+};
+
+/// What a rule object holds, whoever made it; empty for Nothing.
+std::optional<Rule> ruleIn(IRecurrence* recurrence);
+
+} // namespace korvane::store

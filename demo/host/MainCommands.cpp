@@ -1,0 +1,137 @@
+// The host's window: the commands of its menus, from the choice to the end of their dialog.
+#include "demo/host/ErrorBox.h"
+#include "demo/host/MainWindow.h"
+#include "demo/host/Orders.h"
+#include "framework/com/Boundary.h"
+
+namespace korvane::host
+{
+
+void MainWindow::chosen(int id)
+{
+    if (const CommandEntry* entry = entryOf(id))
+    {
+        run(*entry);
+        return;
+    }
+    switch (id)
+    {
+    case menuExit:
+        SendMessageW(handle(), WM_CLOSE, 0, 0);
+        break;
+    case menuZoomIn:
+        schedule_->zoom(1);
+        break;
+    case menuZoomOut:
+        schedule_->zoom(-1);
+        break;
+    case menuToday:
+        schedule_->showToday();
+        break;
+    case menuOtherPart:
+        goToOtherPart();
+        break;
+    default:
+        break;
+    }
+}
+
+void MainWindow::run(const CommandEntry& entry)
+{
+    if (dialog_)
+        return;
+    const long group = schedule_->group();
+    const Bar* bar = schedule_->selectedBar();
+    const auto slot = schedule_->selectedSlot();
+    switch (entry.target)
+    {
+    case Target::group:
+        start(entry, orderForGroup(entry, content_->selected()));
+        break;
+    case Target::slot:
+        if (slot)
+            start(entry,
+                  orderForSlot(entry, group, schedule_->content().rows()[slot->row].resource.id, *slot));
+        break;
+    case Target::bar:
+        if (bar)
+            start(entry, orderForBar(entry, group, *bar));
+        else
+            run(newActivity());
+        break;
+    case Target::lostBar:
+        if (bar)
+            remove(*bar, orderForBar(entry, group, *bar));
+        break;
+    case Target::movingBar:
+        SetFocus(schedule_->handle());
+        schedule_->beginMove(&entry == &moveActivity(true));
+        break;
+    }
+}
+
+void MainWindow::drop(const Bar& bar, const Slot& landing, bool copies)
+{
+    if (dialog_)
+        return;
+    const CommandEntry& entry = moveActivity(copies);
+    const long resource = schedule_->content().rows().at(landing.row).resource.id;
+    start(entry, orderForLanding(entry, schedule_->group(), bar, resource, landing));
+}
+
+/// There is nothing to enter: the question is all there is of a dialog.
+void MainWindow::remove(const Bar& bar, const Order& order)
+{
+    const std::wstring question = questionBeforeDeletion(bar);
+    if (MessageBoxW(handle(), question.c_str(), L"Delete activity", MB_YESNO | MB_ICONQUESTION) != IDYES)
+        return;
+    const auto command = prepareCommand(order, database_.root());
+    VARIANT_BOOL ignored = VARIANT_FALSE; // False also after a write
+    call(command, &IAppCommand::Execute, &ignored);
+}
+
+void MainWindow::start(const CommandEntry& entry, const Order& order)
+{
+    bool shown = false;
+    const auto failure = attempt([&] {
+        schedule_->hold(true);
+        command_ = prepareCommand(order, database_.root());
+        entry_ = &entry;
+        dialog_ = std::make_unique<CommandDialog>(handle(), resources_);
+        dialog_->onEnd = [this](bool cancelled) { PostMessageW(handle(), messageDialogEnded, cancelled, 0); };
+        shown = dialog_->open(command_);
+    });
+    if (!shown)
+        closeDialog();
+    if (failure)
+        throw *failure;
+}
+
+/// What has changed meanwhile is shown now.
+void MainWindow::closeDialog()
+{
+    const bool hadDialog = static_cast<bool>(dialog_);
+    dialog_.reset();
+    command_.reset();
+    // A question before the dialog may have taken the activation along.
+    if (hadDialog && GetActiveWindow() != handle())
+        SetActiveWindow(handle());
+    schedule_->hold(false);
+}
+
+void MainWindow::dialogEnded(bool cancelled)
+{
+    if (!dialog_)
+        return;
+    const auto command = command_;
+    closeDialog();
+    if (cancelled)
+        return;
+    // What the command worked on is what the user wants to see now.
+    if (entry_->target == Target::group)
+        content_->select(numberOf(command, L"GroupID"));
+    else
+        schedule_->select({numberOf(command, L"EventID"), numberOf(command, L"Instance")});
+}
+
+} // namespace korvane::host

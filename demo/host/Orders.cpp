@@ -1,0 +1,50 @@
+#include "demo/host/Orders.h"
+
+namespace korvane::host
+{
+
+Order orderForGroup(const CommandEntry& entry, long group)
+{
+    return {entry.progId, entry.operation, {{L"GroupID", Variant(group)}}};
+}
+
+Order orderForSlot(const CommandEntry& entry, long group, long resource, const Slot& slot)
+{
+    return {entry.progId,
+            entry.operation,
+            {{L"GroupID", Variant(group)},
+             {L"N0", Variant(resource)},
+             {L"T0", Variant(slot.start)},
+             {L"T1", Variant(slot.end)}}};
+}
+
+Order orderForBar(const CommandEntry& entry, long group, const Bar& bar)
+{
+    return {entry.progId,
+            entry.operation,
+            {{L"EventID", Variant(bar.id.event)},
+             {L"Instance", Variant(bar.id.instance)},
+             {L"GroupID", Variant(group)},
+             {L"N0", Variant(bar.resource)}}};
+}
+
+Order orderForLanding(const CommandEntry& entry, long group, const Bar& bar, long resource,
+                      const Slot& landing)
+{
+    Order order = orderForBar(entry, group, bar);
+    order.operands.push_back({L"N1", Variant(resource)});
+    order.operands.push_back({L"T0", Variant(landing.start)});
+    order.operands.push_back({L"T1", Variant(landing.end)});
+    return order;
+}
+
+std::wstring questionBeforeDeletion(const Bar& bar)
+{
+    const std::wstring when =
+        shownDay(bar.start, L"ddd d MMM yyyy") + L", " + shownTime(bar.start) + L" - " + shownTime(bar.end);
+    return (bar.id.instance != 0 ? L"Delete this occurrence of the activity?\n\n"
+                                 : L"Delete this activity?\n\n") +
+           (bar.text.empty() ? when : bar.text + L"\n" + when);
+}
+
+} // namespace korvane::host

@@ -1,0 +1,26 @@
+// What the commands are told, for each thing that the user asks for.
+#pragma once
+
+#include "demo/host/CommandTable.h"
+#include "demo/host/PreparedCommand.h"
+#include "demo/host/schedule/ScheduleLayout.h"
+
+namespace korvane::host
+{
+
+Order orderForGroup(const CommandEntry& entry, long group);
+
+/// A new activity in a slot.
+Order orderForSlot(const CommandEntry& entry, long group, long resource, const Slot& slot);
+
+/// A change or deletion of what a bar stands for.
+Order orderForBar(const CommandEntry& entry, long group, const Bar& bar);
+
+/// A move or copy to another time or resource.
+Order orderForLanding(const CommandEntry& entry, long group, const Bar& bar, long resource,
+                      const Slot& landing);
+
+/// The question that a deletion without a dialog begins with.
+std::wstring questionBeforeDeletion(const Bar& bar);
+
+} // namespace korvane::host

@@ -1,0 +1,43 @@
+// Reads the schedule from the data layer, and tells when it has changed.
+#pragma once
+
+#include "demo/host/schedule/OccurrenceEvents.h"
+#include "framework/com/EventConnection.h"
+
+#include <KorvaneStore.h>
+
+namespace korvane::host
+{
+
+class ScheduleData
+{
+public:
+    /// Throws E_NOINTERFACE for a data layer that cannot tell what is booked when.
+    explicit ScheduleData(const ComPtr<IRoot>& root);
+
+    /// What was loaded no longer holds. It comes from within the data layer's calls: load later.
+    std::function<void()> onChange;
+
+    /// @param group whose resources are shown; 0 for those of all groups.
+    void load(Schedule& schedule, long group, OleDate from, OleDate to);
+
+private:
+    class Loading;
+
+    void loadResources(Schedule& schedule, long group);
+    void loadColors(Schedule& schedule);
+    void changed() const;
+
+    ComPtr<INames> names_;
+    ComPtr<ITypes> types_;
+    ComPtr<ISchedule> schedule_;
+    bool loading_ = false;
+    std::vector<Resource> resources_;
+    std::map<long, long> colors_;
+    std::vector<Occurrence> occurrences_;
+    EventConnection namesEvents_;
+    EventConnection typesEvents_;
+    OccurrenceEvents occurrenceEvents_;
+};
+
+} // namespace korvane::host

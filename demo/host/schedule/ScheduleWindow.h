@@ -1,0 +1,112 @@
+// The schedule: resources below each other, the time across, and the bars of what is booked.
+#pragma once
+
+#include "demo/host/Window.h"
+#include "demo/host/schedule/ActivityMove.h"
+#include "demo/host/schedule/ScheduleCursor.h"
+#include "demo/host/schedule/ScheduleData.h"
+#include "demo/host/schedule/SchedulePainter.h"
+
+namespace korvane::host
+{
+
+class ScheduleWindow final : public Window
+{
+public:
+    static constexpr const wchar_t* className = L"KorvaneHost.Schedule";
+
+    ScheduleWindow(HWND parent, const ComPtr<IRoot>& root);
+    ~ScheduleWindow() override;
+    ScheduleWindow(const ScheduleWindow&) = delete;
+    ScheduleWindow& operator=(const ScheduleWindow&) = delete;
+
+    // What the user asks for with the mouse or the keyboard.
+    /// A double click, on a bar or in an empty slot.
+    std::function<void()> onOpen;
+    std::function<void(const Bar& bar, const Slot& landing, bool copies)> onDrop;
+    /// The cursor is elsewhere.
+    std::function<void()> onSelect;
+
+    void place(const RECT& area) const noexcept;
+
+    /// Shows the resources of a group, or of all of them for 0.
+    void showGroup(long group);
+    long group() const noexcept { return group_; }
+    /// An open dialog listens to the data layer as the schedule does, and nothing may be loaded meanwhile. What
+    /// has changed is shown afterwards.
+    void hold(bool held);
+
+    const Schedule& content() const noexcept { return schedule_; }
+    /// Null when the cursor is in an empty slot.
+    const Bar* selectedBar() const noexcept { return cursor_.bar(); }
+    std::optional<Slot> selectedSlot() const noexcept { return cursor_.slot(); }
+    /// Selects an occurrence, or any one of the activity where that one is not to be seen.
+    void select(BarId bar);
+    /// What the cursor is on, in words.
+    std::wstring describeSelection() const;
+
+    /// Takes the selected bar along with the arrow keys, until Enter or Esc.
+    void beginMove(bool copies);
+    bool isMoving() const noexcept { return move_.has_value(); }
+
+    void zoom(int steps);
+    void showToday();
+    /// Brings a day and hour to the left edge.
+    void scrollTo(OleDate start);
+
+    ScheduleLayout layout() const noexcept { return {schedule_, scale_, metrics_, scrolled_}; }
+
+private:
+    LRESULT receive(UINT message, WPARAM first, LPARAM second) override;
+    std::optional<LRESULT> receiveInput(UINT message, WPARAM first, LPARAM second);
+
+    // What is shown.
+    void paint();
+    void draw(HDC context) const;
+    RECT clientArea() const noexcept;
+    void invalidate() const noexcept { InvalidateRect(handle(), nullptr, FALSE); }
+    void cursorMoved();
+    void changed();
+    void reload();
+    void loadWhatIsSeen();
+
+    // Scrolling.
+    void updateScrollBars() const noexcept;
+    void scrolledBy(WORD request, int bar);
+    void scrollRows(int to);
+    void scrollTime(long minutes);
+    void reveal(const Slot& slot);
+    int visibleHeight() const noexcept;
+    long visibleMinutes() const noexcept;
+
+    // Input.
+    void pressed(POINT point);
+    void opened(POINT point);
+    void dragged(POINT point);
+    void released();
+    void wheel(int steps, WORD keys, int x);
+    bool keyPressed(WPARAM key);
+    bool keyPressedInMove(WPARAM key);
+    void drop(bool copies);
+    void endMove();
+    void moveChanged();
+
+    Schedule schedule_;
+    TimeScale scale_;
+    Font font_;
+    ScheduleMetrics metrics_;
+    ScheduleCursor cursor_;
+    ScheduleData data_;
+    long group_ = 0;
+    int scrolled_ = 0; ///< pixels of the rows above the edge
+    OleDate loadedFrom_;
+    OleDate loadedTo_;
+    bool reloadPosted_ = false;
+    bool stale_ = false;
+    bool held_ = false;
+    std::optional<POINT> pressedAt_; ///< where a bar was taken hold of
+    std::optional<ActivityMove> move_;
+    bool moveCopies_ = false;
+};
+
+} // namespace korvane::host

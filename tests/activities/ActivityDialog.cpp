@@ -1,0 +1,53 @@
+#include "tests/activities/ActivityDialog.h"
+
+namespace korvane::test
+{
+
+void ActivityDialog::SetUp()
+{
+    data.groups = {{1, L"System", 1}, {4, L"Drivers", 3}, {5, L"Vans", 3}};
+    data.names = {{10, L"Anna", 4}, {11, L"Ben", 4}, {12, L"Carla", 4}, {20, L"Van 1", 5}, {11, L"Ben", 5}};
+    data.types = {{0, L"Activity", 0x808080}, {7, L"Service", 0x0000FF}, {8, L"Tour", 0x00FF00}};
+    data.events = {{50, 10, 7, monday + 9 * hour, monday + 10 * hour, L"Oil change"}};
+}
+
+void ActivityDialog::let(const wchar_t* name, const Variant& value) const
+{
+    call(command, &IAppCommand::put_Operand, Bstr(name).get(), value.get());
+}
+
+Variant ActivityDialog::get(const wchar_t* name) const
+{
+    Variant value;
+    call(command, &IAppCommand::get_Operand, Bstr(name).get(), value.put());
+    return value;
+}
+
+bool ActivityDialog::show(long operation, long instance)
+{
+    call(command, &IAppCommand::put_Operation, operation);
+    let(L"Root", Variant(data.root.as<IDispatch>()));
+    let(L"GroupID", Variant(4L));
+    if (operation == 1)
+    {
+        let(L"N0", Variant(10L));
+        let(L"T0", Variant(OleDate{monday + 9 * hour}));
+        let(L"T1", Variant(OleDate{monday + 10 * hour}));
+    }
+    else
+    {
+        let(L"EventID", Variant(50L));
+        let(L"Instance", Variant(instance));
+    }
+    return container.show(__uuidof(::ctlEditEvents), command.get());
+}
+
+void ActivityDialog::showed(long operation, long instance)
+{
+    ASSERT_TRUE(show(operation, instance));
+    container.site->activateUi();
+    container.pump();
+    data.takeCalls();
+}
+
+} // namespace korvane::test

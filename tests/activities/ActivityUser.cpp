@@ -1,0 +1,127 @@
+#include "tests/activities/ActivityUser.h"
+
+#include <cstring>
+
+namespace korvane::test
+{
+
+HWND ActivityUser::label(const wchar_t* caption) const
+{
+    for (int index = 0;; ++index)
+    {
+        const HWND found = container.control(L"Static", index);
+        if (!found || Container::text(found) == caption)
+            return found;
+    }
+}
+
+void ActivityUser::setTime(HWND picker, DATE value)
+{
+    SYSTEMTIME time{};
+    VariantTimeToSystemTime(value, &time);
+    SendMessageW(picker, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&time));
+    // The platform tells of the user's changes only: told here as it does.
+    NMDATETIMECHANGE change{};
+    change.nmhdr = {picker, static_cast<UINT_PTR>(GetDlgCtrlID(picker)),
+                    static_cast<UINT>(DTN_DATETIMECHANGE)};
+    change.dwFlags = GDT_VALID;
+    change.st = time;
+    SendMessageW(GetParent(picker), WM_NOTIFY, change.nmhdr.idFrom, reinterpret_cast<LPARAM>(&change));
+}
+
+DATE ActivityUser::timeOf(HWND picker)
+{
+    SYSTEMTIME time{};
+    SendMessageW(picker, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&time));
+    DATE value = 0;
+    SystemTimeToVariantTime(&time, &value);
+    return value;
+}
+
+std::wstring ActivityUser::nodeText(HTREEITEM item) const
+{
+    wchar_t text[80]{};
+    TVITEMW query{};
+    query.mask = TVIF_TEXT;
+    query.hItem = item;
+    query.pszText = text;
+    query.cchTextMax = 80;
+    SendMessageW(tree(), TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&query));
+    return text;
+}
+
+bool ActivityUser::nodeChecked(HTREEITEM item) const
+{
+    return (SendMessageW(tree(), TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(item), TVIS_STATEIMAGEMASK) &
+            TVIS_STATEIMAGEMASK) == INDEXTOSTATEIMAGEMASK(2);
+}
+
+RECT ActivityUser::nodePlace(HTREEITEM item) const
+{
+    RECT place{};
+    std::memcpy(&place, &item, sizeof item); // the node goes in where its place comes out
+    if (!SendMessageW(tree(), TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&place)))
+        return {};
+    return place;
+}
+
+std::vector<std::wstring> ActivityUser::treeLines() const
+{
+    std::vector<std::wstring> lines;
+    const auto line = [&](HTREEITEM item, const wchar_t* indent) {
+        lines.push_back(indent + std::wstring(nodeChecked(item) ? L"[x] " : L"[ ] ") + nodeText(item));
+    };
+    for (HTREEITEM group = TreeView_GetRoot(tree()); group; group = TreeView_GetNextSibling(tree(), group))
+    {
+        line(group, L"");
+        for (HTREEITEM name = TreeView_GetChild(tree(), group); name;
+             name = TreeView_GetNextSibling(tree(), name))
+            line(name, L"  ");
+    }
+    return lines;
+}
+
+void ActivityUser::retype(HWND box, const wchar_t* text)
+{
+    SetFocus(box);
+    SendMessageW(box, EM_SETSEL, 0, -1);
+    container.type(text);
+}
+
+HTREEITEM ActivityUser::node(const wchar_t* text, const wchar_t* ofGroup) const
+{
+    for (HTREEITEM group = TreeView_GetRoot(tree()); group; group = TreeView_GetNextSibling(tree(), group))
+    {
+        if (!ofGroup && nodeText(group) == text)
+            return group;
+        if (ofGroup && nodeText(group) != ofGroup)
+            continue;
+        for (HTREEITEM name = TreeView_GetChild(tree(), group); name;
+             name = TreeView_GetNextSibling(tree(), name))
+            if (nodeText(name) == text)
+                return name;
+    }
+    return nullptr;
+}
+
+void ActivityUser::toggleByKey(HTREEITEM item)
+{
+    SetFocus(tree());
+    TreeView_SelectItem(tree(), item);
+    container.press(VK_SPACE);
+}
+
+void ActivityUser::toggleByMouse(HTREEITEM item)
+{
+    TreeView_EnsureVisible(tree(), item);
+    const RECT place = nodePlace(item);
+    POINT box{place.left - 8, (place.top + place.bottom) / 2};
+    POINT onScreen = box;
+    ClientToScreen(tree(), &onScreen);
+    SetCursorPos(onScreen.x, onScreen.y);
+    PostMessageW(tree(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(box.x, box.y));
+    PostMessageW(tree(), WM_LBUTTONUP, 0, MAKELPARAM(box.x, box.y));
+    container.pump();
+}
+
+} // namespace korvane::test

@@ -1,0 +1,72 @@
+// What activities and link groups are to be after an edit or a move, told step by step: where a step fails, what came
+// before it stays.
+#pragma once
+
+#include "tests/activities/LinkedActivities.h"
+
+#include <functional>
+#include <list>
+
+namespace korvane::test
+{
+
+enum class Ending
+{
+    done,
+    failed, ///< by a failure of the data layer
+    refused ///< the activity is no longer there
+};
+
+class LinkGroupModel
+{
+public:
+    struct Group
+    {
+        bool linked = false;
+        std::vector<Booking> members;
+
+        std::set<long> names() const;
+    };
+
+    /// What the user has chosen in the activity dialog.
+    struct Edit
+    {
+        long instance;
+        std::vector<long> booked;
+        std::vector<long> chosen;
+        long primary;
+        ActivityValues values;
+        std::optional<Rule> rule;
+    };
+
+    /// What the user has done with the mouse.
+    struct Move
+    {
+        long instance;
+        long source;
+        long target;
+        bool all;
+        ActivityValues values;
+    };
+
+    /// @param failing the step that fails, counted from 0; -1 for none.
+    Ending add(const Edit& edit, int failing);
+    Ending change(Group& group, const Edit& edit, int failing);
+    Ending remove(Group& group, long instance, int failing);
+    Ending move(Group& group, const Move& move, int failing);
+    Ending copy(const Move& move, int failing);
+
+    /// As the store tells them.
+    std::vector<std::string> shown() const;
+
+    std::list<Group> groups;
+
+private:
+    using Steps = std::vector<std::function<bool()>>;
+
+    static void synchronise(Steps& steps, Group& group, const Edit& edit);
+    static bool writeRule(Group& group, const std::optional<Rule>& rule);
+    Ending run(const Steps& steps, int failing);
+};
+
+} // namespace korvane::test

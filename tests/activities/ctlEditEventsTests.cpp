@@ -1,0 +1,531 @@
+#include "tests/activities/ActivityDialog.h"
+#include "tests/support/ComRules.h"
+
+#include <oleacc.h>
+
+namespace korvane::test
+{
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+
+/// What a screen reader calls a window.
+std::wstring accessibleName(HWND window)
+{
+    ComPtr<IAccessible> accessible;
+    require(AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                                       accessible.putVoid()));
+    Bstr name;
+    accessible->get_accName(Variant(static_cast<long>(CHILDID_SELF)).get(), name.put());
+    return std::wstring(name.view());
+}
+
+const ErrorInfo locked{static_cast<HRESULT>(0x80041234), L"KorvaneData.Events", L"The database is locked."};
+
+constexpr int yesNo[] = {IDYES, IDNO};
+
+} // namespace
+
+class ctlEditEventsTests : public ActivityDialog
+{
+};
+
+TEST_F(ctlEditEventsTests, NameIsTheTitleOfActivities)
+{
+    container.place(__uuidof(::ctlEditEvents), command.get());
+    Bstr title;
+    call(container.dialog, &IAppDialog::get_Name, title.put());
+    EXPECT_EQ(title, L"Activity");
+}
+
+TEST_F(ctlEditEventsTests, ReadyForANewActivityReadsEachCollectionOnce)
+{
+    EXPECT_TRUE(show(1));
+    EXPECT_THAT(data.takeCalls(),
+                ElementsAre("Root.Groups()", "Root.Names()", "Root.Types()", "Root.Events()",
+                            "Root.OpenScope(0, \"ctlEditEvents.Init\")", "Root.EventLinks()", "Groups.Load()",
+                            "Names.Load(0)", "Types.Load(4)", "Scope.Close(0, 0)",
+                            "EventLinks.HasAccess(1, 0)"));
+    EXPECT_EQ(data.openScopes, 0);
+    EXPECT_THAT(questions.asked, IsEmpty());
+}
+
+TEST_F(ctlEditEventsTests, ReadyForAChangeFetchesTheActivityWithinTheScope)
+{
+    EXPECT_TRUE(show(3));
+    EXPECT_THAT(data.takeCalls(),
+                ElementsAre("Root.Groups()", "Root.Names()", "Root.Types()", "Root.Events()",
+                            "Root.OpenScope(0, \"ctlEditEvents.Init\")", "Root.EventLinks()", "Root.Events()",
+                            "Events.Fetch(50, 0)", "EventLinks.Load(50)", "EventLinks.HasAccess(3, 50)",
+                            "Root.Events()", "Events.GetRecurrence(50)", "Root.Events()",
+                            "Events.IsException(50)", "Groups.Load()", "Names.Load(0)", "Types.Load(4)",
+                            "Scope.Close(0, 0)", "EventLinks.HasAccess(1, 0)"));
+}
+
+TEST_F(ctlEditEventsTests, SubscribesToItsFourCollectionsForItsLife)
+{
+    showed(1);
+    for (const EventsOf source : {EventsOf::groups, EventsOf::names, EventsOf::types, EventsOf::events})
+        EXPECT_TRUE(data.hasSubscribers(source));
+    container.close();
+    for (const EventsOf source : {EventsOf::groups, EventsOf::names, EventsOf::types, EventsOf::events})
+        EXPECT_FALSE(data.hasSubscribers(source));
+}
+
+TEST_F(ctlEditEventsTests, ANewActivityShowsItsPromptAndCannotBeDeleted)
+{
+    showed(1);
+    EXPECT_TRUE(container.visible(label(L"New activity:")));
+    EXPECT_FALSE(IsWindowEnabled(deletion()));
+}
+
+TEST_F(ctlEditEventsTests, AChangeShowsTheTitleAndCanBeDeleted)
+{
+    showed(3);
+    EXPECT_FALSE(container.visible(label(L"New activity:")));
+    EXPECT_TRUE(container.visible(label(L"Activity")));
+    EXPECT_TRUE(IsWindowEnabled(deletion()));
+}
+
+TEST_F(ctlEditEventsTests, AnotherOperationIsNotReady)
+{
+    for (const long operation : {0L, 2L, 4L})
+    {
+        EXPECT_FALSE(show(operation));
+        EXPECT_TRUE(label(L"Change activity:"));
+        EXPECT_FALSE(IsWindowEnabled(deletion()));
+        container.close();
+    }
+}
+
+TEST_F(ctlEditEventsTests, ShowsTheStoredValues)
+{
+    showed(3);
+    EXPECT_DOUBLE_EQ(timeOf(picker(0)), monday + 9 * hour);
+    EXPECT_DOUBLE_EQ(timeOf(picker(1)), monday + 10 * hour);
+    EXPECT_EQ(Container::text(textBox()), L"Oil change");
+    EXPECT_EQ(Container::text(types()), L"Service");
+    EXPECT_FALSE(isChecked(repeat()));
+}
+
+TEST_F(ctlEditEventsTests, HiddenGroupsAreNotShown)
+{
+    showed(1);
+    EXPECT_THAT(treeLines(), ElementsAre(L"[ ] Drivers", L"  [x] Anna", L"  [ ] Ben", L"  [ ] Carla",
+                                         L"[ ] Vans", L"  [ ] Van 1", L"  [ ] Ben"));
+}
+
+TEST_F(ctlEditEventsTests, TheClickedResourceIsCheckedSelectedAndSeen)
+{
+    showed(1);
+    const HTREEITEM selected = TreeView_GetSelection(tree());
+    EXPECT_EQ(selected, node(L"Anna", L"Drivers"));
+    const RECT place = nodePlace(selected);
+    EXPECT_FALSE(IsRectEmpty(&place));
+}
+
+TEST_F(ctlEditEventsTests, AResourceOfSeveralGroupsShowsOneStateEverywhere)
+{
+    showed(1);
+    toggleByKey(node(L"Ben", L"Vans"));
+    EXPECT_THAT(treeLines(), ElementsAre(L"[ ] Drivers", L"  [x] Anna", L"  [x] Ben", L"  [ ] Carla",
+                                         L"[ ] Vans", L"  [ ] Van 1", L"  [x] Ben"));
+    EXPECT_EQ(number(L"N0"), 11);
+}
+
+TEST_F(ctlEditEventsTests, CheckingAGroupChecksAllItsResources)
+{
+    showed(1);
+    toggleByMouse(node(L"Drivers"));
+    EXPECT_THAT(treeLines(), ElementsAre(L"[x] Drivers", L"  [x] Anna", L"  [x] Ben", L"  [x] Carla",
+                                         L"[ ] Vans", L"  [ ] Van 1", L"  [x] Ben"));
+    container.click(ok());
+    EXPECT_THAT(data.takeCalls(), Contains("EventLinks.AddNames(100, [10, 11])"));
+}
+
+TEST_F(ctlEditEventsTests, AGroupFollowsItsResources)
+{
+    showed(1);
+    toggleByKey(node(L"Ben", L"Drivers"));
+    toggleByKey(node(L"Carla", L"Drivers"));
+    EXPECT_TRUE(nodeChecked(node(L"Drivers")));
+    EXPECT_FALSE(nodeChecked(node(L"Vans")));
+    toggleByMouse(node(L"Van 1", L"Vans"));
+    EXPECT_TRUE(nodeChecked(node(L"Vans")));
+    toggleByMouse(node(L"Ben", L"Vans"));
+    EXPECT_FALSE(nodeChecked(node(L"Drivers")));
+    EXPECT_FALSE(nodeChecked(node(L"Vans")));
+}
+
+TEST_F(ctlEditEventsTests, UncheckingThePrimaryResourceAndCheckingAnotherMovesTheActivity)
+{
+    showed(1);
+    toggleByKey(node(L"Anna", L"Drivers"));
+    toggleByKey(node(L"Carla", L"Drivers"));
+    EXPECT_EQ(number(L"N0"), 12);
+    container.click(ok());
+    EXPECT_THAT(data.takeCalls(),
+                Contains("Events.Add(12, 0, 2026-11-23 09:00:00, 2026-11-23 10:00:00, \"\")"));
+}
+
+TEST_F(ctlEditEventsTests, TheTreeIsLockedWithoutTheRightToBookForOthers)
+{
+    data.mayCreateForOthers = false;
+    showed(1);
+    EXPECT_FALSE(IsWindowEnabled(tree()));
+}
+
+TEST_F(ctlEditEventsTests, ATypeThatIsNotOfferedSelectsNothingAndIsKept)
+{
+    data.events[0].typeId = 99;
+    showed(3);
+    EXPECT_EQ(SendMessageW(types(), CB_GETCURSEL, 0, 0), CB_ERR);
+    container.click(ok());
+    EXPECT_EQ(data.event(50)->typeId, 99);
+}
+
+TEST_F(ctlEditEventsTests, ChoosingATypeGoesToTheCommandAndColoursTheSwatch)
+{
+    showed(3);
+    SetFocus(types());
+    container.press(VK_DOWN);
+    EXPECT_EQ(Container::text(types()), L"Tour");
+    EXPECT_EQ(number(L"TypeID"), 8);
+
+    RECT place{};
+    for (int index = 0; const HWND found = container.control(L"Static", index); ++index)
+        if ((GetWindowLongW(found, GWL_STYLE) & SS_TYPEMASK) == SS_OWNERDRAW)
+            place = container.place(found);
+    UpdateWindow(container.dialogWindow());
+    container.pump();
+    const HDC context = GetDC(container.dialogWindow());
+    EXPECT_EQ(GetPixel(context, (place.left + place.right) / 2, (place.top + place.bottom) / 2),
+              RGB(0, 255, 0));
+    ReleaseDC(container.dialogWindow(), context);
+}
+
+TEST_F(ctlEditEventsTests, TheSwatchStandsBesideTheTypesAndIsAsHigh)
+{
+    showed(1);
+    const RECT combo = container.place(types());
+    for (int index = 0; const HWND found = container.control(L"Static", index); ++index)
+        if ((GetWindowLongW(found, GWL_STYLE) & SS_TYPEMASK) == SS_OWNERDRAW)
+        {
+            const RECT place = container.place(found);
+            EXPECT_EQ(place.top, combo.top);
+            EXPECT_EQ(place.bottom, combo.bottom);
+            EXPECT_GE(place.left, combo.right);
+        }
+}
+
+TEST_F(ctlEditEventsTests, ChangesGoToTheCommandAtOnce)
+{
+    showed(1);
+    setTime(picker(0), monday + 13 * hour);
+    setTime(picker(1), monday + 15 * hour);
+    SetFocus(textBox());
+    container.type(L"Tyres");
+    EXPECT_DOUBLE_EQ(date(L"T0"), monday + 13 * hour);
+    EXPECT_DOUBLE_EQ(date(L"T1"), monday + 15 * hour);
+    EXPECT_EQ(toText(get(L"Text").get()), L"Tyres");
+}
+
+TEST_F(ctlEditEventsTests, AStopBeforeTheStartIsNoError)
+{
+    showed(1);
+    setTime(picker(1), monday + 8 * hour);
+    container.click(ok());
+    EXPECT_THAT(container.errors, IsEmpty());
+    EXPECT_THAT(data.takeCalls(),
+                Contains("Events.Add(10, 0, 2026-11-23 08:00:00, 2026-11-23 09:00:00, \"\")"));
+}
+
+TEST_F(ctlEditEventsTests, WhatTheUserDidNotTouchIsWrittenBackAsItWasRead)
+{
+    const DATE odd = monday + 9 * hour + 17.0 / 86400;
+    data.events[0] = {50,
+                      10,
+                      99,
+                      odd,
+                      odd + 3 * hour,
+                      L"one\r\ntwo\nthree\tfour ",
+                      std::nullopt,
+                      Rule{5, 12345, 67890, -3}};
+    showed(3);
+    container.click(ok());
+    EXPECT_THAT(data.takeCalls(),
+                ElementsAre("Root.Events()",
+                            "Events.Update(50, 0, 10, 99, 2026-11-23 09:00:17, 2026-11-23 12:00:17, "
+                            "\"one\r\ntwo\nthree\tfour \")",
+                            "Root.Events()", "Events.SetRecurrence(50, Easter 12345/67890/-3)"));
+    EXPECT_THAT(container.done, ElementsAre(false));
+    EXPECT_EQ(data.event(50)->t0, odd);
+}
+
+TEST_F(ctlEditEventsTests, OkSubmitsAndEndsTheDialog)
+{
+    showed(1);
+    container.click(ok());
+    EXPECT_EQ(container.submitted, 1);
+    EXPECT_THAT(container.done, ElementsAre(false));
+}
+
+TEST_F(ctlEditEventsTests, AContainerThatDoesNotExecuteEndsTheDialogAsCancelled)
+{
+    showed(1);
+    container.onSubmit = [](IAppCommand&) { return false; };
+    container.click(ok());
+    EXPECT_THAT(container.done, ElementsAre(true));
+}
+
+TEST_F(ctlEditEventsTests, CancelNeverTouchesTheCommandOrTheData)
+{
+    showed(3);
+    container.press(VK_ESCAPE);
+    EXPECT_THAT(container.done, ElementsAre(true));
+    EXPECT_EQ(container.submitted, 0);
+    EXPECT_THAT(data.takeCalls(), IsEmpty());
+}
+
+TEST_F(ctlEditEventsTests, DeleteSubmitsTheCommandAsADeletion)
+{
+    showed(3);
+    container.click(deletion());
+    EXPECT_THAT(data.takeCalls(), ElementsAre("Root.Events()", "Events.Remove(50, 0)"));
+    EXPECT_THAT(container.done, ElementsAre(false));
+}
+
+TEST_F(ctlEditEventsTests, AfterAFailedDeletionOkSavesAgain)
+{
+    showed(3);
+    data.fail("Events.Remove", locked);
+    container.click(deletion());
+    EXPECT_THAT(container.errors, ElementsAre(locked));
+    EXPECT_THAT(container.done, IsEmpty());
+    data.takeCalls();
+    container.click(ok());
+    EXPECT_THAT(data.takeCalls(), Contains(testing::StartsWith("Events.Update(50, 0, 10")));
+    EXPECT_TRUE(data.event(50));
+}
+
+TEST_F(ctlEditEventsTests, AFailureLeavesEverythingAndACorrectedOkBooksOnce)
+{
+    for (const char* call :
+         {"Events.Add", "EventLinks.Create", "EventLinks.AddNames", "EventLinks.SetRecurrence"})
+    {
+        SCOPED_TRACE(call);
+        data.events.clear();
+        showed(1);
+        SetFocus(textBox());
+        container.type(L"Tyres");
+        toggleByKey(node(L"Ben", L"Drivers"));
+        container.click(repeat());
+        const auto before = treeLines();
+        data.fail(call, locked);
+        container.click(ok());
+        EXPECT_THAT(container.errors, ElementsAre(locked));
+        EXPECT_THAT(container.done, IsEmpty());
+        EXPECT_EQ(Container::text(textBox()), L"Tyres");
+        EXPECT_EQ(treeLines(), before);
+        EXPECT_TRUE(isChecked(repeat()));
+
+        container.click(ok());
+        EXPECT_THAT(container.done, ElementsAre(false));
+        std::vector<long> names;
+        for (const Event& event : data.events)
+        {
+            names.push_back(event.nameId);
+            EXPECT_EQ(event.text, L"Tyres");
+            EXPECT_TRUE(event.rule);
+            EXPECT_EQ(event.link, data.events.front().link);
+        }
+        EXPECT_THAT(names, testing::UnorderedElementsAre(10, 11));
+        container.close();
+        container.errors.clear();
+        container.done.clear();
+        command = create<IAppCommand>(__uuidof(::EditEvents));
+    }
+}
+
+TEST_F(ctlEditEventsTests, OkPressedTwiceBooksOnce)
+{
+    showed(1);
+    container.onSubmit = [&](IAppCommand& submitted) {
+        container.press(VK_RETURN); // the second press arrives while the first one executes
+        VARIANT_BOOL ignored = VARIANT_FALSE;
+        call(ComPtr<IAppCommand>(&submitted), &IAppCommand::Execute, &ignored);
+        return true;
+    };
+    container.press(VK_RETURN);
+    container.press(VK_RETURN);
+    EXPECT_EQ(container.submitted, 1);
+    EXPECT_EQ(data.events.size(), 2U);
+}
+
+TEST_F(ctlEditEventsTests, OpeningAnOccurrenceAsksForTheSeries)
+{
+    data.events[0].rule = Rule{2, 0, 4, 0};
+    questions.answerKey = 'Y';
+    showed(3, 3);
+    ASSERT_EQ(questions.asked.size(), 1U);
+    EXPECT_EQ(questions.asked[0].title, L"Activity");
+    EXPECT_EQ(questions.asked[0].text,
+              L"Do you want to edit all occurrences of this activity ?\n\nClick 'Yes' to edit all "
+              L"occurrences.\nClick 'No' to edit this occurrence only.");
+    EXPECT_THAT(questions.asked[0].buttons, testing::ElementsAreArray(yesNo));
+    EXPECT_EQ(questions.asked[0].owner, container.window());
+    EXPECT_EQ(number(L"Instance"), 0);
+    EXPECT_TRUE(IsWindowEnabled(repeat()));
+    EXPECT_TRUE(isChecked(repeat()));
+    EXPECT_TRUE(IsWindowEnabled(tree()));
+}
+
+TEST_F(ctlEditEventsTests, ASingleOccurrenceKeepsItsResourcesAndCannotRepeat)
+{
+    data.events[0].rule = Rule{2, 0, 4, 0};
+    questions.answerKey = 'N';
+    showed(3, 3);
+    EXPECT_EQ(number(L"Instance"), 3);
+    EXPECT_FALSE(IsWindowEnabled(repeat()));
+    EXPECT_FALSE(isChecked(repeat()));
+    EXPECT_FALSE(IsWindowEnabled(tree()));
+    container.click(ok());
+    EXPECT_THAT(data.takeCalls(),
+                ElementsAre("Root.Events()", testing::StartsWith("Events.Update(50, 3, 10")));
+}
+
+TEST_F(ctlEditEventsTests, AnExceptionKeepsItsResourcesAndCannotRepeat)
+{
+    data.events[0].exception = 1;
+    showed(3);
+    EXPECT_FALSE(IsWindowEnabled(repeat()));
+    EXPECT_FALSE(IsWindowEnabled(tree()));
+}
+
+TEST_F(ctlEditEventsTests, EnterConfirmsAndCtrlEnterBreaksTheLine)
+{
+    showed(1);
+    SetFocus(textBox());
+    container.type(L"a");
+    container.press(VK_RETURN);
+    EXPECT_THAT(container.done, ElementsAre(false));
+    EXPECT_EQ(toText(get(L"Text").get()), L"a");
+}
+
+TEST_F(ctlEditEventsTests, TabFollowsTheEye)
+{
+    showed(1);
+    std::vector<HWND> order;
+    SetFocus(picker(0));
+    for (int step = 0; step < 8; ++step)
+    {
+        order.push_back(GetFocus());
+        container.press(VK_TAB);
+    }
+    EXPECT_THAT(order, ElementsAre(picker(0), picker(1), types(), textBox(), tree(), repeat(), ok(),
+                                   container.button(L"Cancel")));
+}
+
+TEST_F(ctlEditEventsTests, AccessKeysLeadToTheirControls)
+{
+    showed(3);
+    const std::pair<WORD, HWND> keys[] = {
+        {'A', picker(0)}, {'P', picker(1)}, {'T', types()}, {'D', textBox()}, {'S', tree()}};
+    for (const auto& [key, control] : keys)
+    {
+        SetFocus(ok());
+        container.press(key, false, true);
+        EXPECT_EQ(GetFocus(), control) << static_cast<char>(key);
+    }
+    container.press('R', false, true);
+    EXPECT_TRUE(isChecked(repeat()));
+}
+
+TEST_F(ctlEditEventsTests, LabelsStandDirectlyBeforeTheirControlsForScreenReaders)
+{
+    showed(3);
+    const std::pair<const wchar_t*, HWND> labels[] = {{L"St&art", picker(0)},
+                                                      {L"Sto&p", picker(1)},
+                                                      {L"&Type:", types()},
+                                                      {L"&Description:", textBox()},
+                                                      {L"&Show for:", tree()}};
+    for (const auto& [caption, control] : labels)
+    {
+        HWND before = GetWindow(control, GW_HWNDPREV);
+        EXPECT_EQ(before, label(caption)) << narrow(caption);
+    }
+    EXPECT_EQ(accessibleName(textBox()), L"Description:");
+}
+
+TEST_F(ctlEditEventsTests, ATimeHalfTypedCountsWhenEnterIsPressed)
+{
+    showed(1);
+    SetFocus(picker(0));
+    container.press(VK_RIGHT);
+    const DATE before = timeOf(picker(0));
+    container.type(L"1");
+    container.press(VK_RETURN);
+    EXPECT_THAT(container.done, ElementsAre(false));
+    EXPECT_NE(timeOf(picker(0)), before);
+    EXPECT_DOUBLE_EQ(date(L"T0"), std::min(timeOf(picker(0)), timeOf(picker(1))));
+}
+
+struct FailingCall
+{
+    const char* call;
+    int passed;
+};
+
+class ctlEditEventsFailureTests : public ActivityDialog, public testing::WithParamInterface<FailingCall>
+{
+};
+
+TEST_P(ctlEditEventsFailureTests, AFailureOfReadyIsRaisedUnchangedAndNothingFollows)
+{
+    data.events[0].rule = Rule{2, 0, 4, 0};
+    data.failAfter(GetParam().call, GetParam().passed, locked);
+    std::optional<ErrorInfo> raised;
+    try
+    {
+        show(3);
+    }
+    catch (const Failure& failure)
+    {
+        raised = ErrorInfo{failure.number(), std::wstring(failure.source().view()),
+                           std::wstring(failure.description().view())};
+    }
+    EXPECT_EQ(raised, locked);
+    auto calls = data.takeCalls();
+    std::erase(calls, "Scope.Close(0, 0)");
+    EXPECT_THAT(calls.empty() ? GetParam().call : calls.back(), testing::StartsWith(GetParam().call));
+    EXPECT_EQ(data.openScopes, 0);
+    EXPECT_THAT(container.errors, IsEmpty());
+
+    EXPECT_TRUE(container.ready());
+    EXPECT_EQ(Container::text(textBox()), L"Oil change");
+    EXPECT_EQ(treeLines().size(), 7U);
+    EXPECT_TRUE(isChecked(repeat()));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    EachCall, ctlEditEventsFailureTests,
+    testing::Values(FailingCall{"Root.Groups", 0}, FailingCall{"Root.Names", 0}, FailingCall{"Root.Types", 0},
+                    FailingCall{"Root.Events", 0}, FailingCall{"Root.OpenScope", 0},
+                    FailingCall{"Root.EventLinks", 0}, FailingCall{"Root.Events", 1},
+                    FailingCall{"Events.Fetch", 0}, FailingCall{"EventLinks.Load", 0},
+                    FailingCall{"EventLinks.HasAccess", 0}, FailingCall{"Root.Events", 2},
+                    FailingCall{"Events.GetRecurrence", 0}, FailingCall{"Root.NewRecurrence", 0},
+                    FailingCall{"Root.Events", 3}, FailingCall{"Events.IsException", 0},
+                    FailingCall{"Groups.Load", 0}, FailingCall{"Names.Load", 0}, FailingCall{"Types.Load", 0},
+                    FailingCall{"EventLinks.HasAccess", 1}),
+    [](const auto& tested) {
+        std::string name = tested.param.call + std::to_string(tested.param.passed);
+        name.erase(name.find('.'), 1);
+        return name;
+    });
+
+} // namespace korvane::test

@@ -1,0 +1,251 @@
+#include "framework/com/Variant.h"
+#include "tests/support/Container.h"
+#include "tests/support/Questions.h"
+#include "tests/support/RecordingData.h"
+
+#include <gmock/gmock.h>
+
+namespace korvane::test
+{
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+namespace
+{
+
+constexpr DATE monday = 46349; // 23 November 2026
+const ErrorInfo locked{static_cast<HRESULT>(0x80041234), L"KorvaneData.Events", L"The database is locked."};
+
+} // namespace
+
+class ctlMoveEventsTests : public testing::Test
+{
+protected:
+    void SetUp() override { data.events = {{50, 10, 7, monday, monday + 1, L"Tour"}}; }
+
+    /// Links the activity of resource 10 with one of resource 12.
+    void link()
+    {
+        data.events[0].link = 50;
+        data.events.push_back({51, 12, 7, monday, monday + 1, L"Tour", 50});
+    }
+
+    bool show(long operation, long target, long instance = 0)
+    {
+        call(command, &IAppCommand::put_Operation, operation);
+        let(L"Root", Variant(data.root.as<IDispatch>()));
+        let(L"EventID", Variant(50L));
+        let(L"Instance", Variant(instance));
+        let(L"N0", Variant(10L));
+        let(L"N1", Variant(target));
+        let(L"T0", Variant(OleDate{monday + 2}));
+        let(L"T1", Variant(OleDate{monday + 3}));
+        const bool ready = container.show(__uuidof(::ctlMoveEvents), command.get());
+        prepared = data.takeCalls();
+        return ready;
+    }
+
+    void let(const wchar_t* name, const Variant& value) const
+    {
+        call(command, &IAppCommand::put_Operand, Bstr(name).get(), value.get());
+    }
+
+    /// Gives the dialog the focus, upon which it executes.
+    std::vector<std::string> executed()
+    {
+        container.site->activateUi();
+        container.pump();
+        return data.takeCalls();
+    }
+
+    std::wstring title() const
+    {
+        Bstr name;
+        call(container.dialog, &IAppDialog::get_Name, name.put());
+        return std::wstring(name.view());
+    }
+
+    RecordingData data;
+    Questions questions;
+    Container container;
+    ComPtr<IAppCommand> command = create<IAppCommand>(__uuidof(::MoveEvents));
+    std::vector<std::string> prepared;
+};
+
+TEST_F(ctlMoveEventsTests, NameFollowsTheOperation)
+{
+    show(3, 10);
+    EXPECT_EQ(title(), L"Move activity");
+    for (const long operation : {4L, 0L, 7L})
+    {
+        call(command, &IAppCommand::put_Operation, operation);
+        EXPECT_EQ(title(), L"Copy activity");
+    }
+}
+
+TEST_F(ctlMoveEventsTests, ReadyPreparesTheCommandWithinAScope)
+{
+    EXPECT_TRUE(show(3, 10));
+    EXPECT_EQ(prepared.front(), "Root.OpenScope(0, \"ctlMoveEvents.Prepare\")");
+    EXPECT_EQ(prepared.back(), "Scope.Close(0, 0)");
+    EXPECT_THAT(prepared, Contains("Events.Fetch(50, 0)"));
+    EXPECT_THAT(prepared, Contains("EventLinks.Load(50)"));
+    EXPECT_EQ(data.openScopes, 0);
+    EXPECT_THAT(container.done, IsEmpty());
+}
+
+TEST_F(ctlMoveEventsTests, ShowsOneLine)
+{
+    EXPECT_TRUE(show(3, 10));
+    EXPECT_EQ(Container::text(container.control(L"Static")), L"Updating database. Please wait...");
+    EXPECT_FALSE(container.control(L"Static", 1));
+    EXPECT_FALSE(container.control(L"Button"));
+}
+
+TEST_F(ctlMoveEventsTests, AnotherOperationIsNeitherPreparedNorReadyNorExecuted)
+{
+    for (const long operation : {0L, 1L, 2L, 5L})
+    {
+        EXPECT_FALSE(show(operation, 10));
+        EXPECT_THAT(prepared,
+                    ElementsAre("Root.OpenScope(0, \"ctlMoveEvents.Prepare\")", "Scope.Close(0, 0)"));
+        EXPECT_THAT(executed(), IsEmpty());
+        EXPECT_EQ(container.submitted, 0);
+        container.close();
+    }
+}
+
+TEST_F(ctlMoveEventsTests, IsExecutedAndDoneWhenItGetsTheFocus)
+{
+    EXPECT_TRUE(show(3, 12));
+    EXPECT_EQ(container.submitted, 0);
+    EXPECT_THAT(executed(), ElementsAre("Root.Events()", "Events.Update(50, 0, 12, 7, 2026-11-25 00:00:00, "
+                                                         "2026-11-26 00:00:00, \"Tour\")"));
+    EXPECT_EQ(container.submitted, 1);
+    EXPECT_THAT(container.done, ElementsAre(false));
+}
+
+TEST_F(ctlMoveEventsTests, FocusGainedAgainExecutesNothing)
+{
+    EXPECT_TRUE(show(3, 12));
+    executed();
+    SetFocus(container.window());
+    SetFocus(container.dialogWindow());
+    EXPECT_THAT(executed(), IsEmpty());
+    EXPECT_EQ(container.submitted, 1);
+    EXPECT_EQ(container.done.size(), 1U);
+}
+
+TEST_F(ctlMoveEventsTests, AContainerThatDoesNotExecuteEndsTheDialogAsCancelled)
+{
+    container.onSubmit = [](IAppCommand&) { return false; };
+    EXPECT_TRUE(show(3, 12));
+    executed();
+    EXPECT_THAT(container.done, ElementsAre(true));
+}
+
+TEST_F(ctlMoveEventsTests, AFailureIsToldAndEndsTheDialogAsCancelled)
+{
+    EXPECT_TRUE(show(3, 12));
+    data.fail("Events.Update", locked);
+    executed();
+    EXPECT_THAT(container.errors, ElementsAre(locked));
+    EXPECT_THAT(container.done, ElementsAre(true));
+}
+
+TEST_F(ctlMoveEventsTests, AnActivityOfOneResourceIsMovedWithoutAQuestion)
+{
+    EXPECT_TRUE(show(3, 10));
+    EXPECT_THAT(questions.asked, IsEmpty());
+}
+
+TEST_F(ctlMoveEventsTests, ACopyOfALinkedActivityAsksNothing)
+{
+    link();
+    EXPECT_TRUE(show(4, 10));
+    EXPECT_THAT(questions.asked, IsEmpty());
+    EXPECT_THAT(executed(), ElementsAre("Root.Events()", StartsWith("Events.Add(10, 7")));
+}
+
+TEST_F(ctlMoveEventsTests, ALinkedActivityMovedInTimeIsAskedFor)
+{
+    link();
+    questions.answerKey = 'Y';
+    EXPECT_TRUE(show(3, 10));
+    ASSERT_EQ(questions.asked.size(), 1U);
+    EXPECT_EQ(questions.asked[0].title, L"Move activity");
+    EXPECT_EQ(
+        questions.asked[0].text,
+        L"Do you want to edit the activity for all ressources or just for the selected item?\n\nClick 'Yes' "
+        L"to change the activity for all items.\nClick 'No' to change the activity for this item only.");
+    EXPECT_THAT(questions.asked[0].buttons, ElementsAre(IDYES, IDNO, IDCANCEL));
+    EXPECT_EQ(questions.asked[0].owner, container.window());
+    EXPECT_THAT(executed(), ElementsAre(StartsWith("EventLinks.UpdateLinked(50, 0, 7")));
+}
+
+TEST_F(ctlMoveEventsTests, NoMovesOnlyTheDraggedResource)
+{
+    link();
+    questions.answerKey = 'N';
+    EXPECT_TRUE(show(3, 10));
+    EXPECT_THAT(executed(), ElementsAre("EventLinks.Detach(50, 10)", "Root.Events()",
+                                        StartsWith("Events.Update(50, 0, 10")));
+}
+
+TEST_F(ctlMoveEventsTests, CancelAndEscapeExecuteNothing)
+{
+    link();
+    questions.answerKey = VK_ESCAPE;
+    EXPECT_FALSE(show(3, 10));
+    EXPECT_EQ(questions.asked.size(), 1U);
+    EXPECT_THAT(executed(), IsEmpty());
+    EXPECT_EQ(container.submitted, 0);
+    EXPECT_EQ(data.events[0].t0, monday);
+}
+
+TEST_F(ctlMoveEventsTests, DroppedOnAnotherResourceNothingIsAsked)
+{
+    link();
+    EXPECT_TRUE(show(3, 11));
+    EXPECT_THAT(questions.asked, IsEmpty());
+    EXPECT_THAT(executed(), ElementsAre("EventLinks.Detach(50, 10)", "Root.Events()",
+                                        StartsWith("Events.Update(50, 0, 11")));
+}
+
+TEST_F(ctlMoveEventsTests, ASingleOccurrenceIsMovedWithoutDetaching)
+{
+    link();
+    EXPECT_TRUE(show(3, 11, 4));
+    EXPECT_THAT(executed(), ElementsAre("Root.Events()", StartsWith("Events.Update(50, 4, 11")));
+}
+
+TEST_F(ctlMoveEventsTests, EachFailureOfReadyIsRaisedUnchanged)
+{
+    for (const char* failing : {"Root.OpenScope", "Root.EventLinks", "Root.Events", "Events.Fetch",
+                                "EventLinks.Load", "Scope.Close"})
+    {
+        SCOPED_TRACE(failing);
+        data.fail(failing, locked);
+        try
+        {
+            show(3, 10);
+            ADD_FAILURE() << "nothing raised";
+        }
+        catch (const Failure& failure)
+        {
+            EXPECT_EQ(failure.number(), locked.number);
+            EXPECT_EQ(failure.description(), locked.description);
+        }
+        EXPECT_EQ(data.openScopes, 0);
+        data.takeCalls();
+        EXPECT_THAT(executed(), IsEmpty());
+        EXPECT_EQ(container.submitted, 0);
+        container.close();
+    }
+}
+
+} // namespace korvane::test

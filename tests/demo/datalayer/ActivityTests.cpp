@@ -1,0 +1,194 @@
+#include "tests/demo/datalayer/ActivityTest.h"
+
+#include <limits>
+
+using namespace korvane;
+using namespace korvane::store;
+using namespace korvane::store::test;
+
+namespace
+{
+
+class Activities : public ActivityTest
+{
+protected:
+    const wchar_t* unknownEvent = L"There is no such activity. Another user may have deleted it.";
+    const wchar_t* unknownName = L"There is no such resource. Another user may have deleted it.";
+    const wchar_t* unknownType = L"There is no such activity type. Another user may have deleted it.";
+};
+
+} // namespace
+
+TEST_F(Activities, AreOneCollectionPerRoot)
+{
+    const Desk again(desk->root);
+    EXPECT_EQ(desk->events.get(), again.events.get());
+    EXPECT_EQ(desk->links.get(), again.links.get());
+}
+
+TEST_F(Activities, AreAddedAndFetched)
+{
+    const Booking booking{van, 2, at(2026, 3, 2, 9), at(2026, 3, 4, 17, 30), L"Trade fair"};
+    const long event = desk->add(booking);
+    EXPECT_GT(event, 0);
+    EXPECT_EQ(booking, desk->fetch(event));
+    EXPECT_EQ(booking, deskOf(L"employee").fetch(event));
+}
+
+TEST_F(Activities, KeepTheirTimesToTheSecond)
+{
+    const double second = 1.0 / 24 / 60 / 60;
+    const Booking booking{anna, 0, at(2026, 3, 2, 9) + second, at(2026, 3, 2, 9) + 2 * second, L""};
+    EXPECT_EQ(booking, desk->fetch(desk->add(booking)));
+}
+
+TEST_F(Activities, NeedNoTextNorTime)
+{
+    const Booking booking{anna, 0, at(2026, 3, 2, 9), at(2026, 3, 2, 9), L""};
+    EXPECT_EQ(booking, desk->fetch(desk->add(booking)));
+    long event = 0;
+    call(desk->events, &IEvents::Add, booking.name, booking.type, booking.t0, booking.t1, BSTR(nullptr),
+         &event);
+    EXPECT_EQ(booking, desk->fetch(event));
+}
+
+TEST_F(Activities, KeepTextsInAnyScriptAndLength)
+{
+    for (const std::wstring& text :
+         {std::wstring(L"Überprüfung; 'x' \"y\"\r\n\u4F1A\u8B70"), std::wstring(20000, L'x')})
+    {
+        Booking booking = meeting();
+        booking.text = text;
+        EXPECT_EQ(text, desk->fetch(desk->add(booking)).text);
+    }
+}
+
+TEST_F(Activities, MayBeBookedForABuiltInResource)
+{
+    EXPECT_EQ(1, desk->fetch(desk->add(meeting(at(2026, 3, 2), 1))).name);
+}
+
+TEST_F(Activities, NeverGetTheIdOfARemovedOne)
+{
+    desk->add(meeting());
+    const long removed = desk->add(meeting());
+    desk->remove(removed);
+    EXPECT_GT(desk->add(meeting()), removed);
+}
+
+TEST_F(Activities, AreUpdated)
+{
+    const long event = desk->add(meeting());
+    const Booking changed{van, 2, at(2027, 1, 1), at(2027, 1, 3), L"Holiday trip"};
+    desk->update(event, 0, changed);
+    EXPECT_EQ(changed, desk->fetch(event));
+}
+
+TEST_F(Activities, AreRemoved)
+{
+    const long event = desk->add(meeting());
+    const long other = desk->add(meeting());
+    desk->remove(event);
+    EXPECT_ERROR(desk->fetch(event), Code::unknownEvent, L"KorvaneData.Events", unknownEvent);
+    EXPECT_TRUE(desk->has(other));
+}
+
+TEST_F(Activities, HaveOnlyInstance0WithoutARule)
+{
+    const long event = desk->add(meeting());
+    const wchar_t* unknown = L"The activity has no occurrence 1. Another user may have deleted it.";
+    EXPECT_REFUSED(desk->fetch(event, 1), Code::unknownOccurrence, L"Events", unknown);
+    EXPECT_REFUSED(desk->update(event, 1, meeting()), Code::unknownOccurrence, L"Events", unknown);
+    EXPECT_REFUSED(desk->remove(event, 1), Code::unknownOccurrence, L"Events", unknown);
+    EXPECT_REFUSED(desk->fetch(event, -1), Code::unknownOccurrence, L"Events",
+                   L"The activity has no occurrence -1. Another user may have deleted it.");
+}
+
+TEST_F(Activities, RefuseWhatIsUnknown)
+{
+    const long event = desk->add(meeting());
+    for (const long id : {0L, -1L, 4711L})
+    {
+        EXPECT_REFUSED(desk->fetch(id), Code::unknownEvent, L"Events", unknownEvent);
+        EXPECT_REFUSED(desk->update(id, 0, meeting()), Code::unknownEvent, L"Events", unknownEvent);
+        EXPECT_REFUSED(desk->remove(id), Code::unknownEvent, L"Events", unknownEvent);
+        EXPECT_REFUSED(desk->repetition(id), Code::unknownEvent, L"Events", unknownEvent);
+        EXPECT_REFUSED(desk->repeat(id, Repetition{1}), Code::unknownEvent, L"Events", unknownEvent);
+        EXPECT_REFUSED(desk->add(meeting(at(2026, 3, 2), id)), Code::unknownName, L"Events", unknownName);
+        EXPECT_REFUSED(desk->update(event, 0, meeting(at(2026, 3, 2), id)), Code::unknownName, L"Events",
+                       unknownName);
+    }
+    Booking ofNoType = meeting();
+    for (ofNoType.type = -1; ofNoType.type <= 3; ofNoType.type += 4)
+    {
+        EXPECT_REFUSED(desk->add(ofNoType), Code::unknownType, L"Events", unknownType);
+        EXPECT_REFUSED(desk->update(event, 0, ofNoType), Code::unknownType, L"Events", unknownType);
+    }
+}
+
+TEST_F(Activities, RefuseToEndBeforeTheyBegin)
+{
+    Booking backwards = meeting();
+    backwards.t1 = backwards.t0 - 1.0 / 24;
+    const long event = desk->add(meeting());
+    const wchar_t* message = L"The activity must not end before it begins.";
+    EXPECT_REFUSED(desk->add(backwards), Code::endBeforeBegin, L"Events", message);
+    EXPECT_REFUSED(desk->update(event, 0, backwards), Code::endBeforeBegin, L"Events", message);
+}
+
+TEST_F(Activities, RefuseTimesThatNoCalendarHas)
+{
+    const wchar_t* message = L"The activity must lie between the years 1900 and 9999.";
+    for (const DATE date : {-1.0, 1.5, 3e6, 1e300, std::numeric_limits<double>::quiet_NaN()})
+    {
+        EXPECT_REFUSED(desk->add({anna, 1, date, date, L""}), Code::impossibleTime, L"Events", message);
+        EXPECT_REFUSED(desk->add({anna, 1, at(2026, 3, 2), date, L""}), Code::impossibleTime, L"Events",
+                       message);
+    }
+    EXPECT_TRUE(desk->has(desk->add({anna, 1, at(1900, 1, 1), at(9999, 12, 31, 23, 59), L""})));
+}
+
+TEST_F(Activities, AreNoExceptionsByThemselves)
+{
+    const long event = desk->add(meeting());
+    long result = -1;
+    EXPECT_EQ(S_OK, desk->events->IsException(event, &result));
+    EXPECT_EQ(0, result);
+    EXPECT_ERROR(call(desk->events, &IEvents::IsException, 4711L, &result), Code::unknownEvent,
+                 L"KorvaneData.Events", unknownEvent);
+}
+
+TEST_F(Activities, LeaveTheArgumentsAloneWhenTheyAreNotFound)
+{
+    Bstr text(L"before");
+    const BSTR held = text.get();
+    long name = 11;
+    long type = 12;
+    DATE t0 = 13;
+    DATE t1 = 14;
+    EXPECT_TRUE(FAILED(desk->events->Fetch(4711, 0, &name, &type, &t0, &t1, text.inOut())));
+    EXPECT_EQ(11, name);
+    EXPECT_EQ(12, type);
+    EXPECT_EQ(13, t0);
+    EXPECT_EQ(14, t1);
+    EXPECT_EQ(held, text.get());
+}
+
+TEST_F(Activities, RefuseMissingPlacesForResults)
+{
+    const auto& events = desk->events;
+    const long event = desk->add(meeting());
+    const std::wstring before = content();
+    Bstr text;
+    long number = 0;
+    DATE date = 0;
+    EXPECT_EQ(E_POINTER, events->Add(anna, 1, at(2026, 3, 2), at(2026, 3, 2), nullptr, nullptr));
+    EXPECT_EQ(E_POINTER, events->Fetch(event, 0, nullptr, &number, &date, &date, text.inOut()));
+    EXPECT_EQ(E_POINTER, events->Fetch(event, 0, &number, nullptr, &date, &date, text.inOut()));
+    EXPECT_EQ(E_POINTER, events->Fetch(event, 0, &number, &number, nullptr, &date, text.inOut()));
+    EXPECT_EQ(E_POINTER, events->Fetch(event, 0, &number, &number, &date, nullptr, text.inOut()));
+    EXPECT_EQ(E_POINTER, events->Fetch(event, 0, &number, &number, &date, &date, nullptr));
+    EXPECT_EQ(E_POINTER, events->GetRecurrence(event, nullptr));
+    EXPECT_EQ(E_POINTER, events->IsException(event, nullptr));
+    EXPECT_EQ(before, content());
+}

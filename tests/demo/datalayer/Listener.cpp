@@ -1,0 +1,79 @@
+#include "tests/demo/datalayer/Listener.h"
+
+#include "framework/com/Variant.h"
+
+#include <gtest/gtest.h>
+
+#include <cwchar>
+
+namespace korvane::store::test
+{
+
+namespace
+{
+
+std::wstring written(const VARIANT& argument)
+{
+    switch (argument.vt)
+    {
+    case VT_I4:
+        return std::to_wstring(argument.lVal);
+    case VT_BSTR:
+        return std::wstring(view(argument.bstrVal));
+    case VT_DATE:
+        return test::written(argument.date);
+    default:
+        ADD_FAILURE() << "an argument of type " << argument.vt;
+        return L"?";
+    }
+}
+
+} // namespace
+
+STDMETHODIMP Listener::QueryInterface(REFIID iid, void** object)
+{
+    const bool known = iid == IID_IUnknown || iid == IID_IDispatch || iid == eventsId_;
+    *object = known ? this : nullptr;
+    if (!known)
+        return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+}
+
+STDMETHODIMP_(ULONG) Listener::Release()
+{
+    const ULONG remaining = --references_;
+    if (remaining == 0)
+        delete this;
+    return remaining;
+}
+
+STDMETHODIMP Listener::Invoke(DISPID event, REFIID iid, LCID, WORD flags, DISPPARAMS* arguments, VARIANT*,
+                              EXCEPINFO*, UINT*)
+{
+    EXPECT_EQ(IID_NULL, iid);
+    EXPECT_EQ(DISPATCH_METHOD, flags);
+    EXPECT_EQ(0u, arguments->cNamedArgs);
+    EXPECT_TRUE(event == 2 || (event == 1 && arguments->cArgs == 0));
+    std::wstring line = event == 1 ? L"OnClear" : L"OnAdd";
+    for (UINT index = arguments->cArgs; index > 0; --index) // the last one comes first
+        line += (index == arguments->cArgs ? L" " : L", ") + written(arguments->rgvarg[index - 1]);
+    events_.push_back(line);
+    onEvent();
+    return S_OK;
+}
+
+std::wstring written(DATE date)
+{
+    SYSTEMTIME time{};
+    EXPECT_TRUE(VariantTimeToSystemTime(date, &time));
+    wchar_t text[40];
+    if (time.wHour == 0 && time.wMinute == 0)
+        std::swprintf(text, ARRAYSIZE(text), L"%04u-%02u-%02u", time.wYear, time.wMonth, time.wDay);
+    else
+        std::swprintf(text, ARRAYSIZE(text), L"%04u-%02u-%02u %02u:%02u", time.wYear, time.wMonth, time.wDay,
+                      time.wHour, time.wMinute);
+    return text;
+}
+
+} // namespace korvane::store::test

@@ -1,0 +1,131 @@
+#include "tests/demo/datalayer/ActivityTest.h"
+
+using namespace korvane;
+using namespace korvane::store;
+using namespace korvane::store::test;
+
+namespace
+{
+
+class Samples : public DataLayerTest
+{
+protected:
+    void addTo(const ComPtr<IRoot>& root) const { call(database, &IDatabase::AddSample, root.get()); }
+
+    const wchar_t* source = L"KorvaneData.Database";
+};
+
+} // namespace
+
+TEST_F(Samples, BringGroupsResourcesAndTypes)
+{
+    addTo(open());
+    EXPECT_EQ((std::vector<std::wstring>{L"Staff", L"Vehicles", L"Rooms"}), names(openGroups()));
+    EXPECT_EQ((Listed{4, L"Staff", 3}), fetch(openGroups(), 4));
+    EXPECT_EQ(L"12", sqlText("SELECT count(*) FROM names WHERE id > 1"));
+    EXPECT_EQ(L"Meeting,Training,Holiday,Service,Travel",
+              sqlText("SELECT group_concat(name) FROM (SELECT name FROM types WHERE id > 0 ORDER BY id)"));
+    EXPECT_EQ(L"6", sqlText("SELECT count(DISTINCT color) FROM types"));
+    EXPECT_EQ(L"0", sqlText("SELECT count(*) FROM types WHERE color < 1"));
+    EXPECT_EQ(L"ok", sqlText("PRAGMA integrity_check"));
+}
+
+TEST_F(Samples, HaveOneResourceInTwoGroupsAndAllInOne)
+{
+    addTo(open());
+    EXPECT_EQ(
+        L"1",
+        sqlText("SELECT count(*) FROM (SELECT 1 FROM group_names GROUP BY name_id HAVING count(*) = 2)"));
+    EXPECT_EQ(L"12", sqlText("SELECT count(DISTINCT name_id) FROM group_names"));
+}
+
+TEST_F(Samples, GiveTheEmployeeAResource)
+{
+    addTo(open());
+    const Desk employee(open(L"employee"));
+    const long own = std::stol(sqlText("SELECT id FROM names WHERE account = 2"));
+    EXPECT_GT(employee.add({own, 3, at(2026, 7, 1), at(2026, 7, 15), L"Holiday"}), 0);
+}
+
+TEST_F(Samples, AreAnnounced)
+{
+    const auto root = open();
+    ComPtr<INames> namesCollection;
+    ComPtr<ITypes> types;
+    call(root, &IRoot::get_Names, namesCollection.put());
+    call(root, &IRoot::get_Types, types.put());
+    const Listener::Subscription groupsListener(groupsOf(root), DIID_IGroupsEvents);
+    const Listener::Subscription namesListener(namesCollection, DIID_INamesEvents);
+    const Listener::Subscription typesListener(types, DIID_ITypesEvents);
+    addTo(root);
+    EXPECT_EQ(
+        (Lines{L"OnClear", L"OnAdd 1, System, 1", L"OnAdd 2, All resources, 1", L"OnAdd 3, Unassigned, 1",
+               L"OnAdd 4, Staff, 3", L"OnAdd 5, Vehicles, 3", L"OnAdd 6, Rooms, 3"}),
+        groupsListener->events());
+    EXPECT_EQ(Lines{L"OnClear"}, namesListener->events());
+    EXPECT_EQ(Lines{L"OnClear"}, typesListener->events());
+}
+
+TEST_F(Samples, TakeGroupsAndTypesThatAreThereAsTheyAre)
+{
+    const auto root = open();
+    add(groupsOf(root), L"staff", 7);
+    sql("INSERT INTO types (name, color) VALUES ('Travel', 99)");
+    addTo(root);
+    EXPECT_EQ((std::vector<std::wstring>{L"staff", L"Vehicles", L"Rooms"}), names(groupsOf(root)));
+    EXPECT_EQ(L"6", sqlText("SELECT count(*) FROM group_names WHERE group_id = 4"));
+    EXPECT_EQ(L"99", sqlText("SELECT color FROM types WHERE name = 'Travel'"));
+}
+
+TEST_F(Samples, AreRefusedWhereThereAreResources)
+{
+    const auto root = open();
+    sql("INSERT INTO names (name) VALUES ('Anna')");
+    EXPECT_ERROR(addTo(root), Code::hasNamesAlready, source, L"The database has resources already.");
+    EXPECT_EQ(L"2", sqlText("SELECT count(*) FROM names"));
+    EXPECT_EQ(L"3", sqlText("SELECT count(*) FROM groups"));
+    EXPECT_EQ(L"1", sqlText("SELECT count(*) FROM types"));
+}
+
+TEST_F(Samples, AreAddedOnce)
+{
+    const auto root = open();
+    addTo(root);
+    EXPECT_ERROR(addTo(root), Code::hasNamesAlready, source, L"The database has resources already.");
+    EXPECT_EQ(L"13", sqlText("SELECT count(*) FROM names"));
+}
+
+TEST_F(Samples, AreTakenBackAsAWhole)
+{
+    const auto root = open();
+    sql("CREATE TRIGGER late BEFORE INSERT ON group_types BEGIN SELECT raise(ABORT, 'too late'); END");
+    EXPECT_ERROR(addTo(root), Code::ruleBroken, source, L"The database refuses the change: too late");
+    EXPECT_EQ(L"1", sqlText("SELECT count(*) FROM names"));
+    EXPECT_EQ(L"3", sqlText("SELECT count(*) FROM groups"));
+}
+
+TEST_F(Samples, NeedTheRightToAddGroups)
+{
+    EXPECT_ERROR(addTo(open(L"employee")), Code::mayNotAddGroups, source,
+                 L"You are not authorized to add new groups.");
+    EXPECT_EQ(L"1", sqlText("SELECT count(*) FROM names"));
+}
+
+TEST_F(Samples, NeedARootOfThisDataLayer)
+{
+    EXPECT_EQ(E_POINTER, database->AddSample(nullptr));
+    // Whatever it is, it was not opened here.
+    const auto groups = openGroups();
+    const auto foreign = groups.as<IDispatch>();
+    EXPECT_ERROR(call(database, &IDatabase::AddSample, reinterpret_cast<IRoot*>(foreign.get())),
+                 Code::foreignRoot, source, L"The root is not one of this data layer.");
+}
+
+TEST_F(Samples, MayBeAddedToWhatAnotherObjectOpened)
+{
+    const auto other = layer.makeDatabase();
+    ComPtr<IRoot> root;
+    call(other, &IDatabase::Open, Bstr(file).get(), Bstr(L"").get(), root.put());
+    addTo(root);
+    EXPECT_EQ(L"13", sqlText("SELECT count(*) FROM names"));
+}

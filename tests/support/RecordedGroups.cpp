@@ -1,0 +1,79 @@
+#include "tests/support/RecordedGroups.h"
+
+#include <algorithm>
+
+namespace korvane::test
+{
+
+void RecordedGroups::announce(const Group& group)
+{
+    raise(2, {Variant(group.id), Variant(Bstr(group.name)), Variant(group.flags)});
+}
+
+STDMETHODIMP RecordedGroups::Load(VARIANT_BOOL* result)
+{
+    const HRESULT outcome = data_.record("Groups.Load", "");
+    if (FAILED(outcome))
+        return outcome;
+    raise(1);
+    for (const Group& group : data_.groups)
+        announce(group);
+    *result = VARIANT_TRUE;
+    return S_OK;
+}
+
+STDMETHODIMP RecordedGroups::Fetch(long id, BSTR* name, long* flags, VARIANT_BOOL* result)
+{
+    const HRESULT outcome = data_.record("Groups.Fetch", shown(id));
+    if (FAILED(outcome))
+        return outcome;
+    const auto found =
+        std::find_if(data_.groups.begin(), data_.groups.end(), [&](auto& g) { return g.id == id; });
+    *result = VARIANT_FALSE;
+    if (found == data_.groups.end())
+        return S_OK;
+    SysReAllocStringLen(name, found->name.data(), static_cast<UINT>(found->name.size()));
+    *flags = found->flags;
+    *result = VARIANT_TRUE;
+    return S_OK;
+}
+
+STDMETHODIMP RecordedGroups::HasAccess(long operation, long id, VARIANT_BOOL* result)
+{
+    const HRESULT outcome = data_.record("Groups.HasAccess", shown(operation) + ", " + shown(id));
+    if (FAILED(outcome))
+        return outcome;
+    const auto found =
+        std::find_if(data_.groups.begin(), data_.groups.end(), [&](auto& g) { return g.id == id; });
+    *result = found != data_.groups.end() && found->editable ? VARIANT_TRUE : VARIANT_FALSE;
+    return S_OK;
+}
+
+STDMETHODIMP RecordedGroups::Add(BSTR name, long flags, long* newId)
+{
+    const HRESULT outcome = data_.record("Groups.Add", quoted(view(name)) + ", " + shown(flags));
+    if (FAILED(outcome))
+        return outcome;
+    *newId = data_.nextId++;
+    data_.groups.push_back({*newId, std::wstring(view(name)), flags, true});
+    return S_OK;
+}
+
+STDMETHODIMP RecordedGroups::Remove(long id, long* removedId)
+{
+    const HRESULT outcome = data_.record("Groups.Remove", shown(id));
+    if (SUCCEEDED(outcome))
+        *removedId = 0;
+    return outcome;
+}
+
+STDMETHODIMP RecordedGroups::Update(long id, BSTR name, long flags, long* updatedId)
+{
+    const HRESULT outcome =
+        data_.record("Groups.Update", shown(id) + ", " + quoted(view(name)) + ", " + shown(flags));
+    if (SUCCEEDED(outcome))
+        *updatedId = id;
+    return outcome;
+}
+
+} // namespace korvane::test
