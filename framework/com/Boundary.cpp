@@ -12,7 +12,8 @@ namespace korvane
 void prepareForFailures() noexcept
 {
 #ifdef __MINGW32__
-    [[maybe_unused]] const void* volatile made = abi::__cxa_get_globals(); // volatile, lest the call be left out
+    [[maybe_unused]] const void* volatile made =
+        abi::__cxa_get_globals(); // volatile, lest the call be left out
 #endif
 }
 

@@ -103,15 +103,17 @@ protected:
         {
             if (round == warmUp)
                 before = watch.living().heapBlocks;
-            const HWND parent = CreateWindowExW(0, L"Static", nullptr, WS_POPUP | WS_VISIBLE, 0, 0, 300, 200, nullptr,
-                                                nullptr, nullptr, nullptr);
+            const HWND parent = CreateWindowExW(0, L"Static", nullptr, WS_POPUP | WS_VISIBLE, 0, 0, 300, 200,
+                                                nullptr, nullptr, nullptr, nullptr);
             {
                 const VersionSixControls context;
-                for (const wchar_t* windowClass : {L"Static", L"Static", L"Edit", L"ListBox", L"Button", L"Button"})
-                    CreateWindowExW(0, windowClass, L"x", WS_CHILD | WS_VISIBLE, 0, 0, 80, 20, parent, nullptr, nullptr,
-                                    nullptr);
+                for (const wchar_t* windowClass :
+                     {L"Static", L"Static", L"Edit", L"ListBox", L"Button", L"Button"})
+                    CreateWindowExW(0, windowClass, L"x", WS_CHILD | WS_VISIBLE, 0, 0, 80, 20, parent,
+                                    nullptr, nullptr, nullptr);
             }
-            for (int font = 0; font < 2; ++font) // the one that the layout is designed in, and the container's
+            for (int font = 0; font < 2;
+                 ++font) // the one that the layout is designed in, and the container's
             {
                 const auto dialogFont = host::makeFont(L"MS Shell Dlg", 8).as<IFont>();
                 HFONT handle = nullptr;

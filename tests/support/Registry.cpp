@@ -85,7 +85,8 @@ std::optional<std::wstring> registryText(const std::wstring& path, const wchar_t
 
 void forgetTypeLibraries()
 {
-    for (const GUID* library : {&LIBID_KorvaneDlg, &LIBID_KorvaneLib, &LIBID_KorvaneInterfaces, &LIBID_KorvaneData})
+    for (const GUID* library :
+         {&LIBID_KorvaneDlg, &LIBID_KorvaneLib, &LIBID_KorvaneInterfaces, &LIBID_KorvaneData})
         UnRegisterTypeLib(*library, 1, 0, LOCALE_NEUTRAL, sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32);
 }
 
