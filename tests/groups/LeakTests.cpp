@@ -3,6 +3,7 @@
 #include "tests/support/Allocation.h"
 #include "tests/support/Container.h"
 #include "tests/support/Leaks.h"
+#include "tests/support/ModuleControls.h"
 #include "tests/support/RecordingData.h"
 
 #include <gmock/gmock.h>
@@ -15,34 +16,6 @@ namespace
 
 constexpr int warmUp = 10;
 constexpr int rounds = 1000;
-
-/// While it lives, windows are created with the common controls that the library's manifest asks for.
-class VersionSixControls
-{
-public:
-    VersionSixControls()
-    {
-        const std::wstring path = folderOfTests() + L"\\KorvaneDlg.dll";
-        ACTCTXW request{};
-        request.cbSize = sizeof request;
-        request.dwFlags = ACTCTX_FLAG_RESOURCE_NAME_VALID;
-        request.lpSource = path.c_str();
-        request.lpResourceName = ISOLATIONAWARE_MANIFEST_RESOURCE_ID;
-        context_ = CreateActCtxW(&request);
-        ActivateActCtx(context_, &cookie_);
-    }
-    VersionSixControls(const VersionSixControls&) = delete;
-    VersionSixControls& operator=(const VersionSixControls&) = delete;
-    ~VersionSixControls()
-    {
-        DeactivateActCtx(0, cookie_);
-        ReleaseActCtx(context_);
-    }
-
-private:
-    HANDLE context_ = INVALID_HANDLE_VALUE;
-    ULONG_PTR cookie_ = 0;
-};
 
 class LeakTests : public testing::Test
 {
@@ -106,7 +79,7 @@ protected:
             const HWND parent = CreateWindowExW(0, L"Static", nullptr, WS_POPUP | WS_VISIBLE, 0, 0, 300, 200,
                                                 nullptr, nullptr, nullptr, nullptr);
             {
-                const VersionSixControls context;
+                const ModuleControls controls(folderOfTests() + L"\\KorvaneDlg.dll");
                 for (const wchar_t* windowClass :
                      {L"Static", L"Static", L"Edit", L"ListBox", L"Button", L"Button"})
                     CreateWindowExW(0, windowClass, L"x", WS_CHILD | WS_VISIBLE, 0, 0, 80, 20, parent,
