@@ -105,9 +105,8 @@ const Contract contracts[] = {
      L"IResourceLibrary",
      {
          L"101 GetString([in] VARIANT id, [out, retval] BSTR* text)",
-         L"102 Export([in] VARIANT resourceType, [in] VARIANT resourceId, [in] BSTR fileName, [out, retval] "
-         L"VARIANT_BOOL* "
-         L"written)",
+         (L"102 Export([in] VARIANT resourceType, [in] VARIANT resourceId, [in] BSTR fileName, "
+          L"[out, retval] VARIANT_BOOL* written)"),
      }},
     {L"KorvaneDlg",
      L"IDialogControl",
@@ -144,8 +143,8 @@ const Contract contracts[] = {
      L"IGroups",
      {
          L"1 Load([out, retval] VARIANT_BOOL* result)",
-         L"2 Fetch([in] long id, [in, out] BSTR* text, [in, out] long* flags, [out, retval] VARIANT_BOOL* "
-         L"result)",
+         (L"2 Fetch([in] long id, [in, out] BSTR* text, [in, out] long* flags, "
+          L"[out, retval] VARIANT_BOOL* result)"),
          L"3 HasAccess([in] long operation, [in] long id, [out, retval] VARIANT_BOOL* result)",
          L"4 Add([in] BSTR text, [in] long flags, [out] long* newId)",
          L"5 Remove([in] long id, [out] long* removedId)",
