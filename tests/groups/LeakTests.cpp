@@ -116,6 +116,7 @@ protected:
         // Blocks of the library are counted exactly, below; the heap is shared with the platform.
         const auto left = static_cast<double>(after.heapBlocks - before.heapBlocks);
         RecordProperty("heapBlocks", static_cast<int>(left));
+        RecordProperty("heapBlocksOfThePlatform", static_cast<int>(ofThePlatform));
         EXPECT_LE(left, ofThePlatform + 20);
         after.heapBlocks = before.heapBlocks;
         EXPECT_EQ(after, before);
