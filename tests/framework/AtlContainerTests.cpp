@@ -9,7 +9,6 @@ namespace korvane::test
 namespace
 {
 
-using testing::ElementsAre;
 
 template <class Function> Function* entryPoint(HMODULE module, const char* name)
 {
