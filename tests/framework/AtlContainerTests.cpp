@@ -9,7 +9,6 @@ namespace korvane::test
 namespace
 {
 
-
 template <class Function> Function* entryPoint(HMODULE module, const char* name)
 {
     return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module, name)));
