@@ -9,6 +9,7 @@
 #include "bench/Benchmarks.h"
 #include "bench/Library.h"
 #include "bench/Stage.h"
+#include "tests/support/ModuleControls.h"
 
 #include <cstdint>
 #include <string>
@@ -164,7 +165,7 @@ void measureDialogs(Report& report, const Effort& effort)
 
     stage.open(command.get());
     const Template bare = [&] {
-        const LibraryContext context;
+        const test::ModuleControls controls(libraryPath());
         Template made(stage.dialogWindow());
         const HWND dialog = made.create(stage.window());
         demandEquivalence(stage.dialogWindow(), dialog);
@@ -187,7 +188,7 @@ void measureDialogs(Report& report, const Effort& effort)
     const auto ofPlatform = [&](bool painted) {
         return [&, painted] {
             Stage::pump();
-            const LibraryContext context;
+            const test::ModuleControls controls(libraryPath());
             return perRun(1, [&] {
                 const HWND dialog = bare.create(stage.window());
                 demand(dialog != nullptr, "the bare dialog is not made");

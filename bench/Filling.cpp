@@ -7,6 +7,7 @@
 #include "bench/Benchmarks.h"
 #include "bench/Library.h"
 #include "bench/Stage.h"
+#include "tests/support/ModuleControls.h"
 
 namespace korvane::bench
 {
@@ -37,7 +38,7 @@ class BareList
 public:
     BareList(HWND model, HWND parent)
     {
-        const LibraryContext context;
+        const test::ModuleControls controls(libraryPath());
         const DWORD style = designedStyleOf(model) & ~static_cast<DWORD>(WS_VISIBLE);
         window_ = CreateWindowExW(static_cast<DWORD>(GetWindowLongW(model, GWL_EXSTYLE)), L"ListBox", L"",
                                   style, 0, 0, 0, 0, parent, nullptr, nullptr, nullptr);

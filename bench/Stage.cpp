@@ -103,23 +103,4 @@ DWORD designedStyleOf(HWND window)
     return classNameOf(window) == L"ListBox" ? style | WS_VSCROLL : style;
 }
 
-LibraryContext::LibraryContext()
-{
-    const std::wstring path = libraryPath();
-    ACTCTXW request{};
-    request.cbSize = sizeof request;
-    request.dwFlags = ACTCTX_FLAG_RESOURCE_NAME_VALID;
-    request.lpSource = path.c_str();
-    request.lpResourceName = ISOLATIONAWARE_MANIFEST_RESOURCE_ID;
-    context_ = CreateActCtxW(&request);
-    demand(context_ != INVALID_HANDLE_VALUE && ActivateActCtx(context_, &cookie_),
-           "the library has no activation context");
-}
-
-LibraryContext::~LibraryContext()
-{
-    DeactivateActCtx(0, cookie_);
-    ReleaseActCtx(context_);
-}
-
 } // namespace korvane::bench

@@ -56,18 +56,4 @@ std::wstring classNameOf(HWND window);
 /// The style that a window was made with. The platform takes the scroll bar off a list that needs none.
 DWORD designedStyleOf(HWND window);
 
-/// The library's own activation context, for windows of the platform's: the same version of the common controls.
-class LibraryContext
-{
-public:
-    LibraryContext();
-    LibraryContext(const LibraryContext&) = delete;
-    LibraryContext& operator=(const LibraryContext&) = delete;
-    ~LibraryContext();
-
-private:
-    HANDLE context_;
-    ULONG_PTR cookie_ = 0;
-};
-
 } // namespace korvane::bench

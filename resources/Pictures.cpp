@@ -1,5 +1,6 @@
 #include "resources/Resources.h"
 
+#include "framework/control/Dpi.h"
 #include "resources/pictures/PictureIds.h"
 
 namespace korvane
@@ -13,15 +14,6 @@ ComPtr<IPictureDisp> pictureOf(PICTDESC description)
     ComPtr<IPictureDisp> picture;
     OleCreatePictureIndirect(&description, __uuidof(IPictureDisp), TRUE, picture.putVoid());
     return picture;
-}
-
-/// The pixels per inch of the screen: pictures are stored for 96, 144 and 192.
-int screenDpi() noexcept
-{
-    const HDC screen = GetDC(nullptr);
-    const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
-    ReleaseDC(nullptr, screen);
-    return dpi;
 }
 
 HANDLE loadImage(long id, UINT kind, UINT flags) noexcept
@@ -41,6 +33,7 @@ ComPtr<IPictureDisp> iconPicture(long id, UINT kind)
     return description.icon.hicon ? pictureOf(description) : nullptr;
 }
 
+/// The one of the picture's sizes, for 96, 144 and 192 pixels per inch, that suits the screen.
 HANDLE loadBitmap(long id) noexcept
 {
     const int dpi = screenDpi();

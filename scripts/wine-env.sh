@@ -16,7 +16,8 @@ korvane_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 korvane_wine_dir=$(realpath -m "${KORVANE_WINE_DIR:-$korvane_root/build/wine}")
 korvane_loader32=/usr/lib/wine/wine
 korvane_loader64=/usr/lib/wine/wine64
-korvane_prefix_recipe=1
+korvane_fonts=/usr/share/wine/fonts
+korvane_prefix_recipe=2
 korvane_prefixes=()
 korvane_keeper_inputs=()
 korvane_xvfb_pid=
@@ -113,12 +114,22 @@ start_wineserver() {
     in_prefix wineserver -p
 }
 
+# Debian's Wine does not load the folder of Wine's own fonts: caption buttons would be boxes, and texts a substitute's.
+add_fonts() {
+    local folder=$WINEPREFIX/drive_c/windows/Fonts name
+    mkdir -p "$folder"
+    for name in marlett tahoma tahomabd; do
+        [[ ! -f $korvane_fonts/$name.ttf ]] || cp "$korvane_fonts/$name.ttf" "$folder/" || return
+    done
+}
+
 create_prefix() {
     # What an interrupted creation left behind is not to be trusted.
     rm -rf "$WINEPREFIX"
     mkdir -p "$WINEPREFIX"
     start_wineserver || return
     in_prefix "$KORVANE_WINE" wineboot -i || return
+    add_fonts || return
     # Without a window manager, a managed window's end waits for a state that nobody sets.
     in_prefix "$KORVANE_WINE" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d N /f || return
     # A crash is to end the process, not to wait in a dialog.

@@ -16,8 +16,8 @@ namespace korvane
 /// E_UNEXPECTED, for the library is a guest in somebody's process and must not end it.
 Failure currentFailure() noexcept;
 
-/// Sets up for the calling thread what a first exception would have to allocate: when memory is short, it would be too
-/// late by then.
+/// Sets up what the first exception, of the process and of the calling thread, would have to allocate: when memory is
+/// short, it would be too late by then.
 void prepareForFailures() noexcept;
 
 /// Runs plain C++ behind a COM method. The body returns nothing, or an HRESULT such as S_FALSE.

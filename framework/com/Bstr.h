@@ -22,7 +22,7 @@ public:
     explicit Bstr(std::wstring_view text);
     explicit Bstr(const wchar_t* text) : Bstr(std::wstring_view(text)) {}
 
-    Bstr(const Bstr& other) : text_(nullptr)
+    Bstr(const Bstr& other)
     {
         if (other.text_)
             *this = Bstr(other.view());

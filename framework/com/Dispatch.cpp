@@ -8,8 +8,8 @@ namespace korvane
 namespace
 {
 
-HRESULT invokeAs(std::span<const DualFace> faces, DISPID id, WORD flags, DISPPARAMS* arguments, VARIANT* result,
-                 EXCEPINFO* exception, UINT* badArgument)
+HRESULT invokeAs(std::span<const DualFace> faces, DISPID id, WORD flags, DISPPARAMS* arguments,
+                 VARIANT* result, EXCEPINFO* exception, UINT* badArgument)
 {
     for (const DualFace& face : faces)
     {
@@ -39,7 +39,8 @@ HRESULT typeInfoOf(std::span<const DualFace> faces, UINT index, ITypeInfo** info
     });
 }
 
-HRESULT idsOfNames(std::span<const DualFace> faces, REFIID reserved, LPOLESTR* names, UINT count, DISPID* ids) noexcept
+HRESULT idsOfNames(std::span<const DualFace> faces, REFIID reserved, LPOLESTR* names, UINT count,
+                   DISPID* ids) noexcept
 {
     if (reserved != IID_NULL)
         return DISP_E_UNKNOWNINTERFACE;

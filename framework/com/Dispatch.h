@@ -54,7 +54,6 @@ public:
 
 protected:
     using Base::Base;
-    LateBound() = default;
     ~LateBound() = default;
 
 private:

@@ -49,7 +49,8 @@ template <class Interface> constexpr bool isDual = std::is_base_of_v<IDispatch, 
 
 /// The base of an object, late-bound where it has dual interfaces.
 template <class Class, class Base, class... Interfaces>
-using ObjectBase = std::conditional_t<(isDual<Interfaces> || ...), LateBound<Class, Base, Interfaces...>, Base>;
+using ObjectBase =
+    std::conditional_t<(isDual<Interfaces> || ...), LateBound<Class, Base, Interfaces...>, Base>;
 
 template <class Class, class Base, class... Interfaces>
 class Object : public ObjectBase<Class, Base, Interfaces...>, public ISupportErrorInfo

@@ -8,6 +8,8 @@
 #include <functional>
 #include <new>
 
+#include <pthread.h>
+
 // NOLINTBEGIN(bugprone-reserved-identifier): these are the names under which the runtime looks for its own parts
 
 namespace __gnu_cxx
@@ -66,6 +68,24 @@ void __throw_bad_function_call()
 }
 
 } // namespace std
+
+extern "C"
+{
+
+int __real_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attributes);
+int __wrap_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attributes);
+
+/// Linked in between the runtime and the threads library. A mutex there takes its memory on its first use, and that of
+/// the runtime's reserve for exceptions is first used when memory is short: so it is used at once.
+int __wrap_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attributes)
+{
+    const int result = __real_pthread_mutex_init(mutex, attributes);
+    if (result == 0 && pthread_mutex_lock(mutex) == 0)
+        pthread_mutex_unlock(mutex);
+    return result;
+}
+
+} // extern "C"
 
 // NOLINTEND(bugprone-reserved-identifier)
 

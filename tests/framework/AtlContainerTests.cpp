@@ -9,8 +9,6 @@ namespace korvane::test
 namespace
 {
 
-using testing::ElementsAre;
-
 template <class Function> Function* entryPoint(HMODULE module, const char* name)
 {
     return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module, name)));

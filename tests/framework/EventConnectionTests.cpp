@@ -95,7 +95,7 @@ TEST_F(EventConnectionTests, AnotherConnectionTakesThePlaceOfTheFirst)
 
 TEST_F(EventConnectionTests, ASourceOfOtherEventsIsRefused)
 {
-    const auto point = static_cast<IConnectionPointContainer*>(source.get());
+    auto* const point = static_cast<IConnectionPointContainer*>(source.get());
     EXPECT_EQ(failureOf([&] { connection->connect(point, IID_IPropertyNotifySink, {}); }),
               CONNECT_E_NOCONNECTION);
     EXPECT_EQ(failureOf([&] { connection->connect(nullptr, __uuidof(IGroupsEvents), {}); }), E_POINTER);

@@ -66,28 +66,19 @@ public:
     ~HeldShift() { SetKeyboardState(former_); }
 
 private:
-    BYTE former_[256];
+    BYTE former_[256]{};
 };
 
-class KeyboardTests : public testing::Test
+class KeyboardTests : public DialogTestOf<KeyboardDialog>
 {
 protected:
     void SetUp() override
     {
-        container.dialog = ComPtr<IAppDialog>(dialog.get());
-        container.site->host(container.dialog.as<IUnknown>());
-        call(container.dialog, &IAppDialog::putref_Command, command.as<IDispatch>().get());
-        ASSERT_TRUE(container.ready());
+        ASSERT_TRUE(show());
         neighbour = CreateWindowExW(0, L"Edit", nullptr, WS_CHILD | WS_VISIBLE | WS_TABSTOP, 400, 300, 60, 20,
                                     container.window(), nullptr, nullptr, nullptr);
         container.site->activateUi();
         container.pump();
-    }
-
-    void TearDown() override
-    {
-        container.close();
-        setCurrentResources(nullptr);
     }
 
     HWND first() const { return dialog->txtFirst.window(); }
@@ -167,9 +158,6 @@ protected:
         return keys;
     }
 
-    Container container;
-    ComPtr<TestDialogCommand> command = make<TestDialogCommand>();
-    ComPtr<KeyboardDialog> dialog = make<KeyboardDialog>();
     HWND neighbour = nullptr;
     std::vector<bool> tabsOut;
 };

@@ -82,11 +82,11 @@ private:
     }
 };
 
-/// A container with the dialog on it.
-class DialogTest : public testing::Test
+/// A container with a dialog on it.
+template <class Shown> class DialogTestOf : public testing::Test
 {
 protected:
-    explicit DialogTest(Container::Offer offer = {}) : container(offer) {}
+    explicit DialogTestOf(Container::Offer offer = {}) : container(offer) {}
 
     /// Places the dialog in the window and gives it its command.
     void place()
@@ -108,6 +108,16 @@ protected:
         setCurrentResources(nullptr);
     }
 
+    Container container;
+    ComPtr<TestDialogCommand> command = make<TestDialogCommand>();
+    ComPtr<Shown> dialog = make<Shown>();
+};
+
+class DialogTest : public DialogTestOf<TestDialog>
+{
+protected:
+    using DialogTestOf::DialogTestOf;
+
     static std::wstring text(const Control& control) { return Container::text(control.window()); }
 
     /// Of the dialog's window, in pixels.
@@ -123,10 +133,6 @@ protected:
         return {toPixels(TestDialog::designWidth, dialog->dpi()),
                 toPixels(TestDialog::designHeight, dialog->dpi())};
     }
-
-    Container container;
-    ComPtr<TestDialogCommand> command = make<TestDialogCommand>();
-    ComPtr<TestDialog> dialog = make<TestDialog>();
 };
 
 inline bool operator==(SIZE left, SIZE right)

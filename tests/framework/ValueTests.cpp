@@ -35,6 +35,7 @@ TEST(BstrTests, OwnsACopyOfItsText)
 {
     const std::wstring text(L"with\0null", 9);
     const Bstr first(text);
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the copy is what is tested
     const Bstr second = first;
     EXPECT_EQ(first, text);
     EXPECT_EQ(second, text);
@@ -84,6 +85,7 @@ TEST(VariantTests, HoldsWhatItIsMadeOf)
 TEST(VariantTests, CopiesDeeply)
 {
     const Variant first(Bstr(L"text"));
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the copy is what is tested
     const Variant second = first;
     EXPECT_NE(first.get().bstrVal, second.get().bstrVal);
     EXPECT_EQ(view(second.get().bstrVal), L"text");
@@ -91,7 +93,7 @@ TEST(VariantTests, CopiesDeeply)
     third = second;
     EXPECT_EQ(view(third.get().bstrVal), L"text");
     Variant fourth(std::move(third));
-    EXPECT_TRUE(third.isEmpty());
+    EXPECT_TRUE(third.isEmpty()); // NOLINT(bugprone-use-after-move): what a move leaves is what is tested
     EXPECT_EQ(view(fourth.get().bstrVal), L"text");
 }
 
@@ -129,6 +131,7 @@ TEST(ComPtrTests, SharesAdoptsAndGivesAway)
     {
         const ComPtr<IPersist> shared(object.get());
         EXPECT_EQ(object->referenceCount(), 2U);
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the copy is what is tested
         const ComPtr<IPersist> copy = shared;
         EXPECT_EQ(object->referenceCount(), 3U);
         ComPtr<IPersist> moved = ComPtr(copy);

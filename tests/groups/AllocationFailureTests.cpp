@@ -257,7 +257,8 @@ TEST_P(AllocationFailureTests, AFailedReadyLeavesNothingBehind)
 INSTANTIATE_TEST_SUITE_P(
     EachOperation, AllocationFailureTests,
     testing::Values(Case{1, FailingAllocation::Extent::one}, Case{2, FailingAllocation::Extent::one},
-                    Case{3, FailingAllocation::Extent::one}),
+                    Case{3, FailingAllocation::Extent::one}, Case{1, FailingAllocation::Extent::onwards},
+                    Case{2, FailingAllocation::Extent::onwards}, Case{3, FailingAllocation::Extent::onwards}),
     caseName);
 
 } // namespace korvane::test

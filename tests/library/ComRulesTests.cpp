@@ -41,6 +41,12 @@ INSTANTIATE_TEST_SUITE_P(EveryClass, ComRulesTests, testing::ValuesIn(publicClas
 INSTANTIATE_TEST_SUITE_P(EveryControl, ControlRulesTests, testing::ValuesIn(controls()),
                          [](const auto& tested) { return narrow(tested.param.name); });
 
+/// What an out pointer holds that nobody has cleared.
+template <class Pointer> Pointer poisoned()
+{
+    return reinterpret_cast<Pointer>(static_cast<UINT_PTR>(0xdeadbeef));
+}
+
 } // namespace
 
 TEST_P(ComRulesTests, AnObjectIsOneObjectThroughAllItsInterfaces)
@@ -192,29 +198,19 @@ TEST_P(ControlRulesTests, NullPointersOfTheContainerAreRefused)
 TEST_P(ControlRulesTests, NothingIsGivenWhereAMemberFails)
 {
     const auto ole = object.as<IOleObject>();
-    const auto poisoned = [](auto*& pointer) {
-        pointer =
-            reinterpret_cast<std::remove_reference_t<decltype(pointer)>>(static_cast<UINT_PTR>(0xdeadbeef));
-    };
-
-    IMoniker* moniker;
-    poisoned(moniker);
+    auto* moniker = poisoned<IMoniker*>();
     EXPECT_EQ(ole->GetMoniker(OLEGETMONIKER_ONLYIFTHERE, OLEWHICHMK_OBJREL, &moniker), E_NOTIMPL);
     EXPECT_EQ(moniker, nullptr);
-    IDataObject* data;
-    poisoned(data);
+    auto* data = poisoned<IDataObject*>();
     EXPECT_EQ(ole->GetClipboardData(0, &data), E_NOTIMPL);
     EXPECT_EQ(data, nullptr);
-    IEnumOLEVERB* verbs;
-    poisoned(verbs);
+    auto* verbs = poisoned<IEnumOLEVERB*>();
     EXPECT_EQ(ole->EnumVerbs(&verbs), OLEOBJ_E_NOVERBS);
     EXPECT_EQ(verbs, nullptr);
-    IOleClientSite* site;
-    poisoned(site);
+    auto* site = poisoned<IOleClientSite*>();
     EXPECT_EQ(ole->GetClientSite(&site), S_OK);
     EXPECT_EQ(site, nullptr);
-    IEnumSTATDATA* advises;
-    poisoned(advises);
+    auto* advises = poisoned<IEnumSTATDATA*>();
     EXPECT_EQ(ole->EnumAdvise(&advises), S_OK);
     EXPECT_EQ(advises, nullptr);
     DWORD connection = 0xdeadbeef;
@@ -225,12 +221,10 @@ TEST_P(ControlRulesTests, NothingIsGivenWhereAMemberFails)
     EXPECT_EQ(extent.cx, 0);
     EXPECT_EQ(extent.cy, 0);
 
-    HWND window;
-    poisoned(window);
+    auto* window = poisoned<HWND>();
     EXPECT_EQ(object.as<IOleWindow>()->GetWindow(&window), E_FAIL);
     EXPECT_EQ(window, nullptr);
-    LOGPALETTE* colors;
-    poisoned(colors);
+    auto* colors = poisoned<LOGPALETTE*>();
     EXPECT_EQ(
         object.as<IViewObject2>()->GetColorSet(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, &colors),
         S_FALSE);

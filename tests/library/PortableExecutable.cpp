@@ -99,7 +99,7 @@ template <class Structure> Structure PortableExecutable::at(std::size_t offset) 
 {
     if (offset + sizeof(Structure) > bytes_.size())
         throw std::out_of_range("beyond the end of the file");
-    Structure result;
+    Structure result{};
     std::memcpy(&result, bytes_.data() + offset, sizeof result);
     return result;
 }

@@ -32,7 +32,7 @@ ComPtr<IDispatch> createByName(const std::wstring& name)
 }
 
 Variant invoke(const ComPtr<IDispatch>& object, const wchar_t* member, WORD kind,
-               std::vector<Variant> arguments = {})
+               const std::vector<Variant>& arguments = {})
 {
     if (!object)
         return Variant(); // its creation failed already
@@ -56,14 +56,15 @@ Variant invoke(const ComPtr<IDispatch>& object, const wchar_t* member, WORD kind
     return result;
 }
 
-Variant get(const ComPtr<IDispatch>& object, const wchar_t* member, std::vector<Variant> arguments = {})
+Variant get(const ComPtr<IDispatch>& object, const wchar_t* member,
+            const std::vector<Variant>& arguments = {})
 {
-    return invoke(object, member, DISPATCH_PROPERTYGET | DISPATCH_METHOD, std::move(arguments));
+    return invoke(object, member, DISPATCH_PROPERTYGET | DISPATCH_METHOD, arguments);
 }
 
-void let(const ComPtr<IDispatch>& object, const wchar_t* member, std::vector<Variant> arguments)
+void let(const ComPtr<IDispatch>& object, const wchar_t* member, const std::vector<Variant>& arguments)
 {
-    invoke(object, member, DISPATCH_PROPERTYPUT, std::move(arguments));
+    invoke(object, member, DISPATCH_PROPERTYPUT, arguments);
 }
 
 ComPtr<ITypeInfo> typeNamed(ITypeLib* described, const wchar_t* name)
@@ -80,7 +81,7 @@ ComPtr<ITypeInfo> typeNamed(ITypeLib* described, const wchar_t* name)
 /// What another thread sees of a command that lives in this one.
 struct OtherApartment
 {
-    IStream* stream;
+    IStream* stream = nullptr;
     HRESULT result = E_UNEXPECTED;
     long operation = 0;
 

@@ -107,9 +107,8 @@ const Contract contracts[] = {
      L"IResourceLibrary",
      {
          L"101 GetString([in] VARIANT id, [out, retval] BSTR* value)",
-         L"102 Export([in] VARIANT resourceType, [in] VARIANT resourceId, [in] BSTR fileName, [out, retval] "
-         L"VARIANT_BOOL* "
-         L"written)",
+         (L"102 Export([in] VARIANT resourceType, [in] VARIANT resourceId, [in] BSTR fileName, "
+          L"[out, retval] VARIANT_BOOL* written)"),
      }},
     {L"KorvaneDlg",
      L"IDialogControl",
@@ -176,8 +175,8 @@ const Contract contracts[] = {
      L"IGroups",
      {
          L"1 Load([out, retval] VARIANT_BOOL* result)",
-         L"2 Fetch([in] long id, [in, out] BSTR* text, [in, out] long* flags, [out, retval] VARIANT_BOOL* "
-         L"result)",
+         (L"2 Fetch([in] long id, [in, out] BSTR* text, [in, out] long* flags, "
+          L"[out, retval] VARIANT_BOOL* result)"),
          L"3 HasAccess([in] long operation, [in] long id, [out, retval] VARIANT_BOOL* result)",
          L"4 Add([in] BSTR text, [in] long flags, [out] long* newId)",
          L"5 Remove([in] long id, [out] long* removedId)",
@@ -207,13 +206,14 @@ const Contract contracts[] = {
     {L"KorvaneData",
      L"IEvents",
      {
-         L"1 Add([in] long nameId, [in] long typeId, [in] DATE T0, [in] DATE T1, [in] BSTR text, [out, "
-         L"retval] long* eventId)",
-         L"2 Update([in] long eventId, [in] long instance, [in] long nameId, [in] long typeId, [in] DATE T0, "
-         L"[in] DATE T1, [in] BSTR text)",
+         (L"1 Add([in] long nameId, [in] long typeId, [in] DATE T0, [in] DATE T1, [in] BSTR text, [out, "
+          L"retval] long* eventId)"),
+         (L"2 Update([in] long eventId, [in] long instance, [in] long nameId, [in] long typeId, [in] DATE "
+          L"T0, "
+          L"[in] DATE T1, [in] BSTR text)"),
          L"3 Remove([in] long eventId, [in] long instance)",
-         L"4 Fetch([in] long eventId, [in] long instance, [in, out] long* nameId, [in, out] long* typeId, "
-         L"[in, out] DATE* T0, [in, out] DATE* T1, [in, out] BSTR* text)",
+         (L"4 Fetch([in] long eventId, [in] long instance, [in, out] long* nameId, [in, out] long* typeId, "
+          L"[in, out] DATE* T0, [in, out] DATE* T1, [in, out] BSTR* text)"),
          L"5 GetRecurrence([in] long eventId, [out, retval] IRecurrence** rule)",
          L"6 SetRecurrence([in] long eventId, [in] IRecurrence* rule)",
          L"7 IsException([in] long eventId, [out, retval] long* result)",
@@ -227,8 +227,9 @@ const Contract contracts[] = {
          L"4 RemoveNames([in] VARIANT linkId, [in] VARIANT nameIds, [out, retval] VARIANT* newLinkId)",
          L"5 RemoveOccurrence([in] VARIANT linkId, [in] long instance)",
          L"6 RemoveAll([in] VARIANT linkId)",
-         L"7 UpdateLinked([in] VARIANT linkId, [in] long instance, [in] long typeId, [in] DATE T0, [in] DATE "
-         L"T1, [in] BSTR text, [out, retval] VARIANT* newLinkId)",
+         (L"7 UpdateLinked([in] VARIANT linkId, [in] long instance, [in] long typeId, [in] DATE T0, [in] "
+          L"DATE "
+          L"T1, [in] BSTR text, [out, retval] VARIANT* newLinkId)"),
          L"8 Detach([in] VARIANT linkId, [in] long nameId)",
          L"9 SetRecurrence([in] VARIANT linkId, [in] IRecurrence* rule)",
          L"10 HasAccess([in] long level, [in] long eventId, [out, retval] VARIANT_BOOL* result)",

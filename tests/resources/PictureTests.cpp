@@ -31,7 +31,7 @@ protected:
 
     ComPtr<IPicture> picture(Member member, long id)
     {
-        IPictureDisp* found = reinterpret_cast<IPictureDisp*>(static_cast<UINT_PTR>(0xdeadbeef));
+        auto* found = reinterpret_cast<IPictureDisp*>(static_cast<UINT_PTR>(0xdeadbeef));
         EXPECT_EQ((resources.get()->*member)(id, &found), S_OK) << id;
         return ComPtr<IPictureDisp>::adopt(found).as<IPicture>();
     }

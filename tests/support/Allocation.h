@@ -14,7 +14,7 @@ template <std::size_t size> struct FunctionName
 {
     consteval FunctionName(const char (&literal)[size]) { std::copy_n(literal, size, text); }
 
-    char text[size];
+    char text[size]{};
 };
 
 /// Where a module keeps the address of a function that it imports; null when it does not import it.

@@ -216,8 +216,8 @@ std::string describe(IUnknown* object, REFIID iid, const Member& member)
 
 struct LateBoundResult
 {
-    HRESULT result;
-    HRESULT number; ///< of the error that the member raised
+    HRESULT result = S_OK;
+    HRESULT number = S_OK; ///< of the error that the member raised
     Variant value;
     std::wstring description;
 };
@@ -474,6 +474,7 @@ VtableCall::VtableCall(IUnknown* object, REFIID iid, const Member& member, int n
         values.push_back(value);
     }
     std::vector<VARIANT*> addresses;
+    addresses.reserve(values.size());
     for (VARIANT& value : values)
         addresses.push_back(&value);
 
@@ -552,7 +553,7 @@ void expectOneIdentity(IUnknown* object)
         {
             SCOPED_TRACE("to " + interfaceName(to));
             const bool expected = std::find(present.begin(), present.end(), to) != present.end();
-            IUnknown* const poison = reinterpret_cast<IUnknown*>(static_cast<UINT_PTR>(0xdeadbeef));
+            auto* const poison = reinterpret_cast<IUnknown*>(static_cast<UINT_PTR>(0xdeadbeef));
             IUnknown* end = poison;
             const HRESULT result = start->QueryInterface(to, reinterpret_cast<void**>(&end));
             EXPECT_EQ(result, expected ? S_OK : E_NOINTERFACE);

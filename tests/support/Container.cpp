@@ -58,7 +58,7 @@ public:
     ~Modifiers() { SetKeyboardState(former_); }
 
 private:
-    BYTE former_[256];
+    BYTE former_[256]{};
 };
 
 } // namespace
@@ -170,10 +170,10 @@ void Container::press(WORD key, bool shift, bool alt)
     pump();
 }
 
-void Container::type(const wchar_t* characters)
+void Container::type(const wchar_t* text)
 {
-    for (; *characters; ++characters)
-        PostMessageW(GetFocus(), WM_CHAR, *characters, 1);
+    for (; *text; ++text)
+        PostMessageW(GetFocus(), WM_CHAR, *text, 1);
     pump();
 }
 

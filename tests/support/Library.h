@@ -28,7 +28,7 @@ HRESULT canUnload();
 /// Number, source and description of the error that a call left behind.
 struct ErrorInfo
 {
-    HRESULT number;
+    HRESULT number = S_OK;
     std::wstring source;
     std::wstring description;
     friend bool operator==(const ErrorInfo&, const ErrorInfo&) = default;

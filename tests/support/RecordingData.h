@@ -102,7 +102,7 @@ struct RecordingData
     std::vector<std::string> calls;
     struct Planned
     {
-        int passed;
+        int passed = 0;
         ErrorInfo error;
     };
     std::map<std::string, Planned> failures;

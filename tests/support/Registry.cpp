@@ -85,7 +85,8 @@ std::optional<std::wstring> registryText(const std::wstring& path, const wchar_t
 
 void forgetTypeLibraries()
 {
-    for (const GUID* library : {&LIBID_KorvaneDlg, &LIBID_KorvaneLib, &LIBID_KorvaneInterfaces, &LIBID_KorvaneData})
+    for (const GUID* library :
+         {&LIBID_KorvaneDlg, &LIBID_KorvaneLib, &LIBID_KorvaneInterfaces, &LIBID_KorvaneData})
         UnRegisterTypeLib(*library, 1, 0, LOCALE_NEUTRAL, sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32);
 }
 
@@ -103,8 +104,13 @@ Registrations Registrations::now()
     {
         const std::wstring classes = classesPath + std::wstring(L"\\");
         for (const wchar_t* container : {L"CLSID", L"TypeLib", L"Interface"})
-            for (const std::wstring& id : Key(hive, classes + container).subkeys())
-                result.collect(hive, name, classes + container + L'\\' + id);
+        {
+            std::wstring path = classes + container;
+            const auto ids = Key(hive, path).subkeys();
+            path += L'\\';
+            for (const std::wstring& id : ids)
+                result.collect(hive, name, path + id);
+        }
         for (const std::wstring& progId : Key(hive, classesPath).subkeys())
             if (progId.starts_with(L"Korvane"))
                 result.collect(hive, name, classes + progId);
@@ -131,8 +137,9 @@ void Registrations::collect(HKEY hive, const std::wstring& hiveName, const std::
         values[std::wstring(name, length)] = {type,
                                               {bytes.begin(), bytes.begin() + static_cast<ptrdiff_t>(size)}};
     }
+    const std::wstring start = path + L'\\';
     for (const std::wstring& sub : key.subkeys())
-        collect(hive, hiveName, path + L'\\' + sub);
+        collect(hive, hiveName, start + sub);
 }
 
 std::vector<std::string> Registrations::since(const Registrations& earlier) const

@@ -41,7 +41,7 @@ public:
 private:
     struct Value
     {
-        DWORD type;
+        DWORD type = REG_NONE;
         std::vector<BYTE> bytes;
         friend bool operator==(const Value&, const Value&) = default;
     };
