@@ -22,7 +22,7 @@ std::span<const Operand<EditEvents>> EditEvents::operands()
 bool EditEvents::prepare()
 {
     links.connect(Root);
-    added_ = false;
+    added_ = leavesGroup_ = false;
     if (operation == operationAdd)
         links.clear();
     else
@@ -138,7 +138,8 @@ void EditEvents::changeActivity()
     else
     {
         links.updateLinked(Instance, TypeID, T0, T1, Text);
-        links.setRecurrence(Rule); // whatever the instance is, unlike above: the agreed behaviour of linked activities
+        links.setRecurrence(
+            Rule); // whatever the instance is, unlike above: the agreed behaviour of linked activities
     }
 }
 
@@ -147,14 +148,15 @@ void EditEvents::synchroniseNames()
 {
     NameSet& booked = links.booked;
     const NameSet& chosen = links.chosen;
-    const bool wasShared = booked.size() > 1;
+    const bool wasShared = booked.size() > 1 || leavesGroup_;
 
     if (booked.size() < 2 && chosen.size() >= 2)
         links.create(EventID);
 
     const auto added = chosen.without(booked);
     if (!chosen.contains(NameID) && !chosen.empty())
-        NameID = chosen.first(); // and nothing is added: the agreed behaviour when the primary resource is gone
+        NameID =
+            chosen.first(); // and nothing is added: the agreed behaviour when the primary resource is gone
     else if (!added.empty())
     {
         links.addNames(added);
@@ -170,12 +172,14 @@ void EditEvents::synchroniseNames()
             booked.remove(nameId);
     }
 
-    if (chosen.size() == 1 && wasShared)
+    leavesGroup_ = chosen.size() == 1 && wasShared;
+    if (leavesGroup_)
     {
         // The one activity that is left carries the group's id.
         EventID = toLong(links.id.get());
         links.detach(chosen.first());
         links.id = Variant();
+        leavesGroup_ = false;
     }
 }
 

@@ -54,7 +54,9 @@ private:
     ComPtr<IRecurrence> copyOf(const ComPtr<IRecurrence>& rule) const;
 
     long exceptionFlag_ = 0;
+    // What an attempt that failed half-way has left to complete.
     bool added_ = false;
+    bool leavesGroup_ = false;
 };
 
 } // namespace korvane

@@ -52,15 +52,14 @@ void ResourceTree::addName(long id, BSTR text, long groupId)
     if (found == groupsById_.end())
         return;
     Group& group = *found->second;
-    const auto [place, isNew] = names_.try_emplace(key(id, groupId));
-    if (!isNew)
+    if (names_.contains(key(id, groupId)))
         return;
     Node& name = group.names.emplace_back();
     name.id = id;
     name.group = &group;
     name.checked = hasName(id);
     name.node = tvwNames.AddNode(group.node, text, &name, name.checked);
-    place->second = &name;
+    names_.emplace(key(id, groupId), &name);
 }
 
 void ResourceTree::toggled(TreeView::Node changed)
@@ -71,10 +70,14 @@ void ResourceTree::toggled(TreeView::Node changed)
         return;
     node.checked = checked;
     if (node.group)
+    {
         setName(node.id, checked);
-    else
-        for (const Node& name : static_cast<Group&>(node).names)
-            setName(name.id, checked);
+        showChoice();
+        return;
+    }
+    const TreeView::Filling many(tvwNames);
+    for (const Node& name : static_cast<Group&>(node).names)
+        setName(name.id, checked);
     showChoice();
 }
 

@@ -170,6 +170,15 @@ void ctlEditEvents::layOut()
     raiseResize();
 }
 
+/// Every change has gone to the command at once. What is left is a primary resource that was checked last and unchecked
+/// again: executed like that, the command would not book the other resources that were added.
+void ctlEditEvents::takeValues()
+{
+    const NameSet& chosen = command().links.chosen;
+    if (!chosen.empty() && !chosen.contains(command().NameID))
+        command().SetName(chosen.first(), true);
+}
+
 void ctlEditEvents::remove()
 {
     if (isOver())

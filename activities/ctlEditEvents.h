@@ -23,7 +23,7 @@ public:
 
 private:
     bool load() override;
-    void takeValues() override {} // every change has gone to the command at once
+    void takeValues() override;
     bool cancelledAfter(bool executed) const override { return !executed; }
 
     void subscribe();
@@ -48,11 +48,13 @@ private:
     ComPtr<ITypes> types_;
     std::vector<long> typeColors_; ///< parallel to the items of cboTypes
 
-    Label lblPrompt{*this, {.name = L"lblPrompt", .place = {120, 135, 5400, 210}, .text = L"25001", .toolTip = L"25061"}};
+    Label lblPrompt{
+        *this, {.name = L"lblPrompt", .place = {120, 135, 5400, 210}, .text = L"25001", .toolTip = L"25061"}};
     Label lblHeading{*this, {.name = L"lblHeading", .place = {120, 135, 5400, 210}}};
 
     Label lblStart{*this, {.name = L"lblStart", .place = {120, 480, 1140, 210}, .text = L"25002"}};
-    DateTimePicker dtpStart{*this, {.name = L"dtpStart", .place = {1290, 435, 2430, 315}, .toolTip = L"25062"}};
+    DateTimePicker dtpStart{*this,
+                            {.name = L"dtpStart", .place = {1290, 435, 2430, 315}, .toolTip = L"25062"}};
     Label lblStop{*this, {.name = L"lblStop", .place = {120, 870, 1140, 210}, .text = L"25003"}};
     DateTimePicker dtpStop{*this, {.name = L"dtpStop", .place = {1290, 825, 2430, 315}, .toolTip = L"25063"}};
 
@@ -61,12 +63,15 @@ private:
     Swatch shpType{*this, {.name = L"shpType", .place = {3795, 1215, 315, 315}}};
 
     Label lblText{*this, {.name = L"lblText", .place = {120, 1650, 1140, 210}, .text = L"25005"}};
-    TextBox txtText{*this, {.name = L"txtText", .place = {1290, 1605, 4230, 930}, .toolTip = L"25065"}, TextBox::Kind::lines};
+    TextBox txtText{*this,
+                    {.name = L"txtText", .place = {1290, 1605, 4230, 930}, .toolTip = L"25065"},
+                    TextBox::Kind::lines};
 
     Label lblMembers{*this, {.name = L"lblMembers", .place = {120, 2670, 1140, 210}, .text = L"25006"}};
     ResourceTree tree{*this, {.name = L"tvwNames", .place = {1290, 2625, 4230, 1950}, .toolTip = L"25066"}};
 
-    RecurrencePanel recurrence{*this, {1290, 4680, 4230, 1515}, [this]() -> EditEvents& { return command(); }, [this] { layOut(); }};
+    RecurrencePanel recurrence{
+        *this, {1290, 4680, 4230, 1515}, [this]() -> EditEvents& { return command(); }, [this] { layOut(); }};
 
     CommandFrame fraCommands{*this, {0, 4935, 5640, 615}, 1365};
     Button cmdRemove{fraCommands, {.name = L"cmdRemove", .place = {4395, 120, 1125, 345}, .text = L"25009"}};

@@ -19,7 +19,7 @@ ctlMoveEvents::ctlMoveEvents() : Dialog(textMove, 4800, 570) {}
 
 long ctlMoveEvents::titleId() const
 {
-    return command().operation == MoveEvents::operationMove ? textMove : textCopy;
+    return hasCommand() && command().operation == MoveEvents::operationMove ? textMove : textCopy;
 }
 
 bool ctlMoveEvents::load()

@@ -10,6 +10,7 @@
 #include "bench/Stage.h"
 
 #include "framework/com/SafeArray.h"
+#include "tests/support/ModuleControls.h"
 
 #include <commctrl.h>
 
@@ -70,11 +71,11 @@ class BareTree
 public:
     BareTree(HWND model, HWND parent)
     {
-        const LibraryContext context;
+        const test::ModuleControls controls(libraryPath());
         const auto style = static_cast<DWORD>(GetWindowLongW(model, GWL_STYLE));
         window_ = CreateWindowExW(static_cast<DWORD>(GetWindowLongW(model, GWL_EXSTYLE)), WC_TREEVIEWW, L"",
-                                  style & ~static_cast<DWORD>(TVS_CHECKBOXES), 0, 0, 280, 130, parent, nullptr,
-                                  nullptr, nullptr);
+                                  style & ~static_cast<DWORD>(TVS_CHECKBOXES), 0, 0, 280, 130, parent,
+                                  nullptr, nullptr, nullptr);
         demand(window_ != nullptr, "the bare tree is not made");
         SetWindowLongPtrW(window_, GWL_STYLE, GetWindowLongPtrW(window_, GWL_STYLE) | TVS_CHECKBOXES);
         SendMessageW(window_, WM_SETFONT, static_cast<WPARAM>(SendMessageW(model, WM_GETFONT, 0, 0)), FALSE);
@@ -206,7 +207,8 @@ void measureChecking(Report& report, const Effort& effort)
                            SendMessageW(tree, WM_KEYDOWN, VK_SPACE, 1);
                            Stage::pump();
                        });
-                       demand(isChecked(tree, lastOf(tree)) == checked, "the resources do not follow the group");
+                       demand(isChecked(tree, lastOf(tree)) == checked,
+                              "the resources do not follow the group");
                        return seconds;
                    },
                    [&] {
@@ -310,7 +312,8 @@ void measureMembers(Report& report, const Effort& effort)
     require(other.root()->get_EventLinks(links.put()));
     DWORD cookie = 0;
     require(links.as<IConnectionPoint>()->Advise(static_cast<IEventLinksEvents*>(deaf.get()), &cookie));
-    report.add("Events", "10,000 members of a link group, to the command's sets", "a subscriber that does nothing",
+    report.add("Events", "10,000 members of a link group, to the command's sets",
+               "a subscriber that does nothing",
                compare(
                    effort.samples(51), [&] { return perRun(1, [&] { command->Prepare(&ignored); }); },
                    [&] {

@@ -167,8 +167,8 @@ class ActivityData::Root final : public Object<Root, Inherits<IRoot>, IRoot>
 {
 public:
     explicit Root(ActivityData& data)
-        : groups_(make<Groups>(data)), names_(make<Names>(data)), types_(make<Types>()), events_(make<Events>()),
-          links_(make<Links>(data))
+        : groups_(make<Groups>(data)), names_(make<Names>(data)), types_(make<Types>()),
+          events_(make<Events>()), links_(make<Links>(data))
     {
     }
 
@@ -189,7 +189,8 @@ public:
     }
 
 private:
-    template <class Class, class Interface> static HRESULT give(const ComPtr<Class>& object, Interface** result)
+    template <class Class, class Interface>
+    static HRESULT give(const ComPtr<Class>& object, Interface** result)
     {
         *result = ComPtr<Interface>(object.get()).detach();
         return S_OK;

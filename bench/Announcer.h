@@ -7,8 +7,8 @@ namespace korvane::bench
 {
 
 template <class Class, class Interface, class Events>
-class Announcer : public Object<Class, Inherits<Interface, IConnectionPointContainer, IConnectionPoint>, Interface,
-                                IConnectionPointContainer, IConnectionPoint>
+class Announcer : public Object<Class, Inherits<Interface, IConnectionPointContainer, IConnectionPoint>,
+                                Interface, IConnectionPointContainer, IConnectionPoint>
 {
 public:
     bool hasSubscriber() const noexcept { return static_cast<bool>(subscriber_); }
@@ -22,7 +22,8 @@ public:
 
     STDMETHODIMP FindConnectionPoint(REFIID events, IConnectionPoint** point) override
     {
-        return events == __uuidof(Events) ? this->QueryInterface(IID_PPV_ARGS(point)) : CONNECT_E_NOCONNECTION;
+        return events == __uuidof(Events) ? this->QueryInterface(IID_PPV_ARGS(point))
+                                          : CONNECT_E_NOCONNECTION;
     }
 
     // IConnectionPoint
@@ -62,8 +63,8 @@ public:
     {
         DISPPARAMS parameters{arguments, nullptr, count, 0};
         if (subscriber_)
-            subscriber_->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr, nullptr,
-                                nullptr);
+            subscriber_->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr,
+                                nullptr, nullptr);
     }
 
 protected:

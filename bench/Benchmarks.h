@@ -17,6 +17,7 @@ void measureTexts(Report& report, const Effort& effort);
 void measureCreation(Report& report, const Effort& effort);
 void measureDialogs(Report& report, const Effort& effort);
 void measureFilling(Report& report, const Effort& effort);
+void measureActivities(Report& report, const Effort& effort);
 void measureCalls(Report& report, const Effort& effort);
 void measureSize(Report& report, const Effort& effort);
 

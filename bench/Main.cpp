@@ -1,6 +1,6 @@
 // usage: korvane_bench [--quick] [--json FILE] [GROUP...]
 //
-// Prints a table; GROUP is texts, creation, dialogs, filling, calls or size. The library must be registered.
+// Prints a table; GROUP is texts, creation, dialogs, filling, activities, calls or size. The library must be registered.
 // The exit code is 0 when everything was measured, whether or not it meets its aim, 1 when not, and 2 for
 // arguments that it does not know.
 #include "bench/Benchmarks.h"
@@ -26,8 +26,9 @@ struct Group
 };
 
 constexpr Group groups[] = {
-    {"texts", &measureTexts},     {"creation", &measureCreation}, {"dialogs", &measureDialogs},
-    {"filling", &measureFilling}, {"calls", &measureCalls},       {"size", &measureSize},
+    {"texts", &measureTexts},     {"creation", &measureCreation},     {"dialogs", &measureDialogs},
+    {"filling", &measureFilling}, {"activities", &measureActivities}, {"calls", &measureCalls},
+    {"size", &measureSize},
 };
 
 struct Arguments
@@ -132,9 +133,9 @@ int main(int count, char** values)
     Arguments arguments;
     if (!read(count, values, arguments))
     {
-        std::fputs(
-            "usage: korvane_bench [--quick] [--json FILE] [texts|creation|dialogs|filling|calls|size]...\n",
-            stderr);
+        std::fputs("usage: korvane_bench [--quick] [--json FILE] "
+                   "[texts|creation|dialogs|filling|activities|calls|size]...\n",
+                   stderr);
         return 2;
     }
     if (FAILED(OleInitialize(nullptr)))

@@ -1,8 +1,8 @@
 #include "bench/MemoryData.h"
 
+#include "bench/Announcer.h"
 #include "bench/Measurement.h"
 #include "framework/com/Decimal.h"
-#include "framework/com/Object.h"
 
 namespace korvane::bench
 {
@@ -18,40 +18,21 @@ enum GroupsEvent : DISPID
 
 } // namespace
 
-/// The groups, and at the same time the connection point of their events, for one subscriber.
-class MemoryData::Groups final
-    : public Object<Groups, Inherits<IGroups, IConnectionPointContainer, IConnectionPoint>, IGroups,
-                    IConnectionPointContainer, IConnectionPoint>
+class MemoryData::Groups final : public Announcer<Groups, IGroups, IGroupsEvents>
 {
 public:
     explicit Groups(MemoryData& data) : data_(data) {}
 
-    bool hasSubscriber() const noexcept { return static_cast<bool>(subscriber_); }
-
-    void raiseClear() const
-    {
-        DISPPARAMS none{};
-        raise(eventClear, none);
-    }
-
-    /// The name is lent, not copied: what is measured is the subscriber.
     void raiseAdd(long id, BSTR name) const
     {
-        VARIANT arguments[3]; // last first
-        arguments[0].vt = VT_I4;
-        arguments[0].lVal = 1;
-        arguments[1].vt = VT_BSTR;
-        arguments[1].bstrVal = name;
-        arguments[2].vt = VT_I4;
-        arguments[2].lVal = id;
-        DISPPARAMS parameters{arguments, nullptr, 3, 0};
-        raise(eventAdd, parameters);
+        VARIANT arguments[] = {of(1L), of(name), of(id)};
+        raise(eventAdd, arguments, 3);
     }
 
     // IGroups
     STDMETHODIMP Load(VARIANT_BOOL* result) override
     {
-        raiseClear();
+        raise(eventClear);
         long id = firstId;
         for (const Bstr& name : data_.names_)
             raiseAdd(id++, name.get());
@@ -76,61 +57,8 @@ public:
     STDMETHODIMP Remove(long, long*) override { return E_NOTIMPL; }
     STDMETHODIMP Update(long, BSTR, long, long*) override { return E_NOTIMPL; }
 
-    // IConnectionPointContainer
-    STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints** points) override
-    {
-        *points = nullptr;
-        return E_NOTIMPL;
-    }
-
-    STDMETHODIMP FindConnectionPoint(REFIID events, IConnectionPoint** point) override
-    {
-        return events == __uuidof(IGroupsEvents) ? QueryInterface(IID_PPV_ARGS(point))
-                                                 : CONNECT_E_NOCONNECTION;
-    }
-
-    // IConnectionPoint
-    STDMETHODIMP GetConnectionInterface(IID* events) override
-    {
-        *events = __uuidof(IGroupsEvents);
-        return S_OK;
-    }
-
-    STDMETHODIMP GetConnectionPointContainer(IConnectionPointContainer** container) override
-    {
-        return QueryInterface(IID_PPV_ARGS(container));
-    }
-
-    STDMETHODIMP Advise(IUnknown* sink, DWORD* cookie) override
-    {
-        if (subscriber_)
-            return CONNECT_E_ADVISELIMIT;
-        *cookie = 1;
-        return sink->QueryInterface(__uuidof(IGroupsEvents), subscriber_.putVoid());
-    }
-
-    STDMETHODIMP Unadvise(DWORD) override
-    {
-        subscriber_.reset();
-        return S_OK;
-    }
-
-    STDMETHODIMP EnumConnections(IEnumConnections** connections) override
-    {
-        *connections = nullptr;
-        return E_NOTIMPL;
-    }
-
 private:
-    void raise(DISPID event, DISPPARAMS& parameters) const
-    {
-        if (subscriber_)
-            subscriber_->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr,
-                                nullptr, nullptr);
-    }
-
     MemoryData& data_;
-    ComPtr<IDispatch> subscriber_;
 };
 
 class MemoryData::Scope final : public Object<Scope, Inherits<IScope>, IScope>

@@ -31,9 +31,19 @@ Stage::~Stage()
 
 void Stage::open(IEditGroups* command)
 {
-    dialog_ = create<IAppDialog>(dialogProgId);
+    open(dialogProgId, command);
+}
+
+void Stage::open(const wchar_t* progId, IUnknown* command)
+{
+    dialog_ = create<IAppDialog>(progId);
     site_->host(dialog_.as<IUnknown>());
-    call(dialog_, &IAppDialog::putref_Command, command);
+    call(dialog_, &IAppDialog::putref_Command, queryFor<IDispatch>(command).get());
+    readReady();
+}
+
+void Stage::readReady() const
+{
     VARIANT_BOOL ready = VARIANT_FALSE;
     call(dialog_, &IAppDialog::get_Ready, &ready);
     demand(ready != VARIANT_FALSE, "the dialog is not ready");

@@ -28,6 +28,10 @@ public:
     /// What a host does to show the group dialog: creates it by name, places it, gives it its command, and
     /// reads Ready.
     void open(IEditGroups* command);
+    /// The same for another dialog.
+    void open(const wchar_t* dialogProgId, IUnknown* command);
+    /// Reads Ready again, on the dialog as it stands.
+    void readReady() const;
     /// Ends the dialog and lets go of it.
     void close() noexcept;
 

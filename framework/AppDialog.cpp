@@ -256,9 +256,8 @@ void AppDialog::confirm()
     submitting_ = true;
     const auto events = events_;
     VARIANT_BOOL executed = VARIANT_FALSE;
-    const auto failure = attempt([&] {
-        call(events, &IAppDialogEvents::SubmitCommand, commandView().get(), &executed);
-    });
+    const auto failure =
+        attempt([&] { call(events, &IAppDialogEvents::SubmitCommand, commandView().get(), &executed); });
     submitting_ = false;
     if (failure)
         throw *failure;
@@ -281,7 +280,8 @@ void AppDialog::raiseResize()
 
 int AppDialog::ask(long textId, UINT style) const
 {
-    return MessageBoxW(containerWindow(), resourceText(textId).c_str(), resourceText(titleId()).c_str(), style);
+    return MessageBoxW(containerWindow(), resourceText(textId).c_str(), resourceText(titleId()).c_str(),
+                       style);
 }
 
 /// The host's window that the dialog stands in; null for none.

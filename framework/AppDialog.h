@@ -120,6 +120,7 @@ protected:
 
     /// The command that the dialog edits. Throws E_POINTER as long as there is none.
     Command& command() const { return *notNull(command_.get()); }
+    bool hasCommand() const noexcept { return static_cast<bool>(command_); }
 
 private:
     void storeCommand(IDispatch* value) override

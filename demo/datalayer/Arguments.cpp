@@ -55,6 +55,11 @@ private:
 
 } // namespace
 
+bool isEmpty(const VARIANT& value) noexcept
+{
+    return is(value, VT_EMPTY);
+}
+
 long linkIn(const VARIANT& value)
 {
     return isNumber(value) ? toLong(value) : 0;

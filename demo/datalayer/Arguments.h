@@ -9,6 +9,9 @@
 namespace korvane::store
 {
 
+/// Whether a value is Empty, by reference or not.
+bool isEmpty(const VARIANT& value) noexcept;
+
 /// The link id that a value holds. What is no number is the id of no link group: 0.
 long linkIn(const VARIANT& value);
 

@@ -73,8 +73,12 @@ STDMETHODIMP EventLinks::Create(long eventId, VARIANT* linkId)
 STDMETHODIMP EventLinks::AddNames(VARIANT linkId, VARIANT names)
 {
     return guard([&] {
-        write(line(L"EventLinks.AddNames", Argument{linkId}, Argument{names}),
-              [&] { table_.addNames(linkIn(linkId), namesIn(names)); });
+        write(line(L"EventLinks.AddNames", Argument{linkId}, Argument{names}), [&] {
+            const auto added = namesIn(names);
+            // A single activity that is given to another resource: what books it comes next.
+            if (!isEmpty(linkId))
+                table_.addNames(linkIn(linkId), added);
+        });
     });
 }
 

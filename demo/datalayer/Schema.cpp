@@ -9,21 +9,18 @@ namespace
 {
 
 constexpr long applicationId = 0x4B525644; // as in the script
-constexpr long version = 1;
+constexpr long version = 2;
 
 // Identifiers are 32-bit for all callers, and are not used again after a deletion.
 constexpr const char* script = R"(
     PRAGMA application_id = 0x4B525644;
-    PRAGMA user_version = 1;
 
     CREATE TABLE roles (
         id INTEGER PRIMARY KEY,
         name TEXT NOT NULL COLLATE NOCASE UNIQUE,
         may_add INTEGER NOT NULL DEFAULT 0 CHECK (may_add IN (0, 1)),
         may_delete INTEGER NOT NULL DEFAULT 0 CHECK (may_delete IN (0, 1)),
-        may_change INTEGER NOT NULL DEFAULT 0 CHECK (may_change IN (0, 1)),
-        may_create_for_others INTEGER NOT NULL DEFAULT 0 CHECK (may_create_for_others IN (0, 1)),
-        may_edit_for_others INTEGER NOT NULL DEFAULT 0 CHECK (may_edit_for_others IN (0, 1))
+        may_change INTEGER NOT NULL DEFAULT 0 CHECK (may_change IN (0, 1))
     );
 
     CREATE TABLE accounts (
@@ -46,6 +43,33 @@ constexpr const char* script = R"(
         may_change INTEGER NOT NULL DEFAULT 0 CHECK (may_change IN (0, 1)),
         PRIMARY KEY (role, group_id)
     ) WITHOUT ROWID;
+
+    CREATE TABLE settings (
+        name TEXT NOT NULL COLLATE NOCASE PRIMARY KEY,
+        value TEXT NOT NULL
+    ) WITHOUT ROWID;
+
+    INSERT INTO roles (id, name, may_add, may_delete, may_change) VALUES
+        (1, 'Administrators', 1, 1, 1),
+        (2, 'Employees', 0, 0, 0);
+    INSERT INTO accounts (id, login, role) VALUES
+        (1, 'admin', 1),
+        (2, 'employee', 2);
+    INSERT INTO groups (id, name, flags, position) VALUES
+        (1, 'System', 1, 1),
+        (2, 'All resources', 1, 2),
+        (3, 'Unassigned', 1, 3);
+)";
+
+/// What the second version has besides.
+constexpr const char* activities = R"(
+    PRAGMA user_version = 2;
+
+    ALTER TABLE roles ADD COLUMN
+        may_create_for_others INTEGER NOT NULL DEFAULT 0 CHECK (may_create_for_others IN (0, 1));
+    ALTER TABLE roles ADD COLUMN
+        may_edit_for_others INTEGER NOT NULL DEFAULT 0 CHECK (may_edit_for_others IN (0, 1));
+    UPDATE roles SET may_create_for_others = 1, may_edit_for_others = 1 WHERE id = 1;
 
     CREATE TABLE names (
         id INTEGER PRIMARY KEY AUTOINCREMENT CHECK (id BETWEEN 1 AND 2147483647),
@@ -107,22 +131,6 @@ constexpr const char* script = R"(
     ) WITHOUT ROWID;
     CREATE INDEX exceptions_by_time ON exceptions (t0, t1);
 
-    CREATE TABLE settings (
-        name TEXT NOT NULL COLLATE NOCASE PRIMARY KEY,
-        value TEXT NOT NULL
-    ) WITHOUT ROWID;
-
-    INSERT INTO roles (id, name, may_add, may_delete, may_change, may_create_for_others, may_edit_for_others)
-    VALUES
-        (1, 'Administrators', 1, 1, 1, 1, 1),
-        (2, 'Employees', 0, 0, 0, 0, 0);
-    INSERT INTO accounts (id, login, role) VALUES
-        (1, 'admin', 1),
-        (2, 'employee', 2);
-    INSERT INTO groups (id, name, flags, position) VALUES
-        (1, 'System', 1, 1),
-        (2, 'All resources', 1, 2),
-        (3, 'Unassigned', 1, 3);
     INSERT INTO names (id, name, account) VALUES (1, 'SuperUser', 1);
     INSERT INTO types (id, name, color) VALUES (0, 'Activity', 0xBFBFBF);
 )";
@@ -134,29 +142,32 @@ long number(const Connection& connection, const char* sql)
     return statement.number(0);
 }
 
-/// True when the tables are there, false in an empty database.
-bool hasTables(const Connection& connection)
+/// The version of the tables; 0 for an empty database.
+long versionOf(const Connection& connection)
 {
     const long application = number(connection, "PRAGMA application_id");
     if (application == 0 && number(connection, "SELECT count(*) FROM sqlite_schema") == 0)
-        return false;
+        return 0;
     if (application != applicationId)
         throw error(Code::foreignDatabase, L"Database");
-    if (number(connection, "PRAGMA user_version") > version)
+    const long found = number(connection, "PRAGMA user_version");
+    if (found > version)
         throw error(Code::newerDatabase, L"Database");
-    return true;
+    return found;
 }
 
 } // namespace
 
 void prepareSchema(Connection& connection)
 {
-    if (hasTables(connection))
+    if (versionOf(connection) == version)
         return;
     Transaction transaction(connection);
-    if (hasTables(connection)) // another user was quicker
-        return;
-    connection.execute(script);
+    const long found = versionOf(connection); // another user may have been quicker
+    if (found < 1)
+        connection.execute(script);
+    if (found < version)
+        connection.execute(activities);
     transaction.commit();
 }
 

@@ -56,6 +56,7 @@ bool CommandDialog::open(const ComPtr<IAppCommand>& command)
     Bstr name;
     call(dialog, &IAppDialog::get_Name, name.put());
     SetWindowTextW(handle(), name.c_str());
+    centre(); // a question that comes first appears on this monitor
     VARIANT_BOOL ready = VARIANT_FALSE;
     call(dialog, &IAppDialog::get_Ready, &ready);
     if (ready == VARIANT_FALSE)

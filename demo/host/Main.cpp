@@ -3,6 +3,8 @@
 #include "demo/host/CommandLine.h"
 #include "demo/host/ErrorBox.h"
 #include "demo/host/MainWindow.h"
+#include "demo/host/tour/BookingSteps.h"
+#include "demo/host/tour/GroupSteps.h"
 #include "demo/host/tour/Report.h"
 #include "demo/host/tour/Tour.h"
 #include "framework/com/Boundary.h"
@@ -39,19 +41,46 @@ void runMessageLoop(MainWindow& window)
 }
 
 /// A file in the tour's folder, new each time.
-std::wstring freshDatabase(const std::wstring& folder)
+std::wstring freshDatabase(const std::wstring& folder, const wchar_t* name)
 {
-    std::wstring file = folder + L"\\tour.sqlite";
+    std::wstring file = folder + L"\\" + name;
     if (!DeleteFileW(file.c_str()) && GetLastError() != ERROR_FILE_NOT_FOUND)
         throw Failure(HRESULT_FROM_WIN32(GetLastError()));
     return file;
 }
 
-std::wstring databaseOf(const Options& options)
+void work(const Options& options)
 {
-    if (!options.database.empty())
-        return options.database;
-    return options.tour() ? freshDatabase(options.tourFolder) : defaultDatabase();
+    OpenDatabase database(options.database.empty() ? defaultDatabase() : options.database, options.account);
+    if (!options.empty)
+        database.addSample();
+    MainWindow window(database);
+    window.show();
+    runMessageLoop(window);
+}
+
+bool take(const Chapter& chapter, OpenDatabase& database, const std::wstring& folder)
+{
+    MainWindow window(database);
+    window.show();
+    Tour tour(chapter, window, folder);
+    runMessageLoop(window);
+    return tour.succeeded();
+}
+
+/// The activities need resources, the groups are told from an almost empty database: each has its own.
+bool takeTour(const Options& options)
+{
+    const std::wstring& folder = options.tourFolder;
+    {
+        OpenDatabase database(freshDatabase(folder, L"booking.sqlite"), {});
+        database.addSample();
+        if (!take(bookingChapter(), database, folder))
+            return false;
+    }
+    OpenDatabase database(options.database.empty() ? freshDatabase(folder, L"tour.sqlite") : options.database,
+                          options.account);
+    return take(groupChapter(), database, folder);
 }
 
 int run(const Options& options)
@@ -59,20 +88,10 @@ int run(const Options& options)
     const Ole ole;
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES};
     InitCommonControlsEx(&classes);
-
-    OpenDatabase database(databaseOf(options), options.account);
-    if (!options.empty && !options.tour())
-        database.addSample();
-    MainWindow window(database);
-    window.show();
-    if (!options.tour())
-    {
-        runMessageLoop(window);
-        return EXIT_SUCCESS;
-    }
-    Tour tour(window, options.tourFolder);
-    runMessageLoop(window);
-    return tour.succeeded() ? EXIT_SUCCESS : EXIT_FAILURE;
+    if (options.tour())
+        return takeTour(options) ? EXIT_SUCCESS : EXIT_FAILURE;
+    work(options);
+    return EXIT_SUCCESS;
 }
 
 } // namespace

@@ -79,13 +79,20 @@ void MainWindow::drop(const Bar& bar, const Slot& landing, bool copies)
     start(entry, orderForLanding(entry, schedule_->group(), bar, resource, landing));
 }
 
+ComPtr<IAppCommand> MainWindow::prepared(const Order& order) const
+{
+    if (onOrder)
+        onOrder(order);
+    return prepareCommand(order, database_.root());
+}
+
 /// There is nothing to enter: the question is all there is of a dialog.
 void MainWindow::remove(const Bar& bar, const Order& order)
 {
     const std::wstring question = questionBeforeDeletion(bar);
     if (MessageBoxW(handle(), question.c_str(), L"Delete activity", MB_YESNO | MB_ICONQUESTION) != IDYES)
         return;
-    const auto command = prepareCommand(order, database_.root());
+    const auto command = prepared(order);
     VARIANT_BOOL ignored = VARIANT_FALSE; // False also after a write
     call(command, &IAppCommand::Execute, &ignored);
 }
@@ -95,7 +102,7 @@ void MainWindow::start(const CommandEntry& entry, const Order& order)
     bool shown = false;
     const auto failure = attempt([&] {
         schedule_->hold(true);
-        command_ = prepareCommand(order, database_.root());
+        command_ = prepared(order);
         entry_ = &entry;
         dialog_ = std::make_unique<CommandDialog>(handle(), resources_);
         dialog_->onEnd = [this](bool cancelled) { PostMessageW(handle(), messageDialogEnded, cancelled, 0); };

@@ -4,6 +4,8 @@
 #include "framework/com/Boundary.h"
 #include "framework/com/Module.h"
 
+#include <windowsx.h>
+
 #include <algorithm>
 
 namespace korvane::host
@@ -13,6 +15,7 @@ namespace
 {
 
 constexpr long pictureApplication = 100; // among the library's pictures
+constexpr int menuActivities = 2;        // in the menu bar
 
 } // namespace
 
@@ -89,6 +92,10 @@ LRESULT MainWindow::receive(UINT message, WPARAM first, LPARAM second)
         if (LOWORD(first) == WA_INACTIVE && IsChild(handle(), GetFocus()))
             lastFocus_ = GetFocus();
         return Window::receive(message, first, second);
+    case WM_CONTEXTMENU:
+        if (schedule_ && reinterpret_cast<HWND>(first) == schedule_->handle())
+            showMenuAt({GET_X_LPARAM(second), GET_Y_LPARAM(second)});
+        return 0;
     case WM_SETFOCUS:
         if (content_)
             SetFocus(lastFocus_ ? lastFocus_ : content_->handle());
@@ -156,6 +163,22 @@ void MainWindow::layOut() noexcept
 void MainWindow::showSelection() const
 {
     SendMessageW(status_, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(schedule_->describeSelection().c_str()));
+}
+
+/// The commands on activities, where the right button was released; by keyboard, at the cursor.
+void MainWindow::showMenuAt(POINT place) const
+{
+    const auto slot = schedule_->selectedSlot();
+    if (!slot)
+        return;
+    if (place.x == -1 && place.y == -1)
+    {
+        const RECT area = schedule_->layout().placeOf(*slot);
+        place = {area.left, area.bottom};
+        ClientToScreen(schedule_->handle(), &place);
+    }
+    TrackPopupMenu(GetSubMenu(GetMenu(handle()), menuActivities), TPM_RIGHTBUTTON, place.x, place.y, 0,
+                   handle(), nullptr);
 }
 
 void MainWindow::goToOtherPart() noexcept

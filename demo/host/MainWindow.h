@@ -30,6 +30,9 @@ public:
     /// Runs something on the window's thread and waits for the end of it; for other threads.
     void invoke(const std::function<void()>& body) const;
 
+    /// A command is about to be given its operands.
+    std::function<void(const Order& order)> onOrder;
+
     const GroupList& content() const noexcept { return *content_; }
     ScheduleWindow& schedule() const noexcept { return *schedule_; }
     OpenDatabase& database() const noexcept { return database_; }
@@ -49,8 +52,10 @@ private:
     void createParts();
     void layOut() noexcept;
     void showSelection() const;
+    void showMenuAt(POINT place) const;
     void chosen(int id);
     void run(const CommandEntry& entry);
+    ComPtr<IAppCommand> prepared(const Order& order) const;
     void start(const CommandEntry& entry, const Order& order);
     void remove(const Bar& bar, const Order& order);
     void drop(const Bar& bar, const Slot& landing, bool copies);

@@ -38,6 +38,16 @@ Order orderForLanding(const CommandEntry& entry, long group, const Bar& bar, lon
     return order;
 }
 
+std::wstring shown(const Order& order)
+{
+    std::wstring text =
+        std::wstring(order.progId) + L", operation " + std::to_wstring(order.operation) + L": Root";
+    for (const OperandValue& operand : order.operands)
+        text +=
+            std::wstring(L", ") + operand.name + L" = " + std::wstring(toText(operand.value.get()).view());
+    return text;
+}
+
 std::wstring questionBeforeDeletion(const Bar& bar)
 {
     const std::wstring when =

@@ -20,6 +20,9 @@ Order orderForBar(const CommandEntry& entry, long group, const Bar& bar);
 Order orderForLanding(const CommandEntry& entry, long group, const Bar& bar, long resource,
                       const Slot& landing);
 
+/// The order in words: command, operation and operands.
+std::wstring shown(const Order& order);
+
 /// The question that a deletion without a dialog begins with.
 std::wstring questionBeforeDeletion(const Bar& bar);
 

@@ -22,11 +22,11 @@ protected:
 
     struct Design
     {
-        const wchar_t* className;
-        const wchar_t* title;
-        DWORD style;
-        DWORD extendedStyle;
-        HBRUSH background;
+        const wchar_t* className = nullptr;
+        const wchar_t* title = nullptr;
+        DWORD style = 0;
+        DWORD extendedStyle = 0;
+        HBRUSH background = nullptr;
         UINT classStyle = 0;
     };
 

@@ -22,7 +22,6 @@ public:
     const VARIANT& at(UINT index) const;
 
 private:
-
     const DISPPARAMS& parameters_;
 };
 

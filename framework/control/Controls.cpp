@@ -231,11 +231,13 @@ namespace
 {
 
 /// Keys that are none of a number's are discarded before the box sees them.
-LRESULT CALLBACK digitsOnly(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR,
+LRESULT CALLBACK digitsOnly(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR id,
                             DWORD_PTR) noexcept
 {
     if (message == WM_CHAR && first != VK_BACK && (first < L'0' || first > L'9'))
         return 0;
+    if (message == WM_NCDESTROY)
+        RemoveWindowSubclass(window, &digitsOnly, id);
     return DefSubclassProc(window, message, first, second);
 }
 

@@ -101,6 +101,8 @@ public:
     virtual float hiddenHeight() const noexcept { return 0; }
     /// The window is where its place is.
     virtual void placed() {}
+    /// The window is about to go.
+    virtual void closing() noexcept {}
     virtual void notify(WORD code);
     virtual void notified(const NMHDR& notification);
     virtual void scrolled() {}

@@ -165,6 +165,8 @@ void DialogWindow::arrange() noexcept
         EndDeferWindowPos(moves);
     for (Control* control : controls_)
         control->placed();
+    // Moved controls take their pixels along, which a container that grows meanwhile may not have drawn.
+    RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 HWND DialogWindow::controlOfAccessKey(wchar_t key) const noexcept
@@ -289,6 +291,10 @@ bool DialogWindow::handle(UINT message, WPARAM first, LPARAM second) noexcept
             run([this] { dpiChanged(); });
         }
         return true;
+    case WM_DESTROY:
+        for (Control* control : controls_)
+            control->closing();
+        return false;
     case WM_NCDESTROY:
         // A container may destroy its window, and this one in it, before it lets go of the control.
         SetWindowLongPtrW(window_, DWLP_USER, 0);

@@ -24,11 +24,10 @@ UINT stateImage(bool checked) noexcept
 
 HWND TreeView::createWindow(HWND parent, int id)
 {
-    const HWND tree =
-        createWindow(parent, id, WC_TREEVIEWW,
-                     WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS |
-                         TVS_DISABLEDRAGDROP,
-                     WS_EX_CLIENTEDGE);
+    const HWND tree = createWindow(parent, id, WC_TREEVIEWW,
+                                   WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT |
+                                       TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP,
+                                   WS_EX_CLIENTEDGE);
     // Set now, as the platform asks for: a tree that is created with it does not get its check boxes.
     SetWindowLongPtrW(tree, GWL_STYLE, GetWindowLongPtrW(tree, GWL_STYLE) | TVS_CHECKBOXES);
     return tree;
@@ -46,8 +45,7 @@ TreeView::Node TreeView::AddNode(Node parent, BSTR text, const void* data, bool 
     insertion.item.stateMask = TVIS_STATEIMAGEMASK;
     insertion.item.state = stateImage(checked);
     setting_ = true;
-    const auto node =
-        reinterpret_cast<Node>(send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insertion)));
+    const auto node = reinterpret_cast<Node>(send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insertion)));
     setting_ = false;
     if (!node)
         throw std::bad_alloc();
@@ -64,7 +62,7 @@ void TreeView::Remove(Node node)
     setting_ = true; // the selection that it moves is none of the user's
     send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(node));
     setting_ = false;
-    toggled_ = nullptr;
+    toggled_ = toShow_ = nullptr;
 }
 
 void* TreeView::data(Node node) const noexcept
@@ -94,10 +92,28 @@ void TreeView::setChecked(Node node, bool checked)
     setting_ = false;
 }
 
-void TreeView::select(Node node) const noexcept
+void TreeView::select(Node node) noexcept
 {
     send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(node));
+    toShow_ = node;
+    dialog_.layoutChanged();
+}
+
+void TreeView::placed()
+{
+    const Node node = std::exchange(toShow_, nullptr);
+    if (!node)
+        return;
     send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(node));
+    send(WM_HSCROLL, SB_LEFT); // the check boxes of a long text are to be seen too
+}
+
+/// The platform makes the pictures of the check boxes and leaves them to the tree's owner.
+void TreeView::closing() noexcept
+{
+    const LRESULT images = send(TVM_SETIMAGELIST, TVSIL_STATE, 0);
+    if (images != 0)
+        ImageList_Destroy(reinterpret_cast<HIMAGELIST>(images));
 }
 
 /// The tree tells of a click or key before it toggles the node: it is asked once that is over.

@@ -24,11 +24,13 @@ public:
     bool Checked(Node node) const noexcept;
     void setChecked(Node node, bool checked);
     /// Selects a node and shows it, its parents expanded.
-    void select(Node node) const noexcept;
+    void select(Node node) noexcept;
 
     /// The user has checked or unchecked a node; setChecked does not raise it.
     std::function<void(Node)> onNodeCheck;
 
+    void placed() override;
+    void closing() noexcept override;
     void notified(const NMHDR& notification) override;
     void posted(LPARAM value) override;
 
@@ -53,6 +55,7 @@ private:
     Node nodeUnderPointer() const noexcept;
 
     Node toggled_ = nullptr; ///< may have been toggled by the message at hand
+    Node toShow_ = nullptr;  ///< once the tree has its place
     bool setting_ = false;   ///< the change at hand is the owner's
 };
 

@@ -129,13 +129,14 @@ protected:
     {
         std::vector<std::wstring> lines;
         EventConnection connection;
-        connection.connect(events.get(), __uuidof(IEventsEvents), [&](DISPID event, const EventArguments& arguments) {
-            if (event != 2)
-                return;
-            const wchar_t name = static_cast<wchar_t>(L'A' + arguments.number(2) - 10);
-            lines.push_back(name + (L" " + shown(toDate(arguments.at(4)).days)) + L" " +
-                            std::wstring(arguments.text(6).view()));
-        });
+        connection.connect(events.get(), __uuidof(IEventsEvents),
+                           [&](DISPID event, const EventArguments& arguments) {
+                               if (event != 2)
+                                   return;
+                               const wchar_t name = static_cast<wchar_t>(L'A' + arguments.number(2) - 10);
+                               lines.push_back(name + (L" " + shown(toDate(arguments.at(4)).days)) + L" " +
+                                               std::wstring(arguments.text(6).view()));
+                           });
         connection.during([&] { call(events.as<ISchedule>(), &ISchedule::Load, monday, monday + 100); });
         return lines;
     }
@@ -171,8 +172,8 @@ TEST_F(StoryTests, AWeeklySeriesKeepsItsExceptionsWhenTheTextIsChangedForAll)
     retype(countBox(), L"4");
     confirm();
     const long id = operandNumber(L"EventID");
-    EXPECT_THAT(schedule(), ElementsAre(L"A 11-23 09:00 Sweep", L"A 11-30 09:00 Sweep", L"A 12-07 09:00 Sweep",
-                                        L"A 12-14 09:00 Sweep"));
+    EXPECT_THAT(schedule(), ElementsAre(L"A 11-23 09:00 Sweep", L"A 11-30 09:00 Sweep",
+                                        L"A 12-07 09:00 Sweep", L"A 12-14 09:00 Sweep"));
 
     openStored(id, 2, 'N');
     container.click(deletion());
@@ -283,8 +284,8 @@ TEST_F(StoryTests, OneOccurrenceIsEditedWithTreeAndRepetitionLocked)
     EXPECT_FALSE(IsWindowEnabled(repeat()));
     retype(textBox(), L"Only this");
     confirm();
-    EXPECT_THAT(schedule(),
-                ElementsAre(L"A 11-23 09:00 ", L"A 11-30 09:00 ", L"A 12-07 09:00 Only this", L"A 12-14 09:00 "));
+    EXPECT_THAT(schedule(), ElementsAre(L"A 11-23 09:00 ", L"A 11-30 09:00 ", L"A 12-07 09:00 Only this",
+                                        L"A 12-14 09:00 "));
 }
 
 TEST_F(StoryTests, ThreeResourcesAreBookedByTheKeyboardAlone)
@@ -298,8 +299,9 @@ TEST_F(StoryTests, ThreeResourcesAreBookedByTheKeyboardAlone)
     container.press(VK_DOWN);
     container.press(VK_SPACE);
     confirm();
-    EXPECT_THAT(schedule(), testing::UnorderedElementsAre(L"A 11-23 09:00 Inventory", L"B 11-23 09:00 Inventory",
-                                                          L"C 11-23 09:00 Inventory"));
+    EXPECT_THAT(schedule(),
+                testing::UnorderedElementsAre(L"A 11-23 09:00 Inventory", L"B 11-23 09:00 Inventory",
+                                              L"C 11-23 09:00 Inventory"));
 }
 
 TEST_F(StoryTests, ALockedDatabaseKeepsTheDialogAndOkWorksWhenTheLockIsGone)
@@ -316,14 +318,16 @@ TEST_F(StoryTests, ALockedDatabaseKeepsTheDialogAndOkWorksWhenTheLockIsGone)
         container.press(VK_RETURN);
         EXPECT_THAT(container.done, IsEmpty());
         ASSERT_EQ(container.errors.size(), 1U);
-        EXPECT_EQ(container.errors[0].description, L"The database is locked by another user. Try again in a moment.");
+        EXPECT_EQ(container.errors[0].description,
+                  L"The database is locked by another user. Try again in a moment.");
         EXPECT_EQ(Container::text(textBox()), L"Patience");
         EXPECT_TRUE(nodeChecked(node(L"B", L"Crew")));
         other.execute("ROLLBACK");
     }
     container.errors.clear();
     confirm();
-    EXPECT_THAT(schedule(), testing::UnorderedElementsAre(L"A 11-23 09:00 Patience", L"B 11-23 09:00 Patience"));
+    EXPECT_THAT(schedule(),
+                testing::UnorderedElementsAre(L"A 11-23 09:00 Patience", L"B 11-23 09:00 Patience"));
 }
 
 TEST_F(StoryTests, OkPressedTwiceQuicklyBooksOnce)

@@ -172,6 +172,20 @@ TEST_F(ctlEditEventsTests, UncheckingThePrimaryResourceAndCheckingAnotherMovesTh
                 Contains("Events.Add(12, 0, 2026-11-23 09:00:00, 2026-11-23 10:00:00, \"\")"));
 }
 
+TEST_F(ctlEditEventsTests, AResourceCheckedLastAndUncheckedAgainTakesNothingAlong)
+{
+    showed(1);
+    toggleByKey(node(L"Ben", L"Drivers"));
+    toggleByKey(node(L"Carla", L"Drivers"));
+    toggleByKey(node(L"Carla", L"Drivers"));
+    container.click(ok());
+    EXPECT_THAT(data.takeCalls(),
+                ElementsAre("Root.Events()",
+                            "Events.Add(10, 0, 2026-11-23 09:00:00, 2026-11-23 10:00:00, \"\")",
+                            "EventLinks.Create(100)", "EventLinks.AddNames(100, [11])",
+                            "EventLinks.SetRecurrence(100, none)"));
+}
+
 TEST_F(ctlEditEventsTests, TheTreeIsLockedWithoutTheRightToBookForOthers)
 {
     data.mayCreateForOthers = false;

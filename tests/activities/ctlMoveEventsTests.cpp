@@ -87,6 +87,12 @@ TEST_F(ctlMoveEventsTests, NameFollowsTheOperation)
     }
 }
 
+TEST_F(ctlMoveEventsTests, NameWithoutACommandIsThatOfACopy)
+{
+    container.place(__uuidof(::ctlMoveEvents), nullptr);
+    EXPECT_EQ(title(), L"Copy activity");
+}
+
 TEST_F(ctlMoveEventsTests, ReadyPreparesTheCommandWithinAScope)
 {
     EXPECT_TRUE(show(3, 10));

@@ -97,18 +97,6 @@ STDMETHODIMP NumberObject::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VA
     return S_OK;
 }
 
-STDMETHODIMP EmptyRoot::get_Groups(IGroups** collection)
-{
-    *collection = nullptr;
-    return E_NOTIMPL;
-}
-
-STDMETHODIMP EmptyRoot::OpenScope(long, BSTR, IScope** scope)
-{
-    *scope = nullptr;
-    return E_NOTIMPL;
-}
-
 void leaveError(HRESULT number, const wchar_t* source, const wchar_t* description)
 {
     Failure(number, source, description).report();

@@ -89,8 +89,20 @@ private:
 class EmptyRoot final : public Object<EmptyRoot, Inherits<IRoot>, IRoot>
 {
 public:
-    STDMETHODIMP get_Groups(IGroups** collection) override;
-    STDMETHODIMP OpenScope(long flags, BSTR source, IScope** scope) override;
+    STDMETHODIMP get_Groups(IGroups** collection) override { return lacks(collection); }
+    STDMETHODIMP OpenScope(long, BSTR, IScope** scope) override { return lacks(scope); }
+    STDMETHODIMP get_Names(INames** collection) override { return lacks(collection); }
+    STDMETHODIMP get_Types(ITypes** collection) override { return lacks(collection); }
+    STDMETHODIMP get_Events(IEvents** collection) override { return lacks(collection); }
+    STDMETHODIMP get_EventLinks(IEventLinks** collection) override { return lacks(collection); }
+    STDMETHODIMP NewRecurrence(long, IRecurrence** rule) override { return lacks(rule); }
+
+private:
+    template <class Interface> static HRESULT lacks(Interface** result)
+    {
+        *result = nullptr;
+        return E_NOTIMPL;
+    }
 };
 
 /// Leaves an error object on the thread, as a failing call does.

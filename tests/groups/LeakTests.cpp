@@ -2,8 +2,7 @@
 #include "framework/com/Variant.h"
 #include "tests/support/Allocation.h"
 #include "tests/support/Container.h"
-#include "tests/support/Leaks.h"
-#include "tests/support/ModuleControls.h"
+#include "tests/support/LeakCycles.h"
 #include "tests/support/RecordingData.h"
 
 #include <gmock/gmock.h>
@@ -14,7 +13,6 @@ namespace korvane::test
 namespace
 {
 
-constexpr int warmUp = 10;
 constexpr int rounds = 1000;
 
 class LeakTests : public testing::Test
@@ -66,60 +64,10 @@ protected:
         return object->Release();
     }
 
-    /// What the platform's own controls and fonts leave behind in its heap: the same kinds as for the dialog, without
-    /// the library.
-    static double heapBlocksOfThePlatform()
+    void expectNothingLeftBehindWhen(bool confirm)
     {
-        auto& watch = LeakWatch::instance();
-        long before = 0;
-        for (int round = 0; round < rounds; ++round)
-        {
-            if (round == warmUp)
-                before = watch.living().heapBlocks;
-            const HWND parent = CreateWindowExW(0, L"Static", nullptr, WS_POPUP | WS_VISIBLE, 0, 0, 300, 200,
-                                                nullptr, nullptr, nullptr, nullptr);
-            // The one that the layout is designed in, and the container's.
-            const ComPtr<IFont> fonts[] = {host::makeFont(L"MS Shell Dlg", 8).as<IFont>(),
-                                           host::makeFont(L"MS Shell Dlg", 8).as<IFont>()};
-            HFONT handle = nullptr;
-            for (const auto& font : fonts)
-            {
-                call(font, &IFont::SetRatio, 96L, 2540L);
-                call(font, &IFont::get_hFont, &handle);
-            }
-            const ModuleControls controls(folderOfTests() + L"\\KorvaneDlg.dll");
-            for (const wchar_t* windowClass :
-                 {L"Static", L"Static", L"Edit", L"ListBox", L"Button", L"Button"})
-            {
-                const HWND control = CreateWindowExW(0, windowClass, L"x", WS_CHILD | WS_VISIBLE, 0, 0, 80,
-                                                     20, parent, nullptr, nullptr, nullptr);
-                // One implementation of the platform keeps a block for each label that is given a font.
-                SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(handle), FALSE);
-            }
-            DestroyWindow(parent);
-        }
-        return static_cast<double>(watch.living().heapBlocks - before);
-    }
-
-    void expectNothingLeftBehind(bool confirm)
-    {
-        const double ofThePlatform = heapBlocksOfThePlatform();
-        auto& watch = LeakWatch::instance();
-        Living before;
-        for (int round = 0; round < rounds; ++round)
-        {
-            if (round == warmUp)
-                before = watch.living();
-            ASSERT_NO_FATAL_FAILURE(useDialog(round % 3 + 1, confirm)) << "round " << round;
-        }
-        Living after = watch.living();
-        // Blocks of the library are counted exactly, below; the heap is shared with the platform.
-        const auto left = static_cast<double>(after.heapBlocks - before.heapBlocks);
-        RecordProperty("heapBlocks", static_cast<int>(left));
-        RecordProperty("heapBlocksOfThePlatform", static_cast<int>(ofThePlatform));
-        EXPECT_LE(left, ofThePlatform + 20);
-        after.heapBlocks = before.heapBlocks;
-        EXPECT_EQ(after, before);
+        expectNothingLeftBehind(rounds, {L"Static", L"Static", L"Edit", L"ListBox", L"Button", L"Button"},
+                                [&](int round) { useDialog(round % 3 + 1, confirm); });
     }
 
     std::vector<Group> groups;
@@ -167,12 +115,12 @@ protected:
 
 TEST_F(LeakTests, AThousandCancelledDialogsLeaveNothingBehind)
 {
-    expectNothingLeftBehind(false);
+    expectNothingLeftBehindWhen(false);
 }
 
 TEST_F(LeakTests, AThousandConfirmedDialogsLeaveNothingBehind)
 {
-    expectNothingLeftBehind(true);
+    expectNothingLeftBehindWhen(true);
 }
 
 TEST_F(LeakCheckTests, NothingIsToldOfNothing)
@@ -246,7 +194,7 @@ TEST_F(LeakCheckTests, ASmallHeapBlockPerRoundIsMoreThanTheTolerance)
     std::vector<void*> left;
     left.reserve(rounds);
     const long blocks = watch.living().heapBlocks;
-    for (int round = 0; round < rounds - warmUp; ++round)
+    for (int round = 0; round < rounds; ++round)
         left.push_back(HeapAlloc(GetProcessHeap(), 0, 24));
     EXPECT_GT(watch.living().heapBlocks, blocks + 20);
     for (void* block : left)

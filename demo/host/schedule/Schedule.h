@@ -22,7 +22,11 @@ struct BarId
 {
     long event = 0;
     long instance = 0; ///< 0 for an activity that does not repeat
-    friend auto operator<=>(const BarId&, const BarId&) = default;
+    friend bool operator==(const BarId&, const BarId&) = default;
+    friend bool operator<(const BarId& left, const BarId& right) noexcept
+    {
+        return left.event != right.event ? left.event < right.event : left.instance < right.instance;
+    }
 };
 
 struct Occurrence

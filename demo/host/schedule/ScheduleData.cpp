@@ -42,7 +42,10 @@ ScheduleData::ScheduleData(const ComPtr<IRoot>& root)
     namesEvents_.connect(names_.get(), __uuidof(INamesEvents),
                          [this](DISPID event, const EventArguments& name) {
                              if (!loading_)
+                             {
+                                 groupOfResources_.reset();
                                  changed();
+                             }
                              else if (event == eventClear)
                                  resources_.clear();
                              else if (event == eventAdd)
@@ -51,7 +54,10 @@ ScheduleData::ScheduleData(const ComPtr<IRoot>& root)
     typesEvents_.connect(types_.get(), __uuidof(ITypesEvents),
                          [this](DISPID event, const EventArguments& type) {
                              if (!loading_)
+                             {
+                                 colorsAreKnown_ = false;
                                  changed();
+                             }
                              else if (event == eventClear)
                                  colors_.clear();
                              else if (event == eventAdd)
@@ -68,8 +74,10 @@ ScheduleData::ScheduleData(const ComPtr<IRoot>& root)
 void ScheduleData::load(Schedule& schedule, long group, OleDate from, OleDate to)
 {
     const Loading loading(*this);
-    loadResources(schedule, group);
-    loadColors(schedule);
+    if (groupOfResources_ != group)
+        loadResources(schedule, group);
+    if (!colorsAreKnown_)
+        loadColors(schedule);
     call(schedule_, &ISchedule::Load, from.days, to.days);
     schedule.setOccurrences(occurrences_);
 }
@@ -81,6 +89,7 @@ void ScheduleData::loadResources(Schedule& schedule, long group)
         call(names_, &INames::Load, group, &ignored);
     });
     schedule.setResources(resources_);
+    groupOfResources_ = group;
 }
 
 void ScheduleData::loadColors(Schedule& schedule)
@@ -90,6 +99,7 @@ void ScheduleData::loadColors(Schedule& schedule)
         call(types_, &ITypes::Load, allTypes, &ignored);
     });
     schedule.setColors(colors_);
+    colorsAreKnown_ = true;
 }
 
 void ScheduleData::changed() const

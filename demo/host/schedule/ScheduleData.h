@@ -28,6 +28,10 @@ private:
     void loadColors(Schedule& schedule);
     void changed() const;
 
+    // What other readers are told counts as a change: it may be something that has changed.
+    std::optional<long> groupOfResources_; ///< empty when the resources are to be read again
+    bool colorsAreKnown_ = false;
+
     ComPtr<INames> names_;
     ComPtr<ITypes> types_;
     ComPtr<ISchedule> schedule_;

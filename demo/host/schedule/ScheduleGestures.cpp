@@ -31,6 +31,11 @@ std::optional<LRESULT> ScheduleWindow::receiveInput(UINT message, WPARAM first, 
     case WM_LBUTTONDOWN:
         pressed(pointIn(second));
         return 0;
+    case WM_RBUTTONDOWN:
+        pressed(pointIn(second));
+        if (GetCapture() == handle())
+            ReleaseCapture(); // it selects, and moves nothing
+        return 0;
     case WM_LBUTTONDBLCLK:
         opened(pointIn(second));
         return 0;

@@ -1,5 +1,6 @@
 #include "demo/host/schedule/SchedulePainter.h"
 
+#include "demo/host/schedule/Colors.h"
 #include "framework/com/Failure.h"
 
 #include <algorithm>
@@ -9,36 +10,6 @@ namespace korvane::host
 
 namespace
 {
-
-COLORREF blend(COLORREF first, COLORREF second, int percentOfFirst) noexcept
-{
-    const auto mixed = [&](int one, int other) {
-        return static_cast<BYTE>((one * percentOfFirst + other * (100 - percentOfFirst)) / 100);
-    };
-    return RGB(mixed(GetRValue(first), GetRValue(second)), mixed(GetGValue(first), GetGValue(second)),
-               mixed(GetBValue(first), GetBValue(second)));
-}
-
-COLORREF paper() noexcept
-{
-    return GetSysColor(COLOR_WINDOW);
-}
-COLORREF accent() noexcept
-{
-    return GetSysColor(COLOR_HIGHLIGHT);
-}
-COLORREF lineColor() noexcept
-{
-    return blend(paper(), GetSysColor(COLOR_BTNSHADOW), 55);
-}
-COLORREF faintLineColor() noexcept
-{
-    return blend(paper(), GetSysColor(COLOR_BTNSHADOW), 85);
-}
-COLORREF headerColor() noexcept
-{
-    return GetSysColor(COLOR_BTNFACE);
-}
 
 /// All on one line.
 std::wstring joinedLines(std::wstring text)
@@ -75,14 +46,6 @@ int textHeight(HFONT font) noexcept
     SelectObject(screen, former);
     ReleaseDC(nullptr, screen);
     return metrics.tmHeight;
-}
-
-COLORREF textColorOn(COLORREF background) noexcept
-{
-    // The eye takes green for the brightest and blue for the darkest.
-    const int brightness =
-        (299 * GetRValue(background) + 587 * GetGValue(background) + 114 * GetBValue(background)) / 1000;
-    return brightness >= 140 ? RGB(0, 0, 0) : RGB(255, 255, 255);
 }
 
 SchedulePainter::SchedulePainter(HDC context, const ScheduleView& view, const RECT& area) noexcept
@@ -122,7 +85,7 @@ void SchedulePainter::drawDays() const
         const int left = view_.layout.pixelOf(day);
         const int right = view_.layout.pixelOf(later(day, minutesPerDay));
         if (isWeekend(day))
-            fill({left, area.top, right, area.bottom}, blend(paper(), GetSysColor(COLOR_BTNFACE), 55));
+            fill({left, area.top, right, area.bottom}, blend(paper(), GetSysColor(COLOR_BTNSHADOW), 92));
         for (int hour = hours; hours > 0 && hour < 24; hour += hours)
         {
             const int x = view_.layout.pixelOf(later(day, hour * 60L));
@@ -164,7 +127,8 @@ void SchedulePainter::drawBar(const Bar& bar) const
     RECT label = place;
     label.left = std::max(label.left, timeArea().left) + view_.metrics.padding;
     label.right -= view_.metrics.padding;
-    if (label.right > label.left)
+    // A few dots say nothing.
+    if (label.right - label.left > view_.metrics.laneHeight)
         text(label, joinedLines(bar.text), textColorOn(color), DT_LEFT | DT_END_ELLIPSIS);
 
     if (&bar != view_.selected)
@@ -219,65 +183,6 @@ void SchedulePainter::drawNames() const
         fill({area_.left, bottom - 1, right, bottom}, lineColor());
         text({area_.left + 2 * view_.metrics.padding, rowTop, right - view_.metrics.padding, bottom},
              view_.schedule.rows()[row].resource.name, GetSysColor(COLOR_BTNTEXT), DT_LEFT | DT_END_ELLIPSIS);
-    }
-}
-
-void SchedulePainter::drawHeader() const
-{
-    const RECT header{area_.left, area_.top, area_.right, area_.top + view_.metrics.headerHeight()};
-    fill(header, headerColor());
-    const RECT time{area_.left + view_.metrics.nameWidth, header.top, header.right, header.bottom};
-    clipTo(time);
-    const bool weeks = view_.scale.hoursPerLabel() == 0;
-    const OleDate end = view_.layout.timeAt(area_.right);
-    const OleDate first = view_.layout.timeAt(time.left);
-    const long period = (weeks ? 7 : 1) * minutesPerDay;
-    for (OleDate from = weeks ? startOfWeek(first) : startOfDay(first); from.days < end.days;
-         from = later(from, period))
-        drawHeading(from, later(from, period), weeks ? L"d MMMM yyyy" : L"ddd d MMM yyyy");
-    drawLowerLine();
-    clipTo(area_);
-    fill({header.left, header.bottom - 1, header.right, header.bottom}, lineColor());
-    fill({time.left - 1, header.top, time.left, header.bottom}, lineColor());
-}
-
-/// The upper line: days, or weeks by their Monday. A heading stays in sight as long as its days do.
-void SchedulePainter::drawHeading(OleDate from, OleDate to, const wchar_t* picture) const
-{
-    const int left = view_.layout.pixelOf(from);
-    const int bottom = area_.top + view_.metrics.headerLine;
-    const RECT place{left, area_.top, view_.layout.pixelOf(to), bottom};
-    const bool current = from.days <= view_.now.days && view_.now.days < to.days;
-    if (current)
-        fill(place, blend(accent(), headerColor(), 25));
-    fill({left, area_.top, left + 1, area_.top + view_.metrics.headerHeight()}, lineColor());
-    RECT label = place;
-    label.left = std::max(label.left, area_.left + view_.metrics.nameWidth) + view_.metrics.padding;
-    label.right -= view_.metrics.padding;
-    if (label.right > label.left)
-        text(label, shownDay(from, picture), GetSysColor(COLOR_BTNTEXT), DT_LEFT | DT_END_ELLIPSIS);
-}
-
-/// The lower line: hours, or the days of the weeks.
-void SchedulePainter::drawLowerLine() const
-{
-    const int top = area_.top + view_.metrics.headerLine;
-    const int bottom = area_.top + view_.metrics.headerHeight();
-    const int hours = view_.scale.hoursPerLabel();
-    const long step = hours == 0 ? minutesPerDay : hours * 60L;
-    const OleDate end = view_.layout.timeAt(area_.right);
-    for (OleDate at = startOfDay(view_.layout.timeAt(area_.left + view_.metrics.nameWidth));
-         at.days < end.days; at = later(at, step))
-    {
-        const RECT place{view_.layout.pixelOf(at), top, view_.layout.pixelOf(later(at, step)), bottom};
-        const bool today = hours == 0 && startOfDay(at) == startOfDay(view_.now);
-        if (today)
-            fill(place, blend(accent(), headerColor(), 25));
-        fill({place.left, top, place.left + 1, bottom}, lineColor());
-        const long hour = minutesBetween(startOfDay(at), at) / 60;
-        text({place.left + view_.metrics.padding, top, place.right, bottom},
-             hours == 0 ? shownDay(at, L"ddd d") : std::to_wstring(hour),
-             blend(GetSysColor(COLOR_BTNTEXT), headerColor(), 80), DT_LEFT);
     }
 }
 

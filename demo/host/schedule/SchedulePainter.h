@@ -19,9 +19,6 @@ using Font = std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteGdiObject>;
 Font createMessageFont(int dpi);
 int textHeight(HFONT font) noexcept;
 
-/// Black or white, whichever is read better on a colour.
-COLORREF textColorOn(COLORREF background) noexcept;
-
 /// Everything that is shown but the data.
 struct ScheduleView
 {

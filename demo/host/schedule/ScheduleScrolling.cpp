@@ -129,7 +129,7 @@ void ScheduleWindow::reveal(const Slot& slot)
     const RECT area = clientArea();
     const long minutes = visibleMinutes();
     if (slot.start.days < scale_.start().days)
-        scrollTo(scale_.slotOf(slot.start));
+        scrollTo(later(scale_.slotOf(slot.start), -scale_.slotMinutes()));
     else if (places.pixelOf(slot.end) > area.right)
         scrollTo(later(scale_.slotOf(slot.start), -minutes / 2));
 

@@ -197,7 +197,8 @@ std::wstring ScheduleWindow::describeSelection() const
         return {};
     const Bar* bar = cursor_.bar();
     return schedule_.rows()[slot->row].resource.name + L", " + shownDay(slot->start, L"ddd d MMM yyyy") +
-           L", " + shownTime(slot->start) + L" - " + shownTime(slot->end) + (bar ? L": " + bar->text : L"");
+           L", " + shownTime(slot->start) + L" - " + shownTime(slot->end) +
+           (bar && !bar->text.empty() ? L": " + bar->text : L"");
 }
 
 /// Whoever cannot see the window is told where the cursor is by the window's name.

@@ -51,6 +51,8 @@ public:
 
     void zoom(int steps);
     void showToday();
+    /// The first slot that is seen whole.
+    OleDate firstSlot() const noexcept { return later(scale_.slotOf(scale_.start()), scale_.slotMinutes()); }
     /// Brings a day and hour to the left edge.
     void scrollTo(OleDate start);
 

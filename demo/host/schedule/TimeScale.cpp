@@ -20,7 +20,7 @@ struct Design
 constexpr Design designs[] = {
     {48, 60, 0},   // weeks
     {168, 60, 6},  // days
-    {360, 60, 3},  // hours
+    {480, 60, 3},  // hours
     {720, 30, 1},  // halfHours
     {1440, 15, 1}, // quarterHours
 };

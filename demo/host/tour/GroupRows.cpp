@@ -5,6 +5,11 @@
 namespace korvane::host
 {
 
+std::wstring shown(const GroupRow& row)
+{
+    return std::to_wstring(row.id) + L"  " + row.name + L"  (flags " + std::to_wstring(row.flags) + L")";
+}
+
 std::vector<GroupRow> readGroups(const std::wstring& databaseFile)
 {
     const store::Connection connection(databaseFile, 2000);

@@ -15,6 +15,9 @@ struct GroupRow
     friend bool operator==(const GroupRow&, const GroupRow&) = default;
 };
 
+/// As the tour prints it.
+std::wstring shown(const GroupRow& row);
+
 /// In the order in which they are shown.
 std::vector<GroupRow> readGroups(const std::wstring& databaseFile);
 

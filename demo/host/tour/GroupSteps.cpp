@@ -236,17 +236,17 @@ void remove(Visitor& visitor)
     visitor.expectCall(L"Groups.Remove " + std::to_wstring(removed.id));
 }
 
-void leave(Visitor& visitor)
+std::vector<std::wstring> shownRows(Visitor& visitor)
 {
-    visitor.press({VK_MENU, 'F'}, L"Alt+F");
-    visitor.waitForMenu();
-    visitor.press({'X'}, L"X");
-    waitFor(L"the window is gone", [&] { return !IsWindow(visitor.mainWindow()); });
+    std::vector<std::wstring> texts;
+    for (const GroupRow& row : visitor.rows())
+        texts.push_back(shown(row));
+    return texts;
 }
 
 } // namespace
 
-std::span<const Step> groupSteps() noexcept
+Chapter groupChapter() noexcept
 {
     static constexpr Step steps[] = {
         {L"New group: the menu by keyboard, the name typed, OK by Enter", &addByKeyboard},
@@ -258,9 +258,9 @@ std::span<const Step> groupSteps() noexcept
         {L"Cancel by Esc writes nothing", &cancel},
         {L"Tab, Shift+Tab and access keys go about in the dialog", &walkByKeyboard},
         {L"Delete: chosen in the list, confirmed by a double click", &remove},
-        {L"Exit by the menu", &leave},
+        {L"Exit by the menu", [](Visitor& visitor) { visitor.leave(); }},
     };
-    return steps;
+    return {L"Groups", steps, &shownRows};
 }
 
 } // namespace korvane::host

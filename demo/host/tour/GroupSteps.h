@@ -1,19 +1,11 @@
 // The steps of the tour through the groups.
 #pragma once
 
-#include "demo/host/tour/Visitor.h"
-
-#include <span>
+#include "demo/host/tour/Step.h"
 
 namespace korvane::host
 {
 
-struct Step
-{
-    const wchar_t* title;
-    void (*run)(Visitor& visitor);
-};
-
-std::span<const Step> groupSteps() noexcept;
+Chapter groupChapter() noexcept;
 
 } // namespace korvane::host

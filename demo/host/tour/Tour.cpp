@@ -9,8 +9,22 @@
 namespace korvane::host
 {
 
-Tour::Tour(MainWindow& window, std::wstring folder)
-    : window_(window), folder_(std::move(folder)), visitor_(window, folder_),
+namespace
+{
+
+class Com
+{
+public:
+    Com() { require(CoInitialize(nullptr)); }
+    Com(const Com&) = delete;
+    Com& operator=(const Com&) = delete;
+    ~Com() { CoUninitialize(); }
+};
+
+} // namespace
+
+Tour::Tour(const Chapter& chapter, MainWindow& window, std::wstring folder)
+    : chapter_(chapter), window_(window), folder_(std::move(folder)), visitor_(window, folder_),
       thread_([this] { succeeded_ = go(); })
 {
 }
@@ -24,10 +38,28 @@ bool Tour::succeeded()
 
 bool Tour::go()
 {
+    bool passed = false;
+    const auto failure = attempt([&] {
+        const Com com; // the visitor looks into the database by himself
+        const Bookings bookings(window_.database());
+        visitor_.reads(bookings);
+        passed = takeAll();
+    });
+    if (!failure)
+        return passed;
+    print("", L"FAIL: " + std::wstring(failure->description().view()));
+    window_.invoke([] { PostQuitMessage(EXIT_FAILURE); });
+    return false;
+}
+
+bool Tour::takeAll()
+{
     const std::wstring failedPicture = folder_ + L"\\failed.png";
     DeleteFileW(failedPicture.c_str()); // of an earlier tour
+    print("", std::wstring(L"=== ") + chapter_.title);
+    print("", L"");
     int number = 0;
-    for (const Step& step : groupSteps())
+    for (const Step& step : chapter_.steps)
         if (!take(step, ++number))
         {
             attempt([&] { savePicture(GetDesktopWindow(), failedPicture); });
@@ -48,13 +80,14 @@ bool Tour::take(const Step& step, int number)
     visitor_.clearTrace();
     const auto failure = attempt([&] { step.run(visitor_); });
 
+    print(indentation, L"operands:");
+    printLines(deeper, visitor_.takeOrders());
     print(indentation, L"data layer:");
     printLines(deeper, visitor_.trace());
     print(indentation, L"in the database:");
     const auto unreadable = attempt([&] {
-        for (const GroupRow& row : visitor_.rows())
-            print(deeper, std::to_wstring(row.id) + L"  " + row.name + L"  (flags " +
-                              std::to_wstring(row.flags) + L")");
+        for (const std::wstring& row : chapter_.rows(visitor_))
+            print(deeper, row);
     });
     if (unreadable)
         print(deeper, unreadable->description().view());

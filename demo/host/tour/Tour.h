@@ -1,7 +1,7 @@
 // A tour through the host by keyboard and mouse, which checks each step and tells about it.
 #pragma once
 
-#include "demo/host/tour/GroupSteps.h"
+#include "demo/host/tour/Step.h"
 
 #include <thread>
 
@@ -11,10 +11,10 @@ namespace korvane::host
 class Tour
 {
 public:
-    /// Starts the tour on a thread of its own; the window's thread goes on with its messages. At its end the
+    /// Starts a chapter of the tour on a thread of its own; the window's thread goes on with its messages. At its end the
     /// window is closed.
     /// @param folder where the pictures go.
-    Tour(MainWindow& window, std::wstring folder);
+    Tour(const Chapter& chapter, MainWindow& window, std::wstring folder);
     Tour(const Tour&) = delete;
     Tour& operator=(const Tour&) = delete;
     ~Tour() { succeeded(); }
@@ -24,8 +24,10 @@ public:
 
 private:
     bool go();
+    bool takeAll();
     bool take(const Step& step, int number);
 
+    Chapter chapter_;
     MainWindow& window_;
     std::wstring folder_;
     Visitor visitor_;

@@ -105,6 +105,16 @@ void User::press(std::initializer_list<WORD> keys) const
         send(keyInput(*key, true));
 }
 
+void User::hold(WORD key) const
+{
+    send(keyInput(key, false));
+}
+
+void User::release(WORD key) const
+{
+    send(keyInput(key, true));
+}
+
 void User::type(std::wstring_view text) const
 {
     for (const INPUT& input : keystrokesFor(text))
@@ -118,7 +128,17 @@ void User::moveTo(POINT place) const
 
 void User::click(POINT place) const
 {
+    pressButton(place);
+    releaseButton(place);
+}
+
+void User::pressButton(POINT place) const
+{
     send(mouseInput(place, MOUSEEVENTF_LEFTDOWN));
+}
+
+void User::releaseButton(POINT place) const
+{
     send(mouseInput(place, MOUSEEVENTF_LEFTUP));
 }
 

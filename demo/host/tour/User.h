@@ -24,12 +24,16 @@ public:
 
     /// Presses keys together, for example VK_MENU and 'G', and releases them.
     void press(std::initializer_list<WORD> keys) const;
+    void hold(WORD key) const;
+    void release(WORD key) const;
     void type(std::wstring_view text) const;
 
     // At a place on the screen, in pixels.
     void moveTo(POINT place) const;
     void click(POINT place) const;
     void doubleClick(POINT place) const;
+    void pressButton(POINT place) const;
+    void releaseButton(POINT place) const;
 
 private:
     void send(const INPUT& input) const;

@@ -1,5 +1,6 @@
 #include "demo/host/tour/Visitor.h"
 
+#include "demo/host/Orders.h"
 #include "demo/host/tour/Picture.h"
 #include "demo/host/tour/Report.h"
 #include "demo/host/tour/Screen.h"
@@ -30,9 +31,10 @@ std::wstring quoted(const std::wstring& text)
 }
 
 Visitor::Visitor(MainWindow& window, std::wstring folder)
-    : window_(window), main_(window.handle()), list_(window.content().handle()), folder_(std::move(folder)),
-      user_([this] { waitUntilTaken(); })
+    : window_(window), main_(window.handle()), list_(window.content().handle()),
+      schedule_(window.schedule().handle()), folder_(std::move(folder)), user_([this] { waitUntilTaken(); })
 {
+    window_.onOrder = [this](const Order& order) { orders_ += shown(order) + L"\n"; };
 }
 
 // --- what the user does
@@ -67,6 +69,33 @@ void Visitor::pointAt(HWND window, POINT place, const std::wstring& what)
 {
     user_.moveTo(place);
     waitFor(L"nothing is in front of " + what, [&] { return WindowFromPoint(place) == window; });
+}
+
+void Visitor::dragTo(HWND window, POINT from, POINT to, const std::wstring& what)
+{
+    print("   ", L"drag " + what);
+    pointAt(window, from, what);
+    user_.pressButton(from);
+    user_.moveTo({(from.x + to.x) / 2, (from.y + to.y) / 2});
+    user_.moveTo(to);
+}
+
+void Visitor::dropAt(POINT place, const std::wstring& what)
+{
+    print("   ", L"drop " + what);
+    user_.releaseButton(place);
+}
+
+void Visitor::hold(WORD key, const std::wstring& keyName)
+{
+    print("   ", L"hold " + keyName);
+    user_.hold(key);
+}
+
+void Visitor::release(WORD key, const std::wstring& keyName)
+{
+    print("   ", L"release " + keyName);
+    user_.release(key);
 }
 
 void Visitor::clickButton(HWND dialog, const wchar_t* caption)
@@ -105,6 +134,14 @@ void Visitor::selectRow(const std::wstring& name)
         window_.invoke([&] { selected = window_.content().selected(); });
         return selected == found->id;
     });
+}
+
+void Visitor::leave()
+{
+    press({VK_MENU, 'F'}, L"Alt+F");
+    waitForMenu();
+    press({'X'}, L"X");
+    waitFor(L"the window is gone", [&] { return !IsWindow(main_); });
 }
 
 // --- what the user then sees
@@ -153,19 +190,32 @@ void Visitor::waitForFocus(HWND control, const std::wstring& what)
     waitFor(L"the keyboard is with " + what, [&] { return focusIn(main_) == control; });
 }
 
-HWND Visitor::errorBox()
+HWND Visitor::messageBox(const wchar_t* title)
 {
     HWND box = nullptr;
-    waitFor(L"there is an error box",
-            [&] { return (box = visibleWindow(messageBoxClass, L"Error")) != nullptr; });
+    waitFor(std::wstring(L"there is a box ") + title,
+            [&] { return (box = visibleWindow(messageBoxClass, title)) != nullptr; });
     return box;
+}
+
+void Visitor::answer(HWND box, int button, const std::wstring& name)
+{
+    const HWND found = GetDlgItem(box, button);
+    expect(found != nullptr, L"a button " + name);
+    clickAt(found, middleOf(found), name);
+    waitFor(L"the box is gone", [&] { return !IsWindow(box); });
 }
 
 void Visitor::waitForEnd()
 {
+    waitForEndIn(list_);
+}
+
+void Visitor::waitForEndIn(HWND part)
+{
     waitFor(L"the window has the keyboard", [&] {
         return !visibleWindow(CommandDialog::className) && IsWindowEnabled(main_) &&
-               GetForegroundWindow() == main_ && focusIn(main_) == list_;
+               GetForegroundWindow() == main_ && focusIn(main_) == part;
     });
 }
 
@@ -174,48 +224,6 @@ void Visitor::picture(HWND window, const wchar_t* name)
     const std::wstring file = std::wstring(name) + L".png";
     print("   ", L"picture " + file);
     savePicture(window, folder_ + L"\\" + file);
-}
-
-// --- what then stands in the database and in the window
-
-std::vector<GroupRow> Visitor::rows() const
-{
-    return readGroups(window_.database().path());
-}
-
-void Visitor::expectRows(const std::vector<GroupRow>& expected)
-{
-    expect(rows() == expected, L"other rows in the database");
-    waitFor(L"the window's list shows what is in the database", [&] {
-        for (std::size_t row = 0; row < expected.size(); ++row)
-            if (itemOf(list_, static_cast<int>(row), 0) != expected[row].name ||
-                itemOf(list_, static_cast<int>(row), 1) != std::to_wstring(expected[row].id))
-                return false;
-        return itemOf(list_, static_cast<int>(expected.size()), 0).empty();
-    });
-}
-
-void Visitor::expectCall(const std::wstring& line)
-{
-    expect(trace().find(line) != std::wstring::npos, L"a call " + line + L" in the data layer");
-}
-
-void Visitor::expectNoCall(const std::wstring& line)
-{
-    expect(trace().find(line) == std::wstring::npos, L"no call " + line + L" in the data layer");
-}
-
-void Visitor::clearTrace()
-{
-    trace();
-    trace_.clear();
-}
-
-const std::wstring& Visitor::trace()
-{
-    if (IsWindow(main_))
-        window_.invoke([this] { trace_ += window_.database().takeTrace(); });
-    return trace_;
 }
 
 } // namespace korvane::host

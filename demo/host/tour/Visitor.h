@@ -3,6 +3,7 @@
 #pragma once
 
 #include "demo/host/MainWindow.h"
+#include "demo/host/tour/Bookings.h"
 #include "demo/host/tour/GroupRows.h"
 #include "demo/host/tour/User.h"
 
@@ -26,18 +27,31 @@ public:
     Visitor& operator=(const Visitor&) = delete;
     ~Visitor() = default;
 
+    /// From now on what is booked is read here.
+    void reads(const Bookings& bookings) noexcept { bookings_ = &bookings; }
+    const Bookings& bookings() const noexcept { return *bookings_; }
+
+    MainWindow& window() const noexcept { return window_; }
     HWND mainWindow() const noexcept { return main_; }
     HWND list() const noexcept { return list_; }
+    HWND schedule() const noexcept { return schedule_; }
 
     // What the user does.
     void press(std::initializer_list<WORD> keys, const std::wstring& keyNames);
     void type(const std::wstring& text);
     void clickAt(HWND window, POINT place, const std::wstring& what);
     void doubleClickAt(HWND window, POINT place, const std::wstring& what);
+    /// Takes hold of something and draws it elsewhere, without letting it go yet.
+    void dragTo(HWND window, POINT from, POINT to, const std::wstring& what);
+    void dropAt(POINT place, const std::wstring& what);
+    void hold(WORD key, const std::wstring& keyName);
+    void release(WORD key, const std::wstring& keyName);
     void clickButton(HWND dialog, const wchar_t* caption);
     /// Opens a menu of the window and chooses an item of it, both counted from 0.
     void chooseInMenu(int menu, int item, const std::wstring& what);
     void selectRow(const std::wstring& name);
+    /// Closes the window by its menu.
+    void leave();
 
     // What the user then sees.
     void waitForMenu();
@@ -47,9 +61,13 @@ public:
     HWND control(HWND dialog, const wchar_t* className);
     void waitForText(HWND edit, const std::wstring& text);
     void waitForFocus(HWND control, const std::wstring& what);
-    HWND errorBox();
-    /// No dialog any more, and the window takes input again.
+    HWND errorBox() { return messageBox(L"Error"); }
+    HWND messageBox(const wchar_t* title);
+    /// Clicks a button of a message box, and waits until the box is gone.
+    void answer(HWND box, int button, const std::wstring& name);
+    /// No dialog any more, and the window takes input again: in the list, or in the schedule.
     void waitForEnd();
+    void waitForEndIn(HWND part);
     void picture(HWND window, const wchar_t* name);
 
     // What then stands in the database, and in the window.
@@ -59,6 +77,8 @@ public:
     // What the data layer was asked for.
     void clearTrace();
     const std::wstring& trace();
+    /// What the commands were told since it was last asked, one line for each.
+    std::wstring takeOrders();
     void expectCall(const std::wstring& line);
     void expectNoCall(const std::wstring& line);
 
@@ -69,9 +89,12 @@ private:
     MainWindow& window_;
     HWND main_;
     HWND list_;
+    HWND schedule_;
+    const Bookings* bookings_ = nullptr;
     std::wstring folder_;
     User user_;
     std::wstring trace_;
+    std::wstring orders_;
 };
 
 } // namespace korvane::host

@@ -51,6 +51,7 @@ TemporaryFolder::TemporaryFolder()
     const auto name =
         L"korvane data " + std::to_wstring(GetCurrentProcessId()) + L'-' + std::to_wstring(++count);
     const auto path = std::filesystem::temp_directory_path() / name;
+    std::filesystem::remove_all(path); // what a program left that had the same id and was killed
     std::filesystem::create_directories(path);
     path_ = path.wstring();
 }

@@ -123,6 +123,15 @@ TEST_F(LinkArguments, TakeTheLinkIdByReference)
     EXPECT_EQ(both, desk->members(link));
 }
 
+TEST_F(LinkArguments, AddNamesToNothingWhereTheLinkIsEmpty)
+{
+    const std::wstring untouched = content();
+    call(desk->links, &IEventLinks::AddNames, VARIANT{}, arrayOf({bert}).get());
+    EXPECT_EQ(untouched, content());
+    EXPECT_REFUSED(call(desk->links, &IEventLinks::AddNames, VARIANT{}, VARIANT{}), Code::namesExpected,
+                   L"EventLinks", L"The resources must be given as an array of numbers.");
+}
+
 TEST_F(LinkArguments, RefuseALinkIdThatIsNoNumber)
 {
     EXPECT_REFUSED(

@@ -64,6 +64,18 @@ TEST_F(Sqlite, BindsNumbersAndTextsInTheirOrder)
     EXPECT_FALSE(statement.next());
 }
 
+TEST_F(Sqlite, BindsDatesExactlyAndNumbersThatMayBeMissing)
+{
+    using Number = std::optional<long>;
+    const OleDate date{46083.0 + 1.0 / 3};
+    Statement statement(connection, "SELECT ?, typeof(?2), ?3, ?2", date, Number(), Number(-7));
+    ASSERT_TRUE(statement.next());
+    EXPECT_EQ(date, statement.date(0));
+    EXPECT_EQ(L"null", statement.text(1));
+    EXPECT_EQ(Number(-7), statement.numberOrNull(2));
+    EXPECT_EQ(Number(), statement.numberOrNull(3));
+}
+
 TEST_F(Sqlite, TakesATransactionBackWithoutACommit)
 {
     connection.execute("CREATE TABLE t (x)");

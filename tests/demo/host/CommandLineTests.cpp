@@ -28,6 +28,14 @@ TEST(CommandLine, AsksForNothingWhenEmpty)
     EXPECT_TRUE(options.database.empty());
     EXPECT_TRUE(options.account.empty());
     EXPECT_FALSE(options.tour());
+    EXPECT_FALSE(options.empty);
+}
+
+TEST(CommandLine, TakesASwitchWithoutAValue)
+{
+    const Options options = read({L"--empty", L"--user", L"employee"});
+    EXPECT_TRUE(options.empty);
+    EXPECT_EQ(options.account, L"employee");
 }
 
 TEST(CommandLine, TakesOptionsInAnyOrder)

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -64,22 +65,57 @@ TEST(CommandMenu, BeginsWithFileAndExit)
     EXPECT_EQ(entryOf(menuExit), nullptr);
 }
 
-TEST(CommandMenu, HasTheKeyOfEveryCommand)
+TEST(CommandMenu, HasTheActivitiesThird)
 {
-    const Keys keys = createKeys();
-    ACCEL entries[64];
-    const int count = CopyAcceleratorTableW(keys.get(), entries, ARRAYSIZE(entries));
-    std::size_t expected = 0;
-    for (const CommandEntry& entry : commandTable())
-        expected += entry.key.key != 0;
-    ASSERT_EQ(static_cast<std::size_t>(count), expected);
-    for (int index = 0; index < count; ++index)
-    {
-        const CommandEntry* entry = entryOf(entries[index].cmd);
-        ASSERT_NE(entry, nullptr);
-        EXPECT_EQ(entries[index].key, entry->key.key);
+    const MenuBar bar;
+    EXPECT_EQ(textOf(bar.get(), 2), newActivity().menu) << "they are a context menu, too";
+}
+
+TEST(CommandMenu, EndsWithTheView)
+{
+    const MenuBar bar;
+    const int last = GetMenuItemCount(bar.get()) - 1;
+    EXPECT_EQ(textOf(bar.get(), last), L"&View");
+    for (const MenuItem item : {menuZoomIn, menuZoomOut, menuToday, menuOtherPart})
+        EXPECT_NE(GetMenuState(GetSubMenu(bar.get(), last), item, MF_BYCOMMAND), static_cast<UINT>(-1));
+}
+
+std::vector<ACCEL> keysOf(Part part)
+{
+    const Keys keys = createKeys(part);
+    std::vector<ACCEL> entries(64);
+    entries.resize(static_cast<std::size_t>(CopyAcceleratorTableW(keys.get(), entries.data(), 64)));
+    return entries;
+}
+
+bool isThere(const std::vector<ACCEL>& keys, const ACCEL& wanted, int command)
+{
+    return std::any_of(keys.begin(), keys.end(), [&](const ACCEL& key) {
         // The system marks the last key of a table in a bit of its own.
-        EXPECT_EQ(entries[index].fVirt & 0x7F, entry->key.fVirt);
+        return key.key == wanted.key && (key.fVirt & 0x7F) == wanted.fVirt && key.cmd == command;
+    });
+}
+
+TEST(CommandMenu, HasTheKeyOfEveryCommandInItsPartOnly)
+{
+    const auto groups = keysOf(Part::groups);
+    const auto schedule = keysOf(Part::schedule);
+    for (const CommandEntry& entry : commandTable())
+    {
+        EXPECT_EQ(isThere(groups, entry.key, idOf(entry)), !entry.isOfSchedule());
+        EXPECT_EQ(isThere(schedule, entry.key, idOf(entry)), entry.isOfSchedule());
+    }
+}
+
+TEST(CommandMenu, HasTheKeysOfTheViewInEveryPart)
+{
+    for (const Part part : {Part::groups, Part::schedule})
+    {
+        const auto keys = keysOf(part);
+        EXPECT_TRUE(isThere(keys, {FVIRTKEY | FCONTROL, VK_OEM_PLUS, 0}, menuZoomIn));
+        EXPECT_TRUE(isThere(keys, {FVIRTKEY | FCONTROL, VK_ADD, 0}, menuZoomIn));
+        EXPECT_TRUE(isThere(keys, {FVIRTKEY | FCONTROL, VK_OEM_MINUS, 0}, menuZoomOut));
+        EXPECT_TRUE(isThere(keys, {FVIRTKEY, VK_F6, 0}, menuOtherPart));
     }
 }
 

@@ -47,29 +47,29 @@ TEST(CommandTable, GivesEachItemOfAMenuAnAccessKeyOfItsOwn)
     {
         EXPECT_NE(accessKeyOf(entry.menu), L'\0');
         EXPECT_NE(accessKeyOf(entry.menu), L'F') << "the menu File has this one";
+        EXPECT_NE(accessKeyOf(entry.menu), L'V') << "the menu View has this one";
         const wchar_t key = accessKeyOf(entry.caption);
         EXPECT_NE(key, L'\0');
         EXPECT_TRUE(seen.insert({entry.menu, key}).second);
     }
 }
 
-TEST(CommandTable, GivesEachKeyToOneCommandOnly)
+TEST(CommandTable, GivesEachKeyToOneCommandOfEachPart)
 {
-    std::set<std::tuple<BYTE, WORD>> seen;
+    std::set<std::tuple<bool, BYTE, WORD>> seen;
     for (const CommandEntry& entry : commandTable())
         if (entry.key.key != 0)
         {
-            EXPECT_TRUE(seen.insert({entry.key.fVirt, entry.key.key}).second);
+            EXPECT_TRUE(seen.insert({entry.isOfSchedule(), entry.key.fVirt, entry.key.key}).second);
         }
 }
 
-TEST(CommandTable, NamesACommandOfTheLibraryAndItsSubject)
+TEST(CommandTable, NamesACommandOfTheLibraryAndItsOperation)
 {
     for (const CommandEntry& entry : commandTable())
     {
         EXPECT_TRUE(std::wstring_view(entry.progId).starts_with(L"KorvaneDlg."));
         EXPECT_NE(entry.operation, 0);
-        EXPECT_FALSE(std::wstring_view(entry.subject).empty());
     }
 }
 

@@ -1,0 +1,135 @@
+#include "demo/host/Orders.h"
+
+#include "framework/com/Boundary.h"
+#include "framework/com/Object.h"
+#include "tests/demo/host/TestSchedule.h"
+
+#include <gtest/gtest.h>
+
+namespace korvane::host
+{
+
+namespace
+{
+
+using test::at;
+
+/// Writes down what it is told.
+class Recorder final : public Object<Recorder, Inherits<IAppCommand>, IAppCommand>
+{
+public:
+    std::vector<std::wstring> calls;
+    bool granted = true;
+
+    STDMETHODIMP get_DialogClass(BSTR*) override { return E_NOTIMPL; }
+    STDMETHODIMP get_Granted(VARIANT_BOOL* result) override
+    {
+        return returns(result, [&] {
+            calls.emplace_back(L"Granted");
+            return bool(granted);
+        });
+    }
+    STDMETHODIMP get_Operation(long*) override { return E_NOTIMPL; }
+    STDMETHODIMP put_Operation(long code) override
+    {
+        return guard([&] { calls.push_back(L"Operation " + std::to_wstring(code)); });
+    }
+    STDMETHODIMP get_Operand(BSTR, VARIANT*) override { return E_NOTIMPL; }
+    STDMETHODIMP put_Operand(BSTR name, VARIANT value) override
+    {
+        return guard([&] {
+            std::wstring call(view(name));
+            if (value.vt == VT_I4)
+                call += L" = " + std::to_wstring(value.lVal);
+            else if (value.vt == VT_DATE)
+                call += L" at " + std::to_wstring(minutesBetween(test::monday, {value.date}));
+            calls.push_back(call);
+        });
+    }
+    STDMETHODIMP Prepare(VARIANT_BOOL* result) override
+    {
+        return returns(result, [&] {
+            calls.emplace_back(L"Prepare");
+            return false;
+        });
+    }
+    STDMETHODIMP Execute(VARIANT_BOOL*) override { return E_NOTIMPL; }
+    STDMETHODIMP Undo(VARIANT_BOOL*) override { return E_NOTIMPL; }
+    STDMETHODIMP Redo(VARIANT_BOOL*) override { return E_NOTIMPL; }
+};
+
+using Calls = std::vector<std::wstring>;
+
+Calls told(const Order& order)
+{
+    const auto recorder = make<Recorder>();
+    prepare(ComPtr<IAppCommand>(recorder.get()), order, nullptr);
+    return recorder->calls;
+}
+
+Bar bar()
+{
+    return {test::booked(5, 20, 9, 10, 3)};
+}
+
+TEST(Orders, OpenANewActivityInItsSlot)
+{
+    EXPECT_EQ(told(orderForSlot(newActivity(), 4, 20, {1, at(9), at(9.5)})),
+              (Calls{L"Operation 1", L"Root", L"GroupID = 4", L"N0 = 20", L"T0 at 540", L"T1 at 570",
+                     L"Granted", L"Prepare"}));
+}
+
+TEST(Orders, OpenAnOccurrenceForChange)
+{
+    EXPECT_EQ(told(orderForBar(changeActivity(), 4, bar())),
+              (Calls{L"Operation 3", L"Root", L"EventID = 5", L"Instance = 3", L"GroupID = 4", L"N0 = 20",
+                     L"Granted", L"Prepare"}));
+}
+
+TEST(Orders, MoveFromOneResourceToAnother)
+{
+    const Calls operands{L"Root",    L"EventID = 5", L"Instance = 3", L"GroupID = 4", L"N0 = 20",
+                         L"N1 = 30", L"T0 at 660",   L"T1 at 720",    L"Granted",     L"Prepare"};
+    Calls expected{L"Operation 3"};
+    expected.insert(expected.end(), operands.begin(), operands.end());
+    EXPECT_EQ(told(orderForLanding(moveActivity(false), 4, bar(), 30, {2, at(11), at(12)})), expected);
+    expected.front() = L"Operation 4";
+    EXPECT_EQ(told(orderForLanding(moveActivity(true), 4, bar(), 30, {2, at(11), at(12)})), expected);
+}
+
+TEST(Orders, GoNoFurtherWithoutTheRight)
+{
+    const auto recorder = make<Recorder>();
+    recorder->granted = false;
+    const auto failure = attempt([&] {
+        prepare(ComPtr<IAppCommand>(recorder.get()), orderForGroup(commandTable().front(), 7), nullptr);
+    });
+    ASSERT_TRUE(failure);
+    EXPECT_EQ(failure->number(), E_ACCESSDENIED);
+    EXPECT_EQ(recorder->calls, (Calls{L"Operation 1", L"Root", L"GroupID = 7", L"Granted"}));
+}
+
+TEST(Orders, TellMouseAndMenuTheSameCommands)
+{
+    EXPECT_EQ(newActivity().target, Target::slot);
+    EXPECT_EQ(changeActivity().target, Target::bar);
+    for (const bool copies : {false, true})
+    {
+        EXPECT_EQ(moveActivity(copies).target, Target::movingBar);
+        EXPECT_EQ(moveActivity(copies).operation, copies ? 4 : 3);
+    }
+}
+
+TEST(Orders, AskBeforeADeletionForWhatItIs)
+{
+    EXPECT_NE(questionBeforeDeletion(bar()).find(L"this occurrence"), std::wstring::npos);
+    Bar single = bar();
+    single.id.instance = 0;
+    single.text = L"Service";
+    EXPECT_EQ(questionBeforeDeletion(single).find(L"this occurrence"), std::wstring::npos);
+    EXPECT_NE(questionBeforeDeletion(single).find(L"Service"), std::wstring::npos);
+}
+
+} // namespace
+
+} // namespace korvane::host
