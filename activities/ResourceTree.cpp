@@ -70,19 +70,16 @@ void ResourceTree::toggled(TreeView::Node changed)
         return;
     node.checked = checked;
     if (node.group)
-    {
         setName(node.id, checked);
-        showChoice();
-        return;
-    }
-    const TreeView::Filling many(tvwNames);
-    for (const Node& name : static_cast<Group&>(node).names)
-        setName(name.id, checked);
+    else
+        for (const Node& name : static_cast<Group&>(node).names)
+            setName(name.id, checked);
     showChoice();
 }
 
 void ResourceTree::showChoice()
 {
+    // Redraw stays on: a platform may take far longer to change a node without it.
     for (const auto& group : groups_)
     {
         bool all = !group->names.empty();

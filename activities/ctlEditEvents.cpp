@@ -75,12 +75,14 @@ void ctlEditEvents::askForOccurrence()
 /// Reads the activity, then fills the tree and the types: the data layer announces them one by one.
 void ctlEditEvents::Init()
 {
-    const TreeView::Filling fillingTree(tree.tvwNames);
     DataScope scope(command().Root, L"ctlEditEvents.Init");
     VARIANT_BOOL ignored = VARIANT_FALSE;
     call(command().asCommand(), &IAppCommand::Prepare, &ignored);
-    mGroups.during([&] { call(groups_, &IGroups::Load, &ignored); });
-    mNames.during([&] { call(names_, &INames::Load, allGroups, &ignored); });
+    {
+        const TreeView::Filling filling(tree.tvwNames);
+        mGroups.during([&] { call(groups_, &IGroups::Load, &ignored); });
+        mNames.during([&] { call(names_, &INames::Load, allGroups, &ignored); });
+    }
     mTypes.during([&] { call(types_, &ITypes::Load, command().GroupID, &ignored); });
     scope.Close();
     tree.showChoice();

@@ -20,7 +20,7 @@ constexpr COLORREF green = RGB(0x70, 0xAD, 0x47);
 /// A picture of the schedule at a resolution.
 class SchedulePainterTest : public testing::TestWithParam<int>
 {
-protected:
+public:
     SchedulePainterTest()
     {
         schedule.setColors({{1, static_cast<long>(green)}});
@@ -35,6 +35,7 @@ protected:
         ReleaseDC(nullptr, screen);
     }
 
+protected:
     void draw() { SchedulePainter(context, view, area).draw(font.get()); }
 
     COLORREF colorAt(OleDate time, int y) const { return GetPixel(context, view.layout.pixelOf(time), y); }

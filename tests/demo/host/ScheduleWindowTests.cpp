@@ -19,14 +19,7 @@ constexpr long meeting = 1;
 /// A schedule on a database with the sample, within a window that nobody sees.
 class ScheduleWindowTest : public testing::Test
 {
-protected:
-    struct Dropped
-    {
-        Bar bar;
-        Slot landing;
-        bool copies;
-    };
-
+public:
     ScheduleWindowTest()
     {
         std::filesystem::remove(file);
@@ -53,6 +46,14 @@ protected:
         root.reset();
         std::filesystem::remove(file);
     }
+
+protected:
+    struct Dropped
+    {
+        Bar bar;
+        Slot landing;
+        bool copies;
+    };
 
     static OleDate at(double hour) { return test::at(hour, 0); }
 
