@@ -56,7 +56,7 @@ private:
 
     static std::uint64_t key(long nameId, long groupId) noexcept;
 
-    void toggled(TreeView::Node node);
+    void toggled(TreeView::Node changed);
     void show(Node& node, bool checked);
 
     std::vector<std::unique_ptr<Group>> groups_;

@@ -29,9 +29,9 @@ private:
     void subscribe();
     void askForOccurrence();
     void Init();
-    void groupsEvent(DISPID event, const EventArguments& arguments);
-    void namesEvent(DISPID event, const EventArguments& arguments);
-    void typesEvent(DISPID event, const EventArguments& arguments);
+    void groupsEvent(DISPID event, const EventArguments& group);
+    void namesEvent(DISPID event, const EventArguments& name);
+    void typesEvent(DISPID event, const EventArguments& type);
     void showFields();
     bool showHeading();
     void chooseType();

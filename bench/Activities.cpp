@@ -140,9 +140,9 @@ void measureReady(Report& report, const Effort& effort)
     constexpr const char* group = "The activity dialog, Ready";
     struct Size
     {
-        int names;
-        int samples;
-        const char* name;
+        int names = 0;
+        int samples = 0;
+        const char* name = "";
         std::optional<double> aim;
     };
     constexpr Size sizes[] = {{100, 101, "100 resources", {}},
@@ -155,7 +155,8 @@ void measureReady(Report& report, const Effort& effort)
         Stage stage;
         ActivityData data;
         data.resize(size.names, perGroup);
-        const auto nodes = static_cast<LRESULT>(data.names().size() + data.groups().size());
+        const auto nodes =
+            static_cast<LRESULT>(data.names().size()) + static_cast<LRESULT>(data.groups().size());
         stage.open(activityDialog, commandFor(data).get());
         const BareTree bare(treeOf(stage), stage.window());
         const Comparison comparison = compare(

@@ -11,8 +11,8 @@ namespace korvane::store
 
 struct Activity
 {
-    long name; ///< the resource that it is booked for
-    long type;
+    long name = 0; ///< the resource that it is booked for
+    long type = 0;
     OleDate t0;
     OleDate t1;
     std::wstring text;
@@ -30,7 +30,7 @@ struct Rule
         easter = 5
     };
 
-    long kind;
+    long kind = 0;
     long interval = 0; ///< periods left out between two occurrences
     long count = 10;   ///< numbers that there are
     long anchor = 0;   ///< kept for the callers

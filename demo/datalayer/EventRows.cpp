@@ -27,7 +27,7 @@ std::optional<Activity> EventRows::find(long event) const
 
 std::optional<Activity> EventRows::occurrence(long event, long instance) const
 {
-    const auto series = find(event);
+    auto series = find(event);
     if (!series || instance == 0)
         return series;
     const auto repeats = rule(event);

@@ -11,8 +11,8 @@ namespace korvane::store
 
 struct Occurrence
 {
-    long event;
-    long instance; ///< 0 for an activity that does not repeat
+    long event = 0;
+    long instance = 0; ///< 0 for an activity that does not repeat
     Activity activity;
 };
 

@@ -45,7 +45,7 @@ TreeView::Node TreeView::AddNode(Node parent, BSTR text, const void* data, bool 
     insertion.item.stateMask = TVIS_STATEIMAGEMASK;
     insertion.item.state = stateImage(checked);
     setting_ = true;
-    const auto node = reinterpret_cast<Node>(send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insertion)));
+    auto* const node = reinterpret_cast<Node>(send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insertion)));
     setting_ = false;
     if (!node)
         throw std::bad_alloc();

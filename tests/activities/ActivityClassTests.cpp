@@ -5,6 +5,9 @@
 
 #include <KorvaneDlg.h>
 
+#include <algorithm>
+#include <iterator>
+
 namespace korvane::test
 {
 
@@ -29,8 +32,8 @@ protected:
         if (FAILED(known))
             return known;
         std::vector<VARIANT> values;
-        for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument)
-            values.push_back(argument->get());
+        std::transform(arguments.rbegin(), arguments.rend(), std::back_inserter(values),
+                       [](const Variant& argument) { return argument.get(); });
         DISPID put = DISPID_PROPERTYPUT;
         DISPPARAMS parameters{values.data(), nullptr, static_cast<UINT>(values.size()), 0};
         if (kind == DISPATCH_PROPERTYPUT)

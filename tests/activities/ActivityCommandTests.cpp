@@ -7,7 +7,6 @@
 namespace korvane::test
 {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 template <class Command> class ActivityCommandTests : public ActivityTests<Command>
@@ -222,8 +221,9 @@ TYPED_TEST(ActivityCommandTests, AValueThatCannotBeConvertedLeavesTheOperandAsIt
 TYPED_TEST(ActivityCommandTests, OperandNamesAreExact)
 {
     const std::string before = operandsOf(this->command);
-    for (const std::wstring name : this->allNames())
+    for (const wchar_t* const known : this->allNames())
     {
+        const std::wstring name = known;
         std::wstring lower = name;
         std::wstring upper = name;
         CharLowerW(lower.data());

@@ -55,8 +55,9 @@ protected:
         ASSERT_EQ(data.openScopes, 0);
         ASSERT_EQ(data.rulesAlive, 0);
         ASSERT_FALSE(data.hasSubscribers());
-        data.root.get()->AddRef();
-        ASSERT_EQ(data.root.get()->Release(), 1U);
+        IRoot* const root = data.root.get();
+        root->AddRef();
+        ASSERT_EQ(root->Release(), 1U);
     }
 };
 

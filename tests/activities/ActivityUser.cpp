@@ -59,10 +59,16 @@ bool ActivityUser::nodeChecked(HTREEITEM item) const
 RECT ActivityUser::nodePlace(HTREEITEM item) const
 {
     RECT place{};
-    std::memcpy(&place, &item, sizeof item); // the node goes in where its place comes out
+    std::memcpy(&place, &item, sizeof(void*)); // the node goes in where its place comes out
     if (!SendMessageW(tree(), TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&place)))
         return {};
     return place;
+}
+
+HTREEITEM ActivityUser::next(WPARAM relation, HTREEITEM from) const
+{
+    return reinterpret_cast<HTREEITEM>(
+        SendMessageW(tree(), TVM_GETNEXTITEM, relation, reinterpret_cast<LPARAM>(from)));
 }
 
 std::vector<std::wstring> ActivityUser::treeLines() const
@@ -71,11 +77,10 @@ std::vector<std::wstring> ActivityUser::treeLines() const
     const auto line = [&](HTREEITEM item, const wchar_t* indent) {
         lines.push_back(indent + std::wstring(nodeChecked(item) ? L"[x] " : L"[ ] ") + nodeText(item));
     };
-    for (HTREEITEM group = TreeView_GetRoot(tree()); group; group = TreeView_GetNextSibling(tree(), group))
+    for (auto* group = next(TVGN_ROOT); group; group = next(TVGN_NEXT, group))
     {
         line(group, L"");
-        for (HTREEITEM name = TreeView_GetChild(tree(), group); name;
-             name = TreeView_GetNextSibling(tree(), name))
+        for (auto* name = next(TVGN_CHILD, group); name; name = next(TVGN_NEXT, name))
             line(name, L"  ");
     }
     return lines;
@@ -90,14 +95,13 @@ void ActivityUser::retype(HWND box, const wchar_t* text)
 
 HTREEITEM ActivityUser::node(const wchar_t* text, const wchar_t* ofGroup) const
 {
-    for (HTREEITEM group = TreeView_GetRoot(tree()); group; group = TreeView_GetNextSibling(tree(), group))
+    for (auto* group = next(TVGN_ROOT); group; group = next(TVGN_NEXT, group))
     {
         if (!ofGroup && nodeText(group) == text)
             return group;
         if (ofGroup && nodeText(group) != ofGroup)
             continue;
-        for (HTREEITEM name = TreeView_GetChild(tree(), group); name;
-             name = TreeView_GetNextSibling(tree(), name))
+        for (auto* name = next(TVGN_CHILD, group); name; name = next(TVGN_NEXT, name))
             if (nodeText(name) == text)
                 return name;
     }

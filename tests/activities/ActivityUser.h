@@ -33,6 +33,8 @@ public:
     /// Replaces the text of a box by typing.
     void retype(HWND box, const wchar_t* text);
 
+    /// A node by its relation to another one, as the platform names them.
+    HTREEITEM next(WPARAM relation, HTREEITEM from = nullptr) const;
     /// The tree as text, one line per node: "[x] Drivers" and, indented, the resources.
     std::vector<std::wstring> treeLines() const;
     HTREEITEM node(const wchar_t* text, const wchar_t* group = nullptr) const;

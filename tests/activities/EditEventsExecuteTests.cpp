@@ -7,7 +7,6 @@ namespace korvane::test
 {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class EditEventsExecuteTests : public ActivityTests<EditEvents>
 {

@@ -42,10 +42,10 @@ public:
     /// What the user has done with the mouse.
     struct Move
     {
-        long instance;
-        long source;
-        long target;
-        bool all;
+        long instance = 0;
+        long source = 0;
+        long target = 0;
+        bool all = false;
         ActivityValues values;
     };
 

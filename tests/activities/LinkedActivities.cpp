@@ -46,6 +46,7 @@ void Booking::remove(long instance)
 std::string shownGroup(bool linked, const std::vector<const Booking*>& members)
 {
     std::vector<std::string> bookings;
+    bookings.reserve(members.size());
     for (const Booking* booking : members)
         bookings.push_back(shownBooking(*booking));
     std::sort(bookings.begin(), bookings.end());

@@ -33,7 +33,7 @@ protected:
     std::string storedRule()
     {
         data.takeCalls();
-        container.click(ok());
+        Container::click(ok());
         for (const auto& call : data.takeCalls())
             if (call.starts_with("Events.SetRecurrence"))
                 return call;
@@ -60,7 +60,7 @@ TEST_F(RecurrencePanelTests, IsClosedForAnActivityWithoutRule)
 TEST_F(RecurrencePanelTests, CheckingTheBoxMakesADailyRuleAtOnce)
 {
     showed(1);
-    container.click(repeat());
+    Container::click(repeat());
     EXPECT_THAT(data.takeCalls(), ElementsAre("Root.NewRecurrence(1)"));
     EXPECT_TRUE(isChecked(option(L"By &Day")));
     EXPECT_TRUE(container.visible(option(L"By &Day")));
@@ -74,13 +74,13 @@ TEST_F(RecurrencePanelTests, TheDialogGrowsAndShrinksWithThePanel)
     showed(1);
     const SIZE closed = container.site->extent();
     const LONG buttonTop = container.place(ok()).top;
-    container.click(repeat());
+    Container::click(repeat());
     EXPECT_EQ(container.resizes, 1);
     const SIZE open = container.site->extent();
     EXPECT_GT(open.cy, closed.cy);
     EXPECT_EQ(container.place(ok()).top - buttonTop, open.cy - closed.cy);
     EXPECT_LE(container.place(ok()).bottom, open.cy);
-    container.click(repeat());
+    Container::click(repeat());
     EXPECT_EQ(container.resizes, 2);
     EXPECT_EQ(container.site->extent().cy, closed.cy);
     EXPECT_EQ(container.place(ok()).top, buttonTop);
@@ -89,7 +89,7 @@ TEST_F(RecurrencePanelTests, TheDialogGrowsAndShrinksWithThePanel)
 TEST_F(RecurrencePanelTests, UncheckingTheBoxDropsTheRule)
 {
     showedWith({2, 1, 4, 0});
-    container.click(repeat());
+    Container::click(repeat());
     EXPECT_FALSE(container.visible(intervalBox()));
     EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, none)");
 }
@@ -130,7 +130,7 @@ TEST_F(RecurrencePanelTests, ARuleOfAnUnknownKindIsKept)
 TEST_F(RecurrencePanelTests, AnotherKindIsANewRule)
 {
     showedWith({2, 3, 4, 5});
-    container.click(option(L"By &Month"));
+    Container::click(option(L"By &Month"));
     EXPECT_THAT(data.takeCalls(), ElementsAre("Root.NewRecurrence(3)"));
     EXPECT_EQ(Container::text(countBox()), L"10");
     EXPECT_EQ(Container::text(intervalBox()), L"");
@@ -140,7 +140,7 @@ TEST_F(RecurrencePanelTests, AnotherKindIsANewRule)
 TEST_F(RecurrencePanelTests, TheSameKindAgainKeepsTheRuleAndItsNumbers)
 {
     showedWith({2, 3, 4, 5});
-    container.click(option(L"By &Week"));
+    Container::click(option(L"By &Week"));
     EXPECT_THAT(data.takeCalls(), IsEmpty());
     EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 3/4/5)");
 }
@@ -255,12 +255,12 @@ TEST_F(RecurrencePanelTests, AFailedFirstRuleLeavesThePanelClosed)
 {
     showed(1);
     data.fail("Root.NewRecurrence", refused);
-    container.click(repeat());
+    Container::click(repeat());
     EXPECT_THAT(container.errors, ElementsAre(refused));
     EXPECT_FALSE(isChecked(repeat()));
     EXPECT_FALSE(container.visible(option(L"By &Day")));
     EXPECT_EQ(container.resizes, 0);
-    container.click(repeat());
+    Container::click(repeat());
     EXPECT_TRUE(container.visible(option(L"By &Day")));
 }
 
@@ -268,7 +268,7 @@ TEST_F(RecurrencePanelTests, AFailedChangeOfKindKeepsTheFormerOne)
 {
     showedWith({2, 3, 4, 5});
     data.fail("Root.NewRecurrence", refused);
-    container.click(option(L"By &Month"));
+    Container::click(option(L"By &Month"));
     EXPECT_THAT(container.errors, ElementsAre(refused));
     EXPECT_TRUE(isChecked(option(L"By &Week")));
     EXPECT_FALSE(isChecked(option(L"By &Month")));
@@ -278,8 +278,8 @@ TEST_F(RecurrencePanelTests, AFailedChangeOfKindKeepsTheFormerOne)
 TEST_F(RecurrencePanelTests, ADialogShownAgainShowsTheRuleOfItsCommand)
 {
     showedWith({2, 3, 4, 5});
-    container.click(option(L"By &Month"));
-    container.click(repeat());
+    Container::click(option(L"By &Month"));
+    Container::click(repeat());
     data.events[0].rule = Rule{4, 1, 2, 0};
     EXPECT_TRUE(container.ready());
     EXPECT_TRUE(isChecked(repeat()));

@@ -133,7 +133,7 @@ protected:
                            [&](DISPID event, const EventArguments& arguments) {
                                if (event != 2)
                                    return;
-                               const wchar_t name = static_cast<wchar_t>(L'A' + arguments.number(2) - 10);
+                               const auto name = static_cast<wchar_t>(L'A' + arguments.number(2) - 10);
                                lines.push_back(name + (L" " + shown(toDate(arguments.at(4)).days)) + L" " +
                                                std::wstring(arguments.text(6).view()));
                            });
@@ -167,8 +167,8 @@ TEST_F(StoryTests, AWeeklySeriesKeepsItsExceptionsWhenTheTextIsChangedForAll)
 {
     openNew(10);
     retype(textBox(), L"Sweep");
-    container.click(repeat());
-    container.click(option(L"By &Week"));
+    Container::click(repeat());
+    Container::click(option(L"By &Week"));
     retype(countBox(), L"4");
     confirm();
     const long id = operandNumber(L"EventID");
@@ -176,7 +176,7 @@ TEST_F(StoryTests, AWeeklySeriesKeepsItsExceptionsWhenTheTextIsChangedForAll)
                                         L"A 12-07 09:00 Sweep", L"A 12-14 09:00 Sweep"));
 
     openStored(id, 2, 'N');
-    container.click(deletion());
+    Container::click(deletion());
     ASSERT_THAT(container.done, ElementsAre(false));
     ASSERT_TRUE(drag(id, 3, 10, 10, monday + 14 + 15 * hour, 'N'));
     ASSERT_THAT(container.done, ElementsAre(false));
@@ -275,8 +275,8 @@ TEST_F(StoryTests, AnActivityIsGivenToAnotherResource)
 TEST_F(StoryTests, OneOccurrenceIsEditedWithTreeAndRepetitionLocked)
 {
     openNew(10);
-    container.click(repeat());
-    container.click(option(L"By &Week"));
+    Container::click(repeat());
+    Container::click(option(L"By &Week"));
     retype(countBox(), L"4");
     confirm();
     openStored(operandNumber(L"EventID"), 3, 'N');

@@ -122,7 +122,7 @@ TEST_F(ctlEditEventsTests, HiddenGroupsAreNotShown)
 TEST_F(ctlEditEventsTests, TheClickedResourceIsCheckedSelectedAndSeen)
 {
     showed(1);
-    const HTREEITEM selected = TreeView_GetSelection(tree());
+    auto* const selected = next(TVGN_CARET);
     EXPECT_EQ(selected, node(L"Anna", L"Drivers"));
     const RECT place = nodePlace(selected);
     EXPECT_FALSE(IsRectEmpty(&place));
@@ -143,7 +143,7 @@ TEST_F(ctlEditEventsTests, CheckingAGroupChecksAllItsResources)
     toggleByMouse(node(L"Drivers"));
     EXPECT_THAT(treeLines(), ElementsAre(L"[x] Drivers", L"  [x] Anna", L"  [x] Ben", L"  [x] Carla",
                                          L"[ ] Vans", L"  [ ] Van 1", L"  [x] Ben"));
-    container.click(ok());
+    Container::click(ok());
     EXPECT_THAT(data.takeCalls(), Contains("EventLinks.AddNames(100, [10, 11])"));
 }
 
@@ -167,7 +167,7 @@ TEST_F(ctlEditEventsTests, UncheckingThePrimaryResourceAndCheckingAnotherMovesTh
     toggleByKey(node(L"Anna", L"Drivers"));
     toggleByKey(node(L"Carla", L"Drivers"));
     EXPECT_EQ(number(L"N0"), 12);
-    container.click(ok());
+    Container::click(ok());
     EXPECT_THAT(data.takeCalls(),
                 Contains("Events.Add(12, 0, 2026-11-23 09:00:00, 2026-11-23 10:00:00, \"\")"));
 }
@@ -178,7 +178,7 @@ TEST_F(ctlEditEventsTests, AResourceCheckedLastAndUncheckedAgainTakesNothingAlon
     toggleByKey(node(L"Ben", L"Drivers"));
     toggleByKey(node(L"Carla", L"Drivers"));
     toggleByKey(node(L"Carla", L"Drivers"));
-    container.click(ok());
+    Container::click(ok());
     EXPECT_THAT(data.takeCalls(),
                 ElementsAre("Root.Events()",
                             "Events.Add(10, 0, 2026-11-23 09:00:00, 2026-11-23 10:00:00, \"\")",
@@ -198,7 +198,7 @@ TEST_F(ctlEditEventsTests, ATypeThatIsNotOfferedSelectsNothingAndIsKept)
     data.events[0].typeId = 99;
     showed(3);
     EXPECT_EQ(SendMessageW(types(), CB_GETCURSEL, 0, 0), CB_ERR);
-    container.click(ok());
+    Container::click(ok());
     EXPECT_EQ(data.event(50)->typeId, 99);
 }
 
@@ -252,7 +252,7 @@ TEST_F(ctlEditEventsTests, AStopBeforeTheStartIsNoError)
 {
     showed(1);
     setTime(picker(1), monday + 8 * hour);
-    container.click(ok());
+    Container::click(ok());
     EXPECT_THAT(container.errors, IsEmpty());
     EXPECT_THAT(data.takeCalls(),
                 Contains("Events.Add(10, 0, 2026-11-23 08:00:00, 2026-11-23 09:00:00, \"\")"));
@@ -270,7 +270,7 @@ TEST_F(ctlEditEventsTests, WhatTheUserDidNotTouchIsWrittenBackAsItWasRead)
                       std::nullopt,
                       Rule{5, 12345, 67890, -3}};
     showed(3);
-    container.click(ok());
+    Container::click(ok());
     EXPECT_THAT(data.takeCalls(),
                 ElementsAre("Root.Events()",
                             "Events.Update(50, 0, 10, 99, 2026-11-23 09:00:17, 2026-11-23 12:00:17, "
@@ -283,7 +283,7 @@ TEST_F(ctlEditEventsTests, WhatTheUserDidNotTouchIsWrittenBackAsItWasRead)
 TEST_F(ctlEditEventsTests, OkSubmitsAndEndsTheDialog)
 {
     showed(1);
-    container.click(ok());
+    Container::click(ok());
     EXPECT_EQ(container.submitted, 1);
     EXPECT_THAT(container.done, ElementsAre(false));
 }
@@ -292,7 +292,7 @@ TEST_F(ctlEditEventsTests, AContainerThatDoesNotExecuteEndsTheDialogAsCancelled)
 {
     showed(1);
     container.onSubmit = [](IAppCommand&) { return false; };
-    container.click(ok());
+    Container::click(ok());
     EXPECT_THAT(container.done, ElementsAre(true));
 }
 
@@ -308,7 +308,7 @@ TEST_F(ctlEditEventsTests, CancelNeverTouchesTheCommandOrTheData)
 TEST_F(ctlEditEventsTests, DeleteSubmitsTheCommandAsADeletion)
 {
     showed(3);
-    container.click(deletion());
+    Container::click(deletion());
     EXPECT_THAT(data.takeCalls(), ElementsAre("Root.Events()", "Events.Remove(50, 0)"));
     EXPECT_THAT(container.done, ElementsAre(false));
 }
@@ -317,11 +317,11 @@ TEST_F(ctlEditEventsTests, AfterAFailedDeletionOkSavesAgain)
 {
     showed(3);
     data.fail("Events.Remove", locked);
-    container.click(deletion());
+    Container::click(deletion());
     EXPECT_THAT(container.errors, ElementsAre(locked));
     EXPECT_THAT(container.done, IsEmpty());
     data.takeCalls();
-    container.click(ok());
+    Container::click(ok());
     EXPECT_THAT(data.takeCalls(), Contains(testing::StartsWith("Events.Update(50, 0, 10")));
     EXPECT_TRUE(data.event(50));
 }
@@ -337,17 +337,17 @@ TEST_F(ctlEditEventsTests, AFailureLeavesEverythingAndACorrectedOkBooksOnce)
         SetFocus(textBox());
         container.type(L"Tyres");
         toggleByKey(node(L"Ben", L"Drivers"));
-        container.click(repeat());
+        Container::click(repeat());
         const auto before = treeLines();
         data.fail(call, locked);
-        container.click(ok());
+        Container::click(ok());
         EXPECT_THAT(container.errors, ElementsAre(locked));
         EXPECT_THAT(container.done, IsEmpty());
         EXPECT_EQ(Container::text(textBox()), L"Tyres");
         EXPECT_EQ(treeLines(), before);
         EXPECT_TRUE(isChecked(repeat()));
 
-        container.click(ok());
+        Container::click(ok());
         EXPECT_THAT(container.done, ElementsAre(false));
         std::vector<long> names;
         for (const Event& event : data.events)
@@ -407,7 +407,7 @@ TEST_F(ctlEditEventsTests, ASingleOccurrenceKeepsItsResourcesAndCannotRepeat)
     EXPECT_FALSE(IsWindowEnabled(repeat()));
     EXPECT_FALSE(isChecked(repeat()));
     EXPECT_FALSE(IsWindowEnabled(tree()));
-    container.click(ok());
+    Container::click(ok());
     EXPECT_THAT(data.takeCalls(),
                 ElementsAre("Root.Events()", testing::StartsWith("Events.Update(50, 3, 10")));
 }

@@ -11,7 +11,6 @@ namespace korvane::test
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::Not;
 using testing::StartsWith;
 
 namespace

@@ -26,7 +26,7 @@ void PrintTo(const Booking& booking, std::ostream* stream);
 
 struct Repetition
 {
-    long kind;
+    long kind = 0;
     long interval = 0;
     long count = 10;
     long anchor = 0;

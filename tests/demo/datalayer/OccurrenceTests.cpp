@@ -142,33 +142,44 @@ TEST(Occurrences, EndWithTheYear9999)
     EXPECT_FALSE(occurrenceOf(startingAt(at(9998, 12, 31, 22), 0.5), {Rule::day, 0, 1000}, 366));
 }
 
+namespace
+{
+
+/// Whatever is found by looking at each number is among those that are reckoned.
+void expectAllReckoned(const Activity& activity, const Rule& rule, OleDate from, OleDate to)
+{
+    const Numbers numbers = numbersBetween(activity, rule, from, to);
+    ASSERT_GE(numbers.first, 1);
+    ASSERT_LE(numbers.last, rule.count);
+    for (long number = 1; number <= rule.count; ++number)
+    {
+        const auto found = occurrenceOf(activity, rule, number);
+        if (found && touches(found->t0, found->t1, from, to))
+        {
+            ASSERT_GE(number, numbers.first);
+            ASSERT_LE(number, numbers.last);
+        }
+    }
+}
+
+void expectAllReckoned(const Activity& activity, const Rule& rule)
+{
+    for (const DATE from : {at(2020, 1, 1), at(2026, 1, 31), at(2026, 3, 29, 12), at(2031, 12, 31)})
+        for (const double span : {0.01, 1.0, 31.0, 400.0})
+            ASSERT_NO_FATAL_FAILURE(expectAllReckoned(activity, rule, {from}, {from + span}));
+}
+
+} // namespace
+
 TEST(Occurrences, BetweenTwoDatesAreFoundByTheirNumbers)
 {
-    // Whatever is found by looking at each number is among those that are reckoned.
     for (const long kind : {Rule::day, Rule::week, Rule::month, Rule::year, Rule::easter})
         for (const long interval : {0L, 1L, 4L})
             for (const double length : {0.0, 0.25, 3.0, 40.0, 800.0})
                 for (const DATE first :
                      {at(2024, 2, 29, 9), at(2025, 1, 1), at(2026, 1, 31, 23), at(2026, 12, 31)})
-                    for (const DATE from :
-                         {at(2020, 1, 1), at(2026, 1, 31), at(2026, 3, 29, 12), at(2031, 12, 31)})
-                        for (const double span : {0.01, 1.0, 31.0, 400.0})
-                        {
-                            const Activity activity = startingAt(first, length);
-                            const Rule rule{kind, interval, 400};
-                            const Numbers numbers = numbersBetween(activity, rule, {from}, {from + span});
-                            ASSERT_GE(numbers.first, 1);
-                            ASSERT_LE(numbers.last, 400);
-                            for (long number = 1; number <= 400; ++number)
-                            {
-                                const auto found = occurrenceOf(activity, rule, number);
-                                if (found && touches(found->t0, found->t1, {from}, {from + span}))
-                                {
-                                    ASSERT_GE(number, numbers.first);
-                                    ASSERT_LE(number, numbers.last);
-                                }
-                            }
-                        }
+                    ASSERT_NO_FATAL_FAILURE(
+                        expectAllReckoned(startingAt(first, length), {kind, interval, 400}));
 }
 
 TEST(Occurrences, BetweenTwoDatesAreReckonedAndNotCounted)
