@@ -104,6 +104,7 @@ void TreeView::placed()
     const Node node = std::exchange(toShow_, nullptr);
     if (!node)
         return;
+    send(WM_VSCROLL, SB_TOP); // wherever the selection has led while the tree had no place
     send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(node));
     send(WM_HSCROLL, SB_LEFT); // the check boxes of a long text are to be seen too
 }

@@ -70,7 +70,7 @@ Arrangement edit(long operation, long eventId, const std::vector<long>& choice =
     return [=](RecordingData& data) {
         giveRules(data);
         const auto object = make<EditEvents>();
-        const auto command = commandOn(data, object->asCommand(), operation, eventId, instance);
+        auto command = commandOn(data, object->asCommand(), operation, eventId, instance);
         if (operation == operationAdd)
             let(command, L"N0", Variant(5L));
         prepared(data, command);
@@ -87,7 +87,7 @@ Arrangement move(long operation, long eventId, bool all = false, long instance =
 {
     return [=](RecordingData& data) {
         const auto object = make<MoveEvents>();
-        const auto command = commandOn(data, object->asCommand(), operation, eventId, instance);
+        auto command = commandOn(data, object->asCommand(), operation, eventId, instance);
         let(command, L"N1", Variant(9L));
         prepared(data, command);
         object->UpdateAll = all;

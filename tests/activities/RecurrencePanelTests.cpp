@@ -3,7 +3,6 @@
 namespace korvane::test
 {
 
-using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
