@@ -20,6 +20,15 @@ bool refuses(const char* function)
     return armed && GetCurrentThreadId() == armedThread && armed->refuses(function);
 }
 
+/// What a function that allocates answers with when there is no memory.
+template <class Result> Result refusal() noexcept
+{
+    if constexpr (std::is_pointer_v<Result>)
+        return nullptr;
+    else
+        return E_OUTOFMEMORY;
+}
+
 /// Stands between the library and a function that answers with a pointer, null for a lack of memory, or with an
 /// HRESULT.
 template <FunctionName name, class Function> struct Allocator;
@@ -31,7 +40,7 @@ struct Allocator<name, Result __cdecl(Parameters...)>
 
     static Result __cdecl stand(Parameters... parameters)
     {
-        return refuses(name.text) ? Result{} : original(parameters...);
+        return refuses(name.text) ? refusal<Result>() : original(parameters...);
     }
 };
 
@@ -43,12 +52,7 @@ struct Allocator<name, Result __stdcall(Parameters...)>
 
     static Result __stdcall stand(Parameters... parameters)
     {
-        if (!refuses(name.text))
-            return original(parameters...);
-        if constexpr (std::is_pointer_v<Result>)
-            return nullptr;
-        else
-            return E_OUTOFMEMORY;
+        return refuses(name.text) ? refusal<Result>() : original(parameters...);
     }
 };
 #endif

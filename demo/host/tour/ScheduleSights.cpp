@@ -4,6 +4,7 @@
 #include "framework/com/Boundary.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace korvane::host
 {
@@ -11,13 +12,14 @@ namespace korvane::host
 namespace
 {
 
-std::size_t rowOf(const Schedule& schedule, const std::wstring& resource)
+/// The row of a resource; empty while the schedule does not show it.
+std::optional<std::size_t> rowOf(const Schedule& schedule, const std::wstring& resource)
 {
     const auto& rows = schedule.rows();
     const auto found =
         std::find_if(rows.begin(), rows.end(), [&](const Row& row) { return row.resource.name == resource; });
     if (found == rows.end())
-        throw tourFailure(L"the schedule has no row for " + resource);
+        return std::nullopt;
     return static_cast<std::size_t>(found - rows.begin());
 }
 
@@ -50,8 +52,15 @@ OleDate tourTime(long day, long hour) noexcept
 POINT pointOfTime(Visitor& visitor, const std::wstring& resource, OleDate time)
 {
     RECT place{};
-    look(visitor, [&](const ScheduleWindow& schedule) {
-        place = schedule.layout().placeOf(Slot{rowOf(schedule.content(), resource), time, later(time, 60)});
+    waitFor(L"the schedule shows a row for " + resource, [&] {
+        bool found = false;
+        look(visitor, [&](const ScheduleWindow& schedule) {
+            const auto row = rowOf(schedule.content(), resource);
+            found = row.has_value();
+            if (row)
+                place = schedule.layout().placeOf(Slot{*row, time, later(time, 60)});
+        });
+        return found;
     });
     return onScreen(visitor, place);
 }
@@ -64,7 +73,7 @@ POINT pointOfBar(Visitor& visitor, const std::wstring& resource, OleDate start)
             [&] {
                 bool found = false;
                 look(visitor, [&](const ScheduleWindow& schedule) {
-                    const std::size_t row = rowOf(schedule.content(), resource);
+                    const auto row = rowOf(schedule.content(), resource);
                     for (const Bar& bar : schedule.content().bars())
                         if (bar.row == row && minutesBetween(bar.start, start) == 0)
                         {
