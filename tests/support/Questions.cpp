@@ -37,7 +37,7 @@ Questions::~Questions()
 
 LRESULT CALLBACK Questions::hook(int code, WPARAM first, LPARAM second)
 {
-    const auto window = reinterpret_cast<HWND>(first);
+    auto* const window = reinterpret_cast<HWND>(first);
     const bool isBox = code == HCBT_ACTIVATE && classOf(window) == L"#32770" &&
                        (GetWindowLongW(window, GWL_STYLE) & WS_CHILD) == 0;
     if (isBox && current)
