@@ -18,10 +18,12 @@ public:
     explicit EventArguments(const DISPPARAMS& parameters) noexcept : parameters_(parameters) {}
 
     long number(UINT index) const { return toLong(at(index)); }
+    OleDate date(UINT index) const { return toDate(at(index)); }
     Bstr text(UINT index) const { return toText(at(index)); }
-    const VARIANT& at(UINT index) const;
 
 private:
+    const VARIANT& at(UINT index) const;
+
     const DISPPARAMS& parameters_;
 };
 

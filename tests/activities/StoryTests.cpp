@@ -134,7 +134,7 @@ protected:
                                if (event != 2)
                                    return;
                                const auto name = static_cast<wchar_t>(L'A' + arguments.number(2) - 10);
-                               lines.push_back(name + (L" " + shown(toDate(arguments.at(4)).days)) + L" " +
+                               lines.push_back(name + (L" " + shown(arguments.date(4).days)) + L" " +
                                                std::wstring(arguments.text(6).view()));
                            });
         connection.during([&] { call(events.as<ISchedule>(), &ISchedule::Load, monday, monday + 100); });

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "demo/host/schedule/Schedule.h"
-#include "framework/com/Module.h"
+#include "framework/com/EventConnection.h"
 
 #include <KorvaneData.h>
 
@@ -15,22 +15,13 @@ namespace korvane::host
 class OccurrenceEvents
 {
 public:
-    OccurrenceEvents();
-    OccurrenceEvents(const OccurrenceEvents&) = delete;
-    OccurrenceEvents& operator=(const OccurrenceEvents&) = delete;
-    ~OccurrenceEvents();
-
     std::function<void()> onClear;
     std::function<void(Occurrence occurrence)> onAdd;
 
     void connect(const ComPtr<IEvents>& events);
 
 private:
-    class Sink;
-
-    ComPtr<IConnectionPoint> point_;
-    ComPtr<Sink> sink_;
-    DWORD cookie_ = 0;
+    EventConnection connection_;
 };
 
 } // namespace korvane::host
