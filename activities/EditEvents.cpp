@@ -76,18 +76,10 @@ bool EditEvents::execute()
     switch (operation)
     {
     case operationAdd:
-        // An addition that failed half-way has booked the activity: the next attempt completes it, and books
-        // nothing twice.
-        if (added_)
-        {
-            Instance = 0;
-            changeActivity();
-        }
-        else
-            addActivity();
+        addActivity();
         Instance = 0;
-        if (Rule) // again, after the branch has written it: harmless, and part of the agreed order of calls
-            writeRule();
+        if (Rule) // again, after it was written already: harmless, and part of the agreed order of calls
+            writeRule(links.chosen.size() > 1);
         added_ = false;
         break;
     case operationDelete:
@@ -104,16 +96,20 @@ bool EditEvents::execute()
 
 void EditEvents::addActivity()
 {
+    // An addition that failed half-way has booked the activity: the next attempt completes it, and books nothing
+    // twice.
+    if (added_)
+    {
+        Instance = 0;
+        return changeActivity();
+    }
     // The resource that the preparation saw: the dialog may have made another one the primary resource.
     links.booked.removeFirst();
     add(NameID);
     added_ = true;
     links.booked.add(NameID);
     synchroniseNames();
-    if (links.isLinked())
-        links.setRecurrence(Rule);
-    else
-        call(events(), &IEvents::SetRecurrence, EventID, Rule.get());
+    writeRule(links.isLinked());
 }
 
 void EditEvents::removeActivity()
@@ -129,18 +125,15 @@ void EditEvents::removeActivity()
 void EditEvents::changeActivity()
 {
     synchroniseNames();
-    if (!links.isLinked())
-    {
-        update(NameID);
-        if (Instance == 0) // an occurrence edited by itself never changes the rule
-            call(events(), &IEvents::SetRecurrence, EventID, Rule.get());
-    }
-    else
-    {
+    const bool linked = links.isLinked();
+    if (linked)
         links.updateLinked(Instance, TypeID, T0, T1, Text);
-        links.setRecurrence(
-            Rule); // whatever the instance is, unlike above: the agreed behaviour of linked activities
-    }
+    else
+        update(NameID);
+    // An occurrence edited by itself never changes the rule of a single activity, and always writes that of linked
+    // ones: the agreed behaviour of both.
+    if (linked || Instance == 0)
+        writeRule(linked);
 }
 
 /// Brings the link group in line with the chosen resources.
@@ -154,9 +147,9 @@ void EditEvents::synchroniseNames()
         links.create(EventID);
 
     const auto added = chosen.without(booked);
+    // Nothing is added when the primary resource is gone: the agreed behaviour.
     if (!chosen.contains(NameID) && !chosen.empty())
-        NameID =
-            chosen.first(); // and nothing is added: the agreed behaviour when the primary resource is gone
+        NameID = chosen.first();
     else if (!added.empty())
     {
         links.addNames(added);
@@ -183,12 +176,12 @@ void EditEvents::synchroniseNames()
     }
 }
 
-void EditEvents::writeRule() const
+void EditEvents::writeRule(bool linked) const
 {
-    if (links.chosen.size() <= 1)
-        call(events(), &IEvents::SetRecurrence, EventID, Rule.get());
-    else
+    if (linked)
         links.setRecurrence(Rule);
+    else
+        call(events(), &IEvents::SetRecurrence, EventID, Rule.get());
 }
 
 void EditEvents::SetName(long nameId, bool checked)

@@ -50,7 +50,8 @@ private:
     void removeActivity();
     void changeActivity();
     void synchroniseNames();
-    void writeRule() const;
+    /// Writes the working rule, of the link group or of the one activity.
+    void writeRule(bool linked) const;
     ComPtr<IRecurrence> copyOf(const ComPtr<IRecurrence>& rule) const;
 
     long exceptionFlag_ = 0;

@@ -5,17 +5,6 @@
 namespace korvane
 {
 
-namespace
-{
-
-enum LinksEvent : DISPID
-{
-    eventClear = 1,
-    eventAdd = 2
-};
-
-} // namespace
-
 void LinkGroup::connect(const ComPtr<IRoot>& root)
 {
     call(root, &IRoot::get_EventLinks, links_.put());

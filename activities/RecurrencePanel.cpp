@@ -1,7 +1,6 @@
 #include "activities/RecurrencePanel.h"
 
 #include "framework/com/Boundary.h"
-#include "framework/com/Decimal.h"
 #include "framework/modKorvaneDlg.h"
 
 namespace korvane
@@ -19,7 +18,6 @@ long textOfKind(int index) noexcept
 constexpr float checkHeight = 255;
 constexpr float rowHeight = 285;
 constexpr float optionsWidth = 1350;
-constexpr float gap = 45;
 
 Place optionPlace(int index) noexcept
 {
@@ -46,30 +44,25 @@ RecurrencePanel::RecurrencePanel(DialogWindow& dialog, const Place& place,
                OptionButton{fraRecur, {.name = L"optRecur", .place = optionPlace(4), .text = L"25050"}}},
       fraRecurStd(fraRecur, {.name = L"fraRecurStd",
                              .place = {optionsWidth, 0, place.width - optionsWidth, place.height}}),
-      lblRecurIval1(fraRecurStd, {.name = L"lblRecurIval1", .place = {0, 90, 1000, 210}}),
-      txtRecurIval(fraRecurStd, {.name = L"txtRecurIval", .place = {1000, 45, 480, 300}},
-                   TextBox::Kind::digits),
-      updRecurIval(fraRecurStd, {.name = L"updRecurIval", .place = {1480, 45, 255, 300}}, txtRecurIval, 1,
-                   largestNumber),
-      lblRecurIval2(fraRecurStd, {.name = L"lblRecurIval2", .place = {1800, 90, 900, 210}}),
-      lblRecurCnt1(fraRecurStd, {.name = L"lblRecurCnt1", .place = {0, 480, 1000, 210}}),
-      txtRecurCnt(fraRecurStd, {.name = L"txtRecurCnt", .place = {1000, 435, 480, 300}},
-                  TextBox::Kind::digits),
-      updRecurCnt(fraRecurStd, {.name = L"updRecurCnt", .place = {1480, 435, 255, 300}}, txtRecurCnt, 1,
-                  largestNumber),
-      lblRecurCnt2(fraRecurStd, {.name = L"lblRecurCnt2", .place = {1800, 480, 900, 210}})
+      interval(fraRecurStd, 45, {L"lblRecurIval1", L"txtRecurIval", L"updRecurIval", L"lblRecurIval2"},
+               NumberRow::One::blank),
+      count(fraRecurStd, 435, {L"lblRecurCnt1", L"txtRecurCnt", L"updRecurCnt", L"lblRecurCnt2"},
+            NumberRow::One::digit)
 {
     fraRecur.setVisible(false);
     fraRecurStd.setVisible(false);
     chkRecurrences.onClick = [this] { toggle(); };
     for (int index = 0; index < kinds; ++index)
         optRecur[static_cast<std::size_t>(index)].onClick = [this, index] { chooseKind(index); };
-    txtRecurIval.onChange = [this] { intervalTyped(); };
-    txtRecurIval.onLostFocus = [this] { showNumbers(); };
-    updRecurIval.onChange = [this] { intervalChanged(); };
-    txtRecurCnt.onChange = [this] { countTyped(); };
-    txtRecurCnt.onLostFocus = [this] { showNumbers(); };
-    updRecurCnt.onChange = [this] { countChanged(); };
+    interval.onLostFocus = count.onLostFocus = [this] { showNumbers(); };
+    interval.onChange = [this](long every) {
+        if (const auto& rule = command_().Rule)
+            call(rule, &IRecurrence::put_Interval, every - 1);
+    };
+    count.onChange = [this](long times) {
+        if (const auto& rule = command_().Rule)
+            call(rule, &IRecurrence::put_Count, times);
+    };
 }
 
 float RecurrencePanel::bottom() const noexcept
@@ -153,85 +146,26 @@ void RecurrencePanel::showKind(long kind)
     if (!known)
         return;
     const long text = textOfKind(static_cast<int>(kind) - 1);
-    lblRecurIval1.setCaption(resourceText(text + 1).view());
-    lblRecurIval2.setCaption(resourceText(text + 2).view());
-    lblRecurCnt1.setCaption(resourceText(text + 3).view());
-    lblRecurCnt2.setCaption(resourceText(text + 4).view());
-    layOutRows();
+    interval.setCaptions(text + 1);
+    count.setCaptions(text + 3);
+    // The boxes stand below each other.
+    const float width = std::max(interval.captionWidth(), count.captionWidth());
+    interval.layOut(width);
+    count.layOut(width);
     showNumbers();
 }
 
-/// The boxes of both rows stand below each other, the rest follows them.
-void RecurrencePanel::layOutRows()
-{
-    const float first = std::max(lblRecurIval1.captionWidth(), lblRecurCnt1.captionWidth());
-    const auto row = [first](Label& before, TextBox& box, UpDown& arrows, Label& after) {
-        before.setWidth(first);
-        box.setLeft(before.right() + gap);
-        arrows.setLeft(box.right());
-        after.setLeft(arrows.right() + gap);
-        after.setWidth(after.captionWidth());
-    };
-    row(lblRecurIval1, txtRecurIval, updRecurIval, lblRecurIval2);
-    row(lblRecurCnt1, txtRecurCnt, updRecurCnt, lblRecurCnt2);
-}
-
-/// The numbers as the rule has them, also where the arrows do not reach that far.
 void RecurrencePanel::showNumbers()
 {
     const auto& rule = command_().Rule;
     if (!rule)
         return;
-    long interval = 0;
-    long count = 0;
-    call(rule, &IRecurrence::get_Count, &count);
-    call(rule, &IRecurrence::get_Interval, &interval);
-    const long every = interval + 1;
-    updRecurCnt.setValue(static_cast<int>(count));
-    updRecurIval.setValue(static_cast<int>(every));
-    txtRecurCnt.setText(decimal(count));
-    txtRecurIval.setText(every == 1 ? std::wstring() : decimal(every));
-}
-
-void RecurrencePanel::intervalTyped()
-{
-    const auto number = numberIn(txtRecurIval.Text());
-    if (!number || *number < updRecurIval.Min() || *number > updRecurIval.Max() ||
-        *number == updRecurIval.Value())
-        return;
-    updRecurIval.setValue(static_cast<int>(*number));
-    intervalChanged();
-}
-
-void RecurrencePanel::intervalChanged()
-{
-    const long every = updRecurIval.Value();
-    // Also while the user types: every single period is shown as a blank between the labels.
-    if (every == 1)
-        txtRecurIval.setText({});
-    else if (numberIn(txtRecurIval.Text()) != every)
-        txtRecurIval.setText(decimal(every));
-    if (const auto& rule = command_().Rule)
-        call(rule, &IRecurrence::put_Interval, every - 1);
-}
-
-void RecurrencePanel::countTyped()
-{
-    const auto number = numberIn(txtRecurCnt.Text());
-    if (!number || *number < updRecurCnt.Min() || *number > updRecurCnt.Max() ||
-        *number == updRecurCnt.Value())
-        return;
-    updRecurCnt.setValue(static_cast<int>(*number));
-    countChanged();
-}
-
-void RecurrencePanel::countChanged()
-{
-    const long count = updRecurCnt.Value();
-    if (numberIn(txtRecurCnt.Text()) != count)
-        txtRecurCnt.setText(decimal(count));
-    if (const auto& rule = command_().Rule)
-        call(rule, &IRecurrence::put_Count, count);
+    long every = 0;
+    long times = 0;
+    call(rule, &IRecurrence::get_Count, &times);
+    call(rule, &IRecurrence::get_Interval, &every);
+    count.show(times);
+    interval.show(every + 1);
 }
 
 } // namespace korvane

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "activities/EditEvents.h"
-#include "framework/control/UpDown.h"
+#include "activities/NumberRow.h"
 
 #include <array>
 #include <functional>
@@ -28,18 +28,12 @@ public:
 
 private:
     static constexpr int kinds = 5;
-    static constexpr int largestNumber = 9999;
 
     void toggle();
     void open(bool isOpen);
     void chooseKind(int index);
     void showKind(long kind);
-    void layOutRows();
     void showNumbers();
-    void intervalTyped();
-    void intervalChanged();
-    void countTyped();
-    void countChanged();
 
     std::function<EditEvents&()> command_;
     std::function<void()> onToggle_;
@@ -48,14 +42,8 @@ private:
     Frame fraRecur;
     std::array<OptionButton, kinds> optRecur;
     Frame fraRecurStd;
-    Label lblRecurIval1;
-    TextBox txtRecurIval;
-    UpDown updRecurIval;
-    Label lblRecurIval2;
-    Label lblRecurCnt1;
-    TextBox txtRecurCnt;
-    UpDown updRecurCnt;
-    Label lblRecurCnt2;
+    NumberRow interval; ///< how many periods from one occurrence to the next: the rule's interval plus one
+    NumberRow count;
 };
 
 } // namespace korvane

@@ -13,12 +13,6 @@ enum TextId : long
     textEditAllOccurrences = 25102
 };
 
-enum CollectionEvent : DISPID
-{
-    eventClear = 1,
-    eventAdd = 2
-};
-
 /// Groups with this flag are built into the system and never shown.
 constexpr long hiddenGroup = 1;
 
@@ -172,8 +166,8 @@ void ctlEditEvents::layOut()
     raiseResize();
 }
 
-/// Every change has gone to the command at once. What is left is a primary resource that was checked last and unchecked
-/// again: executed like that, the command would not book the other resources that were added.
+/// Every change has gone to the command at once. What is left is a primary resource that was checked last and
+/// unchecked again: executed like that, the command would not book the other resources that were added.
 void ctlEditEvents::takeValues()
 {
     const NameSet& chosen = command().links.chosen;

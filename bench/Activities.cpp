@@ -6,6 +6,7 @@
 // inserts the same nodes, parents first, with redraw off.
 #include "bench/ActivityData.h"
 #include "bench/Benchmarks.h"
+#include "bench/Deaf.h"
 #include "bench/Library.h"
 #include "bench/Stage.h"
 
@@ -282,23 +283,6 @@ void measureExecute(Report& report, const Effort& effort)
     }
 }
 
-/// A subscriber that does nothing.
-class Deaf final : public Object<Deaf, Inherits<IEventLinksEvents>, IEventLinksEvents>
-{
-public:
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override
-    {
-        *count = 0;
-        return S_OK;
-    }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return DISP_E_UNKNOWNNAME; }
-    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override
-    {
-        return S_OK;
-    }
-};
-
 void measureMembers(Report& report, const Effort& effort)
 {
     ActivityData data;
@@ -308,11 +292,9 @@ void measureMembers(Report& report, const Effort& effort)
 
     ActivityData other;
     other.members = data.members;
-    const auto deaf = make<Deaf>();
     ComPtr<IEventLinks> links;
     require(other.root()->get_EventLinks(links.put()));
-    DWORD cookie = 0;
-    require(links.as<IConnectionPoint>()->Advise(static_cast<IEventLinksEvents*>(deaf.get()), &cookie));
+    const DeafSubscription<IEventLinksEvents> deaf(links);
     report.add("Events", "10,000 members of a link group, to the command's sets",
                "a subscriber that does nothing",
                compare(
@@ -321,7 +303,6 @@ void measureMembers(Report& report, const Effort& effort)
                        Variant link;
                        return perRun(1, [&] { links->Load(1, link.put()); });
                    }));
-    require(links.as<IConnectionPoint>()->Unadvise(cookie));
 }
 
 } // namespace

@@ -10,12 +10,6 @@ namespace korvane::bench
 namespace
 {
 
-enum CollectionEvent : DISPID
-{
-    eventClear = 1,
-    eventAdd = 2
-};
-
 constexpr long shownGroup = 3;
 constexpr long activity = 1;
 

@@ -1,6 +1,7 @@
 // A collection of the data layer that is at the same time the connection point of its events, for one subscriber.
 #pragma once
 
+#include "framework/com/EventConnection.h"
 #include "framework/com/Object.h"
 
 namespace korvane::bench

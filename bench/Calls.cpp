@@ -1,5 +1,6 @@
 // Single calls: operands by the vtable and by late binding, and one event to a dialog.
 #include "bench/Benchmarks.h"
+#include "bench/Deaf.h"
 #include "bench/Library.h"
 #include "bench/Stage.h"
 
@@ -95,23 +96,6 @@ void measureOperands(Report& report, const Effort& effort)
                        repeated([&] { findName(*dictionary, L"Item"); })));
 }
 
-/// A subscriber that does nothing.
-class Deaf final : public Object<Deaf, Inherits<IGroupsEvents>, IGroupsEvents>
-{
-public:
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override
-    {
-        *count = 0;
-        return S_OK;
-    }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return DISP_E_UNKNOWNNAME; }
-    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override
-    {
-        return S_OK;
-    }
-};
-
 void measureEvents(Report& report, const Effort& effort)
 {
     Stage stage;
@@ -120,18 +104,15 @@ void measureEvents(Report& report, const Effort& effort)
     demand(data.hasSubscriber(), "the dialog does not listen");
 
     MemoryData other;
-    const auto deaf = make<Deaf>();
     ComPtr<IGroups> groups;
     require(other.root()->get_Groups(groups.put()));
-    DWORD cookie = 0;
-    require(groups.as<IConnectionPoint>()->Advise(static_cast<IGroupsEvents*>(deaf.get()), &cookie));
+    const DeafSubscription<IGroupsEvents> deaf(groups);
 
     // A built-in group: the dialog takes the event, looks at the id, and leaves the group out.
     const Bstr name(L"Built in");
     report.add("Events", "one event to the dialog", "a subscriber that does nothing",
                compare(effort.samples(201), repeated([&] { data.announce(1, name.get()); }),
                        repeated([&] { other.announce(1, name.get()); })));
-    require(groups.as<IConnectionPoint>()->Unadvise(cookie));
 }
 
 } // namespace

@@ -7,17 +7,6 @@
 namespace korvane::bench
 {
 
-namespace
-{
-
-enum GroupsEvent : DISPID
-{
-    eventClear = 1,
-    eventAdd = 2
-};
-
-} // namespace
-
 class MemoryData::Groups final : public Announcer<Groups, IGroups, IGroupsEvents>
 {
 public:

@@ -14,12 +14,6 @@ enum TextId : long
     textDelete = 21003
 };
 
-enum GroupsEvent : DISPID
-{
-    eventClear = 1,
-    eventAdd = 2
-};
-
 /// Groups 1 to 3 are built into the system and never offered, whatever the rights say.
 constexpr long lastBuiltInGroup = 3;
 

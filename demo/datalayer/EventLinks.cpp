@@ -9,12 +9,6 @@ namespace korvane::store
 namespace
 {
 
-enum Event : DISPID
-{
-    onClear = 1,
-    onAdd = 2
-};
-
 using Link = std::optional<long>;
 
 Variant valueOf(const Link& link)
@@ -147,15 +141,9 @@ STDMETHODIMP EventLinks::HasAccess(long level, long eventId, VARIANT_BOOL* resul
 
 void EventLinks::announce(const std::vector<Member>& members)
 {
-    if (!hasSubscribers())
-        return;
-    trace().add(L"OnClear");
-    raise(onClear);
+    announceClear(trace());
     for (const Member& member : members)
-    {
-        trace().add(line(L"OnAdd", member.event, member.name));
-        raise(onAdd, {Variant(member.event), Variant(member.name)});
-    }
+        announceItem(trace(), member.event, member.name);
 }
 
 } // namespace korvane::store

@@ -1,7 +1,7 @@
 // The link groups of activities.
 #pragma once
 
-#include "demo/datalayer/ConnectionPoint.h"
+#include "demo/datalayer/Announcer.h"
 #include "demo/datalayer/Events.h"
 #include "demo/datalayer/LinkTable.h"
 #include "framework/com/Object.h"
@@ -12,7 +12,7 @@ namespace korvane::store
 {
 
 /// Writes are announced by the activities collection, as it is activities that change.
-class EventLinks final : public Object<EventLinks, Inherits<IEventLinks, EventSource<IEventLinksEvents>>,
+class EventLinks final : public Object<EventLinks, Inherits<IEventLinks, Announcer<IEventLinksEvents>>,
                                        IEventLinks, IConnectionPointContainer>
 {
 public:

@@ -9,12 +9,6 @@ namespace korvane::store
 namespace
 {
 
-enum Event : DISPID
-{
-    onClear = 1,
-    onAdd = 2
-};
-
 Activity activity(long name, long type, DATE t0, DATE t1, BSTR text)
 {
     return {name, type, {t0}, {t1}, std::wstring(view(text))};
@@ -114,30 +108,17 @@ STDMETHODIMP Events::Load(DATE from, DATE to)
     return guard([&] {
         tracedCall(trace(), line(L"Schedule.Load", OleDate{from}, OleDate{to}), [&] {
             const auto schedule = scheduleBetween({from}, {to}, store_->connection());
-            announceClear();
+            announceClear(trace());
             for (const auto& [event, instance, booked] : schedule)
-            {
-                if (!hasSubscribers())
-                    break;
-                trace().add(line(L"OnAdd", event, instance, booked));
-                raise(onAdd, {Variant(event), Variant(instance), Variant(booked.name), Variant(booked.type),
-                              Variant(booked.t0), Variant(booked.t1), Variant(Bstr(booked.text))});
-            }
+                announceItem(trace(), event, instance, booked.name, booked.type, booked.t0, booked.t1,
+                             booked.text);
         });
     });
 }
 
 void Events::announceChange()
 {
-    attempt([&] { announceClear(); });
-}
-
-void Events::announceClear()
-{
-    if (!hasSubscribers())
-        return;
-    trace().add(L"OnClear");
-    raise(onClear);
+    attempt([&] { announceClear(trace()); });
 }
 
 } // namespace korvane::store

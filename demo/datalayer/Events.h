@@ -1,7 +1,7 @@
 // The activities collection.
 #pragma once
 
-#include "demo/datalayer/ConnectionPoint.h"
+#include "demo/datalayer/Announcer.h"
 #include "demo/datalayer/EventTable.h"
 #include "framework/com/Object.h"
 
@@ -10,7 +10,7 @@
 namespace korvane::store
 {
 
-class Events final : public Object<Events, Inherits<IEvents, ISchedule, EventSource<IEventsEvents>>, IEvents,
+class Events final : public Object<Events, Inherits<IEvents, ISchedule, Announcer<IEventsEvents>>, IEvents,
                                    ISchedule, IConnectionPointContainer>
 {
 public:
@@ -34,7 +34,6 @@ public:
 
 private:
     Trace& trace() const noexcept { return store_->trace(); }
-    void announceClear();
 
     std::shared_ptr<Store> store_;
     EventTable table_;

@@ -6,12 +6,6 @@ namespace korvane::store
 namespace
 {
 
-enum Event : DISPID
-{
-    onClear = 1,
-    onAdd = 2
-};
-
 std::wstring shownResult(const std::optional<Group>& group)
 {
     return group ? line(L"= True,", group->name, group->flags) : L"= " + shown(false);
@@ -83,15 +77,9 @@ void Groups::announceChange()
 
 void Groups::announce(const std::vector<Group>& groups)
 {
-    if (!hasSubscribers())
-        return;
-    trace().add(L"OnClear");
-    raise(onClear);
+    announceClear(trace());
     for (const Group& group : groups)
-    {
-        trace().add(line(L"OnAdd", group.id, group.name, group.flags));
-        raise(onAdd, {Variant(group.id), Variant(Bstr(group.name)), Variant(group.flags)});
-    }
+        announceItem(trace(), group.id, group.name, group.flags);
 }
 
 /// Announces what a write has left, and gives the write's result.

@@ -1,7 +1,7 @@
 // The groups collection.
 #pragma once
 
-#include "demo/datalayer/ConnectionPoint.h"
+#include "demo/datalayer/Announcer.h"
 #include "demo/datalayer/GroupTable.h"
 #include "demo/datalayer/Store.h"
 #include "framework/com/Object.h"
@@ -12,7 +12,7 @@ namespace korvane::store
 {
 
 class Groups final
-    : public Object<Groups, Inherits<IGroups, EventSource<IGroupsEvents>>, IGroups, IConnectionPointContainer>
+    : public Object<Groups, Inherits<IGroups, Announcer<IGroupsEvents>>, IGroups, IConnectionPointContainer>
 {
 public:
     explicit Groups(std::shared_ptr<Store> store) : store_(std::move(store)), table_(*store_) {}

@@ -5,31 +5,14 @@
 namespace korvane::store
 {
 
-namespace
-{
-
-enum Event : DISPID
-{
-    onClear = 1,
-    onAdd = 2
-};
-
-} // namespace
-
 STDMETHODIMP Names::Load(long groupId, VARIANT_BOOL* result)
 {
     return returns(result, [&] {
-        return traced(store_->trace(), line(L"Names.Load", groupId), [&] {
+        return traced(trace(), line(L"Names.Load", groupId), [&] {
             const auto names = namesOf(groupId, store_->connection());
-            announceClear();
+            announceClear(trace());
             for (const Name& name : names)
-            {
-                if (!hasSubscribers())
-                    break;
-                store_->trace().add(line(L"OnAdd", name.id, name.text, name.group, name.color));
-                raise(onAdd,
-                      {Variant(name.id), Variant(Bstr(name.text)), Variant(name.group), Variant(name.color)});
-            }
+                announceItem(trace(), name.id, name.text, name.group, name.color);
             return true;
         });
     });
@@ -37,15 +20,7 @@ STDMETHODIMP Names::Load(long groupId, VARIANT_BOOL* result)
 
 void Names::announceChange()
 {
-    attempt([&] { announceClear(); });
-}
-
-void Names::announceClear()
-{
-    if (!hasSubscribers())
-        return;
-    store_->trace().add(L"OnClear");
-    raise(onClear);
+    attempt([&] { announceClear(trace()); });
 }
 
 } // namespace korvane::store

@@ -1,7 +1,7 @@
 // The activity types collection.
 #pragma once
 
-#include "demo/datalayer/ConnectionPoint.h"
+#include "demo/datalayer/Announcer.h"
 #include "demo/datalayer/Store.h"
 #include "framework/com/Object.h"
 
@@ -11,7 +11,7 @@ namespace korvane::store
 {
 
 class Types final
-    : public Object<Types, Inherits<ITypes, EventSource<ITypesEvents>>, ITypes, IConnectionPointContainer>
+    : public Object<Types, Inherits<ITypes, Announcer<ITypesEvents>>, ITypes, IConnectionPointContainer>
 {
 public:
     explicit Types(std::shared_ptr<Store> store) : store_(std::move(store)) {}
@@ -22,7 +22,7 @@ public:
     void announceChange();
 
 private:
-    void announceClear();
+    Trace& trace() const noexcept { return store_->trace(); }
 
     std::shared_ptr<Store> store_;
 };

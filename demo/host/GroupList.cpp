@@ -11,12 +11,6 @@ namespace korvane::host
 namespace
 {
 
-enum GroupsEvent : DISPID
-{
-    eventClear = 1,
-    eventAdd = 2
-};
-
 enum Column
 {
     columnName,

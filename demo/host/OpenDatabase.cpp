@@ -50,10 +50,8 @@ bool OpenDatabase::addSample()
 
     bool isEmpty = true;
     EventConnection announced;
-    announced.connect(names.get(), __uuidof(INamesEvents), [&](DISPID event, const EventArguments&) {
-        constexpr DISPID eventAdd = 2;
-        isEmpty = isEmpty && event != eventAdd;
-    });
+    announced.connect(names.get(), __uuidof(INamesEvents),
+                      [&](DISPID event, const EventArguments&) { isEmpty = isEmpty && event != eventAdd; });
     VARIANT_BOOL allowed = VARIANT_FALSE;
     announced.during([&] { call(names, &INames::Load, allGroups, &allowed); });
     call(groups, &IGroups::HasAccess, addition, 0L, &allowed);

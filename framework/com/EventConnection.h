@@ -11,6 +11,13 @@
 namespace korvane
 {
 
+/// The events that every collection of the data layer raises.
+enum CollectionEvent : DISPID
+{
+    eventClear = 1, ///< what was announced before is void
+    eventAdd = 2    ///< one item, with its values
+};
+
 /// The arguments of an event, counted from 0 in the order in which the event declares them.
 class EventArguments
 {

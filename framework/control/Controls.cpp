@@ -190,41 +190,20 @@ void Button::notify(WORD code)
         focusNotified(code == BN_SETFOCUS);
 }
 
-HWND CheckBox::createWindow(HWND parent, int id)
-{
-    return createWindow(parent, id, L"Button", WS_TABSTOP | WS_GROUP | BS_NOTIFY | BS_AUTOCHECKBOX, 0);
-}
-
-void CheckBox::setValue(bool checked) const noexcept
+void CheckableButton::setValue(bool checked) const noexcept
 {
     send(BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED);
 }
 
-void CheckBox::notify(WORD code)
+HWND CheckBox::createWindow(HWND parent, int id)
 {
-    if (code == BN_CLICKED)
-        raise(onClick);
-    else if (code == BN_SETFOCUS || code == BN_KILLFOCUS)
-        focusNotified(code == BN_SETFOCUS);
+    return createWindow(parent, id, L"Button", WS_TABSTOP | WS_GROUP | BS_NOTIFY | BS_AUTOCHECKBOX, 0);
 }
 
 HWND OptionButton::createWindow(HWND parent, int id)
 {
     const DWORD group = position_ == Position::first ? WS_GROUP | WS_TABSTOP : 0;
     return createWindow(parent, id, L"Button", group | BS_NOTIFY | BS_AUTORADIOBUTTON, 0);
-}
-
-void OptionButton::setValue(bool chosen) const noexcept
-{
-    send(BM_SETCHECK, chosen ? BST_CHECKED : BST_UNCHECKED);
-}
-
-void OptionButton::notify(WORD code)
-{
-    if (code == BN_CLICKED)
-        raise(onClick);
-    else if (code == BN_SETFOCUS || code == BN_KILLFOCUS)
-        focusNotified(code == BN_SETFOCUS);
 }
 
 namespace

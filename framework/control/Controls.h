@@ -175,7 +175,7 @@ class Button : public Control
 public:
     Button(Surface surface, const Design& design) : Control(surface, design, TextProperty::caption) {}
 
-    std::function<void()> onClick;
+    std::function<void()> onClick; ///< by the user
 
     void notify(WORD code) override;
 
@@ -184,17 +184,21 @@ protected:
     HWND createWindow(HWND parent, int id) override;
 };
 
-class CheckBox : public Control
+/// A button with a state.
+class CheckableButton : public Button
 {
 public:
-    CheckBox(Surface surface, const Design& design) : Control(surface, design, TextProperty::caption) {}
+    using Button::Button;
 
     bool Value() const noexcept { return send(BM_GETCHECK) == BST_CHECKED; }
+    /// Does not raise onClick.
     void setValue(bool checked) const noexcept;
+};
 
-    std::function<void()> onClick; ///< by the user; setValue does not raise it
-
-    void notify(WORD code) override;
+class CheckBox : public CheckableButton
+{
+public:
+    using CheckableButton::CheckableButton;
 
 protected:
     using Control::createWindow;
@@ -202,7 +206,7 @@ protected:
 };
 
 /// One of several: those that follow each other in the layout exclude each other.
-class OptionButton : public Control
+class OptionButton : public CheckableButton
 {
 public:
     enum class Position
@@ -212,16 +216,9 @@ public:
     };
 
     OptionButton(Surface surface, const Design& design, Position position = Position::further)
-        : Control(surface, design, TextProperty::caption), position_(position)
+        : CheckableButton(surface, design), position_(position)
     {
     }
-
-    bool Value() const noexcept { return send(BM_GETCHECK) == BST_CHECKED; }
-    void setValue(bool chosen) const noexcept;
-
-    std::function<void()> onClick; ///< chosen by the user; setValue does not raise it
-
-    void notify(WORD code) override;
 
 protected:
     using Control::createWindow;

@@ -6,12 +6,6 @@ namespace korvane::host
 namespace
 {
 
-enum EventsEvent : DISPID
-{
-    eventClear = 1,
-    eventAdd = 2
-};
-
 Occurrence occurrenceIn(const EventArguments& arguments)
 {
     return {{arguments.number(0), arguments.number(1)},

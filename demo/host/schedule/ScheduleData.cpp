@@ -6,12 +6,6 @@ namespace korvane::host
 namespace
 {
 
-enum CollectionEvent : DISPID
-{
-    eventClear = 1,
-    eventAdd = 2
-};
-
 constexpr long allTypes = 0;
 
 } // namespace

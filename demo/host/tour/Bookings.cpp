@@ -12,7 +12,6 @@ namespace korvane::host
 namespace
 {
 
-constexpr DISPID eventAdd = 2; // of every collection
 constexpr long everything = 0;
 constexpr long oneYear = 365 * minutesPerDay;
 
