@@ -153,8 +153,10 @@ void EditEvents::synchroniseNames()
     else if (!added.empty())
     {
         links.addNames(added);
-        for (const long nameId : added)
-            booked.add(nameId);
+        // A single activity goes to another resource only when it is written.
+        if (links.isLinked())
+            for (const long nameId : added)
+                booked.add(nameId);
     }
 
     const auto removed = booked.without(chosen);

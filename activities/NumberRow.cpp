@@ -16,7 +16,7 @@ constexpr float gap = 45;
 
 NumberRow::NumberRow(Frame& frame, float top, const Names& names, One one)
     : one_(one), lblBefore(frame, {.name = names.before, .place = {0, top + gap, 1000, 210}}),
-      txtNumber(frame, {.name = names.box, .place = {1000, top, 480, 300}}, TextBox::Kind::digits),
+      txtNumber(frame, {.name = names.box, .place = {1000, top, 480, 300}}, TextBox::Kind::digits, digits),
       updNumber(frame, {.name = names.arrows, .place = {1480, top, 255, 300}}, txtNumber, 1, largest),
       lblAfter(frame, {.name = names.after, .place = {1800, top + gap, 900, 210}})
 {
@@ -27,6 +27,7 @@ NumberRow::NumberRow(Frame& frame, float top, const Names& names, One one)
 
 void NumberRow::show(long number)
 {
+    number_ = number;
     updNumber.setValue(static_cast<int>(number));
     txtNumber.setText(shown(number));
 }
@@ -40,7 +41,7 @@ std::wstring NumberRow::shown(long number) const
 void NumberRow::typed()
 {
     const auto number = numberIn(txtNumber.Text());
-    if (!number || *number < updNumber.Min() || *number > updNumber.Max() || *number == updNumber.Value())
+    if (!number || *number < updNumber.Min() || *number > updNumber.Max() || *number == number_)
         return;
     updNumber.setValue(static_cast<int>(*number));
     changed();
@@ -48,7 +49,7 @@ void NumberRow::typed()
 
 void NumberRow::changed()
 {
-    const long number = updNumber.Value();
+    const long number = number_ = updNumber.Value();
     const std::wstring text = shown(number);
     // What the user types is left as it is, leading zeros and all, unless a blank is to stand for it.
     if (text.empty() || numberIn(txtNumber.Text()) != number)

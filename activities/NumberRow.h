@@ -40,12 +40,14 @@ public:
 
 private:
     static constexpr int largest = 9999;
+    static constexpr int digits = 4;
 
     std::wstring shown(long number) const;
     void typed();
     void changed();
 
     One one_;
+    long number_ = 0; ///< the one shown, which the arrows may not reach
     Label lblBefore;
     TextBox txtNumber;
     UpDown updNumber;

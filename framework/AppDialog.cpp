@@ -55,6 +55,7 @@ STDMETHODIMP AppDialog::get_Ready(VARIANT_BOOL* result)
     return returns(result, [&] {
         const Batch batch(*this);
         submitting_ = ended_ = false;
+        cancelled_.reset();
         requireResources();
         requireWindow();
         LocalizeCaptions();
@@ -241,29 +242,41 @@ void AppDialog::ok()
 
 void AppDialog::cancel()
 {
-    if (isOver())
-        return;
-    // Set before the call: the container may destroy the dialog in it.
-    ended_ = true;
-    const auto events = events_;
-    call(events, &IAppDialogEvents::RaiseDone, VARIANT_TRUE);
+    if (!isOver())
+        end(true);
 }
 
 void AppDialog::confirm()
 {
     if (isOver())
         return;
-    submitting_ = true;
-    const auto events = events_;
-    VARIANT_BOOL executed = VARIANT_FALSE;
-    const auto failure =
-        attempt([&] { call(events, &IAppDialogEvents::SubmitCommand, commandView().get(), &executed); });
-    submitting_ = false;
-    if (failure)
-        throw *failure;
+    if (!cancelled_) // else only the container's end of it has failed: nothing is to be booked twice
+    {
+        submitting_ = true;
+        const auto events = events_;
+        VARIANT_BOOL executed = VARIANT_FALSE;
+        const auto failure =
+            attempt([&] { call(events, &IAppDialogEvents::SubmitCommand, commandView().get(), &executed); });
+        submitting_ = false;
+        if (failure)
+            throw *failure;
+        cancelled_ = cancelledAfter(executed != VARIANT_FALSE);
+    }
+    end(*cancelled_);
+}
+
+void AppDialog::end(bool cancelled)
+{
+    // Set before the call: the container may destroy the dialog in it.
     ended_ = true;
-    const bool cancelled = cancelledAfter(executed != VARIANT_FALSE);
-    call(events, &IAppDialogEvents::RaiseDone, cancelled ? VARIANT_TRUE : VARIANT_FALSE);
+    const auto events = events_;
+    const bool toldAsCancelled = cancelled_.value_or(cancelled);
+    const auto failure = attempt(
+        [&] { call(events, &IAppDialogEvents::RaiseDone, toldAsCancelled ? VARIANT_TRUE : VARIANT_FALSE); });
+    if (!failure)
+        return;
+    ended_ = false; // the dialog still stands, and every way out of it is to work
+    throw *failure;
 }
 
 /// The dialog has done its part, whatever the container answered.

@@ -24,6 +24,7 @@
 #include <KorvaneDlg.h>
 #include <KorvaneInterfaces.h>
 
+#include <optional>
 #include <vector>
 
 namespace korvane
@@ -73,6 +74,8 @@ protected:
     /// Hands the command to the container and ends the dialog. While the container executes, and once the
     /// dialog has ended, nothing is submitted again.
     void confirm();
+    /// Tells the container that the dialog is done with.
+    void end(bool cancelled);
     /// While the container executes, and once the dialog has ended, the buttons do nothing.
     bool isOver() const noexcept { return submitting_ || ended_; }
 
@@ -104,6 +107,8 @@ private:
     bool ready_ = false;
     bool submitting_ = false;
     bool ended_ = false;
+    /// Whether the dialog ends as cancelled, once its command has been submitted.
+    std::optional<bool> cancelled_;
 };
 
 /// A dialog for one command class.

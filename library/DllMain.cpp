@@ -22,10 +22,15 @@ HRESULT changeRegistration(bool add, Scope scope) noexcept
 extern "C"
 {
 
-BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void*)
+BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* processEnds)
 {
     if (reason == DLL_PROCESS_ATTACH)
+    {
         DisableThreadLibraryCalls(instance);
+        prepareForFailures(); // while there is memory, or else there is no library
+    }
+    else if (reason == DLL_PROCESS_DETACH && !processEnds)
+        forgetApartments();
     return TRUE;
 }
 

@@ -1,7 +1,7 @@
 #include "resources/Resources.h"
 
+#include "framework/com/Decimal.h"
 #include "framework/control/Dpi.h"
-#include "resources/pictures/PictureIds.h"
 
 namespace korvane
 {
@@ -16,11 +16,14 @@ ComPtr<IPictureDisp> pictureOf(PICTDESC description)
     return picture;
 }
 
+HANDLE loadImage(const wchar_t* name, UINT kind, UINT flags) noexcept
+{
+    return LoadImageW(module::instance(), name, kind, 0, 0, flags);
+}
+
 HANDLE loadImage(long id, UINT kind, UINT flags) noexcept
 {
-    if (id < 0 || id > 0xffff)
-        return nullptr;
-    return LoadImageW(module::instance(), MAKEINTRESOURCEW(id), kind, 0, 0, flags);
+    return id < 0 || id > 0xffff ? nullptr : loadImage(MAKEINTRESOURCEW(id), kind, flags);
 }
 
 /// Icons and cursors are one kind of object to the platform, and to its pictures.
@@ -34,14 +37,15 @@ ComPtr<IPictureDisp> iconPicture(long id, UINT kind)
 }
 
 /// The one of the picture's sizes, for 96, 144 and 192 pixels per inch, that suits the screen.
-HANDLE loadBitmap(long id) noexcept
+HANDLE loadBitmap(long id)
 {
     const int dpi = screenDpi();
     HANDLE bitmap = nullptr;
-    if (dpi >= 192)
-        bitmap = loadImage(id + PICTURE_AT_200_PERCENT, IMAGE_BITMAP, 0);
-    else if (dpi >= 144)
-        bitmap = loadImage(id + PICTURE_AT_150_PERCENT, IMAGE_BITMAP, 0);
+    if (dpi >= 144)
+    {
+        const std::wstring name = L"BITMAP_" + decimal(id) + (dpi >= 192 ? L"_AT_200" : L"_AT_150");
+        bitmap = loadImage(name.c_str(), IMAGE_BITMAP, 0);
+    }
     return bitmap ? bitmap : loadImage(id, IMAGE_BITMAP, 0);
 }
 

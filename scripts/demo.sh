@@ -4,9 +4,10 @@
 #
 # usage: scripts/demo.sh [--tour] [--db FILE] [--user ACCOUNT]
 #   --tour           the tour also where there is a display
-#   --db FILE        the database, which is made on first use (build/demo/demo.sqlite unless given; the tour makes
-#                    a new one, build/demo/tour.sqlite, unless one is given)
-#   --user ACCOUNT   who works with it: admin (as without the option) or employee, in a new database
+#   --db FILE        the database, which is made on first use (build/demo/demo.sqlite unless given). The tour makes
+#                    two new ones, build/demo/booking.sqlite and, unless one is given for it, build/demo/tour.sqlite
+#   --user ACCOUNT   who works with it: admin (as without the option) or employee, in a new database; the tour
+#                    books as admin
 
 set -euo pipefail
 

@@ -5,8 +5,8 @@
     make-pictures.py cur OUT.cur X Y PNG...    hotspot in the units of 32 x 32
     make-pictures.py bmp OUT.bmp PNG
 
-Icons hold uncompressed 32-bit images with an AND mask, cursors 8-bit ones:
-OleLoadPicture reads no PNG-compressed images.
+Icons hold the PNG images themselves, a tenth of the size, which every Windows
+since Vista reads. Cursors hold 8-bit images with an AND mask.
 """
 
 import struct
@@ -56,23 +56,8 @@ def read_png(path):
     return width, height, rows
 
 
-def dib(width, height, rows):
-    """The image inside an icon or cursor: colours, then the AND mask."""
-    colours, mask = bytearray(), bytearray()
-    for row in reversed(rows):
-        bits = 0
-        for r, g, b, a in row:
-            colours += bytes((b, g, r, a) if a else (0, 0, 0, 0))
-            bits = bits << 1 | (a == 0)
-        padded = (width + 31) // 32 * 32
-        mask += (bits << (padded - width)).to_bytes(padded // 8, "big")
-    header = struct.pack("<IiiHHIIiiII", 40, width, 2 * height, 1, 32, 0,
-                         len(colours) + len(mask), 0, 0, 0, 0)
-    return header + colours + mask
-
-
 def palette_dib(width, height, rows):
-    """The same with a palette and hard edges, at a quarter of the size: enough for a cursor."""
+    """The image inside a cursor: colours, with hard edges, then the AND mask."""
     palette, pixels, mask = {(0, 0, 0): 0}, bytearray(), bytearray()
     padded = (width + 31) // 32 * 32
     for row in reversed(rows):
@@ -104,8 +89,12 @@ def write_directory(path, kind, images):
 
 
 def make_ico(path, pngs):
-    images = [read_png(png) for png in pngs]
-    write_directory(path, 1, [(w, h, 1, 32, dib(w, h, rows)) for w, h, rows in images])
+    images = []
+    for png in pngs:
+        width, height, _ = read_png(png)
+        with open(png, "rb") as file:
+            images.append((width, height, 1, 32, file.read()))
+    write_directory(path, 1, images)
 
 
 def make_cur(path, x, y, pngs):

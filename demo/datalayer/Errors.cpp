@@ -78,6 +78,8 @@ const wchar_t* text(Code code) noexcept
         return L"A recurrence needs at least one occurrence.";
     case Code::namesExpected:
         return L"The resources must be given as an array of numbers.";
+    case Code::nobodyLeft:
+        return L"An activity needs a resource. Delete it to take it from all of them.";
     case Code::hasNamesAlready:
         return L"The database has resources already.";
     case Code::foreignRoot:

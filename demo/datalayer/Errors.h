@@ -47,7 +47,8 @@ enum class Code : long
     countTooSmall = 9031,
     namesExpected = 9032,
     hasNamesAlready = 9033,
-    foreignRoot = 9034
+    foreignRoot = 9034,
+    nobodyLeft = 9035
 };
 
 /// An error as the callers see it. The source is "KorvaneData." and the class; "#" in the error's text gives

@@ -92,7 +92,9 @@ std::optional<long> LinkTable::removeNames(long link, const std::vector<long>& n
         links_.leave(member.event);
         rows_.erase(member.event);
     }
-    const auto result = left ? links_.linkOf(*left) : std::nullopt;
+    if (!left)
+        throw checks_.refusal(Code::nobodyLeft); // with the transaction, everything is as it was
+    const auto result = links_.linkOf(*left);
     transaction.commit();
     return result;
 }

@@ -95,4 +95,9 @@ void releaseApartment() noexcept
     ended->stopWatching();
 }
 
+void forgetApartments() noexcept
+{
+    TlsFree(slot);
+}
+
 } // namespace korvane

@@ -9,7 +9,8 @@
 namespace korvane
 {
 
-/// Per-apartment state. It goes when the apartment ends or when the module is about to be unloaded.
+/// Per-apartment state. It goes when the apartment ends or, for the thread that asks, when the module is about to be
+/// unloaded.
 struct ApartmentState
 {
     ComPtr<IUnknown> resources;          ///< the texts and pictures of all dialogs of the apartment
@@ -24,5 +25,8 @@ void releaseApartment() noexcept;
 
 /// The state of the calling thread's apartment, or null when there is none yet.
 ApartmentState* existingApartment() noexcept;
+
+/// The module goes: gives back what every thread's state was found by.
+void forgetApartments() noexcept;
 
 } // namespace korvane

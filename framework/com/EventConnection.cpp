@@ -95,12 +95,11 @@ void EventConnection::connect(IUnknown* source, REFIID events, Handler handler)
 
     handler_ = std::move(handler);
     sink_ = ComPtr<Sink>(new Sink(*this, events));
-    const HRESULT result = point->Advise(sink_.get(), &cookie_);
-    if (FAILED(result))
+    if (const auto failure = attempt([&] { call(point, &IConnectionPoint::Advise, sink_.get(), &cookie_); }))
     {
         sink_->cutOff();
         sink_.reset();
-        throw Failure(result);
+        throw *failure;
     }
     point_ = std::move(point);
 }

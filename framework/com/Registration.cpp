@@ -4,7 +4,6 @@
 #include "framework/com/Decimal.h"
 #include "framework/com/Module.h"
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -57,27 +56,22 @@ private:
 };
 
 /// While it lives, everything that is written under HKEY_CLASSES_ROOT, by the platform's own type library
-/// registration too, goes to the user's part of the registry.
+/// registration too, goes to one part of the registry: that key by itself is a view of both parts, and writes to the
+/// user's where the user has the same key.
 class ClassesRoot
 {
 public:
     explicit ClassesRoot(Scope scope)
+        : classes_(scope == Scope::machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER, L"Software\\Classes")
     {
-        if (scope == Scope::machine)
-            return;
-        userClasses_ = std::make_unique<Key>(HKEY_CURRENT_USER, L"Software\\Classes");
-        requireRegistry(RegOverridePredefKey(HKEY_CLASSES_ROOT, userClasses_->get()));
+        requireRegistry(RegOverridePredefKey(HKEY_CLASSES_ROOT, classes_.get()));
     }
     ClassesRoot(const ClassesRoot&) = delete;
     ClassesRoot& operator=(const ClassesRoot&) = delete;
-    ~ClassesRoot()
-    {
-        if (userClasses_)
-            RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr);
-    }
+    ~ClassesRoot() { RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr); }
 
 private:
-    std::unique_ptr<Key> userClasses_;
+    Key classes_;
 };
 
 std::wstring text(const GUID& guid)

@@ -226,7 +226,7 @@ HWND TextBox::createWindow(HWND parent, int id)
 {
     const DWORD kind = kind_ == Kind::lines ? ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL : ES_AUTOHSCROLL;
     const HWND box = createWindow(parent, id, L"Edit", WS_TABSTOP | kind, WS_EX_CLIENTEDGE);
-    SendMessageW(box, EM_SETLIMITTEXT, 0, 0); // the largest that the control can hold
+    SendMessageW(box, EM_SETLIMITTEXT, limit_, 0);
     if (kind_ == Kind::digits)
         SetWindowSubclass(box, &digitsOnly, 0, 0);
     return box;
@@ -243,6 +243,13 @@ void TextBox::notify(WORD code)
         focusNotified(false);
         raise(onLostFocus);
     }
+}
+
+/// The box keeps the focus, but to its owner it is as if the user had left it.
+void TextBox::completeEdit()
+{
+    if (hasFocus() && onLostFocus)
+        onLostFocus();
 }
 
 HWND Swatch::createWindow(HWND parent, int id)

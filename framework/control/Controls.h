@@ -238,8 +238,9 @@ public:
         digits ///< takes the digits 0 to 9 and Backspace
     };
 
-    TextBox(Surface surface, const Design& design, Kind kind = Kind::line)
-        : Control(surface, design, TextProperty::text), kind_(kind)
+    /// @param limit characters that can be typed; 0 for as many as the platform's box can hold.
+    TextBox(Surface surface, const Design& design, Kind kind = Kind::line, WPARAM limit = 0)
+        : Control(surface, design, TextProperty::text), kind_(kind), limit_(limit)
     {
     }
 
@@ -250,6 +251,7 @@ public:
     std::function<void()> onLostFocus;
 
     void notify(WORD code) override;
+    void completeEdit() override;
 
 protected:
     using Control::createWindow;
@@ -257,6 +259,7 @@ protected:
 
 private:
     Kind kind_;
+    WPARAM limit_;
 };
 
 /// A field of one colour.

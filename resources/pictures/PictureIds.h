@@ -18,32 +18,9 @@
 #define PICTURE_ACTIVITIES 25000
 #define PICTURE_MOVE_ACTIVITY 25500
 
-/* Added to the id of a bitmap for the same picture at a larger scale. Icons hold
-   all their sizes under one id. */
-#define PICTURE_AT_150_PERCENT 100
-#define PICTURE_AT_200_PERCENT 200
-
-/* Bitmaps at 150 and 200 %, written out because resource ids are no expressions */
-#define PICTURE_GROUPS_150 21100
-#define PICTURE_GROUPS_200 21200
-#define PICTURE_RESOURCES_150 22100
-#define PICTURE_RESOURCES_200 22200
-#define PICTURE_MESSAGES_150 22600
-#define PICTURE_MESSAGES_200 22700
-#define PICTURE_MOVE_TO_TOP_150 22621
-#define PICTURE_MOVE_TO_TOP_200 22721
-#define PICTURE_MOVE_UP_150 22622
-#define PICTURE_MOVE_UP_200 22722
-#define PICTURE_MOVE_DOWN_150 22623
-#define PICTURE_MOVE_DOWN_200 22723
-#define PICTURE_MOVE_TO_BOTTOM_150 22624
-#define PICTURE_MOVE_TO_BOTTOM_200 22724
-#define PICTURE_ACTIVITY_TYPES_150 23100
-#define PICTURE_ACTIVITY_TYPES_200 23200
-#define PICTURE_ACTIVITIES_150 25100
-#define PICTURE_ACTIVITIES_200 25200
-#define PICTURE_MOVE_ACTIVITY_150 25600
-#define PICTURE_MOVE_ACTIVITY_200 25700
+/* The same bitmap at 150 and 200 % has a name made of its id (see Pictures.rc), so
+   that no number leads to it but the id itself. Icons hold all their sizes under
+   one id. */
 
 /* Cursors shown while an activity is dragged */
 #define CURSOR_MOVE 25500

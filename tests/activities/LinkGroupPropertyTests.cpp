@@ -32,6 +32,7 @@ public:
 
     int endings[3] = {};
     int lostPrimaries = 0;
+    int secondAttempts = 0;
 
 private:
     int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
@@ -52,6 +53,9 @@ private:
     void edit(long operation);
     void editUnderWay(EditEvents& command, LinkGroupModel::Group* group, long operation,
                       LinkGroupModel::Edit& edit);
+    void attemptAgain(EditEvents& command, const LinkGroupModel& former, std::ptrdiff_t index, long operation,
+                      const LinkGroupModel::Edit& edit);
+    Ending apply(LinkGroupModel::Group* group, long operation, const LinkGroupModel::Edit& edit, int failing);
     void move(long operation);
 
     long anyActivity();
@@ -238,16 +242,24 @@ void Sequence::editUnderWay(EditEvents& command, LinkGroupModel::Group* group, l
     if (oneIn(8))
         store_.renameGroup();
     told_ += " failing " + shown(failing);
+    const LinkGroupModel former = model_;
+    const auto place = std::find_if(model_.groups.begin(), model_.groups.end(),
+                                    [group](const LinkGroupModel::Group& each) { return &each == group; });
+    const auto index = std::distance(model_.groups.begin(), place);
     execute(command, failing, false);
 
-    if (operation == operationDelete)
-        return compare(model_.remove(*group, edit.instance, failing));
     const bool primaryIsChosen =
+        operation == operationDelete ||
         std::find(edit.chosen.begin(), edit.chosen.end(), edit.primary) != edit.chosen.end();
     lostPrimaries += !primaryIsChosen;
     const bool adds = operation == operationAdd;
-    const Ending ending = adds ? model_.add(edit, failing) : model_.change(*group, edit, failing);
+    const Ending ending = apply(group, operation, edit, failing);
     compare(ending);
+    // A lost primary resource keeps the first attempt from booking those that were added, and not the second.
+    if (ending == Ending::failed && primaryIsChosen)
+        return attemptAgain(command, former, index, operation, edit);
+    if (operation == operationDelete)
+        return;
 
     // The outcome as the user sees it: whoever was chosen is booked.
     if (ending == Ending::done && primaryIsChosen)
@@ -268,6 +280,33 @@ void Sequence::editUnderWay(EditEvents& command, LinkGroupModel::Group* group, l
         if (adds && number(command, L"Instance") != 0)
             complain("the instance of the new activity");
     }
+}
+
+Ending Sequence::apply(LinkGroupModel::Group* group, long operation, const LinkGroupModel::Edit& edit,
+                       int failing)
+{
+    switch (operation)
+    {
+    case operationAdd:
+        return model_.add(edit, failing);
+    case operationDelete:
+        return model_.remove(*group, edit.instance, failing);
+    default:
+        return model_.change(*group, edit, failing);
+    }
+}
+
+/// The user presses OK again, and what made the first attempt fail half-way is gone: everything is as if that attempt
+/// had succeeded.
+void Sequence::attemptAgain(EditEvents& command, const LinkGroupModel& former, std::ptrdiff_t index,
+                            long operation, const LinkGroupModel::Edit& edit)
+{
+    ++secondAttempts;
+    told_ += " and again";
+    model_ = former;
+    const auto group = std::next(model_.groups.begin(), index);
+    execute(command, -1, false);
+    compare(apply(group == model_.groups.end() ? nullptr : &*group, operation, edit, -1));
 }
 
 void Sequence::move(long operation)
@@ -321,6 +360,7 @@ TEST(LinkGroupPropertyTests, LinkGroupsAreWhatTheModelSays)
 {
     int endings[3] = {};
     int lostPrimaries = 0;
+    int secondAttempts = 0;
     for (unsigned seed = 1; seed <= sequences; ++seed)
     {
         Sequence sequence(seed);
@@ -330,12 +370,14 @@ TEST(LinkGroupPropertyTests, LinkGroupsAreWhatTheModelSays)
         for (int index = 0; index < 3; ++index)
             endings[index] += sequence.endings[index];
         lostPrimaries += sequence.lostPrimaries;
+        secondAttempts += sequence.secondAttempts;
     }
     // What is compared is worth something only where it happens.
     EXPECT_GT(endings[static_cast<int>(Ending::done)], 50000);
     EXPECT_GT(endings[static_cast<int>(Ending::failed)], 5000);
     EXPECT_GT(endings[static_cast<int>(Ending::refused)], 100);
     EXPECT_GT(lostPrimaries, 1000);
+    EXPECT_GT(secondAttempts, 3000);
     RecordProperty("done", endings[0]);
     RecordProperty("failed", endings[1]);
     RecordProperty("refused", endings[2]);

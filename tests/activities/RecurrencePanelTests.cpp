@@ -116,6 +116,43 @@ TEST_F(RecurrencePanelTests, NumbersBeyondTheArrowsAreShownAndKept)
     EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, day -1/0/0)");
 }
 
+TEST_F(RecurrencePanelTests, ANumberThatIsTypedReplacesOneBeyondTheArrows)
+{
+    showedWith({1, 0, 0, 0});
+    retype(countBox(), L"1");
+    EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, day 0/1/0)");
+    container.close();
+    showedWith({1, 0, 20000, 0});
+    retype(countBox(), L"9999");
+    EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, day 0/9999/0)");
+    container.close();
+    showedWith({1, -1, 4, 0});
+    retype(intervalBox(), L"1");
+    EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, day 0/4/0)");
+}
+
+TEST_F(RecurrencePanelTests, ABoxTakesNoMoreDigitsThanTheArrowsReach)
+{
+    showedWith({1, 0, 7, 0});
+    retype(countBox(), L"12000");
+    EXPECT_EQ(Container::text(countBox()), L"1200");
+    EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, day 0/1200/0)");
+}
+
+TEST_F(RecurrencePanelTests, WhatEnterSavesStandsInTheBox)
+{
+    showedWith({1, 0, 7, 0});
+    std::wstring submitted;
+    container.onSubmit = [&](IAppCommand&) {
+        submitted = Container::text(countBox());
+        return false;
+    };
+    retype(countBox(), L"0");
+    EXPECT_EQ(Container::text(countBox()), L"0");
+    container.press(VK_RETURN);
+    EXPECT_EQ(submitted, L"7");
+}
+
 TEST_F(RecurrencePanelTests, ARuleOfAnUnknownKindIsKept)
 {
     showedWith({9, 2, 7, 1});

@@ -144,6 +144,34 @@ TEST_F(DialogLifeTests, AnErrorOfTheExecutionIsToldAndTheDialogStays)
     EXPECT_THAT(container.done, ElementsAre(true));
 }
 
+TEST_F(DialogLifeTests, AContainerThatFailsAtTheEndIsAskedAgain)
+{
+    ASSERT_TRUE(show());
+    const auto end = container.site->onDone;
+    const auto failAtTheEnd = [](bool) { throw Failure(static_cast<HRESULT>(0x80043333), L"host", L"busy"); };
+    container.site->onDone = failAtTheEnd;
+    clickCancel();
+    EXPECT_THAT(container.errors, ElementsAre(ErrorInfo{static_cast<HRESULT>(0x80043333), L"host", L"busy"}));
+    container.site->onDone = end;
+    clickCancel();
+    EXPECT_THAT(container.done, ElementsAre(true));
+    EXPECT_EQ(container.submitted, 0);
+}
+
+TEST_F(DialogLifeTests, WhatIsExecutedIsNotExecutedAgainForAContainerThatFailsAtTheEnd)
+{
+    ASSERT_TRUE(show());
+    const auto end = container.site->onDone;
+    container.site->onDone = [](bool) { throw Failure(E_FAIL); };
+    clickOk();
+    clickOk();
+    EXPECT_EQ(container.errors.size(), 2U);
+    container.site->onDone = end;
+    clickCancel(); // the command is done, whichever way the user leaves
+    EXPECT_THAT(container.done, ElementsAre(false));
+    EXPECT_EQ(command->executions, 1);
+}
+
 TEST_F(DialogLifeTests, NothingIsSubmittedTwice)
 {
     ASSERT_TRUE(show());

@@ -2,7 +2,7 @@
 
 #include "demo/datalayer/ConnectionPoint.h"
 #include "framework/com/Boundary.h"
-#include "tests/support/Library.h"
+#include "tests/support/ComRules.h"
 
 #include <KorvaneData.h>
 
@@ -27,6 +27,31 @@ public:
     void clear() { raise(1); }
     void add(long id) { raise(2, {Variant(id), Variant(Bstr(L"Drivers")), Variant(7L)}); }
     void addIncompletely(long id) { raise(2, {Variant(id)}); }
+};
+
+/// Has the events, and lets nobody subscribe.
+class RefusingSource final
+    : public Object<RefusingSource, Inherits<IConnectionPointContainer, IConnectionPoint>,
+                    IConnectionPointContainer, IConnectionPoint>
+{
+public:
+    STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints**) override { return E_NOTIMPL; }
+    STDMETHODIMP FindConnectionPoint(REFIID, IConnectionPoint** point) override
+    {
+        return QueryInterface(IID_PPV_ARGS(point));
+    }
+    STDMETHODIMP GetConnectionInterface(IID*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetConnectionPointContainer(IConnectionPointContainer**) override { return E_NOTIMPL; }
+    STDMETHODIMP Advise(IUnknown*, DWORD*) override
+    {
+        return Failure(static_cast<HRESULT>(0x80041234), L"data", L"too many").report();
+    }
+    STDMETHODIMP Unadvise(DWORD) override { return E_NOTIMPL; }
+    STDMETHODIMP EnumConnections(IEnumConnections**) override { return E_NOTIMPL; }
+    STDMETHODIMP InterfaceSupportsErrorInfo(REFIID iid) override
+    {
+        return iid == IID_IConnectionPoint ? S_OK : S_FALSE;
+    }
 };
 
 class EventConnectionTests : public testing::Test
@@ -99,6 +124,20 @@ TEST_F(EventConnectionTests, ASourceOfOtherEventsIsRefused)
     EXPECT_EQ(failureOf([&] { connection->connect(point, IID_IPropertyNotifySink, {}); }),
               CONNECT_E_NOCONNECTION);
     EXPECT_EQ(failureOf([&] { connection->connect(nullptr, __uuidof(IGroupsEvents), {}); }), E_POINTER);
+}
+
+TEST_F(EventConnectionTests, ASourceThatRefusesTellsWhy)
+{
+    const auto refusing = make<RefusingSource>();
+    const auto failure = attempt([&] {
+        connection->connect(static_cast<IConnectionPointContainer*>(refusing.get()), __uuidof(IGroupsEvents),
+                            {});
+    });
+    ASSERT_TRUE(failure);
+    EXPECT_EQ(failure->number(), static_cast<HRESULT>(0x80041234));
+    EXPECT_EQ(failure->source(), L"data");
+    EXPECT_EQ(failure->description(), L"too many");
+    EXPECT_EQ(references(static_cast<IConnectionPointContainer*>(refusing.get())), 1);
 }
 
 TEST_F(EventConnectionTests, AnObjectWithoutEventsIsRefused)

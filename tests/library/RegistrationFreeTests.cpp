@@ -221,6 +221,38 @@ TEST(RegistrationFreeTests, TypesLeadFromOneLibraryToTheNext)
     EXPECT_THAT(declarations, Contains(testing::HasSubstr(L"IAppCommand*"))); // of KorvaneLib
 }
 
+TEST(RegistrationFreeTests, EveryContractHasItsProxy)
+{
+    constexpr CLSID automationsProxy{0x00020424, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+    int contracts = 0;
+    for (const GUID* id :
+         {&LIBID_KorvaneDlg, &LIBID_KorvaneLib, &LIBID_KorvaneInterfaces, &LIBID_KorvaneData})
+    {
+        ComPtr<ITypeLib> described;
+        ASSERT_EQ(LoadRegTypeLib(*id, 1, 0, 0, described.put()), S_OK);
+        for (UINT index = 0; index < described->GetTypeInfoCount(); ++index)
+        {
+            ComPtr<ITypeInfo> information;
+            ASSERT_EQ(described->GetTypeInfo(index, information.put()), S_OK);
+            TYPEATTR* attributes = nullptr;
+            ASSERT_EQ(information->GetTypeAttr(&attributes), S_OK);
+            const IID contract = attributes->guid;
+            const bool isDual = (attributes->wTypeFlags & TYPEFLAG_FDUAL) != 0;
+            information->ReleaseTypeAttr(attributes);
+            if (!isDual)
+                continue;
+            ++contracts;
+            CLSID proxy{};
+            Bstr name;
+            EXPECT_EQ(information->GetDocumentation(MEMBERID_NIL, name.put(), nullptr, nullptr, nullptr),
+                      S_OK);
+            EXPECT_EQ(CoGetPSClsid(contract, &proxy), S_OK) << narrow(name.view());
+            EXPECT_EQ(proxy, automationsProxy) << narrow(name.view());
+        }
+    }
+    EXPECT_GE(contracts, 22);
+}
+
 TEST(RegistrationFreeTests, AContractReachesAnotherApartment)
 {
     const RegistryGuard guard; // a system may register the contract when it makes a proxy from it

@@ -80,6 +80,26 @@ TEST_F(CalendarTests, AYearThatThePlatformDoesNotKnowIsItsError)
     EXPECT_EQ(failureOf(-32768), E_INVALIDARG);
 }
 
+// The platform takes some years before the first one too; what it makes of them is its own.
+TEST_F(CalendarTests, AYearBeforeTheFirstIsWhatThePlatformMakesOfIt)
+{
+    for (const long year : {-1L, -4L, -99L, -100L, -101L, -1900L, -9999L})
+    {
+        UDATE day{};
+        day.st.wYear = static_cast<WORD>(year);
+        day.st.wMonth = 2;
+        day.st.wDay = 28;
+        DATE date = 0;
+        HRESULT known = VarDateFromUdate(&day, 0, &date);
+        if (SUCCEEDED(known))
+            known = VarUdateFromDate(date + 1, 0, &day); // its first days may lead beyond its own dates
+        VARIANT_BOOL result = VARIANT_FALSE;
+        EXPECT_EQ(calendar->IsLeapYear(year, &result), known) << year;
+        if (SUCCEEDED(known))
+            EXPECT_EQ(result != VARIANT_FALSE, day.st.wMonth == 3) << year;
+    }
+}
+
 TEST_F(CalendarTests, EasterIsRefused)
 {
     DATE sunday = 45000;

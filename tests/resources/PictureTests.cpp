@@ -1,5 +1,4 @@
 #include "framework/com/Variant.h"
-#include "resources/pictures/PictureIds.h"
 #include "tests/support/Library.h"
 
 #include <KorvaneDlg.h>
@@ -123,18 +122,28 @@ TEST_F(PictureTests, EveryBitmapHasTheSizeOfTheScreensResolution)
     }
 }
 
-TEST_F(PictureTests, ALargerScaleIsStoredUnderItsOwnId)
+TEST_F(PictureTests, EveryBitmapIsStoredForTheLargerScalesToo)
 {
-    const auto widthOf = [&](long id) {
-        const auto found = picture(&IResources::GetBitmap, id);
+    const auto widthOf = [](long id, const wchar_t* scale) {
+        const std::wstring name = L"BITMAP_" + std::to_wstring(id) + scale;
+        auto* const loaded = static_cast<HBITMAP>(LoadImageW(library(), name.c_str(), IMAGE_BITMAP, 0, 0, 0));
         BITMAP bitmap{};
-        return found && GetObjectW(bitmapOf(found), sizeof bitmap, &bitmap) ? bitmap.bmWidth : 0;
+        GetObjectW(loaded, sizeof bitmap, &bitmap);
+        DeleteObject(loaded);
+        return bitmap.bmWidth;
     };
     for (const long id : bitmaps)
     {
-        EXPECT_EQ(widthOf(id + PICTURE_AT_150_PERCENT), 24) << id;
-        EXPECT_EQ(widthOf(id + PICTURE_AT_200_PERCENT), 32) << id;
+        EXPECT_EQ(widthOf(id, L"_AT_150"), 24) << id;
+        EXPECT_EQ(widthOf(id, L"_AT_200"), 32) << id;
     }
+}
+
+TEST_F(PictureTests, NoNumberLeadsToAnotherScaleOfAPicture)
+{
+    for (const long id : bitmaps)
+        for (const long other : {id - 200, id - 100, id + 100, id + 200})
+            EXPECT_FALSE(picture(&IResources::GetBitmap, other)) << other;
 }
 
 TEST_F(PictureTests, CursorsAreIconsToThePlatformsPictures)

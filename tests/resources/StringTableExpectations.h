@@ -23,6 +23,7 @@ inline constexpr StringTableEntry kContractStrings[] = {
     {3900, L"Employees"},
     {4090, L"Unknown username - cannot login."},
     {4190, L"You are not authorized to add new groups."},
+    {4193, L"You must not delete the last group."},
     {4290, L"You are not authorized to add new ressources."},
     {4291, L"You are not authorized to edit this ressource."},
     {4390, L"You are not authorized to add new activity types."},
@@ -140,6 +141,7 @@ inline constexpr StringTableEntry kContractStrings[] = {
 
     {30010, L"10 Hours"},
     {40000, L"Groups"},
+    {40010, L"Zoom &in"},
     {40050, L"Enter name of new group"},
     {40051, L"Create copy of existing group"},
     {40052, L"Copy of ressources from existing group"},

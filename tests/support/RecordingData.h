@@ -73,7 +73,7 @@ struct RecordingData
 {
     RecordingData();
 
-    /// The calls so far, for example `Groups.Fetch(4, "", 0)`, and forgets them.
+    /// The calls so far, for example `Groups.Fetch(4)`, and forgets them.
     std::vector<std::string> takeCalls();
 
     /// Lets the next call with this name, for example "Groups.Fetch", fail with this error.

@@ -70,6 +70,24 @@ private:
     std::wstring path_;
 };
 
+/// A file that others may read but not write while it lives.
+class WriteProtection
+{
+public:
+    explicit WriteProtection(const std::wstring& file)
+        : handle_(
+              CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr))
+    {
+        EXPECT_NE(INVALID_HANDLE_VALUE, handle_);
+    }
+    WriteProtection(const WriteProtection&) = delete;
+    WriteProtection& operator=(const WriteProtection&) = delete;
+    ~WriteProtection() { CloseHandle(handle_); }
+
+private:
+    HANDLE handle_;
+};
+
 struct Listed
 {
     long id;

@@ -99,10 +99,19 @@ TEST_F(Links, TakeTheIdOfTheFirstActivityLeft)
     EXPECT_EQ((Lines{L"3, 5", L"4, 2"}), desk->members(4));
 }
 
+TEST_F(Links, KeepAResource)
+{
+    const Link link = three();
+    const Lines booked = desk->schedule(at(1990, 1, 1), at(2200, 1, 1));
+    EXPECT_REFUSED(desk->removeNames(link, {anna, bert, van}), Code::nobodyLeft, L"EventLinks",
+                   L"An activity needs a resource. Delete it to take it from all of them.");
+    EXPECT_EQ(booked, desk->schedule(at(1990, 1, 1), at(2200, 1, 1)));
+}
+
 TEST_F(Links, AreGoneWithTheLastActivity)
 {
     const Link link = three();
-    EXPECT_EQ(std::nullopt, desk->removeNames(link, {anna, bert, van}));
+    desk->removeAll(link);
     EXPECT_EQ(Lines{}, desk->schedule(at(1990, 1, 1), at(2200, 1, 1)));
     EXPECT_REFUSED(desk->addNames(link, {anna}), Code::unknownLink, L"EventLinks", unknownLink);
 }

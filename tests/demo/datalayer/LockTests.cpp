@@ -80,24 +80,6 @@ protected:
     long single = desk->add(meeting());
 };
 
-/// A file that others may read but not write while it lives.
-class WriteProtection
-{
-public:
-    explicit WriteProtection(const std::wstring& file)
-        : handle_(
-              CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr))
-    {
-        EXPECT_NE(INVALID_HANDLE_VALUE, handle_);
-    }
-    WriteProtection(const WriteProtection&) = delete;
-    WriteProtection& operator=(const WriteProtection&) = delete;
-    ~WriteProtection() { CloseHandle(handle_); }
-
-private:
-    HANDLE handle_;
-};
-
 } // namespace
 
 TEST_F(Locks, OfAnotherProcessReachTheUserAsAnError)
