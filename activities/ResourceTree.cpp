@@ -1,5 +1,7 @@
 #include "activities/ResourceTree.h"
 
+#include "framework/com/Boundary.h"
+
 #include <algorithm>
 
 namespace korvane
@@ -25,13 +27,15 @@ void ResourceTree::clearGroups()
 
 void ResourceTree::addGroup(long id, BSTR text)
 {
-    if (groupsById_.contains(id))
+    Group*& shown = groupsById_[id];
+    if (shown)
         return;
     auto group = std::make_unique<Group>();
     group->id = id;
     groups_.reserve(groups_.size() + 1);
+    // The tree knows the group by its address: nothing may fail from here on.
     group->node = tvwNames.AddNode(nullptr, text, static_cast<Node*>(group.get()), false);
-    groupsById_.emplace(id, group.get());
+    shown = group.get();
     groups_.push_back(std::move(group));
 }
 
@@ -49,17 +53,25 @@ void ResourceTree::clearNames()
 void ResourceTree::addName(long id, BSTR text, long groupId)
 {
     const auto found = groupsById_.find(groupId);
-    if (found == groupsById_.end())
+    if (found == groupsById_.end() || !found->second)
         return;
     Group& group = *found->second;
-    if (names_.contains(key(id, groupId)))
+    Node*& shown = names_[key(id, groupId)];
+    if (shown)
         return;
     Node& name = group.names.emplace_back();
-    name.id = id;
-    name.group = &group;
-    name.checked = hasName(id);
-    name.node = tvwNames.AddNode(group.node, text, &name, name.checked);
-    names_.emplace(key(id, groupId), &name);
+    const auto failure = attempt([&] {
+        name.id = id;
+        name.group = &group;
+        name.checked = hasName(id);
+        name.node = tvwNames.AddNode(group.node, text, &name, name.checked);
+    });
+    if (failure)
+    {
+        group.names.pop_back();
+        throw *failure;
+    }
+    shown = &name;
 }
 
 void ResourceTree::toggled(TreeView::Node changed)
@@ -102,7 +114,7 @@ void ResourceTree::show(Node& node, bool checked)
 
 void ResourceTree::select(long nameId, long groupId)
 {
-    if (const auto found = names_.find(key(nameId, groupId)); found != names_.end())
+    if (const auto found = names_.find(key(nameId, groupId)); found != names_.end() && found->second)
         tvwNames.select(found->second->node);
 }
 

@@ -60,6 +60,7 @@ private:
     void show(Node& node, bool checked);
 
     std::vector<std::unique_ptr<Group>> groups_;
+    // Null for what could not be added.
     std::unordered_map<long, Group*> groupsById_;
     std::unordered_map<std::uint64_t, Node*> names_;
 };

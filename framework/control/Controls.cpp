@@ -76,8 +76,10 @@ std::wstring Control::textValue() const
 void Control::setTextValue(std::wstring_view text)
 {
     text_ = text;
+    settingText_ = true;
     if (window_)
         SetWindowTextW(window_, text_.c_str());
+    settingText_ = false;
 }
 
 void Control::setToolTipText(std::wstring_view text)
@@ -234,7 +236,7 @@ HWND TextBox::createWindow(HWND parent, int id)
 
 void TextBox::notify(WORD code)
 {
-    if (code == EN_CHANGE)
+    if (code == EN_CHANGE && !isSettingText())
         raise(onChange);
     else if (code == EN_SETFOCUS)
         focusNotified(true);

@@ -122,6 +122,9 @@ protected:
 
     void focusNotified(bool arrived) const noexcept;
 
+    /// The change of the text at hand is the owner's.
+    bool isSettingText() const noexcept { return settingText_; }
+
     LRESULT send(UINT message, WPARAM first = 0, LPARAM second = 0) const noexcept;
 
     DialogWindow& dialog_;
@@ -136,6 +139,7 @@ private:
     std::wstring toolTip_;
     bool visible_ = true;
     bool enabled_ = true;
+    bool settingText_ = false;
     HWND window_ = nullptr;
 };
 
@@ -247,7 +251,7 @@ public:
     std::wstring Text() const { return textValue(); }
     void setText(std::wstring_view text) { setTextValue(text); }
 
-    std::function<void()> onChange;
+    std::function<void()> onChange; ///< by the user; setText does not raise it
     std::function<void()> onLostFocus;
 
     void notify(WORD code) override;

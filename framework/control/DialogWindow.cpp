@@ -110,12 +110,16 @@ void DialogWindow::createControls()
     const ControlsContext context;
     int id = IDOK + 100; // clear of the ids that the dialog manager knows
     for (Control* control : controls_)
-        control->create(window_, id++);
-    controlsCreated_ = true;
+    {
+        if (!control->window()) // an attempt that failed half-way may have made it
+            control->create(window_, id);
+        ++id;
+    }
     if (GetDlgItem(window_, IDOK))
         SendMessageW(window_, DM_SETDEFID, IDOK, 0);
     createToolTips();
     applyFont();
+    controlsCreated_ = true;
     layoutChanged();
 }
 

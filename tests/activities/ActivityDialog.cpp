@@ -23,7 +23,7 @@ Variant ActivityDialog::get(const wchar_t* name) const
     return value;
 }
 
-bool ActivityDialog::show(long operation, long instance)
+void ActivityDialog::arrange(long operation, long instance)
 {
     call(command, &IAppCommand::put_Operation, operation);
     let(L"Root", Variant(data.root.as<IDispatch>()));
@@ -39,6 +39,11 @@ bool ActivityDialog::show(long operation, long instance)
         let(L"EventID", Variant(50L));
         let(L"Instance", Variant(instance));
     }
+}
+
+bool ActivityDialog::show(long operation, long instance)
+{
+    arrange(operation, instance);
     return container.show(__uuidof(::ctlEditEvents), command.get());
 }
 

@@ -18,7 +18,9 @@ protected:
 
     void SetUp() override;
 
-    /// Gives the command its operation and operands, places the dialog and reads Ready.
+    /// Gives the command its operation and operands.
+    void arrange(long operation, long instance = 0);
+    /// The same, and places the dialog and reads Ready.
     bool show(long operation, long instance = 0);
     /// As show for a dialog that is ready, active and has made its calls.
     void showed(long operation, long instance = 0);

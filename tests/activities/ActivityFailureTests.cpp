@@ -10,8 +10,6 @@ namespace korvane::test
 namespace
 {
 
-const ErrorInfo locked{static_cast<HRESULT>(0x80041234), L"KorvaneData.Events", L"The database is locked."};
-
 using Method = HRESULT (STDMETHODCALLTYPE IAppCommand::*)(VARIANT_BOOL*);
 
 /// What the operands are from the first success of a call on.

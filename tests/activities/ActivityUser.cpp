@@ -128,4 +128,22 @@ void ActivityUser::toggleByMouse(HTREEITEM item)
     container.pump();
 }
 
+void ActivityUser::setChecked(HTREEITEM item, bool checked) const
+{
+    TVITEMW change{};
+    change.mask = TVIF_HANDLE | TVIF_STATE;
+    change.hItem = item;
+    change.stateMask = TVIS_STATEIMAGEMASK;
+    change.state = INDEXTOSTATEIMAGEMASK(checked ? 2 : 1);
+    SendMessageW(tree(), TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&change));
+    // Not every implementation of the platform tells of a changed node: told here as its tree does.
+    NMTVITEMCHANGE told{};
+    told.hdr = {tree(), static_cast<UINT_PTR>(GetDlgCtrlID(tree())), static_cast<UINT>(TVN_ITEMCHANGEDW)};
+    told.uChanged = TVIF_STATE;
+    told.hItem = item;
+    told.uStateNew = change.state;
+    told.uStateOld = INDEXTOSTATEIMAGEMASK(checked ? 1 : 2);
+    SendMessageW(GetParent(tree()), WM_NOTIFY, told.hdr.idFrom, reinterpret_cast<LPARAM>(&told));
+}
+
 } // namespace korvane::test

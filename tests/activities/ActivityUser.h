@@ -45,6 +45,8 @@ public:
     /// Checks or unchecks a node as the user does: selects it and presses the space bar, or clicks its box.
     void toggleByKey(HTREEITEM item);
     void toggleByMouse(HTREEITEM item);
+    /// The same without the user's doing, as assistive technology does. The messages that follow are not waited for.
+    void setChecked(HTREEITEM item, bool checked) const;
 
     Questions questions;
     Container container;

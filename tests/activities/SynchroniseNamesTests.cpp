@@ -34,6 +34,17 @@ protected:
         return calls;
     }
 
+    /// Lets a change fail at the detachment, and gives back the calls up to it.
+    std::vector<std::string> failToDetach()
+    {
+        data.fail("EventLinks.Detach", locked);
+        call(command, &IAppCommand::put_Operation, 3L);
+        VARIANT_BOOL result = VARIANT_TRUE;
+        EXPECT_EQ(errorOf(command->Execute(&result)), locked);
+        EXPECT_EQ(result, VARIANT_FALSE);
+        return steps();
+    }
+
     /// The resources that are booked together with an activity.
     std::vector<long> bookedWith(long eventId)
     {
@@ -166,6 +177,67 @@ TEST_F(SynchroniseNamesTests, TheActivityIsThenTheOneThatIsLeft)
     EXPECT_THAT(bookedWith(22), ElementsAre(7));
     execute(2);
     EXPECT_THAT(steps(), ElementsAre("Events.Remove(22, 0)"));
+}
+
+TEST_F(SynchroniseNamesTests, AFailedDetachmentIsCompletedByTheNextExecute)
+{
+    open(20, 3);
+    drop({5, 6});
+    EXPECT_THAT(failToDetach(),
+                ElementsAre("EventLinks.RemoveNames(20, [5, 6])", "EventLinks.Detach(22, 7)"));
+    EXPECT_EQ(toLong(object->links.id.get()), 22);
+    EXPECT_EQ(data.event(22)->link, 22);
+
+    // What was done is not done again.
+    EXPECT_THAT(change(), ElementsAre("EventLinks.Detach(22, 7)", "Events.Update(22, 0, 7, 3, ...)",
+                                      "Events.SetRecurrence(22, none)"));
+    EXPECT_TRUE(object->links.id.isEmpty());
+    EXPECT_EQ(number(L"EventID"), 22);
+    EXPECT_EQ(data.event(22)->link, std::nullopt);
+}
+
+TEST_F(SynchroniseNamesTests, ADetachmentThatFailsTwiceIsStillCompleted)
+{
+    open(20, 3);
+    drop({6, 7});
+    failToDetach();
+    EXPECT_THAT(failToDetach(), ElementsAre("EventLinks.Detach(20, 5)"));
+    EXPECT_FALSE(object->links.id.isEmpty());
+    EXPECT_THAT(change(), ElementsAre("EventLinks.Detach(20, 5)", "Events.Update(20, 0, 5, 3, ...)",
+                                      "Events.SetRecurrence(20, none)"));
+    EXPECT_TRUE(object->links.id.isEmpty());
+}
+
+TEST_F(SynchroniseNamesTests, ADetachedActivityIsDetachedOnlyOnce)
+{
+    open(20, 3);
+    drop({6, 7});
+    failToDetach();
+    change();
+    EXPECT_THAT(change(), ElementsAre("Events.Update(20, 0, 5, 3, ...)", "Events.SetRecurrence(20, none)"));
+}
+
+TEST_F(SynchroniseNamesTests, AfterAFailedDetachmentAResourceChosenAgainStaysInTheGroup)
+{
+    open(20, 3);
+    drop({6, 7});
+    failToDetach();
+    choose({6});
+    EXPECT_THAT(change(),
+                ElementsAre("EventLinks.Create(20)", "EventLinks.AddNames(20, [6])",
+                            "EventLinks.UpdateLinked(20, 0, 3, ...)", "EventLinks.SetRecurrence(20, none)"));
+    EXPECT_THAT(bookedWith(20), ElementsAre(5, 6));
+}
+
+TEST_F(SynchroniseNamesTests, AfterAFailedDetachmentADeletionRemovesWhatIsLeftOfTheGroup)
+{
+    open(20, 3);
+    drop({6, 7});
+    failToDetach();
+    execute(2);
+    EXPECT_THAT(steps(), ElementsAre("EventLinks.RemoveAll(20)"));
+    EXPECT_EQ(data.event(20), nullptr);
+    EXPECT_EQ(data.events.size(), 1U); // the activity of no group
 }
 
 TEST_F(SynchroniseNamesTests, OneNewResourceTakesThePlaceOfAGroup)

@@ -1,8 +1,6 @@
 #include "tests/activities/ActivityDialog.h"
 #include "tests/support/ComRules.h"
 
-#include <oleacc.h>
-
 namespace korvane::test
 {
 
@@ -12,19 +10,6 @@ using testing::IsEmpty;
 
 namespace
 {
-
-/// What a screen reader calls a window.
-std::wstring accessibleName(HWND window)
-{
-    ComPtr<IAccessible> accessible;
-    require(AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
-                                       accessible.putVoid()));
-    Bstr name;
-    accessible->get_accName(Variant(static_cast<long>(CHILDID_SELF)).get(), name.put());
-    return std::wstring(name.view());
-}
-
-const ErrorInfo locked{static_cast<HRESULT>(0x80041234), L"KorvaneData.Events", L"The database is locked."};
 
 constexpr int yesNo[] = {IDYES, IDNO};
 
@@ -159,6 +144,71 @@ TEST_F(ctlEditEventsTests, AGroupFollowsItsResources)
     toggleByMouse(node(L"Ben", L"Vans"));
     EXPECT_FALSE(nodeChecked(node(L"Drivers")));
     EXPECT_FALSE(nodeChecked(node(L"Vans")));
+}
+
+TEST_F(ctlEditEventsTests, ACheckThatIsSetFromOutsideIsPartOfTheChoice)
+{
+    showed(1);
+    setChecked(node(L"Ben", L"Vans"), true);
+    container.pump();
+    EXPECT_THAT(treeLines(), ElementsAre(L"[ ] Drivers", L"  [x] Anna", L"  [x] Ben", L"  [ ] Carla",
+                                         L"[ ] Vans", L"  [ ] Van 1", L"  [x] Ben"));
+    EXPECT_EQ(number(L"N0"), 11);
+    Container::click(ok());
+    EXPECT_THAT(data.takeCalls(), Contains("EventLinks.AddNames(100, [10])"));
+}
+
+TEST_F(ctlEditEventsTests, ACheckThatIsTakenAwayFromOutsideLeavesTheChoice)
+{
+    data.events[0].link = 50;
+    data.events.push_back({51, 11, 7, monday, monday + 1, L"Oil change", 50});
+    showed(3);
+    setChecked(node(L"Ben", L"Drivers"), false);
+    container.pump();
+    EXPECT_FALSE(nodeChecked(node(L"Ben", L"Vans")));
+    Container::click(ok());
+    EXPECT_THAT(data.takeCalls(), Contains("EventLinks.RemoveNames(50, [11])"));
+}
+
+TEST_F(ctlEditEventsTests, AGroupThatIsCheckedFromOutsideTakesItsResourcesAlong)
+{
+    showed(1);
+    setChecked(node(L"Drivers"), true);
+    container.pump();
+    EXPECT_THAT(treeLines(), ElementsAre(L"[x] Drivers", L"  [x] Anna", L"  [x] Ben", L"  [x] Carla",
+                                         L"[ ] Vans", L"  [ ] Van 1", L"  [x] Ben"));
+    setChecked(node(L"Vans"), true);
+    setChecked(node(L"Drivers"), false);
+    container.pump();
+    EXPECT_THAT(treeLines(), ElementsAre(L"[ ] Drivers", L"  [ ] Anna", L"  [ ] Ben", L"  [ ] Carla",
+                                         L"[ ] Vans", L"  [x] Van 1", L"  [ ] Ben"));
+    Container::click(ok());
+    EXPECT_THAT(data.takeCalls(), Contains(testing::StartsWith("Events.Add(20, ")));
+    EXPECT_EQ(data.events.size(), 2U); // the one that was there, and Van 1's
+}
+
+TEST_F(ctlEditEventsTests, ChecksThatAreSetFromOutsideAtOnceAllCount)
+{
+    showed(1);
+    setChecked(node(L"Ben", L"Drivers"), true);
+    setChecked(node(L"Carla", L"Drivers"), true);
+    setChecked(node(L"Van 1", L"Vans"), true);
+    container.pump();
+    EXPECT_THAT(treeLines(), ElementsAre(L"[x] Drivers", L"  [x] Anna", L"  [x] Ben", L"  [x] Carla",
+                                         L"[x] Vans", L"  [x] Van 1", L"  [x] Ben"));
+    Container::click(ok());
+    EXPECT_THAT(data.takeCalls(), Contains("EventLinks.AddNames(100, [10, 11, 12])"));
+}
+
+TEST_F(ctlEditEventsTests, ANodeThatChangesInAnythingButItsCheckChangesNothing)
+{
+    showed(1);
+    toggleByKey(node(L"Ben", L"Drivers"));
+    const auto before = treeLines();
+    setChecked(node(L"Anna", L"Drivers"), true); // as it is
+    container.pump();
+    EXPECT_EQ(treeLines(), before);
+    EXPECT_EQ(number(L"N0"), 11); // the one that was checked last
 }
 
 TEST_F(ctlEditEventsTests, UncheckingThePrimaryResourceAndCheckingAnotherMovesTheActivity)
@@ -363,6 +413,28 @@ TEST_F(ctlEditEventsTests, AFailureLeavesEverythingAndACorrectedOkBooksOnce)
         container.done.clear();
         command = create<IAppCommand>(__uuidof(::EditEvents));
     }
+}
+
+TEST_F(ctlEditEventsTests, AFailedDetachmentKeepsTheDialogOpenAndTheNextOkCompletesIt)
+{
+    data.events[0].link = 50;
+    data.events.push_back({51, 11, 7, monday + 9 * hour, monday + 10 * hour, L"Oil change", 50});
+    showed(3);
+    toggleByKey(node(L"Ben", L"Drivers"));
+    data.fail("EventLinks.Detach", locked);
+    Container::click(ok());
+    EXPECT_THAT(container.errors, ElementsAre(locked));
+    EXPECT_THAT(container.done, IsEmpty());
+    EXPECT_THAT(data.takeCalls(),
+                ElementsAre("EventLinks.RemoveNames(50, [11])", "EventLinks.Detach(50, 10)"));
+
+    Container::click(ok());
+    EXPECT_THAT(container.done, ElementsAre(false));
+    EXPECT_THAT(data.takeCalls(), ElementsAre("EventLinks.Detach(50, 10)", "Root.Events()",
+                                              testing::StartsWith("Events.Update(50, 0, 10"), "Root.Events()",
+                                              "Events.SetRecurrence(50, none)"));
+    EXPECT_EQ(data.events.size(), 1U);
+    EXPECT_EQ(data.event(50)->link, std::nullopt);
 }
 
 TEST_F(ctlEditEventsTests, OkPressedTwiceBooksOnce)

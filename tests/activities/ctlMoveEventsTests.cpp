@@ -17,7 +17,6 @@ namespace
 {
 
 constexpr DATE monday = 46349; // 23 November 2026
-const ErrorInfo locked{static_cast<HRESULT>(0x80041234), L"KorvaneData.Events", L"The database is locked."};
 
 } // namespace
 

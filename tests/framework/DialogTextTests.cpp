@@ -28,6 +28,18 @@ TEST_F(DialogTextTests, ANumberWithoutTextBecomesEmpty)
     EXPECT_EQ(text(dialog->lblMissing), L"");
 }
 
+TEST_F(DialogTextTests, ATextThatTheDialogSetsIsNoChangeOfTheUsers)
+{
+    ASSERT_TRUE(show());
+    int changes = 0;
+    dialog->txtName.onChange = [&] { ++changes; };
+    dialog->txtName.setText(L"Vans");
+    EXPECT_EQ(changes, 0);
+    SetFocus(dialog->txtName.window());
+    container.type(L"x");
+    EXPECT_EQ(changes, 1);
+}
+
 TEST_F(DialogTextTests, ANumberBecomesItsText)
 {
     ASSERT_TRUE(show());

@@ -1,17 +1,11 @@
 // Whichever allocation of the library fails, the caller is told, nothing is half done, and the next attempt succeeds.
 #include "framework/com/Variant.h"
-#include "tests/support/Allocation.h"
-#include "tests/support/Container.h"
-#include "tests/support/Leaks.h"
-#include "tests/support/RecordingData.h"
+#include "tests/support/AllocationCycles.h"
 
 #include <gmock/gmock.h>
 
 namespace korvane::test
 {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace
 {
@@ -27,15 +21,13 @@ struct Case
 class AllocationFailureTests : public testing::TestWithParam<Case>
 {
 protected:
-    void SetUp() override
-    {
-        data.groups = {{1, L"All"}, {9, L"Vans", 5}, {4, L"Drivers", 7}};
-        renew();
-    }
+    void SetUp() override { renew(); }
 
     /// A command with the operands that a host sets.
     void renew()
     {
+        data.groups = {{1, L"All"}, {9, L"Vans", 5}, {4, L"Drivers", 7}};
+        data.nextId = 100;
         command = create<IAppCommand>(__uuidof(::EditGroups));
         call(command, &IAppCommand::put_Operation, GetParam().operation);
         let(L"Root", Variant(data.root.as<IDispatch>()));
@@ -49,7 +41,7 @@ protected:
     }
 
     /// The operands as one text.
-    std::string operands() const
+    static std::string operandsOf(const ComPtr<IAppCommand>& command)
     {
         Variant id;
         Variant name;
@@ -58,17 +50,30 @@ protected:
         return std::to_string(toLong(id.get())) + ' ' + quoted(toText(name.get()).view());
     }
 
-    /// What was called, without the closing of scopes, which follows a failure too.
-    std::vector<std::string> steps()
+    ScarceDialog dialog()
     {
-        auto calls = data.takeCalls();
-        std::erase(calls, "Scope.Close(0, 0)");
-        return calls;
-    }
-
-    static bool isStartOf(const std::vector<std::string>& part, const std::vector<std::string>& whole)
-    {
-        return part.size() <= whole.size() && std::equal(part.begin(), part.end(), whole.begin());
+        command.reset();
+        return {.dialogClass = __uuidof(::ctlEditGroups),
+                .data = data,
+                .container = container,
+                .renew =
+                    [this] {
+                        renew();
+                        return std::move(command);
+                    },
+                .operands = operandsOf,
+                .look =
+                    [this] {
+                        auto look = items(container.control(L"ListBox"));
+                        look.push_back(Container::text(container.control(L"Edit")));
+                        return look;
+                    },
+                .confirm =
+                    [this] {
+                        EXPECT_TRUE(container.button(L"OK"));
+                        container.site->activateUi();
+                        container.press(VK_RETURN);
+                    }};
     }
 
     /// Runs a method of the command while the n-th allocation fails, for every n, until none does.
@@ -76,18 +81,17 @@ protected:
     {
         VARIANT_BOOL result = VARIANT_FALSE;
         ASSERT_EQ((command.get()->*method)(&result), S_OK);
-        const auto whole = steps();
+        const auto whole = stepsOf(data);
         for (int failing = 1; failing < moreThanEnough; ++failing)
         {
             renew();
-            data.nextId = 100;
-            const std::string before = operands();
+            const std::string before = operandsOf(command);
             FailingAllocation allocation(failing, GetParam().extent);
             const HRESULT outcome = (command.get()->*method)(&result);
             allocation.end();
             SCOPED_TRACE("allocation " + std::to_string(failing) + ", " + allocation.refused());
 
-            const auto made = steps();
+            const auto made = stepsOf(data);
             EXPECT_EQ(data.openScopes, 0);
             if (!allocation.hasFailed())
             {
@@ -99,15 +103,16 @@ protected:
             EXPECT_TRUE(outcome == E_OUTOFMEMORY || outcome == S_OK) << std::hex << outcome;
             if (FAILED(outcome) && changesNothing)
             {
-                EXPECT_EQ(operands(), before);
+                EXPECT_EQ(operandsOf(command), before);
             }
             EXPECT_EQ((command.get()->*method)(&result), S_OK);
-            steps();
+            stepsOf(data);
         }
         ADD_FAILURE() << "allocations never end";
     }
 
     RecordingData data;
+    Container container;
     ComPtr<IAppCommand> command;
 };
 
@@ -135,123 +140,17 @@ TEST_P(AllocationFailureTests, TheClassesAreMadeOrRefused)
     command.reset();
     for (const CLSID& id : {__uuidof(::EditGroups), __uuidof(::ctlEditGroups), __uuidof(::Resources),
                             __uuidof(::AppDialogEvents)})
-    {
-        bool failed = true;
-        for (int failing = 1; failed && failing < moreThanEnough; ++failing)
-        {
-            FailingAllocation allocation(failing, GetParam().extent);
-            ComPtr<IUnknown> made;
-            const HRESULT outcome = create(id, IID_IUnknown, made.putVoid());
-            allocation.end();
-            failed = allocation.hasFailed();
-            EXPECT_EQ(outcome, failed ? E_OUTOFMEMORY : S_OK) << failing << ' ' << allocation.refused();
-            EXPECT_EQ(static_cast<bool>(made), !failed);
-            made.reset();
-            SetErrorInfo(0, nullptr);
-            EXPECT_EQ(canUnload(), S_OK);
-        }
-        EXPECT_FALSE(failed) << "allocations never end";
-    }
+        expectMadeOrRefused(id, GetParam().extent);
 }
 
 TEST_P(AllocationFailureTests, ReadyFailsAndSucceedsTheNextTime)
 {
-    std::vector<std::string> whole;
-    int refusedWithSuccess = 0;
-    for (int failing = 0; failing < moreThanEnough; ++failing)
-    {
-        renew();
-        Container container;
-        container.place(__uuidof(::ctlEditGroups), command.get());
-        canUnload();
-        VARIANT_BOOL ready = VARIANT_FALSE;
-        FailingAllocation allocation(failing, GetParam().extent);
-        const HRESULT outcome = container.dialog->get_Ready(&ready);
-        allocation.end();
-        SCOPED_TRACE("allocation " + std::to_string(failing) + ", " + allocation.refused());
-
-        const auto made = steps();
-        EXPECT_EQ(data.openScopes, 0);
-        EXPECT_THAT(container.errors, IsEmpty());
-        EXPECT_EQ(ready != VARIANT_FALSE, outcome == S_OK);
-        if (failing == 0)
-        {
-            EXPECT_EQ(outcome, S_OK);
-            whole = made;
-            continue;
-        }
-        if (!allocation.hasFailed())
-        {
-            EXPECT_EQ(outcome, S_OK);
-            EXPECT_EQ(made, whole);
-            RecordProperty("allocations", failing - 1);
-            RecordProperty("leftAsDesigned", refusedWithSuccess);
-            return;
-        }
-        if (outcome == S_OK)
-        {
-            // Only what is optional may have been left out: the dialog itself is complete.
-            ++refusedWithSuccess;
-            EXPECT_EQ(made, whole);
-        }
-        else
-        {
-            EXPECT_EQ(outcome, E_OUTOFMEMORY);
-            EXPECT_TRUE(isStartOf(made, whole)) << testing::PrintToString(made);
-        }
-
-        EXPECT_TRUE(container.ready());
-        steps();
-        EXPECT_TRUE(container.button(L"OK"));
-        if (GetParam().operation != 1)
-        {
-            EXPECT_THAT(items(container.control(L"ListBox")), ElementsAre(L"Vans", L"Drivers"));
-        }
-        container.site->activateUi();
-        container.press(VK_RETURN);
-        EXPECT_THAT(container.done, ElementsAre(false));
-        EXPECT_THAT(container.errors, IsEmpty());
-        data.groups = {{1, L"All"}, {9, L"Vans", 5}, {4, L"Drivers", 7}};
-        steps();
-    }
-    ADD_FAILURE() << "allocations never end";
+    expectReadyFailsAndSucceedsTheNextTime(dialog(), GetParam().extent);
 }
 
 TEST_P(AllocationFailureTests, AFailedReadyLeavesNothingBehind)
 {
-    ASSERT_TRUE(LeakWatch::seesEveryString()) << "run this with OANOCACHE=1 in the environment";
-    auto& watch = LeakWatch::instance();
-    const auto readyWith = [&](int failing) {
-        renew();
-        bool failed = false;
-        {
-            Container container;
-            container.place(__uuidof(::ctlEditGroups), command.get());
-            canUnload();
-            VARIANT_BOOL ready = VARIANT_FALSE;
-            FailingAllocation allocation(failing, GetParam().extent);
-            container.dialog->get_Ready(&ready);
-            allocation.end();
-            failed = allocation.hasFailed();
-        }
-        command.reset();
-        data.takeCalls();
-        data.calls.shrink_to_fit();
-        return failed;
-    };
-    for (int round = 0; round < 3; ++round)
-        readyWith(round); // the first exception of a thread brings blocks that stay with the thread
-    const Living before = watch.living();
-    EXPECT_FALSE(before.objects);
-    bool failed = true;
-    for (int failing = 1; failed; ++failing)
-    {
-        failed = readyWith(failing);
-        Living after = watch.living();
-        after.heapBlocks =
-            before.heapBlocks; // the platform's own blocks differ with the way that a call takes
-        EXPECT_EQ(after, before) << "allocation " << failing;
-    }
+    expectFailedReadyLeavesNothingBehind(dialog(), GetParam().extent);
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -250,17 +250,15 @@ class EditGroupsFailureTests : public EditGroupsTests, public testing::WithParam
 TEST_P(EditGroupsFailureTests, AFailingDataLayerCallReachesTheCallerUnchanged)
 {
     const CommandCall& failing = GetParam();
-    const ErrorInfo error{static_cast<HRESULT>(0x80041234), L"KorvaneData.Groups",
-                          L"The database is locked."};
     let(L"GroupID", Variant(4L));
     let(L"GroupName", Variant(Bstr(L"Vans")));
     call(command, &IAppCommand::put_Operation, failing.operation);
-    data.fail(failing.call, error);
+    data.fail(failing.call, locked);
 
     VARIANT_BOOL result = VARIANT_TRUE;
     const HRESULT outcome = failing.byPrepare ? command->Prepare(&result) : command->Execute(&result);
 
-    EXPECT_EQ(errorOf(outcome), error);
+    EXPECT_EQ(errorOf(outcome), locked);
     EXPECT_EQ(result, VARIANT_FALSE);
     EXPECT_EQ(data.takeCalls(), failing.upToTheFailure); // and nothing after it
     EXPECT_EQ(get(L"GroupID").get().lVal, 4);

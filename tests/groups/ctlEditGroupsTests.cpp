@@ -4,31 +4,11 @@
 
 #include <gmock/gmock.h>
 
-#include <oleacc.h>
-
 namespace korvane::test
 {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-namespace
-{
-
-/// What a screen reader calls a window.
-std::wstring accessibleName(HWND window)
-{
-    ComPtr<IAccessible> accessible;
-    require(AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
-                                       accessible.putVoid()));
-    Bstr name;
-    accessible->get_accName(Variant(static_cast<long>(CHILDID_SELF)).get(), name.put());
-    return std::wstring(name.view());
-}
-
-const ErrorInfo locked{static_cast<HRESULT>(0x80041234), L"KorvaneData.Groups", L"The database is locked."};
-
-} // namespace
 
 class ctlEditGroupsTests : public testing::Test
 {

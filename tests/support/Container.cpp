@@ -1,5 +1,8 @@
 #include "tests/support/Container.h"
 
+#include "framework/com/Variant.h"
+
+#include <oleacc.h>
 #include <windowsx.h>
 
 #include <cwchar>
@@ -206,6 +209,16 @@ void Container::pump() const
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
+}
+
+std::wstring accessibleName(HWND window)
+{
+    ComPtr<IAccessible> accessible;
+    require(AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                                       accessible.putVoid()));
+    Bstr name;
+    accessible->get_accName(Variant(static_cast<long>(CHILDID_SELF)).get(), name.put());
+    return std::wstring(name.view());
 }
 
 std::vector<std::wstring> items(HWND listBox)

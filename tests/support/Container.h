@@ -76,6 +76,9 @@ private:
     HWND window_ = nullptr;
 };
 
+/// What a screen reader calls a window.
+std::wstring accessibleName(HWND window);
+
 /// The items of a list box.
 std::vector<std::wstring> items(HWND listBox);
 /// Selects an item by a click on it.

@@ -18,6 +18,9 @@
 namespace korvane::test
 {
 
+/// A failure as the data layer raises it.
+inline const ErrorInfo locked{static_cast<HRESULT>(0x80041234), L"KorvaneData", L"The database is locked."};
+
 struct Group
 {
     long id;
