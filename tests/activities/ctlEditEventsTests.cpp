@@ -420,45 +420,6 @@ TEST_F(ctlEditEventsTests, AnExceptionKeepsItsResourcesAndCannotRepeat)
     EXPECT_FALSE(IsWindowEnabled(tree()));
 }
 
-TEST_F(ctlEditEventsTests, EnterConfirmsAndCtrlEnterBreaksTheLine)
-{
-    showed(1);
-    SetFocus(textBox());
-    container.type(L"a");
-    container.press(VK_RETURN);
-    EXPECT_THAT(container.done, ElementsAre(false));
-    EXPECT_EQ(toText(get(L"Text").get()), L"a");
-}
-
-TEST_F(ctlEditEventsTests, TabFollowsTheEye)
-{
-    showed(1);
-    std::vector<HWND> order;
-    SetFocus(picker(0));
-    for (int step = 0; step < 8; ++step)
-    {
-        order.push_back(GetFocus());
-        container.press(VK_TAB);
-    }
-    EXPECT_THAT(order, ElementsAre(picker(0), picker(1), types(), textBox(), tree(), repeat(), ok(),
-                                   container.button(L"Cancel")));
-}
-
-TEST_F(ctlEditEventsTests, AccessKeysLeadToTheirControls)
-{
-    showed(3);
-    const std::pair<WORD, HWND> keys[] = {
-        {'A', picker(0)}, {'P', picker(1)}, {'T', types()}, {'D', textBox()}, {'S', tree()}};
-    for (const auto& [key, control] : keys)
-    {
-        SetFocus(ok());
-        container.press(key, false, true);
-        EXPECT_EQ(GetFocus(), control) << static_cast<char>(key);
-    }
-    container.press('R', false, true);
-    EXPECT_TRUE(isChecked(repeat()));
-}
-
 TEST_F(ctlEditEventsTests, LabelsStandDirectlyBeforeTheirControlsForScreenReaders)
 {
     showed(3);
