@@ -210,10 +210,8 @@ TEST_F(ctlEditEventsTests, ChoosingATypeGoesToTheCommandAndColoursTheSwatch)
     EXPECT_EQ(Container::text(types()), L"Tour");
     EXPECT_EQ(number(L"TypeID"), 8);
 
-    RECT place{};
-    for (int index = 0; const HWND found = container.control(L"Static", index); ++index)
-        if ((GetWindowLongW(found, GWL_STYLE) & SS_TYPEMASK) == SS_OWNERDRAW)
-            place = container.place(found);
+    ASSERT_TRUE(swatch());
+    const RECT place = container.place(swatch());
     UpdateWindow(container.dialogWindow());
     container.pump();
     const HDC context = GetDC(container.dialogWindow());
@@ -226,14 +224,13 @@ TEST_F(ctlEditEventsTests, TheSwatchStandsBesideTheTypesAndIsAsHigh)
 {
     showed(1);
     const RECT combo = container.place(types());
-    for (int index = 0; const HWND found = container.control(L"Static", index); ++index)
-        if ((GetWindowLongW(found, GWL_STYLE) & SS_TYPEMASK) == SS_OWNERDRAW)
-        {
-            const RECT place = container.place(found);
-            EXPECT_EQ(place.top, combo.top);
-            EXPECT_EQ(place.bottom, combo.bottom);
-            EXPECT_GE(place.left, combo.right);
-        }
+    ASSERT_TRUE(swatch());
+    EXPECT_TRUE(container.visible(swatch()));
+    const RECT place = container.place(swatch());
+    EXPECT_EQ(place.top, combo.top);
+    EXPECT_EQ(place.bottom, combo.bottom);
+    EXPECT_GE(place.left, combo.right);
+    EXPECT_GT(place.right, place.left);
 }
 
 TEST_F(ctlEditEventsTests, ChangesGoToTheCommandAtOnce)
@@ -391,6 +388,8 @@ TEST_F(ctlEditEventsTests, OpeningAnOccurrenceAsksForTheSeries)
               L"Do you want to edit all occurrences of this activity ?\n\nClick 'Yes' to edit all "
               L"occurrences.\nClick 'No' to edit this occurrence only.");
     EXPECT_THAT(questions.asked[0].buttons, testing::ElementsAreArray(yesNo));
+    EXPECT_EQ(questions.asked[0].defaultButton, IDYES);
+    EXPECT_EQ(questions.asked[0].icon, LoadIconW(nullptr, IDI_QUESTION));
     EXPECT_EQ(questions.asked[0].owner, container.window());
     EXPECT_EQ(number(L"Instance"), 0);
     EXPECT_TRUE(IsWindowEnabled(repeat()));
