@@ -55,14 +55,8 @@ RecurrencePanel::RecurrencePanel(DialogWindow& dialog, const Place& place,
     for (int index = 0; index < kinds; ++index)
         optRecur[static_cast<std::size_t>(index)].onClick = [this, index] { chooseKind(index); };
     interval.onLostFocus = count.onLostFocus = [this] { showNumbers(); };
-    interval.onChange = [this](long every) {
-        if (const auto& rule = command_().Rule)
-            call(rule, &IRecurrence::put_Interval, every - 1);
-    };
-    count.onChange = [this](long times) {
-        if (const auto& rule = command_().Rule)
-            call(rule, &IRecurrence::put_Count, times);
-    };
+    interval.onChange = [this](long every) { write(&IRecurrence::put_Interval, every - 1); };
+    count.onChange = [this](long times) { write(&IRecurrence::put_Count, times); };
 }
 
 float RecurrencePanel::bottom() const noexcept
@@ -114,31 +108,37 @@ void RecurrencePanel::open(bool isOpen)
     onToggle_();
 }
 
-/// A rule of the same kind is kept as it is; another one starts with the data layer's values.
+/// A rule of the same kind is kept as it is; another one starts with the data layer's values. Where the change fails,
+/// the former rule stays, and its option with it.
 void RecurrencePanel::chooseKind(int index)
 {
     auto& command = command_();
-    const long kind = index + 1;
-    long present = 0;
-    if (command.Rule)
-        call(command.Rule, &IRecurrence::get_Kind, &present);
-    if (present != kind)
-    {
-        ComPtr<IRecurrence> rule;
-        const auto failure = attempt([&] { call(command.Root, &IRoot::NewRecurrence, kind, rule.put()); });
-        if (failure)
+    const auto former = command.Rule;
+    const long formerKind = kind_;
+    const auto failure = attempt([&] {
+        const long kind = index + 1;
+        long present = 0;
+        if (former)
+            call(former, &IRecurrence::get_Kind, &present);
+        if (present != kind)
         {
-            showKind(present); // the option that was left
-            throw *failure;
+            ComPtr<IRecurrence> rule;
+            call(command.Root, &IRoot::NewRecurrence, kind, rule.put());
+            command.Rule = std::move(rule);
         }
-        command.Rule = std::move(rule);
-    }
-    showKind(kind);
+        showKind(kind);
+    });
+    if (!failure)
+        return;
+    command.Rule = former;
+    attempt([&] { showKind(formerKind); });
+    throw *failure;
 }
 
 /// Shows a kind of rule with the rule's numbers; for a kind that has no option, no option and no numbers.
 void RecurrencePanel::showKind(long kind)
 {
+    kind_ = kind;
     const bool known = kind >= 1 && kind <= kinds;
     for (int index = 0; index < kinds; ++index)
         optRecur[static_cast<std::size_t>(index)].setValue(index + 1 == kind);
@@ -153,6 +153,19 @@ void RecurrencePanel::showKind(long kind)
     interval.layOut(width);
     count.layOut(width);
     showNumbers();
+}
+
+/// Where the rule does not take a number, the box goes back to the rule's own: what OK stores is what is shown.
+void RecurrencePanel::write(HRESULT (STDMETHODCALLTYPE IRecurrence::*property)(long), long number)
+{
+    const auto& rule = command_().Rule;
+    if (!rule)
+        return;
+    if (const auto failure = attempt([&] { call(rule, property, number); }))
+    {
+        attempt([&] { showNumbers(); });
+        throw *failure;
+    }
 }
 
 void RecurrencePanel::showNumbers()

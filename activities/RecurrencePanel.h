@@ -33,10 +33,12 @@ private:
     void open(bool isOpen);
     void chooseKind(int index);
     void showKind(long kind);
+    void write(HRESULT (STDMETHODCALLTYPE IRecurrence::*property)(long), long number);
     void showNumbers();
 
     std::function<EditEvents&()> command_;
     std::function<void()> onToggle_;
+    long kind_ = 0; ///< the one shown
 
     CheckBox chkRecurrences;
     Frame fraRecur;

@@ -155,8 +155,10 @@ LRESULT Control::send(UINT message, WPARAM first, LPARAM second) const noexcept
 
 HWND Label::createWindow(HWND parent, int id)
 {
-    // A label starts a group, so that the arrow keys do not lead out of the option buttons before it.
-    return createWindow(parent, id, L"Static", SS_LEFT | WS_GROUP, 0);
+    // A label starts a group, so that the arrow keys do not lead out of the option buttons before it. With a tooltip
+    // it gets the pointer itself, which otherwise goes to what is behind it.
+    const DWORD pointing = ToolTipText().empty() ? 0 : SS_NOTIFY;
+    return createWindow(parent, id, L"Static", SS_LEFT | WS_GROUP | pointing, 0);
 }
 
 float Label::captionWidth() const

@@ -265,7 +265,9 @@ bool DialogWindow::handle(UINT message, WPARAM first, LPARAM second) noexcept
         return false;
     }
     case WM_VSCROLL:
-        if (Control* control = controlOf(reinterpret_cast<HWND>(second)))
+        // The end of scrolling comes after the last change, and is none itself.
+        if (Control* control = controlOf(reinterpret_cast<HWND>(second));
+            control && LOWORD(first) != SB_ENDSCROLL)
             control->scrolled();
         return true;
     case WM_DRAWITEM:

@@ -15,6 +15,16 @@ HWND ActivityUser::label(const wchar_t* caption) const
     }
 }
 
+HWND ActivityUser::swatch() const
+{
+    for (int index = 0;; ++index)
+    {
+        const HWND found = container.control(L"Static", index);
+        if (!found || (GetWindowLongW(found, GWL_STYLE) & SS_TYPEMASK) == SS_OWNERDRAW)
+            return found;
+    }
+}
+
 void ActivityUser::setTime(HWND picker, DATE value)
 {
     SYSTEMTIME time{};

@@ -25,6 +25,8 @@ public:
     HWND ok() const { return container.button(L"OK"); }
     HWND deletion() const { return container.button(L"De&lete"); }
     HWND label(const wchar_t* caption) const;
+    /// The field of the chosen type's colour.
+    HWND swatch() const;
 
     static bool isChecked(HWND button) { return SendMessageW(button, BM_GETCHECK, 0, 0) == BST_CHECKED; }
     static void setTime(HWND picker, DATE value);

@@ -267,6 +267,14 @@ TEST_F(RecurrencePanelTests, TheArrowsCount)
     EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 0/5/5)");
 }
 
+TEST_F(RecurrencePanelTests, AnArrowWritesItsNumberOnce)
+{
+    data.recordRules = true;
+    showedWith({2, 1, 4, 5});
+    clickArrow(1, true);
+    EXPECT_THAT(data.takeCalls(), ElementsAre("Recurrence.put_Count(5)"));
+}
+
 TEST_F(RecurrencePanelTests, TheArrowKeysCountInTheBoxes)
 {
     showedWith({2, 1, 4, 5});

@@ -260,10 +260,8 @@ TEST_F(ctlEditEventsTests, ChoosingATypeGoesToTheCommandAndColoursTheSwatch)
     EXPECT_EQ(Container::text(types()), L"Tour");
     EXPECT_EQ(number(L"TypeID"), 8);
 
-    RECT place{};
-    for (int index = 0; const HWND found = container.control(L"Static", index); ++index)
-        if ((GetWindowLongW(found, GWL_STYLE) & SS_TYPEMASK) == SS_OWNERDRAW)
-            place = container.place(found);
+    ASSERT_TRUE(swatch());
+    const RECT place = container.place(swatch());
     UpdateWindow(container.dialogWindow());
     container.pump();
     const HDC context = GetDC(container.dialogWindow());
@@ -276,14 +274,13 @@ TEST_F(ctlEditEventsTests, TheSwatchStandsBesideTheTypesAndIsAsHigh)
 {
     showed(1);
     const RECT combo = container.place(types());
-    for (int index = 0; const HWND found = container.control(L"Static", index); ++index)
-        if ((GetWindowLongW(found, GWL_STYLE) & SS_TYPEMASK) == SS_OWNERDRAW)
-        {
-            const RECT place = container.place(found);
-            EXPECT_EQ(place.top, combo.top);
-            EXPECT_EQ(place.bottom, combo.bottom);
-            EXPECT_GE(place.left, combo.right);
-        }
+    ASSERT_TRUE(swatch());
+    EXPECT_TRUE(container.visible(swatch()));
+    const RECT place = container.place(swatch());
+    EXPECT_EQ(place.top, combo.top);
+    EXPECT_EQ(place.bottom, combo.bottom);
+    EXPECT_GE(place.left, combo.right);
+    EXPECT_GT(place.right, place.left);
 }
 
 TEST_F(ctlEditEventsTests, ChangesGoToTheCommandAtOnce)
@@ -463,6 +460,8 @@ TEST_F(ctlEditEventsTests, OpeningAnOccurrenceAsksForTheSeries)
               L"Do you want to edit all occurrences of this activity ?\n\nClick 'Yes' to edit all "
               L"occurrences.\nClick 'No' to edit this occurrence only.");
     EXPECT_THAT(questions.asked[0].buttons, testing::ElementsAreArray(yesNo));
+    EXPECT_EQ(questions.asked[0].defaultButton, IDYES);
+    EXPECT_EQ(questions.asked[0].icon, LoadIconW(nullptr, IDI_QUESTION));
     EXPECT_EQ(questions.asked[0].owner, container.window());
     EXPECT_EQ(number(L"Instance"), 0);
     EXPECT_TRUE(IsWindowEnabled(repeat()));
@@ -490,45 +489,6 @@ TEST_F(ctlEditEventsTests, AnExceptionKeepsItsResourcesAndCannotRepeat)
     showed(3);
     EXPECT_FALSE(IsWindowEnabled(repeat()));
     EXPECT_FALSE(IsWindowEnabled(tree()));
-}
-
-TEST_F(ctlEditEventsTests, EnterConfirmsAndCtrlEnterBreaksTheLine)
-{
-    showed(1);
-    SetFocus(textBox());
-    container.type(L"a");
-    container.press(VK_RETURN);
-    EXPECT_THAT(container.done, ElementsAre(false));
-    EXPECT_EQ(toText(get(L"Text").get()), L"a");
-}
-
-TEST_F(ctlEditEventsTests, TabFollowsTheEye)
-{
-    showed(1);
-    std::vector<HWND> order;
-    SetFocus(picker(0));
-    for (int step = 0; step < 8; ++step)
-    {
-        order.push_back(GetFocus());
-        container.press(VK_TAB);
-    }
-    EXPECT_THAT(order, ElementsAre(picker(0), picker(1), types(), textBox(), tree(), repeat(), ok(),
-                                   container.button(L"Cancel")));
-}
-
-TEST_F(ctlEditEventsTests, AccessKeysLeadToTheirControls)
-{
-    showed(3);
-    const std::pair<WORD, HWND> keys[] = {
-        {'A', picker(0)}, {'P', picker(1)}, {'T', types()}, {'D', textBox()}, {'S', tree()}};
-    for (const auto& [key, control] : keys)
-    {
-        SetFocus(ok());
-        container.press(key, false, true);
-        EXPECT_EQ(GetFocus(), control) << static_cast<char>(key);
-    }
-    container.press('R', false, true);
-    EXPECT_TRUE(isChecked(repeat()));
 }
 
 TEST_F(ctlEditEventsTests, LabelsStandDirectlyBeforeTheirControlsForScreenReaders)

@@ -187,6 +187,8 @@ TEST_F(ctlMoveEventsTests, ALinkedActivityMovedInTimeIsAskedFor)
         L"Do you want to edit the activity for all ressources or just for the selected item?\n\nClick 'Yes' "
         L"to change the activity for all items.\nClick 'No' to change the activity for this item only.");
     EXPECT_THAT(questions.asked[0].buttons, ElementsAre(IDYES, IDNO, IDCANCEL));
+    EXPECT_EQ(questions.asked[0].defaultButton, IDYES);
+    EXPECT_EQ(questions.asked[0].icon, LoadIconW(nullptr, IDI_QUESTION));
     EXPECT_EQ(questions.asked[0].owner, container.window());
     EXPECT_THAT(executed(), ElementsAre(StartsWith("EventLinks.UpdateLinked(50, 0, 7")));
 }

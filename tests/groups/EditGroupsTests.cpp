@@ -184,6 +184,16 @@ TEST_F(EditGroupsTests, ChangeHandsTheFetchedFlagsBack)
     EXPECT_EQ(get(L"GroupID").get().lVal, 4);
 }
 
+TEST_F(EditGroupsTests, ChangeTakesTheIdThatTheDataLayerReturns)
+{
+    let(L"GroupID", Variant(4L));
+    prepare(3);
+    data.nextUpdatedGroup = 17;
+    execute(3);
+    EXPECT_THAT(data.takeCalls(), testing::Contains("Groups.Update(4, \"Drivers\", 7)"));
+    EXPECT_EQ(get(L"GroupID").get().lVal, 17);
+}
+
 TEST_F(EditGroupsTests, ChangeOfANewGroupPassesFlags1)
 {
     prepare(1);

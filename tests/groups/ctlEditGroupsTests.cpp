@@ -1,4 +1,5 @@
 #include "framework/com/Variant.h"
+#include "framework/control/Geometry.h"
 #include "tests/support/Container.h"
 #include "tests/support/RecordingData.h"
 
@@ -156,6 +157,50 @@ TEST_F(ctlEditGroupsTests, TheHeightIsThatOfTheVisibleFrames)
     EXPECT_LT(heights[1], heights[2]);
 }
 
+TEST_F(ctlEditGroupsTests, InTheDesignedFontTheHeightIsThatOfTheFramesAsDesigned)
+{
+    constexpr float name = 465;
+    constexpr float groups = 2205;
+    constexpr float buttons = 615;
+    const HDC screen = GetDC(nullptr);
+    const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    container.site->font.reset();
+    const std::pair<long, float> heights[] = {
+        {1L, name + buttons}, {2L, groups + buttons}, {3L, name + groups + buttons}};
+    for (const auto& [operation, height] : heights)
+    {
+        showed(operation);
+        EXPECT_EQ(container.site->extent().cy, toPixels(height, dpi)) << operation;
+        container.close();
+    }
+}
+
+TEST_F(ctlEditGroupsTests, ReadAgainANewGroupStartsAnew)
+{
+    showed(1);
+    container.type(L"Cranes");
+    EXPECT_EQ(Container::text(nameBox()), L"Cranes");
+    EXPECT_TRUE(container.ready());
+    EXPECT_EQ(Container::text(nameBox()), L"");
+}
+
+TEST_F(ctlEditGroupsTests, ReadAgainForAnUnknownOperationTheLayoutStays)
+{
+    showed(2);
+    const SIZE extent = container.site->extent();
+    const RECT okButton = container.place(container.button(L"OK"));
+    call(command, &IAppCommand::put_Operation, 9L);
+    EXPECT_FALSE(container.ready());
+    EXPECT_EQ(container.site->extent().cx, extent.cx);
+    EXPECT_EQ(container.site->extent().cy, extent.cy);
+    EXPECT_EQ(container.place(container.button(L"OK")).top, okButton.top);
+    EXPECT_EQ(Container::text(heading()), L"&Delete group:");
+    EXPECT_TRUE(container.visible(list()));
+    EXPECT_FALSE(container.visible(nameBox()));
+    EXPECT_THAT(items(list()), ElementsAre(L"Vans", L"Drivers"));
+}
+
 TEST_F(ctlEditGroupsTests, InTheNewLayoutTheButtonsFollowTheNameDirectly)
 {
     showed(3);
@@ -212,6 +257,17 @@ TEST_F(ctlEditGroupsTests, SelectingAGroupFetchesIt)
     EXPECT_THAT(data.takeCalls(), ElementsAre("Root.OpenScope(0, \"EditGroups.FetchEdit\")", "Root.Groups()",
                                               "Groups.Fetch(9)", "Scope.Close(0, 0)"));
     EXPECT_EQ(Container::text(nameBox()), L"Vans");
+}
+
+TEST_F(ctlEditGroupsTests, TheBoxShowsTheNameThatIsListed)
+{
+    showed(3);
+    data.announceGroup({9, L"As announced"});
+    clickItem(list(), 2);
+    EXPECT_EQ(Container::text(nameBox()), L"As announced");
+    Variant name;
+    call(command, &IAppCommand::get_Operand, Bstr(L"GroupName").get(), name.put());
+    EXPECT_EQ(toText(name.get()), L"Vans");
 }
 
 TEST_F(ctlEditGroupsTests, TheArrowKeysSelectToo)

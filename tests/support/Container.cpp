@@ -47,13 +47,14 @@ HWND find(HWND parent, const wchar_t* windowClass, const wchar_t* caption, int i
 class Modifiers
 {
 public:
-    Modifiers(bool shift, bool alt)
+    Modifiers(bool shift, bool alt, bool control)
     {
         GetKeyboardState(former_);
         BYTE state[256];
         GetKeyboardState(state);
         state[VK_SHIFT] = shift ? 0x80 : 0;
         state[VK_MENU] = alt ? 0x80 : 0;
+        state[VK_CONTROL] = control ? 0x80 : 0;
         SetKeyboardState(state);
     }
     Modifiers(const Modifiers&) = delete;
@@ -157,12 +158,12 @@ bool Container::visible(HWND control) const
     return IsWindowVisible(control) != FALSE;
 }
 
-void Container::press(WORD key, bool shift, bool alt)
+void Container::press(WORD key, bool shift, bool alt, bool control)
 {
     // Another program may have taken the focus; a host gives it back to the dialog when it is activated again.
     if (site->isUiActive() && !IsChild(dialogWindow(), GetFocus()))
         site->activateUi();
-    const Modifiers held(shift, alt);
+    const Modifiers held(shift, alt, control);
     const HWND focus = GetFocus() ? GetFocus() : dialogWindow();
     const auto scan = static_cast<LPARAM>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC)) << 16;
     const LPARAM context = alt ? 1L << 29 : 0;

@@ -63,7 +63,7 @@ public:
     bool visible(HWND control) const;
 
     // What the user does. Keys go to the window with the focus, as messages through the host's message loop.
-    void press(WORD key, bool shift = false, bool alt = false);
+    void press(WORD key, bool shift = false, bool alt = false, bool control = false);
     void type(const wchar_t* text);
     static void click(HWND control);
     static void clickAt(HWND control, int x, int y, bool twice = false);

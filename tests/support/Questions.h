@@ -17,6 +17,8 @@ public:
         std::wstring title;
         std::wstring text;
         std::vector<int> buttons; ///< ids of the buttons, in tab order
+        int defaultButton = 0;
+        HICON icon = nullptr; ///< one of the system's; null for none
         HWND owner = nullptr;
     };
 
@@ -33,8 +35,15 @@ public:
 private:
     static LRESULT CALLBACK hook(int code, WPARAM first, LPARAM second);
     void note(HWND box);
+    void noteFocus(HWND button);
 
     HHOOK hook_;
+    HWND noted_ = nullptr; ///< the box that was asked last
+    struct
+    {
+        HWND box = nullptr;
+        int button = 0;
+    } focused_; ///< the button that had the focus first in a box
 };
 
 } // namespace korvane::test

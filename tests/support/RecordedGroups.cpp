@@ -72,7 +72,7 @@ STDMETHODIMP RecordedGroups::Update(long id, BSTR name, long flags, long* update
     const HRESULT outcome =
         data_.record("Groups.Update", shown(id) + ", " + quoted(view(name)) + ", " + shown(flags));
     if (SUCCEEDED(outcome))
-        *updatedId = id;
+        *updatedId = std::exchange(data_.nextUpdatedGroup, std::nullopt).value_or(id);
     return outcome;
 }
 

@@ -95,6 +95,8 @@ struct RecordingData
     bool mayEditForOthers = true;   ///< and of level 3
     /// The id that the next UpdateLinked gives the link group, where it is not to stay the same.
     std::optional<long> nextLink;
+    /// The id that the next change of a group returns, where it is not the group's own.
+    std::optional<long> nextUpdatedGroup;
     Rule newRule{0}; ///< what a new rule holds; its kind is the one asked for
     long nextId = 100;
     /// Records the reading and writing of rules too, for example `Recurrence.put_Count(10)`.

@@ -1,0 +1,186 @@
+// The repetition panel before a rule that cannot be read or written.
+#include "tests/activities/ActivityDialog.h"
+
+namespace korvane::test
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+
+const ErrorInfo refused{static_cast<HRESULT>(0x80041236), L"KorvaneData.Recurrence", L"Not with this rule."};
+
+constexpr const char* readings[] = {"Recurrence.get_Kind", "Recurrence.get_Count", "Recurrence.get_Interval"};
+
+} // namespace
+
+class RecurrenceFailureTests : public ActivityDialog
+{
+protected:
+    void SetUp() override
+    {
+        ActivityDialog::SetUp();
+        data.newRule = Rule{0, 0, 10, 0};
+        data.recordRules = true;
+    }
+
+    void showedWith(const Rule& rule)
+    {
+        data.events[0].rule = rule;
+        showed(3);
+    }
+
+    void clickUp(int index)
+    {
+        RECT place{};
+        GetClientRect(arrows(index), &place);
+        Container::clickAt(arrows(index), place.right / 2, 2);
+        container.pump();
+    }
+
+    void showsTheWeeklyRule() const
+    {
+        EXPECT_TRUE(isChecked(repeat()));
+        EXPECT_TRUE(isChecked(option(L"By &Week")));
+        EXPECT_FALSE(isChecked(option(L"By &Month")));
+        EXPECT_TRUE(container.visible(label(L" . week  ")));
+        EXPECT_EQ(Container::text(intervalBox()), L"4");
+        EXPECT_EQ(Container::text(countBox()), L"7");
+    }
+
+    /// What OK stores as the rule.
+    std::string storedRule()
+    {
+        Container::click(ok());
+        EXPECT_THAT(container.done, ElementsAre(false));
+        for (const auto& call : data.takeCalls())
+            if (call.starts_with("Events.SetRecurrence"))
+                return call;
+        return "";
+    }
+};
+
+TEST_F(RecurrenceFailureTests, ANumberThatTheArrowsCannotWriteComesBack)
+{
+    showedWith({2, 3, 7, 0});
+    data.fail("Recurrence.put_Count", refused);
+    clickUp(1);
+    EXPECT_THAT(container.errors, ElementsAre(refused));
+    showsTheWeeklyRule();
+    data.fail("Recurrence.put_Interval", refused);
+    clickUp(0);
+    EXPECT_THAT(container.errors, ElementsAre(refused, refused));
+    showsTheWeeklyRule();
+    EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 3/7/0)");
+}
+
+TEST_F(RecurrenceFailureTests, ANumberThatCannotBeWrittenAsTypedComesBack)
+{
+    showedWith({2, 3, 7, 0});
+    data.fail("Recurrence.put_Count", refused);
+    retype(countBox(), L"8");
+    EXPECT_THAT(container.errors, ElementsAre(refused));
+    showsTheWeeklyRule();
+    data.fail("Recurrence.put_Interval", refused);
+    retype(intervalBox(), L"5");
+    EXPECT_THAT(container.errors, ElementsAre(refused, refused));
+    showsTheWeeklyRule();
+    EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 3/7/0)");
+}
+
+TEST_F(RecurrenceFailureTests, TheNumberThatWasRefusedIsWrittenAtTheNextAttempt)
+{
+    showedWith({2, 3, 7, 0});
+    data.fail("Recurrence.put_Count", refused);
+    retype(countBox(), L"8");
+    retype(countBox(), L"8");
+    data.fail("Recurrence.put_Interval", refused);
+    clickUp(0);
+    clickUp(0);
+    EXPECT_EQ(container.errors.size(), 2U);
+    EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 4/8/0)");
+}
+
+TEST_F(RecurrenceFailureTests, ABoxThatIsLeftKeepsItsNumberWhereTheRuleCannotBeRead)
+{
+    showedWith({2, 3, 7, 0});
+    SetFocus(countBox());
+    data.fail("Recurrence.get_Count", refused);
+    SetFocus(ok());
+    EXPECT_THAT(container.errors, ElementsAre(refused));
+    SetFocus(intervalBox());
+    data.fail("Recurrence.get_Interval", refused);
+    SetFocus(ok());
+    EXPECT_THAT(container.errors, ElementsAre(refused, refused));
+    showsTheWeeklyRule();
+    EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 3/7/0)");
+}
+
+TEST_F(RecurrenceFailureTests, AChangeOfKindThatCannotReadARuleKeepsTheFormerOne)
+{
+    for (const char* reading : readings)
+    {
+        SCOPED_TRACE(reading);
+        showedWith({2, 3, 7, 0});
+        data.fail(reading, refused);
+        Container::click(option(L"By &Month"));
+        EXPECT_THAT(container.errors, ElementsAre(refused));
+        showsTheWeeklyRule();
+        EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 3/7/0)");
+        container.close();
+        container.errors.clear();
+        container.done.clear();
+    }
+}
+
+TEST_F(RecurrenceFailureTests, AFirstRuleThatCannotBeReadIsNone)
+{
+    for (const char* reading : {"Recurrence.get_Count", "Recurrence.get_Interval"})
+    {
+        SCOPED_TRACE(reading);
+        showed(3);
+        data.fail(reading, refused);
+        Container::click(repeat());
+        EXPECT_THAT(container.errors, ElementsAre(refused));
+        EXPECT_FALSE(isChecked(repeat()));
+        EXPECT_FALSE(container.visible(option(L"By &Day")));
+        EXPECT_EQ(container.resizes, 0);
+        EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, none)");
+        container.close();
+        container.errors.clear();
+        container.done.clear();
+    }
+}
+
+TEST_F(RecurrenceFailureTests, AStoredRuleThatCannotBeReadIsAFailureOfReady)
+{
+    data.events[0].rule = Rule{2, 3, 7, 0};
+    for (const char* reading : readings)
+        for (const int passed : {0, 1}) // the command reads the rule first, then the panel
+        {
+            SCOPED_TRACE(reading);
+            SCOPED_TRACE(passed);
+            data.failAfter(reading, passed, refused);
+            std::optional<ErrorInfo> raised;
+            try
+            {
+                show(3);
+            }
+            catch (const Failure& failure)
+            {
+                raised = ErrorInfo{failure.number(), std::wstring(failure.source().view()),
+                                   std::wstring(failure.description().view())};
+            }
+            EXPECT_EQ(raised, refused);
+            EXPECT_EQ(data.openScopes, 0);
+            EXPECT_THAT(container.errors, IsEmpty());
+
+            EXPECT_TRUE(container.ready());
+            showsTheWeeklyRule();
+            container.close();
+        }
+}
+
+} // namespace korvane::test
