@@ -54,11 +54,11 @@ std::optional<LRESULT> ScheduleWindow::receiveInput(UINT message, WPARAM first, 
     {
         POINT point = pointIn(second);
         ScreenToClient(handle(), &point);
-        const int steps = GET_WHEEL_DELTA_WPARAM(first) / WHEEL_DELTA;
+        const int delta = GET_WHEEL_DELTA_WPARAM(first);
         if (message == WM_MOUSEWHEEL)
-            wheel(steps, GET_KEYSTATE_WPARAM(first), static_cast<int>(point.x));
+            wheel(delta, GET_KEYSTATE_WPARAM(first), static_cast<int>(point.x));
         else
-            wheel(-steps, MK_SHIFT, static_cast<int>(point.x));
+            wheelSideways(delta);
         return 0;
     }
     case WM_GETDLGCODE:
@@ -89,6 +89,7 @@ void ScheduleWindow::pressed(POINT point)
     }
     else
         cursor_.putInto(*hit->row, scale_.slotOf(hit->time));
+    wanted_.reset(); // the user wants something else
     cursorMoved();
 }
 
@@ -169,6 +170,7 @@ bool ScheduleWindow::keyPressed(WPARAM key)
     default:
         return false;
     }
+    wanted_.reset();
     if (const auto slot = cursor_.slot())
         reveal(*slot);
     cursorMoved();

@@ -1,6 +1,9 @@
 #include "demo/host/schedule/ScheduleWindow.h"
 
+#include "framework/com/Boundary.h"
+
 #include <algorithm>
+#include <utility>
 
 namespace korvane::host
 {
@@ -11,11 +14,6 @@ namespace
 enum Message : UINT
 {
     messageReload = WM_APP
-};
-
-enum Timer : UINT_PTR
-{
-    timerMinute = 1
 };
 
 constexpr UINT oneMinute = 60'000;
@@ -115,6 +113,8 @@ LRESULT ScheduleWindow::receive(UINT message, WPARAM first, LPARAM second)
         scrolledBy(LOWORD(first), SB_VERT);
         return 0;
     case WM_TIMER:
+        if (stale_) // reading was refused, which the user has been told
+            attempt([this] { reload(); });
         invalidate();
         return 0;
     case messageReload:
@@ -173,11 +173,19 @@ void ScheduleWindow::hold(bool held)
 {
     held_ = held;
     if (!held_ && stale_)
-        reload();
+        changed();
 }
 
 void ScheduleWindow::select(BarId bar)
 {
+    wanted_ = bar;
+    if (!stale_)
+        selectWhatIsWanted();
+}
+
+void ScheduleWindow::selectWhatIsWanted()
+{
+    const BarId bar = *std::exchange(wanted_, std::nullopt);
     const auto& bars = schedule_.bars();
     const Bar* found = schedule_.find(bar);
     if (const Bar* selected = cursor_.bar(); !found && selected && selected->id.event == bar.event)
@@ -223,20 +231,25 @@ void ScheduleWindow::reload()
 {
     if (held_)
         return;
-    stale_ = false;
     // A screen more at either side, so that scrolling does not load each time.
     const long minutes = visibleMinutes();
-    loadedFrom_ = later(scale_.start(), -minutes);
-    loadedTo_ = later(scale_.start(), 2 * minutes);
-    data_.load(schedule_, group_, loadedFrom_, loadedTo_);
+    const OleDate from = later(scale_.start(), -minutes);
+    const OleDate to = later(scale_.start(), 2 * minutes);
+    data_.load(schedule_, group_, from, to);
+    loadedFrom_ = from;
+    loadedTo_ = to;
+    stale_ = false;
     updateScrollBars();
     scrollRows(scrolled_);
-    cursorMoved();
+    if (wanted_)
+        selectWhatIsWanted();
+    else
+        cursorMoved();
 }
 
 void ScheduleWindow::loadWhatIsSeen()
 {
-    if (scale_.start().days < loadedFrom_.days ||
+    if (stale_ || scale_.start().days < loadedFrom_.days ||
         later(scale_.start(), visibleMinutes()).days > loadedTo_.days)
         changed();
 }

@@ -6,6 +6,7 @@
 #include "demo/host/schedule/ScheduleCursor.h"
 #include "demo/host/schedule/ScheduleData.h"
 #include "demo/host/schedule/SchedulePainter.h"
+#include "demo/host/schedule/Wheel.h"
 
 namespace korvane::host
 {
@@ -14,6 +15,11 @@ class ScheduleWindow final : public Window
 {
 public:
     static constexpr const wchar_t* className = L"KorvaneHost.Schedule";
+
+    enum Timer : UINT_PTR
+    {
+        timerMinute = 1
+    };
 
     ScheduleWindow(HWND parent, const ComPtr<IRoot>& root);
     ~ScheduleWindow() override;
@@ -40,7 +46,8 @@ public:
     /// Null when the cursor is in an empty slot.
     const Bar* selectedBar() const noexcept { return cursor_.bar(); }
     std::optional<Slot> selectedSlot() const noexcept { return cursor_.slot(); }
-    /// Selects an occurrence, or any one of the activity where that one is not to be seen.
+    /// Selects an occurrence, or any one of the activity where that one is not to be seen: as soon as what has
+    /// changed is shown.
     void select(BarId bar);
     /// What the cursor is on, in words.
     std::wstring describeSelection() const;
@@ -70,6 +77,7 @@ private:
     void cursorMoved();
     void changed();
     void reload();
+    void selectWhatIsWanted();
     void loadWhatIsSeen();
 
     // Scrolling.
@@ -86,7 +94,9 @@ private:
     void opened(POINT point);
     void dragged(POINT point);
     void released();
-    void wheel(int steps, WORD keys, int x);
+    void wheel(int delta, WORD keys, int x);
+    void wheelSideways(int delta);
+    void zoomAround(int pixel, int steps);
     bool keyPressed(WPARAM key);
     bool keyPressedInMove(WPARAM key);
     void drop(bool copies);
@@ -100,12 +110,16 @@ private:
     ScheduleCursor cursor_;
     ScheduleData data_;
     long group_ = 0;
-    int scrolled_ = 0; ///< pixels of the rows above the edge
+    int scrolled_ = 0;            ///< pixels of the rows above the edge
+    std::optional<BarId> wanted_; ///< to be selected once it is loaded
     OleDate loadedFrom_;
     OleDate loadedTo_;
     bool reloadPosted_ = false;
     bool stale_ = false;
     bool held_ = false;
+    WheelTurns wheelRows_;
+    WheelTurns wheelTime_;
+    WheelTurns wheelZoom_;
     std::optional<POINT> pressedAt_; ///< where a bar was taken hold of
     std::optional<ActivityMove> move_;
     bool moveCopies_ = false;
