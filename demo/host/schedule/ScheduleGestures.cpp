@@ -3,9 +3,6 @@
 
 #include <windowsx.h>
 
-#include <cstdlib>
-#include <utility>
-
 namespace korvane::host
 {
 
@@ -15,11 +12,6 @@ namespace
 POINT pointIn(LPARAM parameter) noexcept
 {
     return {GET_X_LPARAM(parameter), GET_Y_LPARAM(parameter)};
-}
-
-bool isDown(int key) noexcept
-{
-    return GetKeyState(key) < 0;
 }
 
 } // namespace
@@ -67,6 +59,10 @@ std::optional<LRESULT> ScheduleWindow::receiveInput(UINT message, WPARAM first, 
         if (move_ ? keyPressedInMove(first) : keyPressed(first))
             return 0;
         return std::nullopt;
+    case WM_KEYUP:
+        if (move_)
+            moveChanged(); // to a copy, or back
+        return std::nullopt;
     default:
         return std::nullopt;
     }
@@ -101,42 +97,6 @@ void ScheduleWindow::opened(POINT point)
         onOpen();
 }
 
-void ScheduleWindow::dragged(POINT point)
-{
-    if (!pressedAt_)
-        return;
-    if (!move_)
-    {
-        if (std::abs(point.x - pressedAt_->x) < GetSystemMetrics(SM_CXDRAG) &&
-            std::abs(point.y - pressedAt_->y) < GetSystemMetrics(SM_CYDRAG))
-            return;
-        const Bar* bar = cursor_.bar();
-        if (!bar) // it is gone meanwhile
-            return;
-        move_.emplace(*bar, layout().timeAt(static_cast<int>(pressedAt_->x)));
-        SetCursor(LoadCursorW(nullptr, IDC_SIZEALL));
-    }
-    const RECT area = clientArea();
-    if (point.x < metrics_.nameWidth)
-        scrollTime(-scale_.slotMinutes());
-    else if (point.x >= area.right)
-        scrollTime(scale_.slotMinutes());
-    const auto places = layout();
-    if (const auto row = places.rowNear(static_cast<int>(point.y)))
-        move_->follow(places.timeAt(static_cast<int>(point.x)), *row, scale_);
-    invalidate();
-}
-
-void ScheduleWindow::released()
-{
-    if (!pressedAt_)
-        return;
-    if (move_)
-        drop(isDown(VK_CONTROL));
-    else
-        ReleaseCapture();
-}
-
 // --- the keyboard
 
 bool ScheduleWindow::keyPressed(WPARAM key)
@@ -156,11 +116,11 @@ bool ScheduleWindow::keyPressed(WPARAM key)
         cursor_.move(0, 1);
         break;
     case VK_TAB:
-        cursor_.toBar(isDown(VK_SHIFT));
+        cursor_.toBar(isKeyDown(VK_SHIFT));
         break;
     case VK_HOME:
         if (const auto slot = cursor_.slot())
-            cursor_.putInto(slot->row, later(startOfDay(slot->start), 9 * 60));
+            cursor_.putInto(slot->row, startOfWork(slot->start));
         break;
     case VK_PRIOR:
     case VK_NEXT:
@@ -175,70 +135,6 @@ bool ScheduleWindow::keyPressed(WPARAM key)
         reveal(*slot);
     cursorMoved();
     return true;
-}
-
-void ScheduleWindow::beginMove(bool copies)
-{
-    const Bar* bar = cursor_.bar();
-    if (!bar || move_)
-        return;
-    move_.emplace(*bar, bar->start);
-    moveCopies_ = copies;
-    moveChanged();
-}
-
-bool ScheduleWindow::keyPressedInMove(WPARAM key)
-{
-    switch (key)
-    {
-    case VK_LEFT:
-        move_->shift(-scale_.slotMinutes());
-        break;
-    case VK_RIGHT:
-        move_->shift(scale_.slotMinutes());
-        break;
-    case VK_UP:
-        move_->changeRow(-1, schedule_.rows().size());
-        break;
-    case VK_DOWN:
-        move_->changeRow(1, schedule_.rows().size());
-        break;
-    case VK_ESCAPE:
-        endMove();
-        return true;
-    case VK_RETURN:
-        drop(moveCopies_ || isDown(VK_CONTROL));
-        return true;
-    default:
-        return true; // nothing else happens meanwhile
-    }
-    moveChanged();
-    return true;
-}
-
-void ScheduleWindow::moveChanged()
-{
-    reveal(move_->landing());
-    invalidate();
-}
-
-/// A copy may lie where its original does.
-void ScheduleWindow::drop(bool copies)
-{
-    const auto move = std::exchange(move_, std::nullopt);
-    endMove();
-    if (move && (copies || move->isElsewhere()) && onDrop)
-        onDrop(move->bar(), move->landing(), copies);
-}
-
-void ScheduleWindow::endMove()
-{
-    move_.reset();
-    moveCopies_ = false;
-    pressedAt_.reset();
-    if (GetCapture() == handle())
-        ReleaseCapture();
-    invalidate();
 }
 
 } // namespace korvane::host

@@ -1,17 +1,10 @@
 #include "demo/host/schedule/ScheduleLayout.h"
 
 #include <algorithm>
+#include <ranges>
 
 namespace korvane::host
 {
-
-namespace
-{
-
-/// Bars that are shorter are drawn this wide, so that they can be hit.
-constexpr int narrowestBar = 6;
-
-} // namespace
 
 ScheduleMetrics ScheduleMetrics::forDpi(int dpi, int textHeight) noexcept
 {
@@ -25,10 +18,11 @@ ScheduleMetrics ScheduleMetrics::forDpi(int dpi, int textHeight) noexcept
 
 int ScheduleLayout::rowTop(std::size_t row) const noexcept
 {
-    int top = metrics_.headerHeight() - scrolled_;
-    for (std::size_t above = 0; above < row; ++above)
-        top += rowHeight(above);
-    return top;
+    if (row > 0 && row == schedule_.rows().size())
+        return rowTop(row - 1) + rowHeight(row - 1);
+    const int lanes = row == 0 ? 0 : schedule_.rows()[row].lanesAbove;
+    return metrics_.headerHeight() - scrolled_ + lanes * metrics_.laneHeight +
+           static_cast<int>(row) * 2 * metrics_.rowMargin;
 }
 
 int ScheduleLayout::rowHeight(std::size_t row) const noexcept
@@ -62,10 +56,11 @@ std::optional<Hit> ScheduleLayout::at(POINT point) const noexcept
     if (point.x < metrics_.nameWidth || point.y < metrics_.headerHeight())
         return std::nullopt;
     Hit hit{std::nullopt, timeAt(point.x), nullptr};
-    for (std::size_t row = 0; row < schedule_.rows().size(); ++row)
-        if (const int top = rowTop(row); point.y >= top && point.y < top + rowHeight(row))
-            hit.row = row;
-    for (const Bar& bar : schedule_.bars())
+    const auto row = rowNear(point.y);
+    if (!row || point.y < rowTop(*row) || point.y >= rowTop(*row) + rowHeight(*row))
+        return hit;
+    hit.row = row;
+    for (const Bar& bar : schedule_.barsOf(*row))
         if (const RECT place = placeOf(bar); PtInRect(&place, point))
             hit.bar = &bar;
     return hit;
@@ -73,13 +68,11 @@ std::optional<Hit> ScheduleLayout::at(POINT point) const noexcept
 
 std::optional<std::size_t> ScheduleLayout::rowNear(int y) const noexcept
 {
-    const std::size_t count = schedule_.rows().size();
-    if (count == 0)
+    const auto rows = std::views::iota(std::size_t{0}, schedule_.rows().size());
+    if (rows.empty())
         return std::nullopt;
-    std::size_t row = 0;
-    while (row + 1 < count && y >= rowTop(row + 1))
-        ++row;
-    return row;
+    const auto below = std::ranges::partition_point(rows, [&](std::size_t row) { return rowTop(row) <= y; });
+    return below == rows.begin() ? 0 : *(below - 1);
 }
 
 } // namespace korvane::host

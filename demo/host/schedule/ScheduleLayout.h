@@ -7,6 +7,9 @@
 namespace korvane::host
 {
 
+/// Bars that are shorter are drawn this wide, in pixels, so that they can be hit.
+constexpr int narrowestBar = 6;
+
 /// Sizes in pixels.
 struct ScheduleMetrics
 {
@@ -47,6 +50,7 @@ public:
     {
     }
 
+    /// The end of the rows counts as one more row.
     int rowTop(std::size_t row) const noexcept;
     int rowHeight(std::size_t row) const noexcept;
     int heightOfRows() const noexcept;

@@ -107,7 +107,7 @@ void ScheduleWindow::scrollTo(OleDate start)
 
 void ScheduleWindow::showToday()
 {
-    scrollTo(scale_.hoursPerLabel() == 0 ? startOfWeek(now()) : later(startOfDay(now()), 7 * 60));
+    scrollTo(scale_.hoursPerLabel() == 0 ? startOfWeek(now()) : morningOf(now()));
 }
 
 void ScheduleWindow::zoom(int steps)
@@ -124,7 +124,9 @@ void ScheduleWindow::zoomAround(int pixel, int steps)
 {
     if (!scale_.zoom(steps, pixel))
         return;
+    schedule_.setShortestBar(scale_.minutesOf(narrowestBar));
     scrollTo(scale_.start());
+    scrollRows(scrolled_); // the rows may have other heights now
     cursorMoved();
 }
 

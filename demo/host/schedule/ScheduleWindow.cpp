@@ -1,8 +1,8 @@
 #include "demo/host/schedule/ScheduleWindow.h"
 
+#include "demo/host/schedule/Canvas.h"
 #include "framework/com/Boundary.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace korvane::host
@@ -18,42 +18,6 @@ enum Message : UINT
 
 constexpr UINT oneMinute = 60'000;
 
-/// A picture in memory that is shown at once when it is complete.
-class Canvas
-{
-public:
-    Canvas(HDC target, const RECT& area)
-        : target_(target), area_(area), context_(CreateCompatibleDC(target)),
-          bitmap_(CreateCompatibleBitmap(target, std::max(area.right, 1L), std::max(area.bottom, 1L))),
-          former_(SelectObject(context_, bitmap_))
-    {
-    }
-    Canvas(const Canvas&) = delete;
-    Canvas& operator=(const Canvas&) = delete;
-    ~Canvas()
-    {
-        BitBlt(target_, 0, 0, area_.right, area_.bottom, context_, 0, 0, SRCCOPY);
-        SelectObject(context_, former_);
-        DeleteObject(bitmap_);
-        DeleteDC(context_);
-    }
-
-    HDC context() const noexcept { return context_; }
-
-private:
-    HDC target_;
-    RECT area_;
-    HDC context_;
-    HBITMAP bitmap_;
-    HGDIOBJ former_;
-};
-
-/// The early morning of a day is not where work begins.
-OleDate morningOf(OleDate day) noexcept
-{
-    return later(startOfDay(day), 7 * 60);
-}
-
 } // namespace
 
 ScheduleWindow::ScheduleWindow(HWND parent, const ComPtr<IRoot>& root)
@@ -65,7 +29,8 @@ ScheduleWindow::ScheduleWindow(HWND parent, const ComPtr<IRoot>& root)
             WS_EX_CLIENTEDGE, nullptr, CS_DBLCLKS},
            parent, nullptr, {});
     SetTimer(handle(), timerMinute, oneMinute, nullptr);
-    cursor_.putInto(0, later(startOfDay(now()), 9 * 60));
+    cursor_.putInto(0, startOfWork(now()));
+    schedule_.setShortestBar(scale_.minutesOf(narrowestBar));
     data_.onChange = [this] { changed(); };
 }
 
@@ -113,6 +78,11 @@ LRESULT ScheduleWindow::receive(UINT message, WPARAM first, LPARAM second)
         scrolledBy(LOWORD(first), SB_VERT);
         return 0;
     case WM_TIMER:
+        if (first == timerDrag)
+        {
+            scrollToPointer();
+            return 0;
+        }
         if (stale_) // reading was refused, which the user has been told
             attempt([this] { reload(); });
         invalidate();
@@ -131,13 +101,9 @@ LRESULT ScheduleWindow::receive(UINT message, WPARAM first, LPARAM second)
 
 void ScheduleWindow::paint()
 {
-    PAINTSTRUCT state;
-    const HDC context = BeginPaint(handle(), &state);
-    {
-        const Canvas canvas(context, clientArea());
-        draw(canvas.context());
-    }
-    EndPaint(handle(), &state);
+    const Painting painting(handle());
+    const Canvas canvas(painting.context(), clientArea());
+    draw(canvas.context());
 }
 
 void ScheduleWindow::draw(HDC context) const
@@ -150,6 +116,7 @@ void ScheduleWindow::draw(HDC context) const
                             .selected = cursor_.bar(),
                             .slot = cursor_.slot(),
                             .outline = move_ ? std::optional(move_->landing()) : std::nullopt,
+                            .copies = move_ && movesACopy(),
                             .focused = GetFocus() == handle()};
     SchedulePainter(context, view, clientArea()).draw(font_.get());
 }
@@ -209,6 +176,28 @@ std::wstring ScheduleWindow::describeSelection() const
            (bar && !bar->text.empty() ? L": " + bar->text : L"");
 }
 
+std::optional<POINT> ScheduleWindow::menuPlace(POINT asked)
+{
+    const auto slot = cursor_.slot();
+    if (!slot)
+        return std::nullopt;
+    if (asked.x == -1 && asked.y == -1)
+    {
+        reveal(*slot);
+        const RECT place = layout().placeOf(*slot);
+        asked = {place.left, place.bottom};
+        ClientToScreen(handle(), &asked);
+        return asked;
+    }
+    POINT point = asked;
+    ScreenToClient(handle(), &point);
+    const RECT area = clientArea();
+    const auto hit = layout().at(point);
+    if (!hit || !hit->row || !PtInRect(&area, point))
+        return std::nullopt;
+    return asked;
+}
+
 /// Whoever cannot see the window is told where the cursor is by the window's name.
 void ScheduleWindow::cursorMoved()
 {
@@ -239,6 +228,8 @@ void ScheduleWindow::reload()
     loadedFrom_ = from;
     loadedTo_ = to;
     stale_ = false;
+    if (move_ && move_->landing().row >= schedule_.rows().size())
+        endMove(); // there is nothing any more where it would land
     updateScrollBars();
     scrollRows(scrolled_);
     if (wanted_)

@@ -1,6 +1,7 @@
 // The schedule: resources below each other, the time across, and the bars of what is booked.
 #pragma once
 
+#include "demo/host/Display.h"
 #include "demo/host/Window.h"
 #include "demo/host/schedule/ActivityMove.h"
 #include "demo/host/schedule/ScheduleCursor.h"
@@ -18,7 +19,8 @@ public:
 
     enum Timer : UINT_PTR
     {
-        timerMinute = 1
+        timerMinute = 1,
+        timerDrag
     };
 
     ScheduleWindow(HWND parent, const ComPtr<IRoot>& root);
@@ -32,6 +34,14 @@ public:
     std::function<void(const Bar& bar, const Slot& landing, bool copies)> onDrop;
     /// The cursor is elsewhere.
     std::function<void()> onSelect;
+
+    /// What the pointer looks like while it has hold of a bar.
+    struct Cursors
+    {
+        HCURSOR move;
+        HCURSOR copy;
+    };
+    void useCursors(const Cursors& cursors) noexcept { cursors_ = cursors; }
 
     void place(const RECT& area) const noexcept;
 
@@ -60,6 +70,9 @@ public:
     void showToday();
     /// The first slot that is seen whole.
     OleDate firstSlot() const noexcept { return later(scale_.slotOf(scale_.start()), scale_.slotMinutes()); }
+    /// Where on the screen the menu of what is selected is to stand; empty where there is nothing to select.
+    /// @param asked where the user has asked for it, -1 and -1 for the keyboard.
+    std::optional<POINT> menuPlace(POINT asked);
     /// Brings a day and hour to the left edge.
     void scrollTo(OleDate start);
 
@@ -92,16 +105,21 @@ private:
     // Input.
     void pressed(POINT point);
     void opened(POINT point);
-    void dragged(POINT point);
-    void released();
     void wheel(int delta, WORD keys, int x);
     void wheelSideways(int delta);
     void zoomAround(int pixel, int steps);
     bool keyPressed(WPARAM key);
+
+    // What is moved.
+    void dragged(POINT point);
+    void scrollToPointer();
+    void followPointer();
+    void released();
     bool keyPressedInMove(WPARAM key);
+    bool movesACopy() const noexcept;
+    void moveChanged() const noexcept;
     void drop(bool copies);
     void endMove();
-    void moveChanged();
 
     Schedule schedule_;
     TimeScale scale_;
@@ -117,10 +135,12 @@ private:
     bool reloadPosted_ = false;
     bool stale_ = false;
     bool held_ = false;
+    Cursors cursors_{LoadCursorW(nullptr, IDC_SIZEALL), LoadCursorW(nullptr, IDC_SIZEALL)};
     WheelTurns wheelRows_;
     WheelTurns wheelTime_;
     WheelTurns wheelZoom_;
     std::optional<POINT> pressedAt_; ///< where a bar was taken hold of
+    POINT pointer_{};                ///< where it has been drawn to
     std::optional<ActivityMove> move_;
     bool moveCopies_ = false;
 };

@@ -25,6 +25,21 @@ protected:
         send(WM_MOUSEWHEEL, MAKEWPARAM(keys, delta), MAKELPARAM(point.x, point.y));
     }
 
+    /// What the window's timers do, until something is the case.
+    static bool waitUntil(const std::function<bool()>& isTheCase)
+    {
+        const ULONGLONG end = GetTickCount64() + 20'000; // more than enough
+        while (!isTheCase() && GetTickCount64() < end)
+        {
+            MSG message;
+            if (PeekMessageW(&message, nullptr, WM_TIMER, WM_TIMER, PM_REMOVE))
+                DispatchMessageW(&message);
+            else
+                Sleep(1);
+        }
+        return isTheCase();
+    }
+
     long shownSlot() const
     {
         return minutesBetween(window->selectedSlot()->start, window->selectedSlot()->end);
@@ -137,6 +152,92 @@ TEST_F(ScheduleGestures, CopiesABarThatIsDroppedWithCtrl)
     EXPECT_TRUE(dropped[0].copies);
     EXPECT_EQ(dropped[0].landing.row, 3U);
     EXPECT_EQ(dropped[0].landing.start, at(12));
+}
+
+TEST_F(ScheduleGestures, ScrollAsLongAsABarIsHeldBelowTheRows)
+{
+    window->showGroup(0);
+    work();
+    window->place({0, 0, 900, 200});
+    RECT area{};
+    GetClientRect(window->handle(), &area);
+    book(1, 9, 10);
+    const LPARAM taken = pointAt(1, 9);
+    const auto bottomOfLast = [&] { return window->layout().rowTop(0) + window->layout().heightOfRows(); };
+    ASSERT_GT(bottomOfLast(), area.bottom);
+    send(WM_LBUTTONDOWN, MK_LBUTTON, taken);
+    send(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(LOWORD(taken), area.bottom + 50));
+    EXPECT_TRUE(waitUntil([&] { return bottomOfLast() <= area.bottom; })) << "without a further move";
+    send(WM_LBUTTONUP, 0, MAKELPARAM(LOWORD(taken), area.bottom + 50));
+    ASSERT_EQ(dropped.size(), 1U);
+    EXPECT_EQ(dropped[0].landing.row, window->content().rows().size() - 1);
+}
+
+TEST_F(ScheduleGestures, ScrollAsLongAsABarIsHeldBesideTheTime)
+{
+    book(1, 9, 10);
+    RECT area{};
+    GetClientRect(window->handle(), &area);
+    const LPARAM taken = pointAt(1, 9);
+    const OleDate before = window->layout().timeAt(500);
+    const auto moved = [&] { return minutesBetween(before, window->layout().timeAt(500)); };
+    send(WM_LBUTTONDOWN, MK_LBUTTON, taken);
+    send(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(area.right + 30, HIWORD(taken)));
+    EXPECT_TRUE(waitUntil([&] { return moved() >= 180; }));
+    send(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(5, HIWORD(taken)));
+    EXPECT_TRUE(waitUntil([&] { return moved() <= -180; }));
+    send(WM_LBUTTONUP, 0, MAKELPARAM(5, HIWORD(taken)));
+    ASSERT_EQ(dropped.size(), 1U);
+    EXPECT_LT(dropped[0].landing.start.days, at(9).days);
+    EXPECT_GE(window->layout().pixelOf(dropped[0].landing.end), 0) << "where it is seen";
+}
+
+TEST_F(ScheduleGestures, DropsNowhereThatIsNotSeen)
+{
+    window->showGroup(0);
+    work();
+    window->place({0, 0, 900, 200});
+    book(1, 9, 10);
+    RECT area{};
+    GetClientRect(window->handle(), &area);
+    send(WM_LBUTTONDOWN, MK_LBUTTON, pointAt(1, 9));
+    send(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(LOWORD(pointAt(1, 12)), area.bottom + 500));
+    send(WM_LBUTTONUP, 0, MAKELPARAM(LOWORD(pointAt(1, 12)), area.bottom + 500));
+    ASSERT_EQ(dropped.size(), 1U);
+    EXPECT_LT(window->layout().rowTop(dropped[0].landing.row), area.bottom);
+    EXPECT_GT(dropped[0].landing.row, 1U);
+}
+
+TEST_F(ScheduleGestures, ShowByThePointerWhetherABarIsMovedOrCopied)
+{
+    const HCURSOR move = LoadCursorW(nullptr, IDC_HAND);
+    const HCURSOR copy = LoadCursorW(nullptr, IDC_CROSS);
+    window->useCursors({move, copy});
+    book(1, 9, 10);
+    send(WM_LBUTTONDOWN, MK_LBUTTON, pointAt(1, 9));
+    send(WM_MOUSEMOVE, MK_LBUTTON, pointAt(3, 12));
+    EXPECT_EQ(GetCursor(), move);
+    hold(VK_CONTROL, true);
+    send(WM_KEYDOWN, VK_CONTROL);
+    EXPECT_EQ(GetCursor(), copy);
+    hold(VK_CONTROL, false);
+    send(WM_KEYUP, VK_CONTROL);
+    EXPECT_EQ(GetCursor(), move);
+    send(WM_LBUTTONUP, 0, pointAt(3, 12));
+}
+
+TEST_F(ScheduleGestures, EndAMoveWhoseRowIsGone)
+{
+    window->showGroup(0);
+    work();
+    const std::size_t last = window->content().rows().size() - 1;
+    book(last, 9, 10);
+    key(VK_TAB);
+    ASSERT_NE(window->selectedBar(), nullptr);
+    window->beginMove(false);
+    window->showGroup(staff);
+    work();
+    EXPECT_FALSE(window->isMoving());
 }
 
 TEST_F(ScheduleGestures, ZoomWithTheWheelAtThePointer)

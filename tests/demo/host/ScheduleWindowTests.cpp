@@ -19,6 +19,16 @@ protected:
         EXPECT_LE(slot.right, area.right);
         EXPECT_LE(slot.bottom, area.bottom);
     }
+
+    /// Where the menu comes that is asked for at a point of the window.
+    std::optional<POINT> menuAt(POINT point) const
+    {
+        ClientToScreen(window->handle(), &point);
+        auto place = window->menuPlace(point);
+        if (place)
+            ScreenToClient(window->handle(), &*place);
+        return place;
+    }
 };
 
 TEST_F(ScheduleWindowTest, HasARowForEachMemberOfTheGroup)
@@ -43,6 +53,66 @@ TEST_F(ScheduleWindowScrolling, FollowsTheKeys)
         key(VK_PRIOR);
     EXPECT_EQ(window->selectedSlot()->start, test::at(9, -4));
     expectInSight();
+}
+
+TEST_F(ScheduleWindowScrolling, HasAMenuWhereSomethingCanBeSelected)
+{
+    book(1, 9, 10);
+    send(WM_LBUTTONDOWN, MK_LBUTTON, pointAt(1, 9));
+    send(WM_LBUTTONUP, 0, pointAt(1, 9));
+    RECT area{};
+    GetClientRect(window->handle(), &area);
+    const int names = window->layout().pixelOf(at(7));
+    const int firstRow = window->layout().rowTop(0);
+    const int belowRows = firstRow + window->layout().heightOfRows();
+
+    const auto place = menuAt({names + 20, firstRow + 5});
+    ASSERT_TRUE(place);
+    EXPECT_EQ(place->x, names + 20);
+    EXPECT_EQ(place->y, firstRow + 5);
+    EXPECT_FALSE(menuAt({names - 20, firstRow + 5})) << "the names";
+    EXPECT_FALSE(menuAt({names + 20, firstRow - 5})) << "the header";
+    EXPECT_FALSE(menuAt({names + 20, belowRows + 5})) << "below the last row";
+    EXPECT_FALSE(menuAt({area.right + 5, firstRow + 5})) << "the scroll bar";
+}
+
+TEST_F(ScheduleWindowScrolling, ShowsWhatTheMenuOfTheKeyboardIsFor)
+{
+    send(WM_LBUTTONDOWN, MK_LBUTTON, pointAt(2, 11));
+    for (const long day : {-5, 5})
+    {
+        window->scrollTo(test::at(7, day));
+        auto place = window->menuPlace({-1, -1});
+        expectInSight();
+        ASSERT_TRUE(place);
+        ScreenToClient(window->handle(), &*place);
+        const RECT slot = window->layout().placeOf(*window->selectedSlot());
+        EXPECT_EQ(place->x, slot.left);
+        EXPECT_EQ(place->y, slot.bottom);
+    }
+}
+
+TEST_F(ScheduleWindowScrolling, KeepsShortBarsApartHoweverFarAway)
+{
+    window->scrollTo(at(0));
+    work();
+    for (const double hour : {9, 10, 11, 12})
+        book(1, hour, hour + 1);
+    for (int zooms = 0; zooms < 5; ++zooms)
+    {
+        const auto& bars = window->content().bars();
+        ASSERT_EQ(bars.size(), 4U);
+        for (std::size_t bar = 1; bar < bars.size(); ++bar)
+            for (std::size_t before = 0; before < bar; ++before)
+            {
+                const RECT one = window->layout().placeOf(bars[before]);
+                const RECT other = window->layout().placeOf(bars[bar]);
+                RECT both{};
+                EXPECT_FALSE(IntersectRect(&both, &one, &other)) << "at level " << zooms;
+            }
+        window->zoom(zooms == 0 ? -9 : 1);
+    }
+    EXPECT_EQ(window->content().rows()[1].lanes, 1);
 }
 
 TEST_F(ScheduleWindowTest, TellsItsNameAndWhereTheCursorIs)
