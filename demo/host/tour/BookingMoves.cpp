@@ -116,6 +116,7 @@ void copyByMouse(Visitor& visitor)
     const Booking original = bookingAt(visitor, ben, tourTime(0, 12));
     drag(visitor, ben, tourTime(0, 12), paul, tourTime(0, 15));
     visitor.hold(VK_CONTROL, L"Ctrl");
+    visitor.picture(visitor.mainWindow(), L"booking-copy");
     drop(visitor);
     visitor.release(VK_CONTROL, L"Ctrl");
     expectTime(visitor, paul, tourTime(0, 15));
