@@ -77,14 +77,21 @@ void ScheduleWindow::pressed(POINT point)
     const auto hit = layout().at(point);
     if (!hit || !hit->row)
         return;
-    if (hit->bar)
+    selectAt(*hit);
+    if (cursor_.bar())
     {
-        cursor_.putOn(*hit->bar);
         pressedAt_ = point;
         SetCapture(handle());
     }
+}
+
+/// @param hit in a row.
+void ScheduleWindow::selectAt(const Hit& hit)
+{
+    if (hit.bar)
+        cursor_.putOn(*hit.bar);
     else
-        cursor_.putInto(*hit->row, scale_.slotOf(hit->time));
+        cursor_.putInto(*hit.row, scale_.slotOf(hit.time));
     wanted_.reset(); // the user wants something else
     cursorMoved();
 }

@@ -83,14 +83,16 @@ LRESULT ScheduleWindow::receive(UINT message, WPARAM first, LPARAM second)
             scrollToPointer();
             return 0;
         }
-        if (stale_) // reading was refused, which the user has been told
-            attempt([this] { reload(); });
+        if (stale_)
+            tryAgain();
         invalidate();
         return 0;
     case messageReload:
         reloadPosted_ = false;
-        if (stale_)
+        if (stale_ && std::exchange(tells_, false))
             reload();
+        else if (stale_)
+            attempt([this] { reload(); });
         return 0;
     default:
         return Window::receive(message, first, second);
@@ -195,6 +197,7 @@ std::optional<POINT> ScheduleWindow::menuPlace(POINT asked)
     const auto hit = layout().at(point);
     if (!hit || !hit->row || !PtInRect(&area, point))
         return std::nullopt;
+    selectAt(*hit);
     return asked;
 }
 
@@ -212,6 +215,13 @@ void ScheduleWindow::cursorMoved()
 void ScheduleWindow::changed()
 {
     stale_ = true;
+    tells_ = true;
+    tryAgain();
+}
+
+/// Where nothing else is asked for, that something was refused has been told already.
+void ScheduleWindow::tryAgain()
+{
     if (!reloadPosted_)
         reloadPosted_ = PostMessageW(handle(), messageReload, 0, 0) != FALSE;
 }
@@ -240,9 +250,11 @@ void ScheduleWindow::reload()
 
 void ScheduleWindow::loadWhatIsSeen()
 {
-    if (stale_ || scale_.start().days < loadedFrom_.days ||
+    if (scale_.start().days < loadedFrom_.days ||
         later(scale_.start(), visibleMinutes()).days > loadedTo_.days)
         changed();
+    else if (stale_)
+        tryAgain();
 }
 
 } // namespace korvane::host

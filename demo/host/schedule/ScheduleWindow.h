@@ -70,8 +70,8 @@ public:
     void showToday();
     /// The first slot that is seen whole.
     OleDate firstSlot() const noexcept { return later(scale_.slotOf(scale_.start()), scale_.slotMinutes()); }
-    /// Where on the screen the menu of what is selected is to stand; empty where there is nothing to select.
-    /// @param asked where the user has asked for it, -1 and -1 for the keyboard.
+    /// Where on the screen a menu is to stand; empty where there is nothing that it could be for.
+    /// @param asked where the user has asked for it, which is then selected; -1 and -1 for the keyboard.
     std::optional<POINT> menuPlace(POINT asked);
     /// Brings a day and hour to the left edge.
     void scrollTo(OleDate start);
@@ -89,6 +89,7 @@ private:
     void invalidate() const noexcept { InvalidateRect(handle(), nullptr, FALSE); }
     void cursorMoved();
     void changed();
+    void tryAgain();
     void reload();
     void selectWhatIsWanted();
     void loadWhatIsSeen();
@@ -104,6 +105,7 @@ private:
 
     // Input.
     void pressed(POINT point);
+    void selectAt(const Hit& hit);
     void opened(POINT point);
     void wheel(int delta, WORD keys, int x);
     void wheelSideways(int delta);
@@ -133,6 +135,7 @@ private:
     OleDate loadedFrom_;
     OleDate loadedTo_;
     bool reloadPosted_ = false;
+    bool tells_ = false; ///< whether the user is to be told when the posted one is refused
     bool stale_ = false;
     bool held_ = false;
     Cursors cursors_{LoadCursorW(nullptr, IDC_SIZEALL), LoadCursorW(nullptr, IDC_SIZEALL)};

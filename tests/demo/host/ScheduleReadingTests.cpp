@@ -89,11 +89,26 @@ TEST_F(ScheduleReading, TellsOnceThatItIsRefusedAndReadsAgainWhenScrolled)
     EXPECT_EQ(boxes.asked.size(), 1U);
     EXPECT_TRUE(window->content().bars().empty());
     EXPECT_EQ(window->content().rows().size(), 6U) << "what was read before is still shown";
+    window->scrollTo(at(9));
+    work();
+    EXPECT_EQ(boxes.asked.size(), 1U) << "this much was known before";
     lock.reset();
     window->scrollTo(at(8));
     work();
     EXPECT_EQ(boxes.asked.size(), 1U);
     EXPECT_EQ(window->content().bars().size(), 1U);
+}
+
+TEST_F(ScheduleReading, TellsAgainWhenTheUserAsksForSomethingElse)
+{
+    bookBehindALock();
+    work();
+    window->scrollTo(test::at(9, 60));
+    work();
+    EXPECT_EQ(boxes.asked.size(), 2U);
+    window->showGroup(0);
+    work();
+    EXPECT_EQ(boxes.asked.size(), 3U);
 }
 
 TEST_F(ScheduleReading, TriesAgainByItselfWithoutASecondBox)

@@ -66,14 +66,19 @@ TEST_F(ScheduleWindowScrolling, HasAMenuWhereSomethingCanBeSelected)
     const int firstRow = window->layout().rowTop(0);
     const int belowRows = firstRow + window->layout().heightOfRows();
 
-    const auto place = menuAt({names + 20, firstRow + 5});
-    ASSERT_TRUE(place);
-    EXPECT_EQ(place->x, names + 20);
-    EXPECT_EQ(place->y, firstRow + 5);
     EXPECT_FALSE(menuAt({names - 20, firstRow + 5})) << "the names";
     EXPECT_FALSE(menuAt({names + 20, firstRow - 5})) << "the header";
     EXPECT_FALSE(menuAt({names + 20, belowRows + 5})) << "below the last row";
     EXPECT_FALSE(menuAt({area.right + 5, firstRow + 5})) << "the scroll bar";
+    EXPECT_NE(window->selectedBar(), nullptr);
+
+    const auto place = menuAt({names + 20, firstRow + 5});
+    ASSERT_TRUE(place);
+    EXPECT_EQ(place->x, names + 20);
+    EXPECT_EQ(place->y, firstRow + 5);
+    EXPECT_EQ(window->selectedBar(), nullptr)
+        << "wherever the button was pressed, the menu is for this place";
+    EXPECT_EQ(window->selectedSlot()->row, 0U);
 }
 
 TEST_F(ScheduleWindowScrolling, ShowsWhatTheMenuOfTheKeyboardIsFor)
