@@ -78,8 +78,9 @@ void Schedule::layOut()
 
 std::span<const Bar> Schedule::barsOf(std::size_t row) const noexcept
 {
-    const auto found = std::ranges::equal_range(bars_, row, {}, &Bar::row);
-    return {found.begin(), found.end()};
+    const auto isAbove = [](const Bar& bar, std::size_t wanted) { return bar.row < wanted; };
+    const auto first = std::lower_bound(bars_.begin(), bars_.end(), row, isAbove);
+    return {first, std::lower_bound(first, bars_.end(), row + 1, isAbove)};
 }
 
 const Bar* Schedule::find(BarId id) const noexcept

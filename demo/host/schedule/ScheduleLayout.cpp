@@ -1,7 +1,6 @@
 #include "demo/host/schedule/ScheduleLayout.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace korvane::host
 {
@@ -68,11 +67,20 @@ std::optional<Hit> ScheduleLayout::at(POINT point) const noexcept
 
 std::optional<std::size_t> ScheduleLayout::rowNear(int y) const noexcept
 {
-    const auto rows = std::views::iota(std::size_t{0}, schedule_.rows().size());
+    const auto& rows = schedule_.rows();
     if (rows.empty())
         return std::nullopt;
-    const auto below = std::ranges::partition_point(rows, [&](std::size_t row) { return rowTop(row) <= y; });
-    return below == rows.begin() ? 0 : *(below - 1);
+    const auto below = std::partition_point(rows.begin(), rows.end(), [&](const Row& row) {
+        return rowTop(static_cast<std::size_t>(&row - rows.data())) <= y;
+    });
+    return below == rows.begin() ? 0 : static_cast<std::size_t>(below - rows.begin()) - 1;
+}
+
+RowRange ScheduleLayout::rowsBetween(int top, int bottom) const noexcept
+{
+    const auto first = rowNear(top);
+    const auto last = rowNear(bottom);
+    return first && last ? RowRange{*first, *last + 1} : RowRange{};
 }
 
 } // namespace korvane::host

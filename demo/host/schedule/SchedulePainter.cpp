@@ -69,7 +69,8 @@ void SchedulePainter::drawDays() const
 
 void SchedulePainter::drawRows() const
 {
-    for (const std::size_t row : seenRows())
+    const RowRange rows = seenRows();
+    for (std::size_t row = rows.first; row < rows.end; ++row)
     {
         const int bottom = view_.layout.rowTop(row) + view_.layout.rowHeight(row);
         fill({area_.left, bottom - 1, area_.right, bottom}, faintLineColor());
@@ -79,7 +80,8 @@ void SchedulePainter::drawRows() const
 void SchedulePainter::drawBars() const
 {
     const RECT area = timeArea();
-    for (const std::size_t row : seenRows())
+    const RowRange rows = seenRows();
+    for (std::size_t row = rows.first; row < rows.end; ++row)
         for (const Bar& bar : view_.schedule.barsOf(row))
         {
             const RECT place = view_.layout.placeOf(bar);
@@ -161,7 +163,8 @@ void SchedulePainter::drawNames() const
     const int right = area_.left + view_.metrics.nameWidth;
     fill({area_.left, top, right, area_.bottom}, headerColor());
     fill({right - 1, area_.top, right, area_.bottom}, lineColor());
-    for (const std::size_t row : seenRows())
+    const RowRange rows = seenRows();
+    for (std::size_t row = rows.first; row < rows.end; ++row)
     {
         const int rowTop = view_.layout.rowTop(row);
         const int bottom = rowTop + view_.layout.rowHeight(row);
@@ -202,12 +205,10 @@ RECT SchedulePainter::timeArea() const noexcept
             area_.bottom};
 }
 
-std::ranges::iota_view<std::size_t, std::size_t> SchedulePainter::seenRows() const noexcept
+RowRange SchedulePainter::seenRows() const noexcept
 {
     const RECT area = timeArea();
-    const auto first = view_.layout.rowNear(static_cast<int>(area.top));
-    const auto last = view_.layout.rowNear(static_cast<int>(area.bottom));
-    return first ? std::views::iota(*first, *last + 1) : std::views::iota(std::size_t{0}, std::size_t{0});
+    return view_.layout.rowsBetween(static_cast<int>(area.top), static_cast<int>(area.bottom));
 }
 
 } // namespace korvane::host

@@ -3,8 +3,6 @@
 
 #include "demo/host/schedule/ScheduleLayout.h"
 
-#include <ranges>
-
 namespace korvane::host
 {
 
@@ -51,8 +49,7 @@ private:
     void text(RECT place, const std::wstring& text, COLORREF color, UINT format) const;
     void clipTo(const RECT& place) const noexcept;
     RECT timeArea() const noexcept;
-    /// The rows that are seen.
-    std::ranges::iota_view<std::size_t, std::size_t> seenRows() const noexcept;
+    RowRange seenRows() const noexcept;
 
     HDC context_;
     const ScheduleView& view_;
