@@ -1,5 +1,7 @@
 #include "demo/host/ControlSite.h"
 
+#include "demo/host/Display.h"
+
 #include <cstdlib>
 #include <cwchar>
 
@@ -258,15 +260,8 @@ ComPtr<IFontDisp> makeFont(const wchar_t* face, int points)
 
 ComPtr<IFontDisp> makeMessageFont()
 {
-    NONCLIENTMETRICSW metrics{};
-    metrics.cbSize = sizeof metrics;
-    if (!SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0))
-        throw Failure(HRESULT_FROM_WIN32(GetLastError()));
-    const HDC screen = GetDC(nullptr);
-    const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
-    ReleaseDC(nullptr, screen);
-    return makeFont(metrics.lfMessageFont.lfFaceName,
-                    MulDiv(std::abs(metrics.lfMessageFont.lfHeight), 72, dpi));
+    const LOGFONTW design = messageFont();
+    return makeFont(design.lfFaceName, MulDiv(std::abs(design.lfHeight), 72, screenDpi()));
 }
 
 } // namespace korvane::host

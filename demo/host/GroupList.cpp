@@ -1,5 +1,6 @@
 #include "demo/host/GroupList.h"
 
+#include "demo/host/Display.h"
 #include "demo/host/Window.h"
 #include "framework/com/Module.h"
 

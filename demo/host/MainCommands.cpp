@@ -2,6 +2,7 @@
 #include "demo/host/ErrorBox.h"
 #include "demo/host/MainWindow.h"
 #include "demo/host/Orders.h"
+#include "demo/host/SharedActivity.h"
 #include "framework/com/Boundary.h"
 
 namespace korvane::host
@@ -89,7 +90,7 @@ ComPtr<IAppCommand> MainWindow::prepared(const Order& order) const
 /// There is nothing to enter: the question is all there is of a dialog.
 void MainWindow::remove(const Bar& bar, const Order& order)
 {
-    const std::wstring question = questionBeforeDeletion(bar);
+    const std::wstring question = questionBeforeDeletion(bar, isShared(database_.root(), bar.id.event));
     if (MessageBoxW(handle(), question.c_str(), L"Delete activity", MB_YESNO | MB_ICONQUESTION) != IDYES)
         return;
     const auto command = prepared(order);

@@ -1,6 +1,7 @@
 #include "demo/host/MainWindow.h"
 
 #include "demo/host/Create.h"
+#include "demo/host/Display.h"
 #include "framework/com/Boundary.h"
 #include "framework/com/Module.h"
 
@@ -14,8 +15,19 @@ namespace korvane::host
 namespace
 {
 
-constexpr long pictureApplication = 100; // among the library's pictures
-constexpr int menuActivities = 2;        // in the menu bar
+// Among the library's pictures.
+constexpr long pictureApplication = 100;
+constexpr long cursorMove = 25500;
+constexpr long cursorCopy = 25501;
+constexpr int menuActivities = 2; // in the menu bar
+
+/// The handle of an icon or cursor, which the picture owns.
+LPARAM handleOf(const ComPtr<IPictureDisp>& picture)
+{
+    OLE_HANDLE handle = 0;
+    call(picture.as<IPicture>(), &IPicture::get_Handle, &handle);
+    return static_cast<LPARAM>(handle);
+}
 
 } // namespace
 
@@ -41,6 +53,7 @@ MainWindow::~MainWindow()
 void MainWindow::createParts()
 {
     schedule_ = std::make_unique<ScheduleWindow>(handle(), database_.root());
+    useCursors();
     schedule_->onOpen = [this] { run(changeActivity()); };
     schedule_->onDrop = [this](const Bar& bar, const Slot& landing, bool copies) {
         drop(bar, landing, copies);
@@ -121,11 +134,17 @@ LRESULT MainWindow::receive(UINT message, WPARAM first, LPARAM second)
 void MainWindow::useIcon()
 {
     call(resources_, &IResources::GetIcon, pictureApplication, icon_.put());
-    OLE_HANDLE icon = 0;
-    call(icon_.as<IPicture>(), &IPicture::get_Handle, &icon);
-    const auto handleOfIcon = static_cast<LPARAM>(icon);
-    SendMessageW(handle(), WM_SETICON, ICON_BIG, handleOfIcon);
-    SendMessageW(handle(), WM_SETICON, ICON_SMALL, handleOfIcon);
+    const LPARAM icon = handleOf(icon_);
+    SendMessageW(handle(), WM_SETICON, ICON_BIG, icon);
+    SendMessageW(handle(), WM_SETICON, ICON_SMALL, icon);
+}
+
+void MainWindow::useCursors()
+{
+    call(resources_, &IResources::GetCursor, cursorMove, moveCursor_.put());
+    call(resources_, &IResources::GetCursor, cursorCopy, copyCursor_.put());
+    schedule_->useCursors(
+        {reinterpret_cast<HCURSOR>(handleOf(moveCursor_)), reinterpret_cast<HCURSOR>(handleOf(copyCursor_))});
 }
 
 void MainWindow::createStatusBar()
@@ -168,17 +187,9 @@ void MainWindow::showSelection() const
 /// The commands on activities, where the right button was released; by keyboard, at the cursor.
 void MainWindow::showMenuAt(POINT place) const
 {
-    const auto slot = schedule_->selectedSlot();
-    if (!slot)
-        return;
-    if (place.x == -1 && place.y == -1)
-    {
-        const RECT area = schedule_->layout().placeOf(*slot);
-        place = {area.left, area.bottom};
-        ClientToScreen(schedule_->handle(), &place);
-    }
-    TrackPopupMenu(GetSubMenu(GetMenu(handle()), menuActivities), TPM_RIGHTBUTTON, place.x, place.y, 0,
-                   handle(), nullptr);
+    if (const auto at = schedule_->menuPlace(place))
+        TrackPopupMenu(GetSubMenu(GetMenu(handle()), menuActivities), TPM_RIGHTBUTTON, at->x, at->y, 0,
+                       handle(), nullptr);
 }
 
 void MainWindow::goToOtherPart() noexcept

@@ -48,6 +48,7 @@ private:
     LRESULT receive(UINT message, WPARAM first, LPARAM second) override;
 
     void useIcon();
+    void useCursors();
     void createStatusBar();
     void createParts();
     void layOut() noexcept;
@@ -65,7 +66,9 @@ private:
 
     OpenDatabase& database_;
     ComPtr<IResources> resources_;
-    ComPtr<IPictureDisp> icon_; ///< owns the window's icon
+    ComPtr<IPictureDisp> icon_;       ///< owns the window's icon
+    ComPtr<IPictureDisp> moveCursor_; ///< like the icon, theirs are used in the schedule
+    ComPtr<IPictureDisp> copyCursor_;
     Keys groupKeys_;
     Keys scheduleKeys_;
     HWND status_ = nullptr;

@@ -48,12 +48,13 @@ std::wstring shown(const Order& order)
     return text;
 }
 
-std::wstring questionBeforeDeletion(const Bar& bar)
+std::wstring questionBeforeDeletion(const Bar& bar, bool isShared)
 {
     const std::wstring when =
         shownDay(bar.start, L"ddd d MMM yyyy") + L", " + shownTime(bar.start) + L" - " + shownTime(bar.end);
-    return (bar.id.instance != 0 ? L"Delete this occurrence of the activity?\n\n"
-                                 : L"Delete this activity?\n\n") +
+    return std::wstring(bar.id.instance != 0 ? L"Delete this occurrence of the activity"
+                                             : L"Delete this activity") +
+           (isShared ? L" for all of its resources?" : L"?") + L"\n\n" +
            (bar.text.empty() ? when : bar.text + L"\n" + when);
 }
 

@@ -24,6 +24,7 @@ Order orderForLanding(const CommandEntry& entry, long group, const Bar& bar, lon
 std::wstring shown(const Order& order);
 
 /// The question that a deletion without a dialog begins with.
-std::wstring questionBeforeDeletion(const Bar& bar);
+/// @param isShared whether the activity goes for other resources, too.
+std::wstring questionBeforeDeletion(const Bar& bar, bool isShared);
 
 } // namespace korvane::host

@@ -68,12 +68,9 @@ LRESULT CALLBACK Window::procedure(HWND handle, UINT message, WPARAM first, LPAR
     return result;
 }
 
-int screenDpi() noexcept
+bool isKeyDown(int key) noexcept
 {
-    const HDC screen = GetDC(nullptr);
-    const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
-    ReleaseDC(nullptr, screen);
-    return dpi;
+    return GetKeyState(key) < 0;
 }
 
 } // namespace korvane::host

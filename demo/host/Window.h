@@ -44,7 +44,7 @@ private:
     HWND handle_ = nullptr;
 };
 
-/// The resolution that the process sees the screen at.
-int screenDpi() noexcept;
+/// Whether a key is down, as of the message that is handled.
+bool isKeyDown(int key) noexcept;
 
 } // namespace korvane::host

@@ -14,7 +14,7 @@ COLORREF lineColor() noexcept;
 COLORREF faintLineColor() noexcept;
 COLORREF headerColor() noexcept;
 
-/// Black or white, whichever is read better on a colour.
+/// Black or white, whichever has the better contrast with a colour.
 COLORREF textColorOn(COLORREF background) noexcept;
 
 } // namespace korvane::host

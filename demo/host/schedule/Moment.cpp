@@ -56,6 +56,16 @@ bool isWeekend(OleDate moment) noexcept
     return startOfDay(moment).days - startOfWeek(moment).days >= 5;
 }
 
+OleDate morningOf(OleDate day) noexcept
+{
+    return later(startOfDay(day), 7 * 60);
+}
+
+OleDate startOfWork(OleDate day) noexcept
+{
+    return later(startOfDay(day), 9 * 60);
+}
+
 OleDate now() noexcept
 {
     SYSTEMTIME time{};

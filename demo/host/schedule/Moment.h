@@ -20,6 +20,10 @@ OleDate startOfDay(OleDate moment) noexcept;
 /// The Monday that the week starts with.
 OleDate startOfWeek(OleDate moment) noexcept;
 bool isWeekend(OleDate moment) noexcept;
+/// Where the view of a day begins: the hours before are not where work is.
+OleDate morningOf(OleDate day) noexcept;
+/// When work begins on a day, as a first guess.
+OleDate startOfWork(OleDate day) noexcept;
 
 OleDate now() noexcept;
 

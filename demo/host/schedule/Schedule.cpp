@@ -1,6 +1,7 @@
 #include "demo/host/schedule/Schedule.h"
 
 #include <algorithm>
+#include <set>
 #include <tuple>
 
 namespace korvane::host
@@ -9,11 +10,8 @@ namespace korvane::host
 namespace
 {
 
-/// A bar takes this much room at least.
-constexpr long shortestBar = 15;
-
 /// The first lane that is free at a time, which it is then occupied until.
-int occupyLane(std::vector<OleDate>& freeFrom, const Occurrence& occurrence)
+int occupyLane(std::vector<OleDate>& freeFrom, const Occurrence& occurrence, long shortestBar)
 {
     const auto lane = std::find_if(freeFrom.begin(), freeFrom.end(),
                                    [&](OleDate free) { return minutesBetween(free, occurrence.start) >= 0; });
@@ -31,9 +29,9 @@ int occupyLane(std::vector<OleDate>& freeFrom, const Occurrence& occurrence)
 void Schedule::setResources(std::vector<Resource> resources)
 {
     rows_.clear();
+    std::set<long> known;
     for (Resource& resource : resources)
-        if (std::none_of(rows_.begin(), rows_.end(),
-                         [&](const Row& row) { return row.resource.id == resource.id; }))
+        if (known.insert(resource.id).second)
             rows_.push_back({std::move(resource)});
     layOut();
 }
@@ -41,6 +39,12 @@ void Schedule::setResources(std::vector<Resource> resources)
 void Schedule::setOccurrences(std::vector<Occurrence> occurrences)
 {
     occurrences_ = std::move(occurrences);
+    layOut();
+}
+
+void Schedule::setShortestBar(long minutes)
+{
+    shortestBar_ = minutes;
     layOut();
 }
 
@@ -59,14 +63,24 @@ void Schedule::layOut()
                std::tuple(right.row, right.start.days, right.id);
     });
 
+    int lanes = 0;
     auto bar = bars_.begin();
     for (std::size_t row = 0; row < rows_.size(); ++row)
     {
         std::vector<OleDate> freeFrom;
         for (; bar != bars_.end() && bar->row == row; ++bar)
-            bar->lane = occupyLane(freeFrom, *bar);
+            bar->lane = occupyLane(freeFrom, *bar, shortestBar_);
         rows_[row].lanes = std::max(1, static_cast<int>(freeFrom.size()));
+        rows_[row].lanesAbove = lanes;
+        lanes += rows_[row].lanes;
     }
+}
+
+std::span<const Bar> Schedule::barsOf(std::size_t row) const noexcept
+{
+    const auto isAbove = [](const Bar& bar, std::size_t wanted) { return bar.row < wanted; };
+    const auto first = std::lower_bound(bars_.begin(), bars_.end(), row, isAbove);
+    return {first, std::lower_bound(first, bars_.end(), row + 1, isAbove)};
 }
 
 const Bar* Schedule::find(BarId id) const noexcept

@@ -5,6 +5,7 @@
 
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -49,6 +50,7 @@ struct Row
 {
     Resource resource;
     int lanes = 1;
+    int lanesAbove = 0; ///< those of all rows above
 };
 
 class Schedule
@@ -58,12 +60,15 @@ public:
     void setResources(std::vector<Resource> resources);
     /// Those of other resources are left out.
     void setOccurrences(std::vector<Occurrence> occurrences);
+    /// A bar takes this much room at least, in minutes, lest the next one cover it.
+    void setShortestBar(long minutes);
     /// Colours by type; below 1 for none.
     void setColors(std::map<long, long> colors) { colors_ = std::move(colors); }
 
     const std::vector<Row>& rows() const noexcept { return rows_; }
     /// Row by row, and in each row by their start.
     const std::vector<Bar>& bars() const noexcept { return bars_; }
+    std::span<const Bar> barsOf(std::size_t row) const noexcept;
     const Bar* find(BarId id) const noexcept;
 
     /// The colour of an activity's type; empty for a type that has none.
@@ -75,6 +80,7 @@ private:
     std::vector<Row> rows_;
     std::vector<Occurrence> occurrences_;
     std::vector<Bar> bars_;
+    long shortestBar_ = 15;
     std::map<long, long> colors_;
 };
 

@@ -1,5 +1,7 @@
 #include "demo/host/schedule/ScheduleData.h"
 
+#include "demo/host/schedule/AnnouncedOccurrence.h"
+
 namespace korvane::host
 {
 
@@ -57,42 +59,46 @@ ScheduleData::ScheduleData(const ComPtr<IRoot>& root)
                              else if (event == eventAdd)
                                  colors_.insert_or_assign(type.number(0), type.number(2));
                          });
-    occurrenceEvents_.onClear = [this] { loading_ ? occurrences_.clear() : changed(); };
-    occurrenceEvents_.onAdd = [this](Occurrence occurrence) {
-        if (loading_)
-            occurrences_.push_back(std::move(occurrence));
-    };
-    occurrenceEvents_.connect(events);
+    occurrenceEvents_.connect(events.get(), __uuidof(IEventsEvents),
+                              [this](DISPID event, const EventArguments& occurrence) {
+                                  if (!loading_)
+                                      changed();
+                                  else if (event == eventClear)
+                                      occurrences_.clear();
+                                  else if (event == eventAdd)
+                                      occurrences_.push_back(occurrenceIn(occurrence));
+                              });
 }
 
 void ScheduleData::load(Schedule& schedule, long group, OleDate from, OleDate to)
 {
     const Loading loading(*this);
     if (groupOfResources_ != group)
-        loadResources(schedule, group);
+        loadResources(group);
     if (!colorsAreKnown_)
-        loadColors(schedule);
-    call(schedule_, &ISchedule::Load, from.days, to.days);
+        loadColors();
+    occurrenceEvents_.during([&] { call(schedule_, &ISchedule::Load, from.days, to.days); });
+    schedule.setColors(colors_);
+    schedule.setResources(resources_);
     schedule.setOccurrences(occurrences_);
 }
 
-void ScheduleData::loadResources(Schedule& schedule, long group)
+void ScheduleData::loadResources(long group)
 {
+    groupOfResources_.reset(); // a failure on the way leaves a part of them
     namesEvents_.during([&] {
         VARIANT_BOOL ignored = VARIANT_FALSE;
         call(names_, &INames::Load, group, &ignored);
     });
-    schedule.setResources(resources_);
     groupOfResources_ = group;
 }
 
-void ScheduleData::loadColors(Schedule& schedule)
+void ScheduleData::loadColors()
 {
     typesEvents_.during([&] {
         VARIANT_BOOL ignored = VARIANT_FALSE;
         call(types_, &ITypes::Load, allTypes, &ignored);
     });
-    schedule.setColors(colors_);
     colorsAreKnown_ = true;
 }
 

@@ -1,7 +1,7 @@
 // Reads the schedule from the data layer, and tells when it has changed.
 #pragma once
 
-#include "demo/host/schedule/OccurrenceEvents.h"
+#include "demo/host/schedule/Schedule.h"
 #include "framework/com/EventConnection.h"
 
 #include <KorvaneStore.h>
@@ -18,14 +18,15 @@ public:
     /// What was loaded no longer holds. It comes from within the data layer's calls: load later.
     std::function<void()> onChange;
 
+    /// The schedule stays as it is when something cannot be read.
     /// @param group whose resources are shown; 0 for those of all groups.
     void load(Schedule& schedule, long group, OleDate from, OleDate to);
 
 private:
     class Loading;
 
-    void loadResources(Schedule& schedule, long group);
-    void loadColors(Schedule& schedule);
+    void loadResources(long group);
+    void loadColors();
     void changed() const;
 
     // What other readers are told counts as a change: it may be something that has changed.
@@ -41,7 +42,7 @@ private:
     std::vector<Occurrence> occurrences_;
     EventConnection namesEvents_;
     EventConnection typesEvents_;
-    OccurrenceEvents occurrenceEvents_;
+    EventConnection occurrenceEvents_;
 };
 
 } // namespace korvane::host

@@ -5,14 +5,6 @@
 namespace korvane::host
 {
 
-namespace
-{
-
-/// Bars that are shorter are drawn this wide, so that they can be hit.
-constexpr int narrowestBar = 6;
-
-} // namespace
-
 ScheduleMetrics ScheduleMetrics::forDpi(int dpi, int textHeight) noexcept
 {
     const auto scaled = [dpi](int pixels) { return MulDiv(pixels, dpi, 96); };
@@ -25,10 +17,11 @@ ScheduleMetrics ScheduleMetrics::forDpi(int dpi, int textHeight) noexcept
 
 int ScheduleLayout::rowTop(std::size_t row) const noexcept
 {
-    int top = metrics_.headerHeight() - scrolled_;
-    for (std::size_t above = 0; above < row; ++above)
-        top += rowHeight(above);
-    return top;
+    if (row > 0 && row == schedule_.rows().size())
+        return rowTop(row - 1) + rowHeight(row - 1);
+    const int lanes = row == 0 ? 0 : schedule_.rows()[row].lanesAbove;
+    return metrics_.headerHeight() - scrolled_ + lanes * metrics_.laneHeight +
+           static_cast<int>(row) * 2 * metrics_.rowMargin;
 }
 
 int ScheduleLayout::rowHeight(std::size_t row) const noexcept
@@ -62,10 +55,11 @@ std::optional<Hit> ScheduleLayout::at(POINT point) const noexcept
     if (point.x < metrics_.nameWidth || point.y < metrics_.headerHeight())
         return std::nullopt;
     Hit hit{std::nullopt, timeAt(point.x), nullptr};
-    for (std::size_t row = 0; row < schedule_.rows().size(); ++row)
-        if (const int top = rowTop(row); point.y >= top && point.y < top + rowHeight(row))
-            hit.row = row;
-    for (const Bar& bar : schedule_.bars())
+    const auto row = rowNear(point.y);
+    if (!row || point.y < rowTop(*row) || point.y >= rowTop(*row) + rowHeight(*row))
+        return hit;
+    hit.row = row;
+    for (const Bar& bar : schedule_.barsOf(*row))
         if (const RECT place = placeOf(bar); PtInRect(&place, point))
             hit.bar = &bar;
     return hit;
@@ -73,13 +67,20 @@ std::optional<Hit> ScheduleLayout::at(POINT point) const noexcept
 
 std::optional<std::size_t> ScheduleLayout::rowNear(int y) const noexcept
 {
-    const std::size_t count = schedule_.rows().size();
-    if (count == 0)
+    const auto& rows = schedule_.rows();
+    if (rows.empty())
         return std::nullopt;
-    std::size_t row = 0;
-    while (row + 1 < count && y >= rowTop(row + 1))
-        ++row;
-    return row;
+    const auto below = std::partition_point(rows.begin(), rows.end(), [&](const Row& row) {
+        return rowTop(static_cast<std::size_t>(&row - rows.data())) <= y;
+    });
+    return below == rows.begin() ? 0 : static_cast<std::size_t>(below - rows.begin()) - 1;
+}
+
+RowRange ScheduleLayout::rowsBetween(int top, int bottom) const noexcept
+{
+    const auto first = rowNear(top);
+    const auto last = rowNear(bottom);
+    return first && last ? RowRange{*first, *last + 1} : RowRange{};
 }
 
 } // namespace korvane::host

@@ -7,6 +7,9 @@
 namespace korvane::host
 {
 
+/// Bars that are shorter are drawn this wide, in pixels, so that they can be hit.
+constexpr int narrowestBar = 6;
+
 /// Sizes in pixels.
 struct ScheduleMetrics
 {
@@ -30,6 +33,13 @@ struct Slot
     OleDate end;
 };
 
+/// Rows that follow each other; none where the end is the first.
+struct RowRange
+{
+    std::size_t first = 0;
+    std::size_t end = 0;
+};
+
 /// What is at a point.
 struct Hit
 {
@@ -47,6 +57,7 @@ public:
     {
     }
 
+    /// The end of the rows counts as one more row.
     int rowTop(std::size_t row) const noexcept;
     int rowHeight(std::size_t row) const noexcept;
     int heightOfRows() const noexcept;
@@ -62,6 +73,8 @@ public:
     std::optional<Hit> at(POINT point) const noexcept;
     /// The row that is nearest to a height; empty when there are no rows.
     std::optional<std::size_t> rowNear(int y) const noexcept;
+    /// The rows nearest to two heights, and those between.
+    RowRange rowsBetween(int top, int bottom) const noexcept;
 
 private:
     const Schedule& schedule_;

@@ -1,7 +1,6 @@
 #include "demo/host/schedule/SchedulePainter.h"
 
 #include "demo/host/schedule/Colors.h"
-#include "framework/com/Failure.h"
 
 #include <algorithm>
 
@@ -20,33 +19,6 @@ std::wstring joinedLines(std::wstring text)
 }
 
 } // namespace
-
-Font createMessageFont(int dpi)
-{
-    NONCLIENTMETRICSW metrics{};
-    metrics.cbSize = sizeof metrics;
-    if (!SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0))
-        throw Failure(HRESULT_FROM_WIN32(GetLastError()));
-    const HDC screen = GetDC(nullptr);
-    metrics.lfMessageFont.lfHeight =
-        MulDiv(metrics.lfMessageFont.lfHeight, dpi, GetDeviceCaps(screen, LOGPIXELSY));
-    ReleaseDC(nullptr, screen);
-    Font font(CreateFontIndirectW(&metrics.lfMessageFont));
-    if (!font)
-        throw Failure(E_OUTOFMEMORY);
-    return font;
-}
-
-int textHeight(HFONT font) noexcept
-{
-    const HDC screen = GetDC(nullptr);
-    const HGDIOBJ former = SelectObject(screen, font);
-    TEXTMETRICW metrics{};
-    GetTextMetricsW(screen, &metrics);
-    SelectObject(screen, former);
-    ReleaseDC(nullptr, screen);
-    return metrics.tmHeight;
-}
 
 SchedulePainter::SchedulePainter(HDC context, const ScheduleView& view, const RECT& area) noexcept
     : context_(context), view_(view), area_(area), saved_(SaveDC(context))
@@ -97,7 +69,8 @@ void SchedulePainter::drawDays() const
 
 void SchedulePainter::drawRows() const
 {
-    for (std::size_t row = 0; row < view_.schedule.rows().size(); ++row)
+    const RowRange rows = seenRows();
+    for (std::size_t row = rows.first; row < rows.end; ++row)
     {
         const int bottom = view_.layout.rowTop(row) + view_.layout.rowHeight(row);
         fill({area_.left, bottom - 1, area_.right, bottom}, faintLineColor());
@@ -106,14 +79,16 @@ void SchedulePainter::drawRows() const
 
 void SchedulePainter::drawBars() const
 {
-    for (const Bar& bar : view_.schedule.bars())
-    {
-        const RECT place = view_.layout.placeOf(bar);
-        RECT seen{};
-        const RECT area = timeArea();
-        if (IntersectRect(&seen, &place, &area))
-            drawBar(bar);
-    }
+    const RECT area = timeArea();
+    const RowRange rows = seenRows();
+    for (std::size_t row = rows.first; row < rows.end; ++row)
+        for (const Bar& bar : view_.schedule.barsOf(row))
+        {
+            const RECT place = view_.layout.placeOf(bar);
+            RECT seen{};
+            if (IntersectRect(&seen, &place, &area))
+                drawBar(bar);
+        }
 }
 
 void SchedulePainter::drawBar(const Bar& bar) const
@@ -160,14 +135,26 @@ void SchedulePainter::drawMarks() const
             DrawFocusRect(context_, &place);
     }
     if (view_.outline)
+        drawOutline();
+}
+
+/// Where what is moved would land; with a plus where it is a copy.
+void SchedulePainter::drawOutline() const
+{
+    RECT place = view_.layout.placeOf(*view_.outline);
+    const int width = std::max(2, view_.metrics.padding / 2);
+    for (int line = 0; line < width; ++line)
     {
-        RECT place = view_.layout.placeOf(*view_.outline);
-        for (int line = 0; line < std::max(2, view_.metrics.padding / 2); ++line)
-        {
-            frame(place, accent());
-            InflateRect(&place, -1, -1);
-        }
+        frame(place, accent());
+        InflateRect(&place, -1, -1);
     }
+    if (!view_.copies)
+        return;
+    const int arm = 2 * width;
+    const int x = place.left + view_.metrics.padding + arm;
+    const int y = place.top + view_.metrics.padding + arm;
+    fill({x - arm, y, x + width + arm, y + width}, accent());
+    fill({x, y - arm, x + width, y + width + arm}, accent());
 }
 
 void SchedulePainter::drawNames() const
@@ -176,7 +163,8 @@ void SchedulePainter::drawNames() const
     const int right = area_.left + view_.metrics.nameWidth;
     fill({area_.left, top, right, area_.bottom}, headerColor());
     fill({right - 1, area_.top, right, area_.bottom}, lineColor());
-    for (std::size_t row = 0; row < view_.schedule.rows().size(); ++row)
+    const RowRange rows = seenRows();
+    for (std::size_t row = rows.first; row < rows.end; ++row)
     {
         const int rowTop = view_.layout.rowTop(row);
         const int bottom = rowTop + view_.layout.rowHeight(row);
@@ -215,6 +203,12 @@ RECT SchedulePainter::timeArea() const noexcept
 {
     return {area_.left + view_.metrics.nameWidth, area_.top + view_.metrics.headerHeight(), area_.right,
             area_.bottom};
+}
+
+RowRange SchedulePainter::seenRows() const noexcept
+{
+    const RECT area = timeArea();
+    return view_.layout.rowsBetween(static_cast<int>(area.top), static_cast<int>(area.bottom));
 }
 
 } // namespace korvane::host

@@ -3,21 +3,8 @@
 
 #include "demo/host/schedule/ScheduleLayout.h"
 
-#include <memory>
-#include <type_traits>
-
 namespace korvane::host
 {
-
-struct DeleteGdiObject
-{
-    void operator()(HGDIOBJ object) const noexcept { DeleteObject(object); }
-};
-using Font = std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteGdiObject>;
-
-/// The user's font for messages, as the rest of the host has it.
-Font createMessageFont(int dpi);
-int textHeight(HFONT font) noexcept;
 
 /// Everything that is shown but the data.
 struct ScheduleView
@@ -30,6 +17,7 @@ struct ScheduleView
     const Bar* selected = nullptr;
     std::optional<Slot> slot;    ///< where the keyboard is, when no bar is selected
     std::optional<Slot> outline; ///< where what is moved would land
+    bool copies = false;         ///< it is a copy that would land there
     bool focused = false;
 };
 
@@ -50,6 +38,7 @@ private:
     void drawBars() const;
     void drawBar(const Bar& bar) const;
     void drawMarks() const;
+    void drawOutline() const;
     void drawNames() const;
     void drawHeader() const;
     void drawHeading(OleDate from, OleDate to, const wchar_t* picture) const;
@@ -60,6 +49,7 @@ private:
     void text(RECT place, const std::wstring& text, COLORREF color, UINT format) const;
     void clipTo(const RECT& place) const noexcept;
     RECT timeArea() const noexcept;
+    RowRange seenRows() const noexcept;
 
     HDC context_;
     const ScheduleView& view_;

@@ -9,7 +9,7 @@ namespace korvane::host
 namespace
 {
 
-// The scroll bar covers ten years, in minutes. Whoever has business elsewhere extends the end that he is at.
+// The scroll bar covers ten years, in minutes. Elsewhere its thumb stays at the end; keys and arrows go on.
 constexpr long daysOnEitherSide = 5 * 365;
 constexpr long rangeOfTime = 2 * daysOnEitherSide * minutesPerDay;
 
@@ -54,7 +54,7 @@ void ScheduleWindow::scrolledBy(WORD request, int bar)
     const int page = time ? static_cast<int>(visibleMinutes()) : visibleHeight();
     SCROLLINFO state{};
     state.cbSize = sizeof state;
-    state.fMask = SIF_TRACKPOS | SIF_POS | SIF_RANGE;
+    state.fMask = SIF_TRACKPOS;
     GetScrollInfo(handle(), bar, &state);
     const int present = time ? static_cast<int>(minutesBetween(beginOfTime(), scale_.start())) : scrolled_;
     int to = present;
@@ -107,7 +107,7 @@ void ScheduleWindow::scrollTo(OleDate start)
 
 void ScheduleWindow::showToday()
 {
-    scrollTo(scale_.hoursPerLabel() == 0 ? startOfWeek(now()) : later(startOfDay(now()), 7 * 60));
+    scrollTo(scale_.hoursPerLabel() == 0 ? startOfWeek(now()) : morningOf(now()));
 }
 
 void ScheduleWindow::zoom(int steps)
@@ -116,9 +116,17 @@ void ScheduleWindow::zoom(int steps)
     const int width = static_cast<int>(clientArea().right) - metrics_.nameWidth;
     const auto slot = cursor_.slot();
     const int cursor = slot ? scale_.pixelOf(slot->start) : -1;
-    if (!scale_.zoom(steps, cursor >= 0 && cursor < width ? cursor : width / 2))
+    zoomAround(cursor >= 0 && cursor < width ? cursor : width / 2, steps);
+}
+
+/// @param pixel counted from the left end of the time.
+void ScheduleWindow::zoomAround(int pixel, int steps)
+{
+    if (!scale_.zoom(steps, pixel))
         return;
+    schedule_.setShortestBar(scale_.minutesOf(narrowestBar));
     scrollTo(scale_.start());
+    scrollRows(scrolled_); // the rows may have other heights now
     cursorMoved();
 }
 
@@ -141,19 +149,22 @@ void ScheduleWindow::reveal(const Slot& slot)
         scrollRows(scrolled_ + bottom - static_cast<int>(area.bottom));
 }
 
-void ScheduleWindow::wheel(int steps, WORD keys, int x)
+void ScheduleWindow::wheel(int delta, WORD keys, int x)
 {
     if (keys & MK_CONTROL)
-    {
-        if (!scale_.zoom(steps, std::max(0, x - metrics_.nameWidth)))
-            return;
-        scrollTo(scale_.start());
-        cursorMoved();
-    }
+        zoomAround(std::max(0, x - metrics_.nameWidth), wheelZoom_.add(delta, 1));
     else if (keys & MK_SHIFT)
-        scrollTime(-steps * 3 * scale_.slotMinutes());
+        wheelSideways(-delta);
     else
-        scrollRows(scrolled_ - steps * metrics_.laneHeight * 2);
+    {
+        const int page = visibleHeight() / metrics_.laneHeight;
+        scrollRows(scrolled_ - wheelRows_.add(delta, wheelLines(page)) * metrics_.laneHeight);
+    }
+}
+
+void ScheduleWindow::wheelSideways(int delta)
+{
+    scrollTime(wheelTime_.add(delta, wheelColumns()) * scale_.slotMinutes());
 }
 
 } // namespace korvane::host

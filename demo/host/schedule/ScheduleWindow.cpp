@@ -1,6 +1,9 @@
 #include "demo/host/schedule/ScheduleWindow.h"
 
-#include <algorithm>
+#include "demo/host/schedule/Canvas.h"
+#include "framework/com/Boundary.h"
+
+#include <utility>
 
 namespace korvane::host
 {
@@ -13,48 +16,7 @@ enum Message : UINT
     messageReload = WM_APP
 };
 
-enum Timer : UINT_PTR
-{
-    timerMinute = 1
-};
-
 constexpr UINT oneMinute = 60'000;
-
-/// A picture in memory that is shown at once when it is complete.
-class Canvas
-{
-public:
-    Canvas(HDC target, const RECT& area)
-        : target_(target), area_(area), context_(CreateCompatibleDC(target)),
-          bitmap_(CreateCompatibleBitmap(target, std::max(area.right, 1L), std::max(area.bottom, 1L))),
-          former_(SelectObject(context_, bitmap_))
-    {
-    }
-    Canvas(const Canvas&) = delete;
-    Canvas& operator=(const Canvas&) = delete;
-    ~Canvas()
-    {
-        BitBlt(target_, 0, 0, area_.right, area_.bottom, context_, 0, 0, SRCCOPY);
-        SelectObject(context_, former_);
-        DeleteObject(bitmap_);
-        DeleteDC(context_);
-    }
-
-    HDC context() const noexcept { return context_; }
-
-private:
-    HDC target_;
-    RECT area_;
-    HDC context_;
-    HBITMAP bitmap_;
-    HGDIOBJ former_;
-};
-
-/// The early morning of a day is not where work begins.
-OleDate morningOf(OleDate day) noexcept
-{
-    return later(startOfDay(day), 7 * 60);
-}
 
 } // namespace
 
@@ -67,7 +29,8 @@ ScheduleWindow::ScheduleWindow(HWND parent, const ComPtr<IRoot>& root)
             WS_EX_CLIENTEDGE, nullptr, CS_DBLCLKS},
            parent, nullptr, {});
     SetTimer(handle(), timerMinute, oneMinute, nullptr);
-    cursor_.putInto(0, later(startOfDay(now()), 9 * 60));
+    cursor_.putInto(0, startOfWork(now()));
+    schedule_.setShortestBar(scale_.minutesOf(narrowestBar));
     data_.onChange = [this] { changed(); };
 }
 
@@ -115,12 +78,21 @@ LRESULT ScheduleWindow::receive(UINT message, WPARAM first, LPARAM second)
         scrolledBy(LOWORD(first), SB_VERT);
         return 0;
     case WM_TIMER:
+        if (first == timerDrag)
+        {
+            scrollToPointer();
+            return 0;
+        }
+        if (stale_)
+            tryAgain();
         invalidate();
         return 0;
     case messageReload:
         reloadPosted_ = false;
-        if (stale_)
+        if (stale_ && std::exchange(tells_, false))
             reload();
+        else if (stale_)
+            attempt([this] { reload(); });
         return 0;
     default:
         return Window::receive(message, first, second);
@@ -131,13 +103,9 @@ LRESULT ScheduleWindow::receive(UINT message, WPARAM first, LPARAM second)
 
 void ScheduleWindow::paint()
 {
-    PAINTSTRUCT state;
-    const HDC context = BeginPaint(handle(), &state);
-    {
-        const Canvas canvas(context, clientArea());
-        draw(canvas.context());
-    }
-    EndPaint(handle(), &state);
+    const Painting painting(handle());
+    const Canvas canvas(painting.context(), clientArea());
+    draw(canvas.context());
 }
 
 void ScheduleWindow::draw(HDC context) const
@@ -150,6 +118,7 @@ void ScheduleWindow::draw(HDC context) const
                             .selected = cursor_.bar(),
                             .slot = cursor_.slot(),
                             .outline = move_ ? std::optional(move_->landing()) : std::nullopt,
+                            .copies = move_ && movesACopy(),
                             .focused = GetFocus() == handle()};
     SchedulePainter(context, view, clientArea()).draw(font_.get());
 }
@@ -173,11 +142,19 @@ void ScheduleWindow::hold(bool held)
 {
     held_ = held;
     if (!held_ && stale_)
-        reload();
+        changed();
 }
 
 void ScheduleWindow::select(BarId bar)
 {
+    wanted_ = bar;
+    if (!stale_)
+        selectWhatIsWanted();
+}
+
+void ScheduleWindow::selectWhatIsWanted()
+{
+    const BarId bar = *std::exchange(wanted_, std::nullopt);
     const auto& bars = schedule_.bars();
     const Bar* found = schedule_.find(bar);
     if (const Bar* selected = cursor_.bar(); !found && selected && selected->id.event == bar.event)
@@ -201,6 +178,29 @@ std::wstring ScheduleWindow::describeSelection() const
            (bar && !bar->text.empty() ? L": " + bar->text : L"");
 }
 
+std::optional<POINT> ScheduleWindow::menuPlace(POINT asked)
+{
+    const auto slot = cursor_.slot();
+    if (!slot)
+        return std::nullopt;
+    if (asked.x == -1 && asked.y == -1)
+    {
+        reveal(*slot);
+        const RECT place = layout().placeOf(*slot);
+        asked = {place.left, place.bottom};
+        ClientToScreen(handle(), &asked);
+        return asked;
+    }
+    POINT point = asked;
+    ScreenToClient(handle(), &point);
+    const RECT area = clientArea();
+    const auto hit = layout().at(point);
+    if (!hit || !hit->row || !PtInRect(&area, point))
+        return std::nullopt;
+    selectAt(*hit);
+    return asked;
+}
+
 /// Whoever cannot see the window is told where the cursor is by the window's name.
 void ScheduleWindow::cursorMoved()
 {
@@ -215,6 +215,13 @@ void ScheduleWindow::cursorMoved()
 void ScheduleWindow::changed()
 {
     stale_ = true;
+    tells_ = true;
+    tryAgain();
+}
+
+/// Where nothing else is asked for, that something was refused has been told already.
+void ScheduleWindow::tryAgain()
+{
     if (!reloadPosted_)
         reloadPosted_ = PostMessageW(handle(), messageReload, 0, 0) != FALSE;
 }
@@ -223,15 +230,22 @@ void ScheduleWindow::reload()
 {
     if (held_)
         return;
-    stale_ = false;
     // A screen more at either side, so that scrolling does not load each time.
     const long minutes = visibleMinutes();
-    loadedFrom_ = later(scale_.start(), -minutes);
-    loadedTo_ = later(scale_.start(), 2 * minutes);
-    data_.load(schedule_, group_, loadedFrom_, loadedTo_);
+    const OleDate from = later(scale_.start(), -minutes);
+    const OleDate to = later(scale_.start(), 2 * minutes);
+    data_.load(schedule_, group_, from, to);
+    loadedFrom_ = from;
+    loadedTo_ = to;
+    stale_ = false;
+    if (move_ && move_->landing().row >= schedule_.rows().size())
+        endMove(); // there is nothing any more where it would land
     updateScrollBars();
     scrollRows(scrolled_);
-    cursorMoved();
+    if (wanted_)
+        selectWhatIsWanted();
+    else
+        cursorMoved();
 }
 
 void ScheduleWindow::loadWhatIsSeen()
@@ -239,6 +253,8 @@ void ScheduleWindow::loadWhatIsSeen()
     if (scale_.start().days < loadedFrom_.days ||
         later(scale_.start(), visibleMinutes()).days > loadedTo_.days)
         changed();
+    else if (stale_)
+        tryAgain();
 }
 
 } // namespace korvane::host

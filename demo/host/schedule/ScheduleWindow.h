@@ -1,11 +1,13 @@
 // The schedule: resources below each other, the time across, and the bars of what is booked.
 #pragma once
 
+#include "demo/host/Display.h"
 #include "demo/host/Window.h"
 #include "demo/host/schedule/ActivityMove.h"
 #include "demo/host/schedule/ScheduleCursor.h"
 #include "demo/host/schedule/ScheduleData.h"
 #include "demo/host/schedule/SchedulePainter.h"
+#include "demo/host/schedule/Wheel.h"
 
 namespace korvane::host
 {
@@ -14,6 +16,12 @@ class ScheduleWindow final : public Window
 {
 public:
     static constexpr const wchar_t* className = L"KorvaneHost.Schedule";
+
+    enum Timer : UINT_PTR
+    {
+        timerMinute = 1,
+        timerDrag
+    };
 
     ScheduleWindow(HWND parent, const ComPtr<IRoot>& root);
     ~ScheduleWindow() override;
@@ -26,6 +34,14 @@ public:
     std::function<void(const Bar& bar, const Slot& landing, bool copies)> onDrop;
     /// The cursor is elsewhere.
     std::function<void()> onSelect;
+
+    /// What the pointer looks like while it has hold of a bar.
+    struct Cursors
+    {
+        HCURSOR move;
+        HCURSOR copy;
+    };
+    void useCursors(const Cursors& cursors) noexcept { cursors_ = cursors; }
 
     void place(const RECT& area) const noexcept;
 
@@ -40,7 +56,8 @@ public:
     /// Null when the cursor is in an empty slot.
     const Bar* selectedBar() const noexcept { return cursor_.bar(); }
     std::optional<Slot> selectedSlot() const noexcept { return cursor_.slot(); }
-    /// Selects an occurrence, or any one of the activity where that one is not to be seen.
+    /// Selects an occurrence, or any one of the activity where that one is not to be seen: as soon as what has
+    /// changed is shown.
     void select(BarId bar);
     /// What the cursor is on, in words.
     std::wstring describeSelection() const;
@@ -53,6 +70,9 @@ public:
     void showToday();
     /// The first slot that is seen whole.
     OleDate firstSlot() const noexcept { return later(scale_.slotOf(scale_.start()), scale_.slotMinutes()); }
+    /// Where on the screen a menu is to stand; empty where there is nothing that it could be for.
+    /// @param asked where the user has asked for it, which is then selected; -1 and -1 for the keyboard.
+    std::optional<POINT> menuPlace(POINT asked);
     /// Brings a day and hour to the left edge.
     void scrollTo(OleDate start);
 
@@ -69,7 +89,9 @@ private:
     void invalidate() const noexcept { InvalidateRect(handle(), nullptr, FALSE); }
     void cursorMoved();
     void changed();
+    void tryAgain();
     void reload();
+    void selectWhatIsWanted();
     void loadWhatIsSeen();
 
     // Scrolling.
@@ -83,15 +105,23 @@ private:
 
     // Input.
     void pressed(POINT point);
+    void selectAt(const Hit& hit);
     void opened(POINT point);
-    void dragged(POINT point);
-    void released();
-    void wheel(int steps, WORD keys, int x);
+    void wheel(int delta, WORD keys, int x);
+    void wheelSideways(int delta);
+    void zoomAround(int pixel, int steps);
     bool keyPressed(WPARAM key);
+
+    // What is moved.
+    void dragged(POINT point);
+    void scrollToPointer();
+    void followPointer();
+    void released();
     bool keyPressedInMove(WPARAM key);
+    bool movesACopy() const noexcept;
+    void moveChanged() const noexcept;
     void drop(bool copies);
     void endMove();
-    void moveChanged();
 
     Schedule schedule_;
     TimeScale scale_;
@@ -100,13 +130,20 @@ private:
     ScheduleCursor cursor_;
     ScheduleData data_;
     long group_ = 0;
-    int scrolled_ = 0; ///< pixels of the rows above the edge
+    int scrolled_ = 0;            ///< pixels of the rows above the edge
+    std::optional<BarId> wanted_; ///< to be selected once it is loaded
     OleDate loadedFrom_;
     OleDate loadedTo_;
     bool reloadPosted_ = false;
+    bool tells_ = false; ///< whether the user is to be told when the posted one is refused
     bool stale_ = false;
     bool held_ = false;
+    Cursors cursors_{LoadCursorW(nullptr, IDC_SIZEALL), LoadCursorW(nullptr, IDC_SIZEALL)};
+    WheelTurns wheelRows_;
+    WheelTurns wheelTime_;
+    WheelTurns wheelZoom_;
     std::optional<POINT> pressedAt_; ///< where a bar was taken hold of
+    POINT pointer_{};                ///< where it has been drawn to
     std::optional<ActivityMove> move_;
     bool moveCopies_ = false;
 };

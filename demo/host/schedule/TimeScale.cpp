@@ -25,7 +25,7 @@ constexpr Design designs[] = {
     {1440, 15, 1}, // quarterHours
 };
 
-/// What is further away is out of sight in any case, and windows count pixels in 16 bits.
+/// What is further away is out of sight in any case. The number is far from where sums of pixels would overflow.
 constexpr double farAway = 30'000;
 
 } // namespace
@@ -49,6 +49,11 @@ int TimeScale::pixelOf(OleDate moment) const noexcept
 {
     return static_cast<int>(
         std::lround(std::clamp((moment.days - start_.days) * pixelsPerDay(), -farAway, farAway)));
+}
+
+long TimeScale::minutesOf(int pixels) const noexcept
+{
+    return static_cast<long>(std::ceil(pixels * minutesPerDay / pixelsPerDay()));
 }
 
 OleDate TimeScale::timeAt(int pixel) const noexcept

@@ -32,6 +32,8 @@ public:
 
     int pixelOf(OleDate moment) const noexcept;
     OleDate timeAt(int pixel) const noexcept;
+    /// How long it is, at least, that so many pixels show.
+    long minutesOf(int pixels) const noexcept;
     /// The start of the slot that a moment lies in. Slots are counted from midnight.
     OleDate slotOf(OleDate moment) const noexcept;
     /// A number of minutes as a whole number of slots, in minutes.

@@ -28,8 +28,7 @@ std::vector<HWND> edits(HWND dialog, bool multiline)
 
 HTREEITEM neighbour(HWND tree, UINT which, HTREEITEM item)
 {
-    return reinterpret_cast<HTREEITEM>(
-        SendMessageW(tree, TVM_GETNEXTITEM, which, reinterpret_cast<LPARAM>(item)));
+    return reinterpret_cast<HTREEITEM>(ask(tree, TVM_GETNEXTITEM, which, reinterpret_cast<LPARAM>(item)));
 }
 
 } // namespace
@@ -61,7 +60,7 @@ void BookingDialog::enterText(const std::wstring& wanted)
     for (auto left = textOf(text()).size(); left > 0; --left)
         visitor_.press({VK_BACK}, L"Backspace");
     visitor_.type(wanted);
-    visitor_.waitForText(text(), wanted);
+    visitor_.waitForText(text(), wanted, L"the description");
 }
 
 void BookingDialog::stopLater(long hours)
@@ -70,7 +69,7 @@ void BookingDialog::stopLater(long hours)
     const HWND stop = focusIn(dialog_);
     const auto time = [&] {
         SYSTEMTIME shown{};
-        SendMessageW(stop, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&shown));
+        ask(stop, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&shown));
         OleDate moment;
         SystemTimeToVariantTime(&shown, &moment.days);
         return moment;
@@ -98,7 +97,7 @@ void BookingDialog::chooseType(const std::wstring& type)
     // Several types may begin alike.
     for (int tries = 0; textOf(types()) != type && tries < 10; ++tries)
         visitor_.type(type.substr(0, 1));
-    visitor_.waitForText(types(), type);
+    visitor_.waitForText(types(), type, L"the type");
 }
 
 void BookingDialog::toggle(const std::wstring& resource)
@@ -138,7 +137,7 @@ void BookingDialog::repeatWeekly(long count)
     for (auto left = textOf(times).size(); left > 0; --left)
         visitor_.press({VK_BACK}, L"Backspace");
     visitor_.type(std::to_wstring(count));
-    visitor_.waitForText(times, std::to_wstring(count));
+    visitor_.waitForText(times, std::to_wstring(count), L"the number of times");
 }
 
 void BookingDialog::ok()
@@ -174,7 +173,7 @@ std::vector<BookingDialog::Node> BookingDialog::nodes() const
         values.hItem = item;
         values.pszText = text;
         values.cchTextMax = ARRAYSIZE(text);
-        SendMessageW(view, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&values));
+        ask(view, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&values));
         return Node{item, values.pszText, isChecked(item), isGroup};
     };
     std::vector<Node> all;
@@ -192,8 +191,8 @@ std::vector<BookingDialog::Node> BookingDialog::nodes() const
 bool BookingDialog::isChecked(HTREEITEM item) const
 {
     // The first image of an item's state is the empty box, the second the checked one.
-    const auto state = static_cast<UINT>(
-        SendMessageW(tree(), TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(item), TVIS_STATEIMAGEMASK));
+    const auto state =
+        static_cast<UINT>(ask(tree(), TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(item), TVIS_STATEIMAGEMASK));
     return (state & TVIS_STATEIMAGEMASK) == INDEXTOSTATEIMAGEMASK(2);
 }
 

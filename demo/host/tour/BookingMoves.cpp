@@ -11,12 +11,6 @@ namespace
 
 constexpr const wchar_t* moveTitle = L"Move activity";
 
-constexpr const wchar_t* ben = L"Ben Carter";
-constexpr const wchar_t* emily = L"Emily Stone";
-constexpr const wchar_t* jonas = L"Jonas Weber";
-constexpr const wchar_t* maria = L"Maria Costa";
-constexpr const wchar_t* paul = L"Paul Martin";
-
 void drag(Visitor& visitor, const std::wstring& resource, OleDate from, const std::wstring& toResource,
           OleDate to)
 {
@@ -122,6 +116,7 @@ void copyByMouse(Visitor& visitor)
     const Booking original = bookingAt(visitor, ben, tourTime(0, 12));
     drag(visitor, ben, tourTime(0, 12), paul, tourTime(0, 15));
     visitor.hold(VK_CONTROL, L"Ctrl");
+    visitor.picture(visitor.mainWindow(), L"booking-copy");
     drop(visitor);
     visitor.release(VK_CONTROL, L"Ctrl");
     expectTime(visitor, paul, tourTime(0, 15));

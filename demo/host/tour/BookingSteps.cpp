@@ -11,10 +11,6 @@ namespace korvane::host
 namespace
 {
 
-constexpr const wchar_t* ben = L"Ben Carter";
-constexpr const wchar_t* emily = L"Emily Stone";
-constexpr const wchar_t* jonas = L"Jonas Weber";
-
 constexpr const wchar_t* meeting = L"Team meeting";
 constexpr const wchar_t* training = L"First aid, part one";
 constexpr const wchar_t* online = L"First aid, online";
@@ -83,7 +79,7 @@ void changeAll(Visitor& visitor)
 {
     openOccurrence(visitor, ben, tourTime(0, 10), true);
     BookingDialog dialog(visitor);
-    visitor.waitForText(dialog.text(), meeting);
+    visitor.waitForText(dialog.text(), meeting, L"the description");
     expect(textOf(dialog.types()) == L"Meeting", L"the type as it was booked");
     expect(dialog.checked() == std::vector<std::wstring>{ben, emily, jonas}, L"the three resources");
     dialog.enterText(training);
@@ -98,11 +94,11 @@ void changeAll(Visitor& visitor)
 void changeOne(Visitor& visitor)
 {
     zoom(visitor, true);
-    goTo(visitor, L"Maria Costa", tourTime(7, 10));
+    goTo(visitor, maria, tourTime(7, 10));
     visitor.picture(visitor.mainWindow(), L"booking-weeks");
     openOccurrence(visitor, emily, tourTime(7, 10), false);
     BookingDialog dialog(visitor);
-    visitor.waitForText(dialog.text(), training);
+    visitor.waitForText(dialog.text(), training, L"the description");
     expect(!IsWindowEnabled(dialog.tree()), L"resources that one occurrence cannot change");
     dialog.enterText(online);
     visitor.picture(dialog.handle(), L"booking-occurrence");
@@ -173,7 +169,7 @@ void removeAll(Visitor& visitor)
     visitor.waitForEndIn(visitor.schedule());
     waitFor(L"the series is gone", [&] { return visitor.bookings().all().size() == 2; });
 
-    for (const wchar_t* name : {L"Maria Costa", L"Paul Martin"})
+    for (const wchar_t* name : {maria, paul})
     {
         visitor.clickAt(visitor.schedule(), pointOfBar(visitor, name, tourTime(0, 16)),
                         std::wstring(L"the copy of ") + name);

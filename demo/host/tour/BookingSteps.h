@@ -11,6 +11,13 @@ Chapter bookingChapter() noexcept;
 
 // --- what all steps use
 
+// Resources of the sample.
+inline constexpr const wchar_t* ben = L"Ben Carter";
+inline constexpr const wchar_t* emily = L"Emily Stone";
+inline constexpr const wchar_t* jonas = L"Jonas Weber";
+inline constexpr const wchar_t* maria = L"Maria Costa";
+inline constexpr const wchar_t* paul = L"Paul Martin";
+
 /// Everything that is booked with a text.
 std::vector<Booking> bookingsOf(Visitor& visitor, const std::wstring& text);
 /// Waits until as many occurrences have a text, and returns them.

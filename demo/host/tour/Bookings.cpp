@@ -1,6 +1,6 @@
 #include "demo/host/tour/Bookings.h"
 
-#include "demo/host/schedule/OccurrenceEvents.h"
+#include "demo/host/schedule/AnnouncedOccurrence.h"
 #include "framework/com/EventConnection.h"
 
 #include <algorithm>
@@ -45,11 +45,16 @@ std::vector<Booking> Bookings::all() const
 {
     std::vector<Occurrence> found;
     {
-        OccurrenceEvents announcements;
-        announcements.onAdd = [&](Occurrence occurrence) { found.push_back(std::move(occurrence)); };
-        announcements.connect(events_);
-        call(events_.as<ISchedule>(), &ISchedule::Load, later(now(), -oneYear).days,
-             later(now(), oneYear).days);
+        EventConnection announcements;
+        announcements.connect(events_.get(), __uuidof(IEventsEvents),
+                              [&](DISPID event, const EventArguments& occurrence) {
+                                  if (event == eventAdd)
+                                      found.push_back(occurrenceIn(occurrence));
+                              });
+        announcements.during([&] {
+            call(events_.as<ISchedule>(), &ISchedule::Load, later(now(), -oneYear).days,
+                 later(now(), oneYear).days);
+        });
     }
     auto resources = names();
     auto kinds = types();

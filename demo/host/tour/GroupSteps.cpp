@@ -49,7 +49,7 @@ void addByKeyboard(Visitor& visitor)
     const HWND name = visitor.control(open, L"Edit");
     visitor.waitForFocus(name, L"the name");
     visitor.type(L"Staff");
-    visitor.waitForText(name, L"Staff");
+    visitor.waitForText(name, L"Staff", L"the name");
     visitor.picture(open, L"new");
     visitor.press({VK_RETURN}, L"Enter");
     visitor.waitForEnd();
@@ -64,7 +64,7 @@ void addByShortcut(Visitor& visitor)
     visitor.press({VK_CONTROL, 'N'}, L"Ctrl+N");
     const HWND open = visitor.dialog(L"Group");
     visitor.type(L"Night shift");
-    visitor.waitForText(visitor.control(open, L"Edit"), L"Night shift");
+    visitor.waitForText(visitor.control(open, L"Edit"), L"Night shift", L"the name");
     visitor.clickButton(open, L"OK");
     visitor.waitForEnd();
     visitor.expectRows(withNew(before, visitor.rows(), L"Night shift"));
@@ -78,7 +78,7 @@ void addByMouse(Visitor& visitor)
     const HWND name = visitor.control(open, L"Edit");
     visitor.clickAt(name, middleOf(name), L"the name");
     visitor.type(L"Training");
-    visitor.waitForText(name, L"Training");
+    visitor.waitForText(name, L"Training", L"the name");
     visitor.clickButton(open, L"OK");
     visitor.waitForEnd();
     visitor.expectRows(withNew(before, visitor.rows(), L"Training"));
@@ -93,13 +93,13 @@ void rename(Visitor& visitor)
     const HWND open = visitor.dialog(L"Group");
     const HWND name = visitor.control(open, L"Edit");
     const HWND list = visitor.control(open, L"ListBox");
-    visitor.waitForText(name, L"Training");
+    visitor.waitForText(name, L"Training", L"the name");
     const std::vector<std::wstring> offered{L"Staff", L"Night shift", L"Training"};
     expect(itemsOf(list) == offered, L"the three new groups in the dialog, and no built-in one");
 
     visitor.clickAt(list, middleOf(list, placeOfItem(list, L"Night shift")),
                     L"\"Night shift\" in the dialog's list");
-    visitor.waitForText(name, L"Night shift");
+    visitor.waitForText(name, L"Night shift", L"the name");
     visitor.picture(open, L"rename");
     visitor.clickAt(name, middleOf(name), L"the name");
     visitor.waitForFocus(name, L"the name");
@@ -107,7 +107,7 @@ void rename(Visitor& visitor)
     for (int letter = 0; letter < 5; ++letter)
         visitor.press({VK_BACK}, L"Backspace");
     visitor.type(L"watch");
-    visitor.waitForText(name, L"Night watch");
+    visitor.waitForText(name, L"Night watch", L"the name");
     visitor.clickButton(open, L"OK");
     visitor.waitForEnd();
 
@@ -122,7 +122,7 @@ void addWithNameThatIsTaken(Visitor& visitor)
     const HWND open = visitor.dialog(L"Group");
     const HWND name = visitor.control(open, L"Edit");
     visitor.type(L"Staff");
-    visitor.waitForText(name, L"Staff");
+    visitor.waitForText(name, L"Staff", L"the name");
     visitor.press({VK_RETURN}, L"Enter");
 
     const HWND box = visitor.errorBox();
@@ -144,7 +144,7 @@ void addWithNameThatIsTaken(Visitor& visitor)
     expect(visitor.rows() == before, L"the database as it was");
     visitor.press({VK_END}, L"End");
     visitor.type(L" (part-time)");
-    visitor.waitForText(name, L"Staff (part-time)");
+    visitor.waitForText(name, L"Staff (part-time)", L"the name");
     visitor.clickButton(open, L"OK");
     visitor.waitForEnd();
     visitor.expectRows(withNew(before, visitor.rows(), L"Staff (part-time)"));
@@ -156,7 +156,7 @@ void cancel(Visitor& visitor)
     visitor.press({VK_CONTROL, 'N'}, L"Ctrl+N");
     HWND open = visitor.dialog(L"Group");
     visitor.type(L"Nobody");
-    visitor.waitForText(visitor.control(open, L"Edit"), L"Nobody");
+    visitor.waitForText(visitor.control(open, L"Edit"), L"Nobody", L"the name");
     visitor.press({VK_ESCAPE}, L"Esc");
     visitor.waitForEnd();
 
@@ -164,11 +164,11 @@ void cancel(Visitor& visitor)
     visitor.press({VK_F2}, L"F2");
     open = visitor.dialog(L"Group");
     const HWND name = visitor.control(open, L"Edit");
-    visitor.waitForText(name, L"Training");
+    visitor.waitForText(name, L"Training", L"the name");
     visitor.clickAt(name, middleOf(name), L"the name");
     visitor.press({VK_END}, L"End");
     visitor.type(L" course");
-    visitor.waitForText(name, L"Training course");
+    visitor.waitForText(name, L"Training course", L"the name");
     visitor.press({VK_ESCAPE}, L"Esc");
     visitor.waitForEnd();
 
@@ -204,9 +204,9 @@ void walkByKeyboard(Visitor& visitor)
     visitor.press({VK_MENU, 'E'}, L"Alt+E");
     visitor.waitForFocus(list, L"the list");
     visitor.press({VK_HOME}, L"Home");
-    visitor.waitForText(name, itemsOf(list).front());
+    visitor.waitForText(name, itemsOf(list).front(), L"the name");
     visitor.press({VK_END}, L"End");
-    visitor.waitForText(name, itemsOf(list).back());
+    visitor.waitForText(name, itemsOf(list).back(), L"the name");
     visitor.press({VK_ESCAPE}, L"Esc");
     visitor.waitForEnd();
     visitor.expectRows(before);

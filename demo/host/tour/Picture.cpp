@@ -1,5 +1,6 @@
 #include "demo/host/tour/Picture.h"
 
+#include "demo/host/GdiObject.h"
 #include "demo/host/tour/Screen.h"
 
 #include <objidl.h>
@@ -7,10 +8,8 @@
 #include <gdiplus.h>
 
 #include <cstdint>
-#include <memory>
 #include <new>
 #include <set>
-#include <type_traits>
 #include <vector>
 
 namespace korvane::host
@@ -39,16 +38,6 @@ private:
     ULONG_PTR token_ = 0;
 };
 
-struct DeleteContext
-{
-    void operator()(HDC context) const noexcept { DeleteDC(context); }
-};
-
-struct DeleteBitmap
-{
-    void operator()(HBITMAP bitmap) const noexcept { DeleteObject(bitmap); }
-};
-
 struct Pixels
 {
     int width;
@@ -69,9 +58,8 @@ Pixels copyOfScreen(const RECT& place)
     format.bmiHeader.biCompression = BI_RGB;
 
     void* bits = nullptr;
-    const std::unique_ptr<std::remove_pointer_t<HBITMAP>, DeleteBitmap> bitmap(
-        CreateDIBSection(nullptr, &format, DIB_RGB_COLORS, &bits, nullptr, 0));
-    const std::unique_ptr<std::remove_pointer_t<HDC>, DeleteContext> memory(CreateCompatibleDC(nullptr));
+    const GdiObject<HBITMAP> bitmap(CreateDIBSection(nullptr, &format, DIB_RGB_COLORS, &bits, nullptr, 0));
+    const MemoryContext memory(CreateCompatibleDC(nullptr));
     if (!bitmap || !memory)
         throw std::bad_alloc();
     const HGDIOBJ former = SelectObject(memory.get(), bitmap.get());

@@ -18,15 +18,6 @@ bool isOfClass(HWND window, const wchar_t* className)
     return GetClassNameW(window, name, ARRAYSIZE(name)) && lstrcmpiW(name, className) == 0;
 }
 
-/// Asks a window of another thread, which may be busy but not for ever.
-LRESULT ask(HWND window, UINT message, WPARAM first = 0, LPARAM second = 0)
-{
-    DWORD_PTR answer = 0;
-    if (!SendMessageTimeoutW(window, message, first, second, SMTO_NORMAL, patience, &answer))
-        throw tourFailure(L"a window does not answer");
-    return static_cast<LRESULT>(answer);
-}
-
 using Visitor = std::function<bool(HWND)>; ///< false ends the enumeration
 
 BOOL CALLBACK visit(HWND window, LPARAM visitor)
@@ -47,6 +38,14 @@ GUITHREADINFO stateOf(HWND window)
 Failure tourFailure(const std::wstring& reason)
 {
     return {E_FAIL, L"Tour", reason};
+}
+
+LRESULT ask(HWND window, UINT message, WPARAM first, LPARAM second)
+{
+    DWORD_PTR answer = 0;
+    if (!SendMessageTimeoutW(window, message, first, second, SMTO_NORMAL, patience, &answer))
+        throw tourFailure(L"a window does not answer");
+    return static_cast<LRESULT>(answer);
 }
 
 void waitFor(const std::wstring& what, const std::function<bool()>& isTheCase)

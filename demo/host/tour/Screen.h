@@ -16,6 +16,9 @@ Failure tourFailure(const std::wstring& reason);
 /// Looks until something is the case. Throws when it does not come about in a time that is more than enough.
 void waitFor(const std::wstring& what, const std::function<bool()>& isTheCase);
 
+/// Asks a window of another thread, which may be busy but not for ever. Throws when it does not answer.
+LRESULT ask(HWND window, UINT message, WPARAM first = 0, LPARAM second = 0);
+
 /// The visible top-level window of this process with a class, and with a title if one is given; null without
 /// one.
 HWND visibleWindow(const wchar_t* className, const wchar_t* title = nullptr);

@@ -63,6 +63,7 @@ bool Tour::takeAll()
         if (!take(step, ++number))
         {
             attempt([&] { savePicture(GetDesktopWindow(), failedPicture); });
+            visitor_.letGo();
             print("", L"The tour ends here: later steps build on this one.");
             window_.invoke([] { PostQuitMessage(EXIT_FAILURE); });
             return false;

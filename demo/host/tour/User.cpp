@@ -1,6 +1,6 @@
 #include "demo/host/tour/User.h"
 
-#include "framework/com/Failure.h"
+#include "framework/com/Boundary.h"
 
 #include <iterator>
 
@@ -48,6 +48,12 @@ INPUT characterInput(wchar_t character, bool up) noexcept
     input.ki.wScan = character;
     input.ki.dwFlags = KEYEVENTF_UNICODE | (up ? KEYEVENTF_KEYUP : 0u);
     return input;
+}
+
+bool isSame(const INPUT& one, const INPUT& other) noexcept
+{
+    return one.type == other.type &&
+           (one.type == INPUT_MOUSE || (one.ki.wVk == other.ki.wVk && one.ki.wScan == other.ki.wScan));
 }
 
 /// Each event brings its place along: a pointer that is on its way still cannot lead it elsewhere.
@@ -153,7 +159,30 @@ void User::doubleClick(POINT place) const
 void User::send(const INPUT& input) const
 {
     sendAll({input});
+    note(input);
     untilTaken_();
+}
+
+void User::note(const INPUT& input) const
+{
+    INPUT release = input;
+    if (input.type == INPUT_KEYBOARD)
+        release.ki.dwFlags |= KEYEVENTF_KEYUP;
+    else if ((input.mi.dwFlags & (MOUSEEVENTF_LEFTDOWN | MOUSEEVENTF_LEFTUP)) != 0)
+        release.mi.dwFlags = MOUSEEVENTF_LEFTUP; // wherever the pointer is by then
+    else
+        return;
+    std::erase_if(releases_, [&](const INPUT& each) { return isSame(each, release); });
+    const bool isDown = input.type == INPUT_KEYBOARD ? (input.ki.dwFlags & KEYEVENTF_KEYUP) == 0
+                                                     : (input.mi.dwFlags & MOUSEEVENTF_LEFTDOWN) != 0;
+    if (isDown)
+        releases_.push_back(release);
+}
+
+void User::letGo() const noexcept
+{
+    attempt([&] { sendAll(releases_); });
+    releases_.clear();
 }
 
 } // namespace korvane::host

@@ -22,6 +22,14 @@ public:
     /// is released too early can leave a small letter where a capital was meant.
     explicit User(std::function<void()> untilTaken) : untilTaken_(std::move(untilTaken)) {}
 
+    User(const User&) = delete;
+    User& operator=(const User&) = delete;
+    ~User() { letGo(); }
+
+    /// Releases every key and button that is still down: a program that does not take its input ends a deed half
+    /// way, and what follows would be done with Ctrl.
+    void letGo() const noexcept;
+
     /// Presses keys together, for example VK_MENU and 'G', and releases them.
     void press(std::initializer_list<WORD> keys) const;
     void hold(WORD key) const;
@@ -37,8 +45,10 @@ public:
 
 private:
     void send(const INPUT& input) const;
+    void note(const INPUT& input) const;
 
     std::function<void()> untilTaken_;
+    mutable std::vector<INPUT> releases_; ///< what ends that which is down
 };
 
 } // namespace korvane::host

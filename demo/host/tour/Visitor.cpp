@@ -179,10 +179,17 @@ HWND Visitor::control(HWND dialog, const wchar_t* className)
     return found.front();
 }
 
-void Visitor::waitForText(HWND edit, const std::wstring& text)
+void Visitor::waitForText(HWND edit, const std::wstring& text, const std::wstring& what)
 {
-    if (const auto failure = attempt([&] { waitFor(L"", [&] { return textOf(edit) == text; }); }))
-        throw tourFailure(L"the name is " + quoted(textOf(edit)) + L", not " + quoted(text));
+    std::wstring seen;
+    const auto failure = attempt([&] {
+        waitFor(what + L" is " + quoted(text), [&] {
+            seen = textOf(edit);
+            return seen == text;
+        });
+    });
+    if (failure)
+        throw tourFailure(std::wstring(failure->description().view()) + L"; seen last: " + quoted(seen));
 }
 
 void Visitor::waitForFocus(HWND control, const std::wstring& what)

@@ -46,6 +46,8 @@ public:
     void dropAt(POINT place, const std::wstring& what);
     void hold(WORD key, const std::wstring& keyName);
     void release(WORD key, const std::wstring& keyName);
+    /// Lets go of all keys and of the mouse, after a deed that failed.
+    void letGo() const noexcept { user_.letGo(); }
     void clickButton(HWND dialog, const wchar_t* caption);
     /// Opens a menu of the window and chooses an item of it, both counted from 0.
     void chooseInMenu(int menu, int item, const std::wstring& what);
@@ -59,7 +61,7 @@ public:
     HWND dialog(const wchar_t* title);
     /// The one visible control of a class.
     HWND control(HWND dialog, const wchar_t* className);
-    void waitForText(HWND edit, const std::wstring& text);
+    void waitForText(HWND edit, const std::wstring& text, const std::wstring& what);
     void waitForFocus(HWND control, const std::wstring& what);
     HWND errorBox() { return messageBox(L"Error"); }
     HWND messageBox(const wchar_t* title);

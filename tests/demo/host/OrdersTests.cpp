@@ -1,8 +1,10 @@
 #include "demo/host/Orders.h"
 
+#include "demo/host/SharedActivity.h"
 #include "framework/com/Boundary.h"
 #include "framework/com/Object.h"
 #include "tests/demo/host/TestSchedule.h"
+#include "tests/support/RecordingData.h"
 
 #include <gtest/gtest.h>
 
@@ -122,12 +124,34 @@ TEST(Orders, TellMouseAndMenuTheSameCommands)
 
 TEST(Orders, AskBeforeADeletionForWhatItIs)
 {
-    EXPECT_NE(questionBeforeDeletion(bar()).find(L"this occurrence"), std::wstring::npos);
+    const auto asks = [](const Bar& bar, bool isShared) {
+        const std::wstring text = questionBeforeDeletion(bar, isShared);
+        return text.substr(0, text.find(L'\n'));
+    };
     Bar single = bar();
     single.id.instance = 0;
     single.text = L"Service";
-    EXPECT_EQ(questionBeforeDeletion(single).find(L"this occurrence"), std::wstring::npos);
-    EXPECT_NE(questionBeforeDeletion(single).find(L"Service"), std::wstring::npos);
+    EXPECT_EQ(asks(bar(), false), L"Delete this occurrence of the activity?");
+    EXPECT_EQ(asks(bar(), true), L"Delete this occurrence of the activity for all of its resources?");
+    EXPECT_EQ(asks(single, false), L"Delete this activity?");
+    EXPECT_EQ(asks(single, true), L"Delete this activity for all of its resources?");
+    EXPECT_NE(questionBeforeDeletion(single, false).find(L"Service"), std::wstring::npos);
+}
+
+TEST(Orders, KnowWhichActivitiesSeveralResourcesShare)
+{
+    korvane::test::RecordingData data;
+    const auto event = [](long id, long resource, std::optional<long> link) {
+        return korvane::test::Event{id, resource, 1, 0, 1, L"Work", link};
+    };
+    data.events = {event(1, 10, 7), event(2, 20, 7), event(3, 10, 8), event(4, 30, std::nullopt)};
+    EXPECT_TRUE(isShared(data.root, 1));
+    EXPECT_TRUE(isShared(data.root, 2));
+    EXPECT_FALSE(isShared(data.root, 3)) << "nobody else is left in its group";
+    EXPECT_FALSE(isShared(data.root, 4));
+    data.fail("EventLinks.Load", {E_ABORT, L"", L""});
+    EXPECT_TRUE(attempt([&] { isShared(data.root, 1); }));
+    EXPECT_FALSE(data.hasSubscribers());
 }
 
 } // namespace

@@ -78,6 +78,21 @@ TEST_P(ScheduleLayoutTest, MovesTheRowsUpWhenTheyAreScrolled)
     EXPECT_EQ(layout(7).heightOfRows(), layout().heightOfRows());
 }
 
+TEST_P(ScheduleLayoutTest, FindsTheRowAtEachHeight)
+{
+    const int top = layout(7).rowTop(0);
+    for (int y = top; y < top + layout().heightOfRows(); ++y)
+    {
+        const auto row = layout(7).rowNear(y);
+        ASSERT_TRUE(row);
+        EXPECT_GE(y, layout(7).rowTop(*row));
+        EXPECT_LT(y, layout(7).rowTop(*row) + layout(7).rowHeight(*row));
+    }
+    schedule.setResources({});
+    EXPECT_FALSE(layout().rowNear(top));
+    EXPECT_EQ(layout().heightOfRows(), 0);
+}
+
 TEST_P(ScheduleLayoutTest, KeepsShortBarsWideEnoughToBeHit)
 {
     schedule.setOccurrences({booked(1, 10, 9, 9)});

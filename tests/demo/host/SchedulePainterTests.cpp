@@ -1,9 +1,12 @@
 #include "demo/host/schedule/SchedulePainter.h"
 
+#include "demo/host/Display.h"
 #include "demo/host/schedule/Colors.h"
 #include "tests/demo/host/TestSchedule.h"
 
 #include <gtest/gtest.h>
+
+#include <memory>
 
 namespace korvane::host
 {
@@ -58,6 +61,7 @@ protected:
                       .selected = nullptr,
                       .slot = std::nullopt,
                       .outline = std::nullopt,
+                      .copies = false,
                       .focused = false};
 };
 
@@ -98,6 +102,24 @@ TEST_P(SchedulePainterTest, OutlinesWhereSomethingWouldLand)
     EXPECT_EQ(colorAt(at(12.5), (place.top + place.bottom) / 2), paper()) << "an outline only";
 }
 
+TEST_P(SchedulePainterTest, MarksACopyWithAPlus)
+{
+    view.outline = Slot{1, at(12), at(13)};
+    const RECT place = view.layout.placeOf(*view.outline);
+    const auto marked = [&] {
+        int pixels = 0;
+        for (int x = place.left + 4; x < place.right - 4; ++x)
+            for (int y = place.top + 4; y < place.bottom - 4; ++y)
+                pixels += GetPixel(context, x, y) == accent() ? 1 : 0;
+        return pixels;
+    };
+    draw();
+    const int moved = marked();
+    view.copies = true;
+    draw();
+    EXPECT_GT(marked(), moved + 8);
+}
+
 TEST_P(SchedulePainterTest, FramesTheSelectedBar)
 {
     const RECT place = view.layout.placeOf(schedule.bars().front());
@@ -106,6 +128,28 @@ TEST_P(SchedulePainterTest, FramesTheSelectedBar)
     view.selected = &schedule.bars().front();
     draw();
     EXPECT_EQ(GetPixel(context, place.left - 1, place.top - 1), accent());
+}
+
+TEST_P(SchedulePainterTest, DrawsWhatIsScrolledInto)
+{
+    std::vector<Resource> resources;
+    for (long id = 1; id <= 40; ++id)
+        resources.push_back({id, L"Somebody"});
+    schedule.setResources(resources);
+    schedule.setOccurrences({booked(1, 1, 9, 10), booked(2, 31, 9, 10), booked(3, 40, 9, 10)});
+    const auto shows = [&](std::size_t bar, int scrolled) {
+        std::destroy_at(&view.layout);
+        std::construct_at(&view.layout, schedule, scale, metrics, scrolled);
+        draw();
+        const RECT place = view.layout.placeOf(schedule.bars()[bar]);
+        return GetPixel(context, place.left + 2, place.bottom - 3) == green;
+    };
+    const int row = view.layout.rowHeight(0);
+    EXPECT_TRUE(shows(0, 0));
+    EXPECT_FALSE(shows(1, 0));
+    EXPECT_TRUE(shows(1, 30 * row)) << "the first row that is seen";
+    EXPECT_FALSE(shows(0, 30 * row));
+    EXPECT_TRUE(shows(2, view.layout.heightOfRows() - 2 * row)) << "the last one";
 }
 
 TEST_P(SchedulePainterTest, KeepsBarsOutOfTheNames)
@@ -127,6 +171,10 @@ TEST(ScheduleColors, LetTextsBeRead)
     EXPECT_EQ(textColorOn(RGB(0, 0, 0)), RGB(255, 255, 255));
     EXPECT_EQ(textColorOn(RGB(0, 0, 255)), RGB(255, 255, 255));
     EXPECT_EQ(textColorOn(RGB(128, 0, 0)), RGB(255, 255, 255));
+    // Where the contrasts with black and white meet.
+    EXPECT_EQ(textColorOn(RGB(0x75, 0x75, 0x75)), RGB(255, 255, 255));
+    EXPECT_EQ(textColorOn(RGB(0x76, 0x76, 0x76)), RGB(0, 0, 0));
+    EXPECT_EQ(textColorOn(RGB(130, 130, 130)), RGB(0, 0, 0));
 }
 
 } // namespace

@@ -45,6 +45,19 @@ TEST(Schedule, GivesBarsThatOverlapLanesOfTheirOwn)
     EXPECT_EQ(schedule.rows()[2].lanes, 1) << "an empty row has room for one";
 }
 
+TEST(Schedule, KnowsEachRowsPlaceAndItsBars)
+{
+    const auto schedule = scheduleOf({booked(1, 10, 9, 12), booked(2, 10, 10, 11), booked(3, 30, 8, 9)});
+    EXPECT_EQ(schedule.rows()[0].lanesAbove, 0);
+    EXPECT_EQ(schedule.rows()[1].lanesAbove, 2);
+    EXPECT_EQ(schedule.rows()[2].lanesAbove, 3);
+    ASSERT_EQ(schedule.barsOf(0).size(), 2U);
+    EXPECT_EQ(schedule.barsOf(0)[1].id.event, 2);
+    EXPECT_TRUE(schedule.barsOf(1).empty());
+    ASSERT_EQ(schedule.barsOf(2).size(), 1U);
+    EXPECT_EQ(schedule.barsOf(2).front().id.event, 3);
+}
+
 TEST(Schedule, GivesActivitiesWithoutLengthRoom)
 {
     const auto schedule = scheduleOf({booked(1, 10, 9, 9), booked(2, 10, 9, 9)});

@@ -1,11 +1,4 @@
-#include "demo/host/schedule/ScheduleWindow.h"
-
-#include "demo/datalayer/Database.h"
-#include "tests/demo/host/TestSchedule.h"
-
-#include <gtest/gtest.h>
-
-#include <filesystem>
+#include "tests/demo/host/ScheduleWindowTest.h"
 
 namespace korvane::host
 {
@@ -13,111 +6,29 @@ namespace korvane::host
 namespace
 {
 
-constexpr long staff = 4; // in a new database with the sample
-constexpr long meeting = 1;
-
-/// A schedule on a database with the sample, within a window that nobody sees.
-class ScheduleWindowTest : public testing::Test
+class ScheduleWindowScrolling : public ScheduleWindowTest
 {
-public:
-    ScheduleWindowTest()
-    {
-        std::filesystem::remove(file);
-        call(database, &IDatabase::Open, Bstr(file).get(), nullptr, root.put());
-        call(database, &IDatabase::AddSample, root.get());
-        call(root, &IRoot::get_Events, events.put());
-        window = std::make_unique<ScheduleWindow>(parent, root);
-        window->onOpen = [this] { ++opened; };
-        window->onDrop = [this](const Bar& bar, const Slot& landing, bool copies) {
-            dropped.push_back({bar, landing, copies});
-        };
-        window->place({0, 0, 900, 400});
-        window->scrollTo(at(7));
-        window->showGroup(staff);
-        work();
-    }
-    ScheduleWindowTest(const ScheduleWindowTest&) = delete;
-    ScheduleWindowTest& operator=(const ScheduleWindowTest&) = delete;
-    ~ScheduleWindowTest() override
-    {
-        window.reset();
-        DestroyWindow(parent);
-        events.reset();
-        root.reset();
-        std::filesystem::remove(file);
-    }
-
 protected:
-    struct Dropped
+    /// The slot of the cursor is neither behind the names nor outside of the window.
+    void expectInSight() const
     {
-        Bar bar;
-        Slot landing;
-        bool copies;
-    };
-
-    static OleDate at(double hour) { return test::at(hour, 0); }
-
-    /// What is posted is done.
-    static void work()
-    {
-        MSG message;
-        for (int count = 0; PeekMessageW(&message, nullptr, WM_APP, WM_APP, PM_REMOVE); ++count)
-        {
-            ASSERT_LT(count, 100) << "one load leads to the next without end";
-            DispatchMessageW(&message);
-        }
+        const RECT slot = window->layout().placeOf(*window->selectedSlot());
+        RECT area{};
+        GetClientRect(window->handle(), &area);
+        EXPECT_TRUE(window->layout().at({slot.left, slot.top})) << "names and header are in front of it";
+        EXPECT_LE(slot.right, area.right);
+        EXPECT_LE(slot.bottom, area.bottom);
     }
 
-    long book(std::size_t row, double from, double to) const
+    /// Where the menu comes that is asked for at a point of the window.
+    std::optional<POINT> menuAt(POINT point) const
     {
-        long event = 0;
-        call(events, &IEvents::Add, window->content().rows().at(row).resource.id, meeting, at(from).days,
-             at(to).days, Bstr(L"Work").get(), &event);
-        work();
-        return event;
+        ClientToScreen(window->handle(), &point);
+        auto place = window->menuPlace(point);
+        if (place)
+            ScreenToClient(window->handle(), &*place);
+        return place;
     }
-
-    std::wstring trace() const
-    {
-        Bstr text;
-        call(database, &IDatabase::get_Trace, text.put());
-        call(database, &IDatabase::ClearTrace);
-        return std::wstring(text.view());
-    }
-
-    int loads() const
-    {
-        const std::wstring text = trace();
-        int count = 0;
-        for (auto found = text.find(L"Schedule.Load"); found != std::wstring::npos;
-             found = text.find(L"Schedule.Load", found + 1))
-            ++count;
-        return count;
-    }
-
-    LPARAM pointAt(std::size_t row, double hour) const
-    {
-        const RECT place = window->layout().placeOf(Slot{row, at(hour), at(hour + 1)});
-        return MAKELPARAM((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-    }
-
-    void send(UINT message, WPARAM first, LPARAM second = 0) const
-    {
-        SendMessageW(window->handle(), message, first, second);
-    }
-    void key(WPARAM virtualKey) const { send(WM_KEYDOWN, virtualKey); }
-
-    std::wstring file = (std::filesystem::temp_directory_path() /
-                         (L"korvane schedule " + std::to_wstring(GetCurrentProcessId()) + L".sqlite"))
-                            .wstring();
-    HWND parent =
-        CreateWindowExW(0, L"Static", L"", WS_POPUP, 0, 0, 900, 400, nullptr, nullptr, nullptr, nullptr);
-    ComPtr<IDatabase> database{make<store::Database>().get()};
-    ComPtr<IRoot> root;
-    ComPtr<IEvents> events;
-    std::unique_ptr<ScheduleWindow> window;
-    int opened = 0;
-    std::vector<Dropped> dropped;
 };
 
 TEST_F(ScheduleWindowTest, HasARowForEachMemberOfTheGroup)
@@ -129,155 +40,7 @@ TEST_F(ScheduleWindowTest, HasARowForEachMemberOfTheGroup)
     EXPECT_EQ(window->content().rows().size(), 12U) << "each resource of all groups once";
 }
 
-TEST_F(ScheduleWindowTest, ShowsWhatIsBookedAsSoonAsItIs)
-{
-    const long event = book(1, 9, 10);
-    ASSERT_EQ(window->content().bars().size(), 1U);
-    const Bar& bar = window->content().bars().front();
-    EXPECT_EQ(bar.id, (BarId{event, 0}));
-    EXPECT_EQ(bar.row, 1U);
-    EXPECT_EQ(bar.start, at(9));
-    EXPECT_EQ(bar.text, L"Work");
-    EXPECT_TRUE(window->content().colorOf(bar.type));
-    call(events, &IEvents::Remove, event, 0L);
-    work();
-    EXPECT_TRUE(window->content().bars().empty());
-}
-
-TEST_F(ScheduleWindowTest, LoadsOnceForManyChanges)
-{
-    trace();
-    for (int count = 0; count < 5; ++count)
-    {
-        long event = 0;
-        call(events, &IEvents::Add, 3L, meeting, at(9).days, at(10).days, Bstr(L"").get(), &event);
-    }
-    EXPECT_EQ(loads(), 0) << "not within the calls that change";
-    work();
-    EXPECT_EQ(loads(), 1);
-    work();
-    EXPECT_EQ(loads(), 0) << "what is announced while loading is no change";
-    EXPECT_EQ(window->content().bars().size(), 5U);
-}
-
-TEST_F(ScheduleWindowTest, LoadsNothingWhileADialogIsOpen)
-{
-    window->hold(true);
-    trace();
-    book(1, 9, 10);
-    EXPECT_EQ(loads(), 0);
-    window->hold(false);
-    EXPECT_EQ(loads(), 1);
-    EXPECT_EQ(window->content().bars().size(), 1U);
-}
-
-TEST_F(ScheduleWindowTest, LoadsWhatIsScrolledInto)
-{
-    long event = 0;
-    call(events, &IEvents::Add, 3L, meeting, test::at(9, 60).days, test::at(10, 60).days, Bstr(L"").get(),
-         &event);
-    work();
-    EXPECT_TRUE(window->content().bars().empty());
-    window->scrollTo(test::at(7, 60));
-    work();
-    EXPECT_EQ(window->content().bars().size(), 1U);
-}
-
-TEST_F(ScheduleWindowTest, OpensTheSlotOfADoubleClick)
-{
-    send(WM_LBUTTONDBLCLK, MK_LBUTTON, pointAt(2, 11));
-    EXPECT_EQ(opened, 1);
-    EXPECT_EQ(window->selectedBar(), nullptr);
-    ASSERT_TRUE(window->selectedSlot());
-    EXPECT_EQ(window->selectedSlot()->row, 2U);
-    EXPECT_EQ(window->selectedSlot()->start, at(11));
-    EXPECT_EQ(window->selectedSlot()->end, at(12));
-    send(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(5, 5));
-    EXPECT_EQ(opened, 1) << "there is nothing in the header";
-}
-
-TEST_F(ScheduleWindowTest, OpensTheBarOfADoubleClick)
-{
-    const long event = book(1, 9, 10);
-    send(WM_LBUTTONDBLCLK, MK_LBUTTON, pointAt(1, 9));
-    EXPECT_EQ(opened, 1);
-    ASSERT_NE(window->selectedBar(), nullptr);
-    EXPECT_EQ(window->selectedBar()->id.event, event);
-}
-
-TEST_F(ScheduleWindowTest, SelectsWithTheRightButtonAndMovesNothing)
-{
-    const long event = book(1, 9, 10);
-    send(WM_RBUTTONDOWN, MK_RBUTTON, pointAt(1, 9));
-    ASSERT_NE(window->selectedBar(), nullptr);
-    EXPECT_EQ(window->selectedBar()->id.event, event);
-    send(WM_MOUSEMOVE, MK_RBUTTON, pointAt(3, 12));
-    EXPECT_FALSE(window->isMoving());
-}
-
-TEST_F(ScheduleWindowTest, DropsABarWhereItIsDraggedTo)
-{
-    const long event = book(1, 9, 10);
-    send(WM_LBUTTONDOWN, MK_LBUTTON, pointAt(1, 9));
-    send(WM_MOUSEMOVE, MK_LBUTTON, pointAt(3, 12));
-    EXPECT_TRUE(window->isMoving());
-    send(WM_LBUTTONUP, 0, pointAt(3, 12));
-    EXPECT_FALSE(window->isMoving());
-    ASSERT_EQ(dropped.size(), 1U);
-    EXPECT_EQ(dropped[0].bar.id.event, event);
-    EXPECT_EQ(dropped[0].landing.row, 3U);
-    EXPECT_EQ(dropped[0].landing.start, at(12));
-    EXPECT_EQ(dropped[0].landing.end, at(13));
-    EXPECT_FALSE(dropped[0].copies);
-}
-
-TEST_F(ScheduleWindowTest, DropsNothingAfterEscOrWithoutAMove)
-{
-    book(1, 9, 10);
-    send(WM_LBUTTONDOWN, MK_LBUTTON, pointAt(1, 9));
-    send(WM_MOUSEMOVE, MK_LBUTTON, pointAt(3, 12));
-    key(VK_ESCAPE);
-    EXPECT_FALSE(window->isMoving());
-    send(WM_LBUTTONUP, 0, pointAt(3, 12));
-    send(WM_LBUTTONDOWN, MK_LBUTTON, pointAt(1, 9));
-    send(WM_LBUTTONUP, 0, pointAt(1, 9));
-    EXPECT_TRUE(dropped.empty());
-}
-
-TEST_F(ScheduleWindowTest, MovesAndCopiesByKeyboard)
-{
-    book(1, 9, 10);
-    send(WM_LBUTTONDOWN, MK_LBUTTON, pointAt(1, 9));
-    send(WM_LBUTTONUP, 0, pointAt(1, 9));
-    window->beginMove(false);
-    key(VK_RIGHT);
-    key(VK_RIGHT);
-    key(VK_DOWN);
-    key(VK_RETURN);
-    window->beginMove(true);
-    key(VK_RETURN);
-    window->beginMove(false);
-    key(VK_RETURN);
-    ASSERT_EQ(dropped.size(), 2U) << "a move to where it is is none";
-    EXPECT_EQ(dropped[0].landing.row, 2U);
-    EXPECT_EQ(dropped[0].landing.start, at(11));
-    EXPECT_FALSE(dropped[0].copies);
-    EXPECT_EQ(dropped[1].landing.start, at(9));
-    EXPECT_TRUE(dropped[1].copies);
-}
-
-TEST_F(ScheduleWindowTest, EndsAMoveWhenTheKeyboardGoesElsewhere)
-{
-    book(1, 9, 10);
-    key(VK_TAB);
-    ASSERT_NE(window->selectedBar(), nullptr);
-    window->beginMove(false);
-    EXPECT_TRUE(window->isMoving());
-    send(WM_KILLFOCUS, 0);
-    EXPECT_FALSE(window->isMoving());
-}
-
-TEST_F(ScheduleWindowTest, ScrollsToWhereTheKeysGo)
+TEST_F(ScheduleWindowScrolling, FollowsTheKeys)
 {
     const OleDate before = window->layout().timeAt(200);
     send(WM_LBUTTONDOWN, MK_LBUTTON, pointAt(0, 9));
@@ -285,21 +48,76 @@ TEST_F(ScheduleWindowTest, ScrollsToWhereTheKeysGo)
         key(VK_NEXT);
     EXPECT_EQ(window->selectedSlot()->start, test::at(9, 3));
     EXPECT_GT(window->layout().timeAt(200).days, before.days);
-    const RECT slot = window->layout().placeOf(*window->selectedSlot());
-    RECT area{};
-    GetClientRect(window->handle(), &area);
-    EXPECT_GE(slot.left, 0);
-    EXPECT_LE(slot.right, area.right);
+    expectInSight();
+    for (int day = 0; day < 7; ++day)
+        key(VK_PRIOR);
+    EXPECT_EQ(window->selectedSlot()->start, test::at(9, -4));
+    expectInSight();
 }
 
-TEST_F(ScheduleWindowTest, ZoomsWithTheWheelAtThePointer)
+TEST_F(ScheduleWindowScrolling, HasAMenuWhereSomethingCanBeSelected)
 {
-    POINT point{500, 100};
-    const OleDate before = window->layout().timeAt(500);
-    ClientToScreen(window->handle(), &point);
-    send(WM_MOUSEWHEEL, MAKEWPARAM(MK_CONTROL, WHEEL_DELTA), MAKELPARAM(point.x, point.y));
-    EXPECT_EQ(minutesBetween(window->selectedSlot()->start, window->selectedSlot()->end), 30);
-    EXPECT_LE(std::abs(minutesBetween(before, window->layout().timeAt(500))), 1);
+    book(1, 9, 10);
+    send(WM_LBUTTONDOWN, MK_LBUTTON, pointAt(1, 9));
+    send(WM_LBUTTONUP, 0, pointAt(1, 9));
+    RECT area{};
+    GetClientRect(window->handle(), &area);
+    const int names = window->layout().pixelOf(at(7));
+    const int firstRow = window->layout().rowTop(0);
+    const int belowRows = firstRow + window->layout().heightOfRows();
+
+    EXPECT_FALSE(menuAt({names - 20, firstRow + 5})) << "the names";
+    EXPECT_FALSE(menuAt({names + 20, firstRow - 5})) << "the header";
+    EXPECT_FALSE(menuAt({names + 20, belowRows + 5})) << "below the last row";
+    EXPECT_FALSE(menuAt({area.right + 5, firstRow + 5})) << "the scroll bar";
+    EXPECT_NE(window->selectedBar(), nullptr);
+
+    const auto place = menuAt({names + 20, firstRow + 5});
+    ASSERT_TRUE(place);
+    EXPECT_EQ(place->x, names + 20);
+    EXPECT_EQ(place->y, firstRow + 5);
+    EXPECT_EQ(window->selectedBar(), nullptr)
+        << "wherever the button was pressed, the menu is for this place";
+    EXPECT_EQ(window->selectedSlot()->row, 0U);
+}
+
+TEST_F(ScheduleWindowScrolling, ShowsWhatTheMenuOfTheKeyboardIsFor)
+{
+    send(WM_LBUTTONDOWN, MK_LBUTTON, pointAt(2, 11));
+    for (const long day : {-5, 5})
+    {
+        window->scrollTo(test::at(7, day));
+        auto place = window->menuPlace({-1, -1});
+        expectInSight();
+        ASSERT_TRUE(place);
+        ScreenToClient(window->handle(), &*place);
+        const RECT slot = window->layout().placeOf(*window->selectedSlot());
+        EXPECT_EQ(place->x, slot.left);
+        EXPECT_EQ(place->y, slot.bottom);
+    }
+}
+
+TEST_F(ScheduleWindowScrolling, KeepsShortBarsApartHoweverFarAway)
+{
+    window->scrollTo(at(0));
+    work();
+    for (const double hour : {9, 10, 11, 12})
+        book(1, hour, hour + 1);
+    for (int zooms = 0; zooms < 5; ++zooms)
+    {
+        const auto& bars = window->content().bars();
+        ASSERT_EQ(bars.size(), 4U);
+        for (std::size_t bar = 1; bar < bars.size(); ++bar)
+            for (std::size_t before = 0; before < bar; ++before)
+            {
+                const RECT one = window->layout().placeOf(bars[before]);
+                const RECT other = window->layout().placeOf(bars[bar]);
+                RECT both{};
+                EXPECT_FALSE(IntersectRect(&both, &one, &other)) << "at level " << zooms;
+            }
+        window->zoom(zooms == 0 ? -9 : 1);
+    }
+    EXPECT_EQ(window->content().rows()[1].lanes, 1);
 }
 
 TEST_F(ScheduleWindowTest, TellsItsNameAndWhereTheCursorIs)

@@ -1,5 +1,7 @@
 #include "demo/host/tour/User.h"
 
+#include "framework/com/Boundary.h"
+
 #include <gtest/gtest.h>
 
 namespace korvane::host
@@ -47,6 +49,52 @@ TEST(Keystrokes, SendACharacterThatNoKeyGives)
 TEST(Keystrokes, AreNoneForNothing)
 {
     EXPECT_TRUE(keystrokesFor(L"").empty());
+}
+
+class UserTest : public testing::Test
+{
+protected:
+    static bool isDown(int key) { return GetAsyncKeyState(key) < 0; }
+
+    /// What the user does while the program takes none of its input.
+    template <class Deed> static void fails(Deed&& deed) { EXPECT_TRUE(attempt(deed)); }
+
+    bool taken = false;
+    User user{[this] {
+        if (!taken)
+            throw Failure(E_ABORT);
+    }};
+};
+
+TEST_F(UserTest, LetsGoOfWhatADeedLeftDown)
+{
+    fails([&] { user.press({VK_SHIFT, VK_F20}); });
+    fails([&] { user.pressButton({5, 5}); });
+    EXPECT_TRUE(isDown(VK_SHIFT));
+    EXPECT_TRUE(isDown(VK_LBUTTON));
+    user.letGo();
+    EXPECT_FALSE(isDown(VK_SHIFT));
+    EXPECT_FALSE(isDown(VK_LBUTTON));
+}
+
+TEST_F(UserTest, KeepsHoldingWhatItHoldsUntilItIsReleased)
+{
+    taken = true;
+    user.hold(VK_SHIFT);
+    user.press({VK_F20});
+    EXPECT_TRUE(isDown(VK_SHIFT));
+    user.release(VK_SHIFT);
+    EXPECT_FALSE(isDown(VK_SHIFT));
+}
+
+TEST_F(UserTest, HoldsNothingAtItsEnd)
+{
+    {
+        const User other([] {});
+        other.hold(VK_SHIFT);
+        EXPECT_TRUE(isDown(VK_SHIFT));
+    }
+    EXPECT_FALSE(isDown(VK_SHIFT));
 }
 
 } // namespace

@@ -1,0 +1,171 @@
+#include "demo/datalayer/Sqlite.h"
+#include "framework/com/Boundary.h"
+#include "tests/demo/host/ScheduleWindowTest.h"
+#include "tests/support/Questions.h"
+
+namespace korvane::host
+{
+
+namespace
+{
+
+class ScheduleReading : public ScheduleWindowTest
+{
+protected:
+    /// Books while another user keeps everybody from reading.
+    long bookBehindALock()
+    {
+        long event = 0;
+        call(events, &IEvents::Add, window->content().rows().at(1).resource.id, meeting, at(9).days,
+             at(10).days, Bstr(L"Work").get(), &event);
+        lock = std::make_unique<store::Connection>(file, 50);
+        lock->execute("BEGIN EXCLUSIVE");
+        return event;
+    }
+
+    std::unique_ptr<store::Connection> lock;
+    korvane::test::Questions boxes; ///< closes the boxes that tell a failure
+};
+
+TEST_F(ScheduleReading, ShowsWhatIsBookedAsSoonAsItIs)
+{
+    const long event = book(1, 9, 10);
+    ASSERT_EQ(window->content().bars().size(), 1U);
+    const Bar& bar = window->content().bars().front();
+    EXPECT_EQ(bar.id, (BarId{event, 0}));
+    EXPECT_EQ(bar.row, 1U);
+    EXPECT_EQ(bar.start, at(9));
+    EXPECT_EQ(bar.text, L"Work");
+    EXPECT_TRUE(window->content().colorOf(bar.type));
+    call(events, &IEvents::Remove, event, 0L);
+    work();
+    EXPECT_TRUE(window->content().bars().empty());
+}
+
+TEST_F(ScheduleReading, LoadsOnceForManyChanges)
+{
+    trace();
+    for (int count = 0; count < 5; ++count)
+    {
+        long event = 0;
+        call(events, &IEvents::Add, 3L, meeting, at(9).days, at(10).days, Bstr(L"").get(), &event);
+    }
+    EXPECT_EQ(loads(), 0) << "not within the calls that change";
+    work();
+    EXPECT_EQ(loads(), 1);
+    work();
+    EXPECT_EQ(loads(), 0) << "what is announced while loading is no change";
+    EXPECT_EQ(window->content().bars().size(), 5U);
+}
+
+TEST_F(ScheduleReading, LoadsNothingWhileADialogIsOpen)
+{
+    window->hold(true);
+    trace();
+    book(1, 9, 10);
+    EXPECT_EQ(loads(), 0);
+    window->hold(false);
+    work();
+    EXPECT_EQ(loads(), 1);
+    EXPECT_EQ(window->content().bars().size(), 1U);
+}
+
+TEST_F(ScheduleReading, LoadsWhatIsScrolledInto)
+{
+    long event = 0;
+    call(events, &IEvents::Add, 3L, meeting, test::at(9, 60).days, test::at(10, 60).days, Bstr(L"").get(),
+         &event);
+    work();
+    EXPECT_TRUE(window->content().bars().empty());
+    window->scrollTo(test::at(7, 60));
+    work();
+    EXPECT_EQ(window->content().bars().size(), 1U);
+}
+
+TEST_F(ScheduleReading, TellsOnceThatItIsRefusedAndReadsAgainWhenScrolled)
+{
+    bookBehindALock();
+    work();
+    EXPECT_EQ(boxes.asked.size(), 1U);
+    EXPECT_TRUE(window->content().bars().empty());
+    EXPECT_EQ(window->content().rows().size(), 6U) << "what was read before is still shown";
+    window->scrollTo(at(9));
+    work();
+    EXPECT_EQ(boxes.asked.size(), 1U) << "this much was known before";
+    lock.reset();
+    window->scrollTo(at(8));
+    work();
+    EXPECT_EQ(boxes.asked.size(), 1U);
+    EXPECT_EQ(window->content().bars().size(), 1U);
+}
+
+TEST_F(ScheduleReading, TellsAgainWhenTheUserAsksForSomethingElse)
+{
+    bookBehindALock();
+    work();
+    window->scrollTo(test::at(9, 60));
+    work();
+    EXPECT_EQ(boxes.asked.size(), 2U);
+    window->showGroup(0);
+    work();
+    EXPECT_EQ(boxes.asked.size(), 3U);
+}
+
+TEST_F(ScheduleReading, TriesAgainByItselfWithoutASecondBox)
+{
+    bookBehindALock();
+    work();
+    send(WM_TIMER, ScheduleWindow::timerMinute);
+    work();
+    EXPECT_EQ(boxes.asked.size(), 1U);
+    lock.reset();
+    send(WM_TIMER, ScheduleWindow::timerMinute);
+    work();
+    EXPECT_EQ(window->content().bars().size(), 1U);
+}
+
+TEST_F(ScheduleReading, EndsAHoldEvenWhenReadingIsRefused)
+{
+    window->hold(true);
+    const long event = bookBehindALock();
+    EXPECT_FALSE(attempt([&] { window->hold(false); }));
+    window->select({event, 0});
+    work();
+    EXPECT_EQ(window->selectedBar(), nullptr);
+    lock.reset();
+    window->scrollTo(at(8));
+    work();
+    ASSERT_NE(window->selectedBar(), nullptr) << "what was to be selected is, once it is there";
+    EXPECT_EQ(window->selectedBar()->id.event, event);
+}
+
+TEST_F(ScheduleReading, SelectsWhatADialogEndedWith)
+{
+    window->hold(true);
+    const long event = book(1, 9, 10);
+    window->hold(false);
+    window->select({event, 0});
+    work();
+    ASSERT_NE(window->selectedBar(), nullptr);
+    EXPECT_EQ(window->selectedBar()->id.event, event);
+}
+
+TEST_F(ScheduleReading, KeepsWhatTheUserSelectsMeanwhile)
+{
+    window->hold(true);
+    const long event = bookBehindALock();
+    window->hold(false);
+    window->select({event, 0});
+    work();
+    send(WM_LBUTTONDOWN, MK_LBUTTON, pointAt(3, 11));
+    lock.reset();
+    window->scrollTo(at(8));
+    work();
+    EXPECT_EQ(window->content().bars().size(), 1U);
+    EXPECT_EQ(window->selectedBar(), nullptr);
+    EXPECT_EQ(window->selectedSlot()->row, 3U);
+}
+
+} // namespace
+
+} // namespace korvane::host
