@@ -145,9 +145,8 @@ void measureReady(Report& report, const Effort& effort)
         int samples = 0;
         const char* name = "";
     };
-    constexpr Size sizes[] = {{100, 101, "100 resources"},
-                              {1000, 51, "1,000 resources"},
-                              {10000, 15, "10,000 resources"}};
+    constexpr Size sizes[] = {
+        {100, 101, "100 resources"}, {1000, 51, "1,000 resources"}, {10000, 15, "10,000 resources"}};
     std::vector<double> counts;
     std::vector<double> times;
     for (const Size& size : sizes)
