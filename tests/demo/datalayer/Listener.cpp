@@ -2,8 +2,6 @@
 
 #include "framework/com/Variant.h"
 
-#include <gtest/gtest.h>
-
 #include <cwchar>
 
 namespace korvane::store::test
@@ -30,34 +28,12 @@ std::wstring written(const VARIANT& argument)
 
 } // namespace
 
-STDMETHODIMP Listener::QueryInterface(REFIID iid, void** object)
+HRESULT Listener::hear(DISPID event, const DISPPARAMS& arguments)
 {
-    const bool known = iid == IID_IUnknown || iid == IID_IDispatch || iid == eventsId_;
-    *object = known ? this : nullptr;
-    if (!known)
-        return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-}
-
-STDMETHODIMP_(ULONG) Listener::Release()
-{
-    const ULONG remaining = --references_;
-    if (remaining == 0)
-        delete this;
-    return remaining;
-}
-
-STDMETHODIMP Listener::Invoke(DISPID event, REFIID iid, LCID, WORD flags, DISPPARAMS* arguments, VARIANT*,
-                              EXCEPINFO*, UINT*)
-{
-    EXPECT_EQ(IID_NULL, iid);
-    EXPECT_EQ(DISPATCH_METHOD, flags);
-    EXPECT_EQ(0u, arguments->cNamedArgs);
-    EXPECT_TRUE(event == 2 || (event == 1 && arguments->cArgs == 0));
+    EXPECT_TRUE(event == 2 || (event == 1 && arguments.cArgs == 0));
     std::wstring line = event == 1 ? L"OnClear" : L"OnAdd";
-    for (UINT index = arguments->cArgs; index > 0; --index) // the last one comes first
-        line += (index == arguments->cArgs ? L" " : L", ") + written(arguments->rgvarg[index - 1]);
+    for (UINT index = arguments.cArgs; index > 0; --index) // the last one comes first
+        line += (index == arguments.cArgs ? L" " : L", ") + written(arguments.rgvarg[index - 1]);
     events_.push_back(line);
     onEvent();
     return S_OK;

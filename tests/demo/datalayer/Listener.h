@@ -3,6 +3,7 @@
 
 #include "framework/com/ComPtr.h"
 #include "framework/com/Failure.h"
+#include "tests/demo/datalayer/Sink.h"
 
 #include <functional>
 #include <string>
@@ -11,14 +12,13 @@
 namespace korvane::store::test
 {
 
-class Listener final : public IDispatch
+class Listener final : public Sink
 {
 public:
     /// Subscribes until the result goes.
     class Subscription;
 
-    explicit Listener(REFIID events) : eventsId_(events) {}
-    virtual ~Listener() = default;
+    explicit Listener(REFIID events) : Sink(events) {}
 
     /// Events in their order: "OnClear" and "OnAdd 4, 0, Van, 2026-03-02 09:00".
     const std::vector<std::wstring>& events() const noexcept { return events_; }
@@ -27,19 +27,10 @@ public:
     /// Called with each event.
     std::function<void()> onEvent = [] {};
 
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() override;
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-    STDMETHODIMP Invoke(DISPID event, REFIID iid, LCID, WORD flags, DISPPARAMS* arguments, VARIANT*,
-                        EXCEPINFO*, UINT*) override;
-
 private:
-    IID eventsId_;
+    HRESULT hear(DISPID event, const DISPPARAMS& arguments) override;
+
     std::vector<std::wstring> events_;
-    ULONG references_ = 0;
 };
 
 class Listener::Subscription

@@ -8,43 +8,20 @@ Subscriber::Subscription Subscriber::subscribedTo(const ComPtr<IGroups>& groups)
     return {eventsOf(groups), ComPtr<Subscriber>(new Subscriber)};
 }
 
-STDMETHODIMP Subscriber::QueryInterface(REFIID iid, void** object)
+HRESULT Subscriber::hear(DISPID event, const DISPPARAMS& arguments)
 {
-    const bool known =
-        iid == IID_IUnknown || iid == IID_IDispatch || (knowsEvents && iid == DIID_IGroupsEvents);
-    *object = known ? this : nullptr;
-    if (!known)
-        return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-}
-
-STDMETHODIMP_(ULONG) Subscriber::Release()
-{
-    const ULONG remaining = --references_;
-    if (remaining == 0)
-        delete this;
-    return remaining;
-}
-
-STDMETHODIMP Subscriber::Invoke(DISPID event, REFIID iid, LCID, WORD flags, DISPPARAMS* arguments, VARIANT*,
-                                EXCEPINFO*, UINT*)
-{
-    EXPECT_EQ(IID_NULL, iid);
-    EXPECT_EQ(DISPATCH_METHOD, flags);
-    EXPECT_EQ(0u, arguments->cNamedArgs);
-    if (event == 1 && arguments->cArgs == 0)
+    if (event == 1 && arguments.cArgs == 0)
     {
         events_.emplace_back(L"OnClear");
         list_.clear();
         return onEvent();
     }
-    if (event != 2 || arguments->cArgs != 3)
+    if (event != 2 || arguments.cArgs != 3)
     {
-        ADD_FAILURE() << "unknown event " << event << " with " << arguments->cArgs << " arguments";
+        ADD_FAILURE() << "unknown event " << event << " with " << arguments.cArgs << " arguments";
         return DISP_E_MEMBERNOTFOUND;
     }
-    const VARIANT* last = arguments->rgvarg;
+    const VARIANT* last = arguments.rgvarg;
     EXPECT_EQ(VT_I4, last[2].vt);
     EXPECT_EQ(VT_BSTR, last[1].vt);
     EXPECT_EQ(VT_I4, last[0].vt);

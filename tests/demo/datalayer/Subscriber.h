@@ -2,20 +2,21 @@
 #pragma once
 
 #include "tests/demo/datalayer/DataLayer.h"
+#include "tests/demo/datalayer/Sink.h"
 
 #include <functional>
 
 namespace korvane::store::test
 {
 
-class Subscriber final : public IDispatch
+class Subscriber final : public Sink
 {
 public:
+    Subscriber() : Sink(DIID_IGroupsEvents) {}
+
     /// Subscribes until the result goes.
     class Subscription;
     static Subscription subscribedTo(const ComPtr<IGroups>& groups);
-
-    virtual ~Subscriber() = default;
 
     /// Events in their order: "OnClear" and "OnAdd 4 Staff 3".
     const std::vector<std::wstring>& events() const noexcept { return events_; }
@@ -29,27 +30,14 @@ public:
         list_.clear();
     }
 
-    ULONG references() const noexcept { return references_; }
-
     /// Called with each event; its result is the event's.
     std::function<HRESULT()> onEvent = [] { return S_OK; };
 
-    /// Whether the subscriber knows the name of the events, as sinks made by compilers do.
-    bool knowsEvents = true;
-
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() override;
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-    STDMETHODIMP Invoke(DISPID event, REFIID iid, LCID, WORD flags, DISPPARAMS* arguments, VARIANT*,
-                        EXCEPINFO*, UINT*) override;
-
 private:
+    HRESULT hear(DISPID event, const DISPPARAMS& arguments) override;
+
     std::vector<std::wstring> events_;
     std::vector<Listed> list_;
-    ULONG references_ = 0;
 };
 
 class Subscriber::Subscription
