@@ -99,6 +99,9 @@ std::string figureJson(const Figure& figure)
 void Report::add(std::string group, std::string name, std::string platform, const Comparison& comparison,
                  std::optional<double> aim)
 {
+    // The table comes at the end, and that may be some minutes away.
+    std::fprintf(stderr, "%s, %s: %s against %s\n", group.c_str(), name.c_str(),
+                 duration(comparison.library).c_str(), duration(comparison.platform).c_str());
     figures_.push_back({std::move(group),
                         std::move(name),
                         std::move(platform),
