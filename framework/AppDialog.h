@@ -74,8 +74,6 @@ protected:
     /// Hands the command to the container and ends the dialog. While the container executes, and once the
     /// dialog has ended, nothing is submitted again.
     void confirm();
-    /// Tells the container that the dialog is done with.
-    void end(bool cancelled);
     /// While the container executes, and once the dialog has ended, the buttons do nothing.
     bool isOver() const noexcept { return submitting_ || ended_; }
 
@@ -91,6 +89,8 @@ protected:
     int ask(long textId, UINT style) const;
 
 private:
+    /// Tells the container that the dialog is done with.
+    void end(bool cancelled);
     void LocalizeCaptions();
     void ApplyContainerFont();
     void applyFont(IUnknown* font);

@@ -1,5 +1,7 @@
 #include "tests/activities/ActivityDialog.h"
 
+#include "framework/com/Boundary.h"
+
 namespace korvane::test
 {
 
@@ -45,6 +47,15 @@ bool ActivityDialog::show(long operation, long instance)
 {
     arrange(operation, instance);
     return container.show(__uuidof(::ctlEditEvents), command.get());
+}
+
+std::optional<ErrorInfo> ActivityDialog::failureOfShowing(long operation)
+{
+    const auto failure = attempt([&] { show(operation); });
+    if (!failure)
+        return std::nullopt;
+    return ErrorInfo{failure->number(), std::wstring(failure->source().view()),
+                     std::wstring(failure->description().view())};
 }
 
 void ActivityDialog::showed(long operation, long instance)

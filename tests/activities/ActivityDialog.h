@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <optional>
+
 namespace korvane::test
 {
 
@@ -22,6 +24,8 @@ protected:
     void arrange(long operation, long instance = 0);
     /// The same, and places the dialog and reads Ready.
     bool show(long operation, long instance = 0);
+    /// What show throws; empty when it throws nothing.
+    std::optional<ErrorInfo> failureOfShowing(long operation);
     /// As show for a dialog that is ready, active and has made its calls.
     void showed(long operation, long instance = 0);
 

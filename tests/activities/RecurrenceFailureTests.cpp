@@ -168,17 +168,7 @@ TEST_F(RecurrenceFailureTests, AStoredRuleThatCannotBeReadOrCopiedIsAFailureOfRe
         SCOPED_TRACE(failing);
         SCOPED_TRACE(passed);
         data.failAfter(failing, passed, refused);
-        std::optional<ErrorInfo> raised;
-        try
-        {
-            show(3);
-        }
-        catch (const Failure& failure)
-        {
-            raised = ErrorInfo{failure.number(), std::wstring(failure.source().view()),
-                               std::wstring(failure.description().view())};
-        }
-        EXPECT_EQ(raised, refused);
+        EXPECT_EQ(failureOfShowing(3), refused);
         EXPECT_EQ(data.openScopes, 0);
         EXPECT_THAT(container.errors, IsEmpty());
 

@@ -534,17 +534,7 @@ TEST_P(ctlEditEventsFailureTests, AFailureOfReadyIsRaisedUnchangedAndNothingFoll
 {
     data.events[0].rule = Rule{2, 0, 4, 0};
     data.failAfter(GetParam().call, GetParam().passed, locked);
-    std::optional<ErrorInfo> raised;
-    try
-    {
-        show(3);
-    }
-    catch (const Failure& failure)
-    {
-        raised = ErrorInfo{failure.number(), std::wstring(failure.source().view()),
-                           std::wstring(failure.description().view())};
-    }
-    EXPECT_EQ(raised, locked);
+    EXPECT_EQ(failureOfShowing(3), locked);
     auto calls = data.takeCalls();
     std::erase(calls, "Scope.Close(0, 0)");
     EXPECT_THAT(calls.empty() ? GetParam().call : calls.back(), testing::StartsWith(GetParam().call));
