@@ -37,6 +37,7 @@ bool ctlEditEvents::load()
 {
     subscribe();
     askForOccurrence();
+    const TreeView::Filling filling(tree.tvwNames);
     Init();
     showFields();
     return showHeading();
@@ -72,11 +73,8 @@ void ctlEditEvents::Init()
     DataScope scope(command().Root, L"ctlEditEvents.Init");
     VARIANT_BOOL ignored = VARIANT_FALSE;
     call(command().asCommand(), &IAppCommand::Prepare, &ignored);
-    {
-        const TreeView::Filling filling(tree.tvwNames);
-        mGroups.during([&] { call(groups_, &IGroups::Load, &ignored); });
-        mNames.during([&] { call(names_, &INames::Load, allGroups, &ignored); });
-    }
+    mGroups.during([&] { call(groups_, &IGroups::Load, &ignored); });
+    mNames.during([&] { call(names_, &INames::Load, allGroups, &ignored); });
     mTypes.during([&] { call(types_, &ITypes::Load, command().GroupID, &ignored); });
     scope.Close();
     tree.showChoice();

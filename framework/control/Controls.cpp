@@ -57,6 +57,8 @@ bool Control::shows() const noexcept
 
 void Control::setEnabled(bool enabled)
 {
+    if (enabled == enabled_)
+        return;
     enabled_ = enabled;
     if (window_)
         EnableWindow(window_, enabled);
@@ -75,10 +77,12 @@ std::wstring Control::textValue() const
 
 void Control::setTextValue(std::wstring_view text)
 {
+    const bool isShown = text == textValue();
     text_ = text;
+    if (!window_ || isShown)
+        return;
     settingText_ = true;
-    if (window_)
-        SetWindowTextW(window_, text_.c_str());
+    SetWindowTextW(window_, text_.c_str());
     settingText_ = false;
 }
 
@@ -109,6 +113,20 @@ Place Control::placeOnDialog() const noexcept
         place.top += surface.top;
     }
     return place;
+}
+
+bool Control::arranges(const RECT& pixels, bool shown) noexcept
+{
+    if (arranged_ && EqualRect(&pixels, &arranged_->pixels) && shown == arranged_->shown)
+        return false;
+    arranged_ = {pixels, shown};
+    return true;
+}
+
+void Control::forgetWindow() noexcept
+{
+    window_ = nullptr;
+    forgetArrangement();
 }
 
 void Control::notify(WORD) {}

@@ -14,6 +14,7 @@
 #include "framework/control/Geometry.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -95,10 +96,14 @@ public:
 
     // For the dialog's window.
     void create(HWND parent, int id);
-    void forgetWindow() noexcept { window_ = nullptr; }
+    void forgetWindow() noexcept;
     Place placeOnDialog() const noexcept;
     /// Twips that the control's window is higher than what shows of it.
     virtual float hiddenHeight() const noexcept { return 0; }
+    /// Notes where the window is put, in pixels, and whether it shows. False when it is like that already.
+    bool arranges(const RECT& pixels, bool shown) noexcept;
+    /// The window may be anywhere: the next arrangement puts it where it belongs.
+    void forgetArrangement() noexcept { arranged_.reset(); }
     /// The window is where its place is.
     virtual void placed() {}
     /// The window is about to go.
@@ -141,6 +146,12 @@ private:
     bool enabled_ = true;
     bool settingText_ = false;
     HWND window_ = nullptr;
+    struct Arrangement
+    {
+        RECT pixels;
+        bool shown;
+    };
+    std::optional<Arrangement> arranged_; ///< the last one
 };
 
 /// A region of the dialog. What stands in it moves, shows and hides with it.

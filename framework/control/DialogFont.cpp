@@ -7,6 +7,31 @@
 namespace korvane
 {
 
+namespace
+{
+
+/// IFont::IsEqual may take the other font for one of its own kind, which a container's need not be.
+bool areSame(const ComPtr<IFont>& one, const ComPtr<IFont>& other)
+{
+    const auto haveSame = [&](auto property, auto value) {
+        auto otherValue = value;
+        return SUCCEEDED((one.get()->*property)(&value)) &&
+               SUCCEEDED((other.get()->*property)(&otherValue)) && value == otherValue;
+    };
+    Bstr name;
+    Bstr otherName;
+    CY size{};
+    CY otherSize{};
+    return SUCCEEDED(one->get_Name(name.put())) && SUCCEEDED(other->get_Name(otherName.put())) &&
+           name.view() == otherName.view() && SUCCEEDED(one->get_Size(&size)) &&
+           SUCCEEDED(other->get_Size(&otherSize)) && size.int64 == otherSize.int64 &&
+           haveSame(&IFont::get_Weight, short{}) && haveSame(&IFont::get_Charset, short{}) &&
+           haveSame(&IFont::get_Italic, BOOL{}) && haveSame(&IFont::get_Underline, BOOL{}) &&
+           haveSame(&IFont::get_Strikethrough, BOOL{});
+}
+
+} // namespace
+
 DialogFont::DialogFont()
 {
     FONTDESC design{};
@@ -24,6 +49,8 @@ void DialogFont::set(IUnknown* font)
     const auto original = queryFor<IFont>(font);
     if (!original)
         throw Failure(E_NOINTERFACE);
+    if (areSame(original, font_))
+        return;
     ComPtr<IFont> copy;
     call(original, &IFont::Clone, copy.put());
     font_ = std::move(copy);

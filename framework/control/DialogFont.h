@@ -14,7 +14,8 @@ public:
     DialogFont();
 
     /// Takes over a copy of a font: the container's own is not changed by the dialog's resolution. Throws a
-    /// Failure, and keeps the former font, when the font cannot be copied.
+    /// Failure, and keeps the former font, when the font cannot be copied. A font like the former one changes
+    /// nothing.
     void set(IUnknown* font);
 
     /// For a resolution in pixels per inch. Valid until the font is set again or asked for another one.

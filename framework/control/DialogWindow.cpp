@@ -6,6 +6,7 @@
 #include "framework/control/Dpi.h"
 
 #include <commctrl.h>
+#include <windowsx.h>
 
 #include <cwctype>
 
@@ -31,6 +32,12 @@ wchar_t accessKey(const std::wstring& caption) noexcept
         if (caption[at + 1] != L'&')
             return static_cast<wchar_t>(std::towupper(caption[at + 1]));
     return 0;
+}
+
+/// The focus stays where it is until the container gives it.
+INT_PTR CALLBACK leaveFocusAlone(HWND, UINT, WPARAM, LPARAM) noexcept
+{
+    return FALSE;
 }
 
 } // namespace
@@ -68,10 +75,13 @@ void DialogWindow::attachWindow(HWND parent)
         design.dialog.style = WS_CHILD | DS_CONTROL;
         design.dialog.dwExtendedStyle = WS_EX_CONTROLPARENT;
         const ControlsContext context;
-        window_ = CreateDialogIndirectParamW(module::instance(), &design.dialog, parent, &procedure,
-                                             reinterpret_cast<LPARAM>(this));
+        window_ = CreateDialogIndirectParamW(module::instance(), &design.dialog, parent, &leaveFocusAlone, 0);
         if (!window_)
             throw lastError();
+        // Ahead of the platform's dialog procedure, which takes its time for each of the notifications that a tree
+        // sends when it is emptied.
+        SetWindowLongPtrW(window_, DWLP_USER, reinterpret_cast<LONG_PTR>(this));
+        SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&procedure));
     }
     if (parking_ && parent != parking_)
         DestroyWindow(std::exchange(parking_, nullptr));
@@ -118,14 +128,17 @@ void DialogWindow::createControls()
     if (GetDlgItem(window_, IDOK))
         SendMessageW(window_, DM_SETDEFID, IDOK, 0);
     createToolTips();
+    appliedFont_ = nullptr;
     applyFont();
     controlsCreated_ = true;
     layoutChanged();
 }
 
-void DialogWindow::applyFont() const
+void DialogWindow::applyFont()
 {
     const HFONT font = font_.handle(dpi_);
+    if (std::exchange(appliedFont_, font) == font)
+        return;
     for (const Control* control : controls_)
         if (control->window())
             SendMessageW(control->window(), WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
@@ -150,8 +163,9 @@ void DialogWindow::arrange() noexcept
         return;
     layoutPending_ = false;
 
+    bool moved = false;
     HDWP moves = BeginDeferWindowPos(static_cast<int>(controls_.size()));
-    for (const Control* control : controls_)
+    for (Control* control : controls_)
     {
         if (!control->window() || !moves)
             continue;
@@ -161,16 +175,21 @@ void DialogWindow::arrange() noexcept
         // Edges are rounded, not extents: neighbours that touch in the layout touch on the screen.
         const int right = toPixels(place.left + place.width, dpi_);
         const int bottom = toPixels(place.bottom() + control->hiddenHeight(), dpi_);
+        if (!control->arranges({left, top, right, bottom}, control->shows()))
+            continue;
+        moved = true;
         const UINT showing = control->shows() ? SWP_SHOWWINDOW : SWP_HIDEWINDOW;
         moves = DeferWindowPos(moves, control->window(), nullptr, left, top, right - left, bottom - top,
                                SWP_NOZORDER | SWP_NOACTIVATE | showing);
     }
-    if (moves)
-        EndDeferWindowPos(moves);
+    if (!moves || !EndDeferWindowPos(moves))
+        for (Control* control : controls_)
+            control->forgetArrangement();
     for (Control* control : controls_)
         control->placed();
     // Moved controls take their pixels along, which a container that grows meanwhile may not have drawn.
-    RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    if (moved)
+        RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 HWND DialogWindow::controlOfAccessKey(wchar_t key) const noexcept
@@ -229,7 +248,7 @@ void DialogWindow::toolTipChanged(const Control& control)
     const std::wstring& text = control.ToolTipText();
     TOOLINFOW tool{};
     tool.cbSize = TTTOOLINFOW_V1_SIZE; // the size that every version of the common controls takes
-    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    tool.uFlags = TTF_IDISHWND;
     tool.hwnd = window_;
     tool.uId = reinterpret_cast<UINT_PTR>(control.window());
     tool.lpszText = const_cast<wchar_t*>(text.c_str()); // only read
@@ -238,15 +257,29 @@ void DialogWindow::toolTipChanged(const Control& control)
         SendMessageW(toolTips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
-INT_PTR CALLBACK DialogWindow::procedure(HWND window, UINT message, WPARAM first, LPARAM second) noexcept
+/// Tells the tooltips what the pointer does on a control. They could listen to the controls themselves, but would then
+/// look at each message of a list that is being filled, which may take ten times as long as the filling.
+void DialogWindow::relayToToolTips(HWND control, UINT mouseMessage) const noexcept
 {
-    if (message == WM_INITDIALOG)
-    {
-        SetWindowLongPtrW(window, DWLP_USER, second);
-        return FALSE; // the focus stays where it is until the container gives it
-    }
+    if (!toolTips_)
+        return;
+    const DWORD position = GetMessagePos();
+    MSG message{};
+    message.hwnd = control;
+    message.message = mouseMessage;
+    message.pt = {GET_X_LPARAM(position), GET_Y_LPARAM(position)};
+    POINT onControl = message.pt;
+    ScreenToClient(control, &onControl);
+    message.lParam = MAKELPARAM(onControl.x, onControl.y);
+    SendMessageW(toolTips_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&message));
+}
+
+LRESULT CALLBACK DialogWindow::procedure(HWND window, UINT message, WPARAM first, LPARAM second) noexcept
+{
     auto* dialog = reinterpret_cast<DialogWindow*>(GetWindowLongPtrW(window, DWLP_USER));
-    return dialog && dialog->handle(message, first, second);
+    if (dialog && dialog->handle(message, first, second))
+        return 0;
+    return DefDlgProcW(window, message, first, second);
 }
 
 bool DialogWindow::handle(UINT message, WPARAM first, LPARAM second) noexcept
@@ -261,7 +294,10 @@ bool DialogWindow::handle(UINT message, WPARAM first, LPARAM second) noexcept
     {
         const auto& notification = *reinterpret_cast<const NMHDR*>(second);
         if (Control* control = controlOf(notification.hwndFrom))
+        {
             control->notified(notification);
+            return true;
+        }
         return false;
     }
     case WM_VSCROLL:
@@ -270,6 +306,10 @@ bool DialogWindow::handle(UINT message, WPARAM first, LPARAM second) noexcept
             control && LOWORD(first) != SB_ENDSCROLL)
             control->scrolled();
         return true;
+    case WM_SETCURSOR:
+        // Comes here from the control under the pointer, with what the pointer does there.
+        relayToToolTips(reinterpret_cast<HWND>(first), HIWORD(second));
+        return false;
     case WM_DRAWITEM:
     {
         const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(second);
@@ -306,6 +346,7 @@ bool DialogWindow::handle(UINT message, WPARAM first, LPARAM second) noexcept
         SetWindowLongPtrW(window_, DWLP_USER, 0);
         window_ = nullptr;
         toolTips_ = nullptr;
+        appliedFont_ = nullptr;
         controlsCreated_ = false;
         for (Control* control : controls_)
             control->forgetWindow();

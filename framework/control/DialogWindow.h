@@ -54,7 +54,7 @@ protected:
     void createControls();
 
     /// Gives every control the dialog's font, at the window's resolution.
-    void applyFont() const;
+    void applyFont();
 
     /// Puts every control where its place is, and shows and hides. Does nothing but note it within a Batch.
     void arrange() noexcept;
@@ -80,16 +80,18 @@ protected:
     void postToDialog() const noexcept;
 
 private:
-    static INT_PTR CALLBACK procedure(HWND window, UINT message, WPARAM first, LPARAM second) noexcept;
+    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM first, LPARAM second) noexcept;
     bool handle(UINT message, WPARAM first, LPARAM second) noexcept;
     Control* controlOf(HWND window) const noexcept;
     void createToolTips();
+    void relayToToolTips(HWND control, UINT mouseMessage) const noexcept;
 
     std::vector<Control*> controls_;
     DialogFont font_;
     HWND window_ = nullptr;
     HWND parking_ = nullptr;
     HWND toolTips_ = nullptr;
+    HFONT appliedFont_ = nullptr; ///< the one that the controls have
     int dpi_ = 96;
     int batches_ = 0;
     bool layoutPending_ = false;

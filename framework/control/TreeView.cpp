@@ -28,7 +28,6 @@ HWND TreeView::createWindow(HWND parent, int id)
                                    WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT |
                                        TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP,
                                    WS_EX_CLIENTEDGE);
-    procedure_ = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(tree, GWLP_WNDPROC));
     // Set now, as the platform asks for: a tree that is created with it does not get its check boxes.
     SetWindowLongPtrW(tree, GWL_STYLE, GetWindowLongPtrW(tree, GWL_STYLE) | TVS_CHECKBOXES);
     return tree;
@@ -46,12 +45,7 @@ TreeView::Node TreeView::AddNode(Node parent, BSTR text, const void* data, bool 
     insertion.item.stateMask = TVIS_STATEIMAGEMASK;
     insertion.item.state = stateImage(checked);
     setting_ = true;
-    // Straight to the tree: a tooltip looks at every message that its control gets, which may take ten times as long as
-    // the insertion of a node.
-    auto* const node =
-        reinterpret_cast<Node>(window() ? CallWindowProcW(procedure_, window(), TVM_INSERTITEMW, 0,
-                                                          reinterpret_cast<LPARAM>(&insertion))
-                                        : 0);
+    auto* const node = reinterpret_cast<Node>(send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insertion)));
     setting_ = false;
     if (!node)
         throw std::bad_alloc();

@@ -54,10 +54,9 @@ protected:
 private:
     Node nodeUnderPointer() const noexcept;
 
-    Node toggled_ = nullptr;      ///< may have been toggled by the message at hand
-    Node toShow_ = nullptr;       ///< once the tree has its place
-    WNDPROC procedure_ = nullptr; ///< the tree's own
-    bool setting_ = false;        ///< the change at hand is the owner's
+    Node toggled_ = nullptr; ///< may have been toggled by the message at hand
+    Node toShow_ = nullptr;  ///< once the tree has its place
+    bool setting_ = false;   ///< the change at hand is the owner's
 };
 
 } // namespace korvane

@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <commctrl.h>
+
 #include <cmath>
 
 namespace korvane::test
@@ -33,6 +35,32 @@ int heightOf(HWND control)
                &description);
     return std::abs(description.lfHeight);
 }
+
+/// Counts how often a window is moved, shown or hidden.
+class Moves
+{
+public:
+    explicit Moves(HWND window) : window_(window)
+    {
+        SetWindowSubclass(window, &procedure, 0, reinterpret_cast<DWORD_PTR>(this));
+    }
+    Moves(const Moves&) = delete;
+    Moves& operator=(const Moves&) = delete;
+    ~Moves() { RemoveWindowSubclass(window_, &procedure, 0); }
+
+    int count = 0;
+
+private:
+    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR,
+                                      DWORD_PTR moves) noexcept
+    {
+        if (message == WM_WINDOWPOSCHANGING)
+            ++reinterpret_cast<Moves*>(moves)->count;
+        return DefSubclassProc(window, message, first, second);
+    }
+
+    HWND window_;
+};
 
 class DialogFontTests : public DialogTest
 {
@@ -120,6 +148,49 @@ TEST_F(DialogFontTests, TheSameFontTwiceScalesOnce)
     const SIZE first = size();
     ASSERT_TRUE(container.ready());
     EXPECT_TRUE(size() == first);
+}
+
+TEST_F(DialogFontTests, ADialogThatIsReadiedAgainKeepsItsFont)
+{
+    ASSERT_TRUE(show());
+    const HWND box = dialog->txtName.window();
+    const LRESULT font = SendMessageW(box, WM_GETFONT, 0, 0);
+    ASSERT_TRUE(container.ready());
+    EXPECT_EQ(SendMessageW(box, WM_GETFONT, 0, 0), font);
+}
+
+TEST_F(DialogFontTests, OnlyAnotherLayoutMovesControls)
+{
+    ASSERT_TRUE(show());
+    const Moves moves(dialog->txtName.window());
+    ASSERT_TRUE(container.ready());
+    EXPECT_EQ(moves.count, 0);
+    EXPECT_EQ(dialog->putref_Font(host::makeFont(L"MS Shell Dlg", 16).get()), S_OK);
+    EXPECT_GT(moves.count, 0);
+}
+
+TEST_F(DialogFontTests, AFontOfTheSameNameAndSizeButBoldIsAnotherOne)
+{
+    ASSERT_TRUE(show());
+    const auto bold = host::makeFont(L"MS Shell Dlg", 8);
+    EXPECT_EQ(bold.as<IFont>()->put_Bold(TRUE), S_OK);
+    EXPECT_EQ(dialog->putref_Font(bold.get()), S_OK);
+    LOGFONTW description{};
+    GetObjectW(reinterpret_cast<HFONT>(SendMessageW(dialog->txtName.window(), WM_GETFONT, 0, 0)),
+               sizeof description, &description);
+    EXPECT_EQ(description.lfWeight, FW_BOLD);
+}
+
+TEST_F(DialogFontTests, TheDialogsOwnFontMayBeChangedAndSetAgain)
+{
+    ASSERT_TRUE(show());
+    ComPtr<IFontDisp> own;
+    EXPECT_EQ(dialog->get_Font(own.put()), S_OK);
+    CY size{};
+    size.int64 = 160000; // 16 points
+    EXPECT_EQ(own.as<IFont>()->put_Size(size), S_OK);
+    EXPECT_EQ(dialog->putref_Font(own.get()), S_OK);
+    EXPECT_NEAR(heightOf(dialog->txtName.window()), MulDiv(16, dialog->dpi(), 72), 1);
 }
 
 TEST_F(DialogFontTests, ANewSizeOfTheFontIsTheDesignSize)

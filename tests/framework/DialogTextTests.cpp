@@ -40,6 +40,15 @@ TEST_F(DialogTextTests, ATextThatTheDialogSetsIsNoChangeOfTheUsers)
     EXPECT_EQ(changes, 1);
 }
 
+TEST_F(DialogTextTests, ATextThatIsSetAgainLeavesTheSelectionInTheBox)
+{
+    ASSERT_TRUE(show());
+    dialog->txtName.setText(L"Vans");
+    SendMessageW(dialog->txtName.window(), EM_SETSEL, 1, 3);
+    dialog->txtName.setText(L"Vans");
+    EXPECT_EQ(SendMessageW(dialog->txtName.window(), EM_GETSEL, 0, 0), MAKELRESULT(1, 3));
+}
+
 TEST_F(DialogTextTests, ANumberBecomesItsText)
 {
     ASSERT_TRUE(show());
