@@ -11,6 +11,7 @@
 #include "bench/Stage.h"
 
 #include "framework/com/SafeArray.h"
+#include "tests/support/Messages.h"
 #include "tests/support/ModuleControls.h"
 
 #include <commctrl.h>
@@ -173,7 +174,7 @@ void measureReady(Report& report, const Effort& effort)
         stage.open(activityDialog, commandFor(data).get());
         const BareTree bare(treeOf(stage), stage.window());
         const auto timeOf = [&](HWND tree, const std::function<void()>& fill) {
-            Stage::pump();
+            test::pumpMessages();
             const double seconds = perRun(1, fill);
             demand(nodesOf(tree) == nodes, "a tree has not all nodes");
             return seconds;
@@ -215,22 +216,22 @@ void measureChecking(Report& report, const Effort& effort)
                compare(
                    effort.samples(3), // each takes the better part of a minute where scroll bars are themed
                    [&] {
-                       Stage::pump();
+                       test::pumpMessages();
                        checked = !checked;
                        const double seconds = perRun(1, [&] {
                            SendMessageW(tree, WM_KEYDOWN, VK_SPACE, 1);
-                           Stage::pump();
+                           test::pumpMessages();
                        });
                        demand(isChecked(tree, lastOf(tree)) == checked,
                               "the resources do not follow the group");
                        return seconds;
                    },
                    [&] {
-                       Stage::pump();
+                       test::pumpMessages();
                        bareChecked = !bareChecked;
                        const double seconds = perRun(1, [&] {
                            bare.checkAll(bareChecked);
-                           Stage::pump();
+                           test::pumpMessages();
                        });
                        demand(isChecked(bare.window(), lastOf(bare.window())) == bareChecked,
                               "the bare nodes are not checked");
@@ -259,7 +260,7 @@ void measureExecute(Report& report, const Effort& effort)
             {
                 SendMessageW(tree, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(group));
                 SendMessageW(tree, WM_KEYDOWN, VK_SPACE, 1);
-                Stage::pump();
+                test::pumpMessages();
             }
             demand(isChecked(tree, group), "the group is not checked");
             const double seconds = perRun(1, [&] { command->Execute(&ignored); });

@@ -9,6 +9,7 @@
 #include "bench/Benchmarks.h"
 #include "bench/Library.h"
 #include "bench/Stage.h"
+#include "tests/support/Messages.h"
 #include "tests/support/ModuleControls.h"
 
 #include <cstdint>
@@ -176,7 +177,7 @@ void measureDialogs(Report& report, const Effort& effort)
 
     const auto ofLibrary = [&](bool painted) {
         return [&, painted] {
-            Stage::pump();
+            test::pumpMessages();
             return perRun(1, [&] {
                 stage.open(command.get());
                 if (painted)
@@ -187,7 +188,7 @@ void measureDialogs(Report& report, const Effort& effort)
     };
     const auto ofPlatform = [&](bool painted) {
         return [&, painted] {
-            Stage::pump();
+            test::pumpMessages();
             const test::ModuleControls controls(libraryPath());
             return perRun(1, [&] {
                 const HWND dialog = bare.create(stage.window());

@@ -7,6 +7,7 @@
 #include "bench/Benchmarks.h"
 #include "bench/Library.h"
 #include "bench/Stage.h"
+#include "tests/support/Messages.h"
 #include "tests/support/ModuleControls.h"
 
 namespace korvane::bench
@@ -92,7 +93,7 @@ void measureFilling(Report& report, const Effort& effort)
     {
         data.resize(size.items);
         const Sample ofLibrary = [&] {
-            Stage::pump();
+            test::pumpMessages();
             stage.open(command.get());
             const double seconds = data.lastStep();
             demand(SendMessageW(stage.listBox(), LB_GETCOUNT, 0, 0) == size.items,
@@ -101,7 +102,7 @@ void measureFilling(Report& report, const Effort& effort)
             return seconds;
         };
         const Sample ofPlatform = [&] {
-            Stage::pump();
+            test::pumpMessages();
             const BareList list(model, stage.window());
             const double seconds = list.fill(data.names());
             demand(list.count() == size.items, "the bare list has not all strings");

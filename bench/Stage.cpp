@@ -2,6 +2,7 @@
 
 #include "bench/Library.h"
 #include "bench/Measurement.h"
+#include "tests/support/Messages.h"
 
 namespace korvane::bench
 {
@@ -20,7 +21,7 @@ Stage::Stage()
     demand(window_ != nullptr, "there is no window for the dialogs");
     site_ = make<host::ControlSite>(window_);
     site_->font = host::makeFont(fontFace, fontPoints);
-    pump();
+    test::pumpMessages();
 }
 
 Stage::~Stage()
@@ -81,16 +82,6 @@ ComPtr<IEditGroups> Stage::commandFor(const MemoryData& data)
     call(command, &IEditGroups::put_GroupID, 4L);
     call(command.as<IAppCommand>(), &IAppCommand::put_Operation, operationChange);
     return command;
-}
-
-void Stage::pump()
-{
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
-    {
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
 }
 
 std::vector<HWND> childrenOf(HWND window)

@@ -43,9 +43,6 @@ public:
     /// A command that changes groups of a data layer.
     static ComPtr<IEditGroups> commandFor(const MemoryData& data);
 
-    /// Deals with what is in the message queue.
-    static void pump();
-
 private:
     HWND window_ = nullptr;
     ComPtr<host::ControlSite> site_;

@@ -1,30 +1,20 @@
 // The resources collection.
 #pragma once
 
-#include "demo/datalayer/Announcer.h"
-#include "demo/datalayer/Store.h"
-#include "framework/com/Object.h"
-
-#include <KorvaneData.h>
+#include "demo/datalayer/MemberCollection.h"
+#include "demo/datalayer/NameTable.h"
 
 namespace korvane::store
 {
 
-class Names final
-    : public Object<Names, Inherits<INames, Announcer<INamesEvents>>, INames, IConnectionPointContainer>
+class Names final : public MemberCollection<Names, INames, INamesEvents>
 {
 public:
-    explicit Names(std::shared_ptr<Store> store) : store_(std::move(store)) {}
+    using MemberCollection::MemberCollection;
 
-    STDMETHODIMP Load(long groupId, VARIANT_BOOL* result) override;
-
-    /// Tells that what was announced no longer holds. Subscribers load again what they show.
-    void announceChange();
-
-private:
-    Trace& trace() const noexcept { return store_->trace(); }
-
-    std::shared_ptr<Store> store_;
+    static constexpr const wchar_t* loading = L"Names.Load";
+    static constexpr auto itemsOf = namesOf;
+    static auto announced(const Name& name) { return std::tie(name.id, name.text, name.group, name.color); }
 };
 
 } // namespace korvane::store

@@ -1,30 +1,20 @@
 // The activity types collection.
 #pragma once
 
-#include "demo/datalayer/Announcer.h"
-#include "demo/datalayer/Store.h"
-#include "framework/com/Object.h"
-
-#include <KorvaneData.h>
+#include "demo/datalayer/MemberCollection.h"
+#include "demo/datalayer/TypeTable.h"
 
 namespace korvane::store
 {
 
-class Types final
-    : public Object<Types, Inherits<ITypes, Announcer<ITypesEvents>>, ITypes, IConnectionPointContainer>
+class Types final : public MemberCollection<Types, ITypes, ITypesEvents>
 {
 public:
-    explicit Types(std::shared_ptr<Store> store) : store_(std::move(store)) {}
+    using MemberCollection::MemberCollection;
 
-    STDMETHODIMP Load(long groupId, VARIANT_BOOL* result) override;
-
-    /// Tells that what was announced no longer holds. Subscribers load again what they show.
-    void announceChange();
-
-private:
-    Trace& trace() const noexcept { return store_->trace(); }
-
-    std::shared_ptr<Store> store_;
+    static constexpr const wchar_t* loading = L"Types.Load";
+    static constexpr auto itemsOf = typesOf;
+    static auto announced(const Type& type) { return std::tie(type.id, type.text, type.color); }
 };
 
 } // namespace korvane::store

@@ -50,6 +50,21 @@ protected:
         EXPECT_EQ(Container::text(countBox()), L"7");
     }
 
+    /// Changes both numbers of a rule that refuses them.
+    void comesBack(const std::function<void()>& changeCount, const std::function<void()>& changeInterval)
+    {
+        showedWith({2, 3, 7, 0});
+        data.fail("Recurrence.put_Count", refused);
+        changeCount();
+        EXPECT_THAT(container.errors, ElementsAre(refused));
+        showsTheWeeklyRule();
+        data.fail("Recurrence.put_Interval", refused);
+        changeInterval();
+        EXPECT_THAT(container.errors, ElementsAre(refused, refused));
+        showsTheWeeklyRule();
+        EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 3/7/0)");
+    }
+
     /// What OK stores as the rule.
     std::string storedRule()
     {
@@ -64,30 +79,12 @@ protected:
 
 TEST_F(RecurrenceFailureTests, ANumberThatTheArrowsCannotWriteComesBack)
 {
-    showedWith({2, 3, 7, 0});
-    data.fail("Recurrence.put_Count", refused);
-    clickUp(1);
-    EXPECT_THAT(container.errors, ElementsAre(refused));
-    showsTheWeeklyRule();
-    data.fail("Recurrence.put_Interval", refused);
-    clickUp(0);
-    EXPECT_THAT(container.errors, ElementsAre(refused, refused));
-    showsTheWeeklyRule();
-    EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 3/7/0)");
+    comesBack([this] { clickUp(1); }, [this] { clickUp(0); });
 }
 
 TEST_F(RecurrenceFailureTests, ANumberThatCannotBeWrittenAsTypedComesBack)
 {
-    showedWith({2, 3, 7, 0});
-    data.fail("Recurrence.put_Count", refused);
-    retype(countBox(), L"8");
-    EXPECT_THAT(container.errors, ElementsAre(refused));
-    showsTheWeeklyRule();
-    data.fail("Recurrence.put_Interval", refused);
-    retype(intervalBox(), L"5");
-    EXPECT_THAT(container.errors, ElementsAre(refused, refused));
-    showsTheWeeklyRule();
-    EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 3/7/0)");
+    comesBack([this] { retype(countBox(), L"8"); }, [this] { retype(intervalBox(), L"5"); });
 }
 
 TEST_F(RecurrenceFailureTests, TheNumberThatWasRefusedIsWrittenAtTheNextAttempt)

@@ -161,6 +161,20 @@ TEST_F(ctlMoveEventsTests, AFailureIsToldAndEndsTheDialogAsCancelled)
     EXPECT_THAT(container.done, ElementsAre(true));
 }
 
+TEST_F(ctlMoveEventsTests, AContainerThatFailsAtTheEndIsToldAgainAndNothingIsMovedTwice)
+{
+    EXPECT_TRUE(show(3, 12));
+    const auto end = container.site->onDone;
+    container.site->onDone = [&](bool) {
+        container.site->onDone = end;
+        throw Failure(static_cast<HRESULT>(0x80043333), L"host", L"busy");
+    };
+    EXPECT_THAT(executed(), ElementsAre("Root.Events()", StartsWith("Events.Update(50")));
+    EXPECT_THAT(container.errors, ElementsAre(ErrorInfo{static_cast<HRESULT>(0x80043333), L"host", L"busy"}));
+    EXPECT_THAT(container.done, ElementsAre(false)); // it was moved
+    EXPECT_EQ(container.submitted, 1);
+}
+
 TEST_F(ctlMoveEventsTests, AnActivityOfOneResourceIsMovedWithoutAQuestion)
 {
     EXPECT_TRUE(show(3, 10));

@@ -1,6 +1,7 @@
 // A dialog in a container of the platform's own, which offers nothing beyond what every control may expect.
 #include "tests/framework/TestDialog.h"
 #include "tests/support/AtlContainer.h"
+#include "tests/support/Messages.h"
 
 #include <gmock/gmock.h>
 
@@ -79,7 +80,7 @@ TEST_F(AtlContainerTests, ControlsArePainted)
     ASSERT_TRUE(ready());
     RedrawWindow(container.top(), nullptr, nullptr,
                  RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN | RDW_ERASE);
-    AtlContainer::pump();
+    pumpMessages();
     const RECT box = container.place(dialog->lstInner.window());
     const HDC context = GetDC(container.window());
     EXPECT_EQ(GetPixel(context, (box.left + box.right) / 2, (box.top + box.bottom) / 2),
@@ -123,7 +124,7 @@ TEST_F(AtlContainerTests, TheEndOfTheContainersWindowReleasesEverything)
     SetFocus(dialog->txtName.window());
     const HWND dialogWindow = dialog->window();
     DestroyWindow(container.window());
-    AtlContainer::pump();
+    pumpMessages();
     EXPECT_FALSE(IsWindow(dialogWindow));
     EXPECT_EQ(dialog->window(), nullptr);
     ComPtr<IOleClientSite> site;
@@ -136,7 +137,7 @@ TEST_F(AtlContainerTests, TheEndOfTheWindowAboveReleasesEverythingToo)
 {
     ASSERT_TRUE(ready());
     DestroyWindow(container.top());
-    AtlContainer::pump();
+    pumpMessages();
     EXPECT_EQ(dialog->window(), nullptr);
     EXPECT_EQ(dialog->referenceCount(), 1U);
 }

@@ -1,6 +1,7 @@
 #include "tests/support/AtlContainer.h"
 
 #include "framework/com/Failure.h"
+#include "tests/support/Messages.h"
 
 namespace korvane::test
 {
@@ -64,21 +65,11 @@ RECT AtlContainer::place(HWND control) const
     return result;
 }
 
-void AtlContainer::pump()
-{
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
-    {
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
-}
-
 void AtlContainer::type(const wchar_t* characters)
 {
     for (; *characters; ++characters)
         PostMessageW(GetFocus(), WM_CHAR, *characters, 1);
-    pump();
+    pumpMessages();
 }
 
 } // namespace korvane::test

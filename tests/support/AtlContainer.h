@@ -26,7 +26,6 @@ public:
     /// Where a window is on the control's place.
     RECT place(HWND control) const;
 
-    static void pump();
     static void type(const wchar_t* characters);
 
 private:

@@ -1,0 +1,50 @@
+// A collection of what belongs to a group and is only read: resources, activity types.
+#pragma once
+
+#include "demo/datalayer/Announcer.h"
+#include "demo/datalayer/Store.h"
+#include "framework/com/Object.h"
+
+#include <KorvaneData.h>
+
+#include <tuple>
+
+namespace korvane::store
+{
+
+/// The class says how the trace calls its Load, reads the items of a group, and tells which values of an item are
+/// announced.
+template <class Class, class Interface, class Events>
+class MemberCollection
+    : public Object<Class, Inherits<Interface, Announcer<Events>>, Interface, IConnectionPointContainer>
+{
+public:
+    explicit MemberCollection(std::shared_ptr<Store> store) : store_(std::move(store)) {}
+
+    STDMETHODIMP Load(long groupId, VARIANT_BOOL* result) override
+    {
+        return returns(result, [&] {
+            return traced(trace(), line(Class::loading, groupId), [&] {
+                const auto items = Class::itemsOf(groupId, store_->connection());
+                this->announceClear(trace());
+                for (const auto& item : items)
+                    std::apply([&](const auto&... values) { this->announceItem(trace(), values...); },
+                               Class::announced(item));
+                return true;
+            });
+        });
+    }
+
+    /// Tells that what was announced no longer holds. Subscribers load again what they show.
+    void announceChange()
+    {
+        attempt([&] { this->announceClear(trace()); });
+    }
+
+private:
+    Trace& trace() const noexcept { return store_->trace(); }
+
+    std::shared_ptr<Store> store_;
+};
+
+} // namespace korvane::store
