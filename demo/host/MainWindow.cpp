@@ -29,16 +29,25 @@ LPARAM handleOf(const ComPtr<IPictureDisp>& picture)
     return static_cast<LPARAM>(handle);
 }
 
+/// Room for the groups and for a schedule beside them, as far as the screen has it.
+SIZE firstSize()
+{
+    const int dpi = screenDpi();
+    RECT screen{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
+    return {std::min<LONG>(MulDiv(1080, dpi, 96), screen.right - screen.left),
+            std::min<LONG>(MulDiv(560, dpi, 96), screen.bottom - screen.top)};
+}
+
 } // namespace
 
 MainWindow::MainWindow(OpenDatabase& database)
     : database_(database), resources_(createByProgId<IResources>(L"KorvaneDlg.Resources")),
       groupKeys_(createKeys(Part::groups)), scheduleKeys_(createKeys(Part::schedule))
 {
-    const int dpi = screenDpi();
     create({L"KorvaneHost.Main", L"Korvane", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0,
             reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1)},
-           nullptr, createMenuBar(), {MulDiv(1080, dpi, 96), MulDiv(560, dpi, 96)});
+           nullptr, createMenuBar(), firstSize());
     useIcon();
     createStatusBar();
     createParts();
