@@ -431,6 +431,20 @@ TEST_F(RegistrationTests, UndoingItForTheUserKeepsTheMachines)
     EXPECT_THAT(Registrations::now().since(forMachine), IsEmpty());
 }
 
+TEST_F(RegistrationTests, ForTheMachineItIsCompleteWhereTheUserHasItAlready)
+{
+    ASSERT_EQ(registerServer(), S_OK);
+    const auto ofMachine = changes();
+    ASSERT_EQ(unregisterServer(), S_OK);
+
+    ASSERT_EQ(install(true, L"user"), S_OK);
+    const auto forUser = Registrations::now();
+    ASSERT_EQ(registerServer(), S_OK);
+    EXPECT_EQ(Registrations::now().since(forUser), ofMachine);
+    ASSERT_EQ(unregisterServer(), S_OK);
+    EXPECT_THAT(Registrations::now().since(forUser), IsEmpty());
+}
+
 // The user's part comes before the machine's: what stood there would hide the host's contract from its user.
 TEST_F(RegistrationTests, AContractThatAHostRegisteredForTheMachineIsNotHiddenFromTheUser)
 {
