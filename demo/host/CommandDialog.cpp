@@ -4,6 +4,7 @@
 #include "demo/host/ErrorBox.h"
 #include "framework/com/Boundary.h"
 
+#include <algorithm>
 #include <string>
 
 namespace korvane::host
@@ -113,30 +114,40 @@ void CommandDialog::showError(HRESULT number, std::wstring_view source, std::wst
 }
 
 /// Gives the window the size in which the control fits it exactly.
-void CommandDialog::fit(SIZE extent)
+void CommandDialog::fit(SIZE extent) const
 {
     RECT place{0, 0, extent.cx, extent.cy};
     AdjustWindowRectEx(&place, style, FALSE, extendedStyle);
     SetWindowPos(handle(), nullptr, 0, 0, place.right - place.left, place.bottom - place.top,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    RECT own{};
+    GetWindowRect(handle(), &own);
+    moveTo(own.left, own.top);
 }
 
-/// Over the owner, and all of it on the screen.
+/// Over the owner.
 void CommandDialog::centre() const
 {
     RECT owner{};
     RECT own{};
     GetWindowRect(owner_, &owner);
     GetWindowRect(handle(), &own);
+    moveTo((owner.left + owner.right - (own.right - own.left)) / 2,
+           (owner.top + owner.bottom - (own.bottom - own.top)) / 2);
+}
+
+/// As near to a place as leaves all of the dialog on the owner's screen.
+void CommandDialog::moveTo(LONG left, LONG top) const
+{
+    RECT own{};
+    GetWindowRect(handle(), &own);
     MONITORINFO monitor{};
     monitor.cbSize = sizeof monitor;
     GetMonitorInfoW(MonitorFromWindow(owner_, MONITOR_DEFAULTTONEAREST), &monitor);
     const RECT& screen = monitor.rcWork;
-    const SIZE size{own.right - own.left, own.bottom - own.top};
-    const LONG left = (owner.left + owner.right - size.cx) / 2;
-    const LONG top = (owner.top + owner.bottom - size.cy) / 2;
-    SetWindowPos(handle(), nullptr, std::max(screen.left, std::min(left, screen.right - size.cx)),
-                 std::max(screen.top, std::min(top, screen.bottom - size.cy)), 0, 0,
+    SetWindowPos(handle(), nullptr,
+                 std::max(screen.left, std::min(left, screen.right - (own.right - own.left))),
+                 std::max(screen.top, std::min(top, screen.bottom - (own.bottom - own.top))), 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

@@ -38,8 +38,9 @@ private:
 
     bool execute(IAppCommand& command);
     void showError(HRESULT number, std::wstring_view source, std::wstring_view description) const;
-    void fit(SIZE extent);
+    void fit(SIZE extent) const;
     void centre() const;
+    void moveTo(LONG left, LONG top) const;
     void focusArrived() const;
 
     HWND owner_;

@@ -74,12 +74,23 @@ Pixels copyOfScreen(const RECT& place)
     return pixels;
 }
 
+bool isOnItsScreen(const RECT& place)
+{
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromRect(&place, MONITOR_DEFAULTTONEAREST), &monitor);
+    RECT seen{};
+    return IntersectRect(&seen, &place, &monitor.rcMonitor) && EqualRect(&seen, &place);
+}
+
 } // namespace
 
 void savePicture(HWND window, const std::wstring& file)
 {
     RECT place{};
     GetWindowRect(window, &place);
+    if (GetWindow(window, GW_OWNER) && !isOnItsScreen(place))
+        throw tourFailure(L"a part of the dialog is outside of the screen");
     // What was drawn last may be on its way to the screen still.
     Pixels pixels = copyOfScreen(place);
     waitFor(L"the screen is at rest", [&] {
