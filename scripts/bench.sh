@@ -77,17 +77,9 @@ finish() {
 }
 trap finish EXIT
 
-last_core() {
-    local allowed
-    allowed=$(taskset -cp $$)
-    printf '%s\n' "${allowed##*[ ,-]}"
-}
-
-# Before the prefix starts, so that Wine's server inherits it: calls between cores cost more than what is
-# measured. Priority keeps the rest of the machine out, where allowed.
+# Calls between cores cost more than what is measured. Priority keeps the rest of the machine out, where allowed.
 pin() {
-    local core=${KORVANE_BENCH_CORE:-$(last_core)}
-    taskset -cp "$core" $$ >/dev/null || die "core $core cannot be had"
+    keep_to_core "${KORVANE_BENCH_CORE:-}" || die "core ${KORVANE_BENCH_CORE:-} cannot be had"
     renice -n -10 -p $$ >/dev/null 2>&1 || true
 }
 

@@ -5,6 +5,8 @@
 #   prepare_prefix win32|win64 [NAME] makes build/wine/NAME (NAME is the architecture where not given) the
 #                                     current prefix, creating it the first time; sets KORVANE_WINE to the
 #                                     loader that runs programs in it
+#   keep_to_core [CORE]               keeps the script to one core, the last one where not given, and with it the
+#                                     prefixes that it prepares from then on
 #   have_wine64                       whether 64-bit programs can be run at all
 #   stop_all                          ends both; installed as the EXIT trap (a script with an EXIT trap of its
 #                                     own calls it from there)
@@ -65,6 +67,13 @@ stop_display() {
 }
 
 # --- prefixes
+
+# A program talks to Wine's server all the time. Between cores that may take ten times as long.
+keep_to_core() {
+    local allowed
+    allowed=$(taskset -cp $$)
+    taskset -cp "${1:-${allowed##*[ ,-]}}" $$ >/dev/null
+}
 
 # "<pid> <start time>" of a living process: the pid alone may be somebody else's by now.
 process_identity() {
