@@ -91,7 +91,7 @@ void ResourceTree::toggled(TreeView::Node changed)
 
 void ResourceTree::showChoice()
 {
-    // Redraw stays on: a platform may take far longer to change a node without it.
+    // Redraw is not turned off for this: a platform may take far longer then to change a node that is seen.
     for (const auto& group : groups_)
     {
         bool all = !group->names.empty();
