@@ -1,6 +1,7 @@
 #include "demo/host/CommandDialog.h"
 
 #include "demo/host/Create.h"
+#include "demo/host/Display.h"
 #include "demo/host/ErrorBox.h"
 #include "framework/com/Boundary.h"
 
@@ -141,10 +142,7 @@ void CommandDialog::moveTo(LONG left, LONG top) const
 {
     RECT own{};
     GetWindowRect(handle(), &own);
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    GetMonitorInfoW(MonitorFromWindow(owner_, MONITOR_DEFAULTTONEAREST), &monitor);
-    const RECT& screen = monitor.rcWork;
+    const RECT screen = workArea(owner_);
     SetWindowPos(handle(), nullptr,
                  std::max(screen.left, std::min(left, screen.right - (own.right - own.left))),
                  std::max(screen.top, std::min(top, screen.bottom - (own.bottom - own.top))), 0, 0,

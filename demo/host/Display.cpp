@@ -13,6 +13,15 @@ int screenDpi() noexcept
     return dpi;
 }
 
+RECT workArea(HWND window) noexcept
+{
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(window, window ? MONITOR_DEFAULTTONEAREST : MONITOR_DEFAULTTOPRIMARY),
+                    &monitor);
+    return monitor.rcWork;
+}
+
 LOGFONTW messageFont()
 {
     NONCLIENTMETRICSW metrics{};

@@ -33,8 +33,7 @@ LPARAM handleOf(const ComPtr<IPictureDisp>& picture)
 SIZE firstSize()
 {
     const int dpi = screenDpi();
-    RECT screen{};
-    SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
+    const RECT screen = workArea(nullptr);
     return {std::min<LONG>(MulDiv(1080, dpi, 96), screen.right - screen.left),
             std::min<LONG>(MulDiv(560, dpi, 96), screen.bottom - screen.top)};
 }

@@ -128,7 +128,7 @@ void DialogWindow::createControls()
     if (GetDlgItem(window_, IDOK))
         SendMessageW(window_, DM_SETDEFID, IDOK, 0);
     createToolTips();
-    appliedFont_ = nullptr;
+    appliedFont_ = nullptr; // new windows have none of the dialog's
     applyFont();
     controlsCreated_ = true;
     layoutChanged();
@@ -346,7 +346,6 @@ bool DialogWindow::handle(UINT message, WPARAM first, LPARAM second) noexcept
         SetWindowLongPtrW(window_, DWLP_USER, 0);
         window_ = nullptr;
         toolTips_ = nullptr;
-        appliedFont_ = nullptr;
         controlsCreated_ = false;
         for (Control* control : controls_)
             control->forgetWindow();

@@ -1,5 +1,6 @@
 #include "demo/host/tour/Picture.h"
 
+#include "demo/host/Display.h"
 #include "demo/host/GdiObject.h"
 #include "demo/host/tour/Screen.h"
 
@@ -74,13 +75,11 @@ Pixels copyOfScreen(const RECT& place)
     return pixels;
 }
 
-bool isOnItsScreen(const RECT& place)
+bool isOnItsScreen(HWND window, const RECT& place)
 {
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    GetMonitorInfoW(MonitorFromRect(&place, MONITOR_DEFAULTTONEAREST), &monitor);
+    const RECT screen = workArea(window);
     RECT seen{};
-    return IntersectRect(&seen, &place, &monitor.rcMonitor) && EqualRect(&seen, &place);
+    return IntersectRect(&seen, &place, &screen) && EqualRect(&seen, &place);
 }
 
 } // namespace
@@ -89,7 +88,7 @@ void savePicture(HWND window, const std::wstring& file)
 {
     RECT place{};
     GetWindowRect(window, &place);
-    if (GetWindow(window, GW_OWNER) && !isOnItsScreen(place))
+    if (GetWindow(window, GW_OWNER) && !isOnItsScreen(window, place))
         throw tourFailure(L"a part of the dialog is outside of the screen");
     // What was drawn last may be on its way to the screen still.
     Pixels pixels = copyOfScreen(place);
