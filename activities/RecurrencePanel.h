@@ -4,6 +4,8 @@
 
 #include "activities/EditEvents.h"
 #include "activities/NumberRow.h"
+#include "framework/control/CheckBox.h"
+#include "framework/control/OptionButton.h"
 
 #include <array>
 #include <functional>

@@ -8,6 +8,9 @@
 #include "framework/com/EventConnection.h"
 #include "framework/control/ComboBox.h"
 #include "framework/control/DateTimePicker.h"
+#include "framework/control/Label.h"
+#include "framework/control/Swatch.h"
+#include "framework/control/TextBox.h"
 
 #include <vector>
 

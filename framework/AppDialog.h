@@ -17,6 +17,8 @@
 
 #include "framework/AppDialogEvents.h"
 #include "framework/com/Object.h"
+#include "framework/control/Button.h"
+#include "framework/control/Frame.h"
 #include "framework/control/OleControl.h"
 #include "framework/modKorvaneDlg.h"
 

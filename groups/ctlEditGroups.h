@@ -3,6 +3,9 @@
 
 #include "framework/AppDialog.h"
 #include "framework/com/EventConnection.h"
+#include "framework/control/Label.h"
+#include "framework/control/ListBox.h"
+#include "framework/control/TextBox.h"
 #include "groups/EditGroups.h"
 
 namespace korvane

@@ -17,7 +17,7 @@ constexpr float listHeight = 2400;
 
 HWND ComboBox::createWindow(HWND parent, int id)
 {
-    return createWindow(parent, id, L"ComboBox", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, 0);
+    return makeWindow(parent, id, L"ComboBox", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, 0);
 }
 
 /// The platform counts the list as part of the window.

@@ -1,7 +1,7 @@
 // A box to choose one item of a list from, which drops down.
 #pragma once
 
-#include "framework/control/Controls.h"
+#include "framework/control/Control.h"
 
 namespace korvane
 {
@@ -26,7 +26,6 @@ public:
     void notify(WORD code) override;
 
 protected:
-    using Control::createWindow;
     HWND createWindow(HWND parent, int id) override;
 
 private:

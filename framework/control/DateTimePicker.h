@@ -2,7 +2,7 @@
 #pragma once
 
 #include "framework/com/Variant.h"
-#include "framework/control/Controls.h"
+#include "framework/control/Control.h"
 
 namespace korvane
 {
@@ -23,7 +23,6 @@ public:
     void completeEdit() override;
 
 protected:
-    using Control::createWindow;
     HWND createWindow(HWND parent, int id) override;
 };
 

@@ -1,7 +1,7 @@
 // The window of a dialog, and the controls on it.
 #pragma once
 
-#include "framework/control/Controls.h"
+#include "framework/control/Control.h"
 #include "framework/control/DialogFont.h"
 
 #include <functional>

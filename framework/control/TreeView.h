@@ -1,7 +1,7 @@
 // A tree whose nodes can be checked.
 #pragma once
 
-#include "framework/control/Controls.h"
+#include "framework/control/Control.h"
 
 #include <commctrl.h>
 
@@ -34,21 +34,7 @@ public:
     void notified(const NMHDR& notification) override;
     void posted(LPARAM value) override;
 
-    /// While it lives, the tree is not redrawn: filling is as quick as the tree itself.
-    class Filling
-    {
-    public:
-        explicit Filling(TreeView& tree) noexcept;
-        Filling(const Filling&) = delete;
-        Filling& operator=(const Filling&) = delete;
-        ~Filling();
-
-    private:
-        TreeView& tree_;
-    };
-
 protected:
-    using Control::createWindow;
     HWND createWindow(HWND parent, int id) override;
 
 private:

@@ -9,7 +9,7 @@ namespace korvane
 
 HWND UpDown::createWindow(HWND parent, int id)
 {
-    const HWND arrows = createWindow(parent, id, UPDOWN_CLASSW, UDS_ARROWKEYS, 0);
+    const HWND arrows = makeWindow(parent, id, UPDOWN_CLASSW, UDS_ARROWKEYS, 0);
     SendMessageW(arrows, UDM_SETBUDDY, reinterpret_cast<WPARAM>(buddy_.window()), 0);
     SendMessageW(arrows, UDM_SETRANGE32, static_cast<WPARAM>(minimum_), maximum_);
     return arrows;

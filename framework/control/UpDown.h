@@ -1,7 +1,7 @@
 // Arrows that count a number up and down, also by the arrow keys in the box beside them.
 #pragma once
 
-#include "framework/control/Controls.h"
+#include "framework/control/Control.h"
 
 namespace korvane
 {
@@ -26,7 +26,6 @@ public:
     void scrolled() override { raise(onChange); }
 
 protected:
-    using Control::createWindow;
     HWND createWindow(HWND parent, int id) override;
 
 private:
