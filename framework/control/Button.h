@@ -11,11 +11,15 @@ namespace korvane
 class Button : public Control
 {
 public:
-    Button(Surface surface, const Design& design) : Control(surface, design, TextProperty::caption) {}
+    Button(Surface surface, const Design& design) : Control(surface, design) {}
 
     std::function<void()> onClick; ///< by the user
 
     void notify(WORD code) override;
+    const std::wstring* accessCaption(std::size_t index) const noexcept override
+    {
+        return index == 0 ? &Caption() : nullptr;
+    }
 
 protected:
     HWND createWindow(HWND parent, int id) override;

@@ -4,17 +4,33 @@
 #include "framework/com/Module.h"
 #include "framework/control/DialogWindow.h"
 #include "framework/control/Frame.h"
+#include "framework/control/Keys.h"
 
 #include <commctrl.h>
 
 namespace korvane
 {
 
+namespace
+{
+
+/// Runs the handler of a key. One that fails is told of, and has taken the key.
+template <class Handler> bool isTaken(DialogWindow& dialog, const Handler& handler) noexcept
+{
+    const ComPtr<IUnknown> alive(dialog.identity()); // the container may let go of the dialog in it
+    bool taken = true;
+    const auto body = [&] { taken = handler(); };
+    dialog.run(std::cref(body));
+    return taken;
+}
+
+} // namespace
+
 Surface::Surface(Frame& ofFrame) noexcept : dialog(ofFrame.dialog()), frame(&ofFrame) {}
 
-Control::Control(Surface surface, const Design& design, TextProperty textProperty)
-    : dialog_(surface.dialog), frame_(surface.frame), name_(design.name), id_(design.id),
-      textProperty_(textProperty), place_(design.place), text_(design.text), toolTip_(design.toolTip)
+Control::Control(Surface surface, const Design& design)
+    : dialog_(surface.dialog), text_(design.text), frame_(surface.frame), name_(design.name), id_(design.id),
+      place_(design.place), toolTip_(design.toolTip)
 {
     dialog_.add(*this);
 }
@@ -63,11 +79,8 @@ void Control::setEnabled(bool enabled)
         EnableWindow(window_, enabled);
 }
 
-std::wstring Control::textValue() const
+std::wstring Control::windowText() const
 {
-    // Only a text box has a text that the user changes.
-    if (!window_ || textProperty_ != TextProperty::text)
-        return text_;
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window_)), L'\0');
     text.resize(
         static_cast<std::size_t>(GetWindowTextW(window_, text.data(), static_cast<int>(text.size()) + 1)));
@@ -76,13 +89,11 @@ std::wstring Control::textValue() const
 
 void Control::setTextValue(std::wstring_view text)
 {
-    const bool isShown = text == textValue();
-    text_ = text;
-    if (!window_ || isShown)
+    if (text == text_)
         return;
-    settingText_ = true;
-    SetWindowTextW(window_, text_.c_str());
-    settingText_ = false;
+    text_ = text;
+    if (window_)
+        SetWindowTextW(window_, text_.c_str());
 }
 
 void Control::setToolTipText(std::wstring_view text)
@@ -91,15 +102,57 @@ void Control::setToolTipText(std::wstring_view text)
     dialog_.toolTipChanged(*this);
 }
 
+bool Control::hasFocus() const noexcept
+{
+    const HWND focus = GetFocus();
+    return window_ && focus && (focus == window_ || IsChild(window_, focus));
+}
+
 void Control::setFocus() const noexcept
 {
     if (window_)
         SetFocus(window_);
 }
 
+void Control::showNow() const noexcept
+{
+    if (!window_)
+        return;
+    UpdateWindow(window_);
+    GdiFlush();
+}
+
+void Control::bringToFront() const noexcept
+{
+    if (window_)
+        SetWindowPos(window_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+float Control::textHeight(std::wstring_view text, float width) const
+{
+    const int dpi = dialog_.dpi();
+    std::wstring lines(text);
+    if (lines.empty() || lines.back() == L'\n')
+        lines += L' '; // the line that is begun counts
+    const SIZE extent = dialog_.font().measure(lines, dpi, toPixels(width, dpi));
+    return static_cast<float>(extent.cy) * 1440.0f / static_cast<float>(dpi);
+}
+
 void Control::create(HWND parent, int id)
 {
     window_ = createWindow(parent, id_ != 0 ? id_ : id);
+    if (onKeyDown || onKeyPress)
+        watchKeys(keyWindow(), *this);
+}
+
+bool Control::takesKey(WORD key, DWORD modifiers) const noexcept
+{
+    return onKeyDown && isTaken(dialog_, [&] { return onKeyDown(key, modifiers); });
+}
+
+bool Control::takesCharacter(wchar_t character) const noexcept
+{
+    return onKeyPress && isTaken(dialog_, [&] { return onKeyPress(character); });
 }
 
 Place Control::placeOnDialog() const noexcept

@@ -46,15 +46,7 @@ struct Design
 class Control
 {
 public:
-    /// Which of a control's properties hold a user-visible text.
-    enum class TextProperty
-    {
-        none,
-        text,
-        caption
-    };
-
-    Control(Surface surface, const Design& design, TextProperty textProperty);
+    Control(Surface surface, const Design& design);
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
     virtual ~Control() = default;
@@ -82,16 +74,28 @@ public:
     bool Enabled() const noexcept { return enabled_; }
     void setEnabled(bool enabled);
 
-    TextProperty textProperty() const noexcept { return textProperty_; }
-    std::wstring textValue() const;
+    /// The text of the control's window: a caption, what a text box holds, or what a screen reader calls the control.
+    virtual std::wstring textValue() const { return text_; }
+    virtual void setTextValue(std::wstring_view text);
     const std::wstring& Caption() const noexcept { return text_; }
-    void setTextValue(std::wstring_view text);
     const std::wstring& ToolTipText() const noexcept { return toolTip_; }
     void setToolTipText(std::wstring_view text);
 
     HWND window() const noexcept { return window_; }
-    bool hasFocus() const noexcept { return window_ && GetFocus() == window_; }
+    bool hasFocus() const noexcept;
     void setFocus() const noexcept;
+
+    // The keys that go to the control, before it sees them. True for a key that is dealt with: the control does not see
+    // it. Tab, Enter and Esc are the dialog's. To be bound before the control has its window.
+    std::function<bool(WORD key, DWORD modifiers)> onKeyDown; ///< modifiers: a sum of KeyModifier
+    std::function<bool(wchar_t character)> onKeyPress;
+
+    /// What the control shows is on the screen when the call returns.
+    void showNow() const noexcept;
+    /// Puts the control in front of those that it overlaps. It comes first in the tab order then.
+    void bringToFront() const noexcept;
+    /// Twips that a text takes in the dialog's font, its lines broken where they are wider than a width.
+    float textHeight(std::wstring_view text, float width) const;
 
     /// While it lives, the control is not redrawn: a list or tree is filled as quickly as the platform's own.
     class Filling
@@ -124,6 +128,14 @@ public:
     virtual void notified(const NMHDR& notification);
     virtual void scrolled() {}
     virtual void draw(const DRAWITEMSTRUCT&) const {}
+    bool takesKey(WORD key, DWORD modifiers) const noexcept;
+    bool takesCharacter(wchar_t character) const noexcept;
+    /// The captions whose access keys lead to the control: its own, or that of each of its tabs. Null after the last.
+    virtual const std::wstring* accessCaption(std::size_t) const noexcept { return nullptr; }
+    /// Whether the access keys lead anywhere now.
+    virtual bool isWithinReach() const noexcept { return enabled_ && shows(); }
+    /// The access key of a caption is pressed. False leaves it to the dialog manager, which knows labels and buttons.
+    virtual bool accessKeyPressed(std::size_t) { return false; }
     /// What a control has posted to itself.
     virtual void posted(LPARAM) {}
     /// Takes over what the user is still typing.
@@ -138,24 +150,23 @@ protected:
 
     void focusNotified(bool arrived) const noexcept;
 
-    /// The change of the text at hand is the owner's.
-    bool isSettingText() const noexcept { return settingText_; }
+    /// The window to which the keys go while the control has the focus.
+    virtual HWND keyWindow() const noexcept { return window_; }
 
+    std::wstring windowText() const;
     LRESULT send(UINT message, WPARAM first = 0, LPARAM second = 0) const noexcept;
 
     DialogWindow& dialog_;
+    std::wstring text_; ///< the text that the owner knows of
 
 private:
     Frame* frame_;
     const wchar_t* name_;
     int id_;
-    TextProperty textProperty_;
     Place place_;
-    std::wstring text_;
     std::wstring toolTip_;
     bool visible_ = true;
     bool enabled_ = true;
-    bool settingText_ = false;
     HWND window_ = nullptr;
     struct Arrangement
     {

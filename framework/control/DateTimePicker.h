@@ -10,7 +10,7 @@ namespace korvane
 class DateTimePicker : public Control
 {
 public:
-    DateTimePicker(Surface surface, const Design& design) : Control(surface, design, TextProperty::none) {}
+    DateTimePicker(Surface surface, const Design& design) : Control(surface, design) {}
 
     /// To the second.
     OleDate Value() const;

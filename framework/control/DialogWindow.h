@@ -22,6 +22,9 @@ public:
     const std::vector<Control*>& controls() const noexcept { return controls_; }
     DialogFont& font() noexcept { return font_; }
 
+    /// The object that the window belongs to. It is held while the window handles a message.
+    virtual IUnknown* identity() noexcept = 0;
+
     /// The visible and enabled control that an access key leads to; null when there is none.
     HWND controlOfAccessKey(wchar_t key) const noexcept;
 

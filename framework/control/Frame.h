@@ -10,7 +10,7 @@ namespace korvane
 class Frame : public Control
 {
 public:
-    Frame(Surface surface, const Design& design) : Control(surface, design, TextProperty::none) {}
+    Frame(Surface surface, const Design& design) : Control(surface, design) {}
 
     DialogWindow& dialog() const noexcept { return dialog_; }
 

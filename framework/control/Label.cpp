@@ -32,4 +32,10 @@ void Label::labels(const Control& control) const noexcept
                      SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
+/// Where its control is disabled, the dialog manager would lead on to the next one.
+bool Label::isWithinReach() const noexcept
+{
+    return Control::isWithinReach() && IsWindowEnabled(GetWindow(window(), GW_HWNDNEXT));
+}
+
 } // namespace korvane

@@ -1,5 +1,6 @@
 #include "framework/control/ListBox.h"
 
+#include <algorithm>
 #include <new>
 
 namespace korvane
@@ -11,12 +12,45 @@ HWND ListBox::createWindow(HWND parent, int id)
                       WS_EX_CLIENTEDGE);
 }
 
-void ListBox::AddItem(BSTR text, long itemData)
+void ListBox::InsertItem(int index, const wchar_t* text, long itemData)
 {
-    const LRESULT index = send(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text ? text : L""));
-    if (index < 0)
+    const LRESULT made =
+        send(LB_INSERTSTRING, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text ? text : L""));
+    if (made < 0)
         throw std::bad_alloc();
-    send(LB_SETITEMDATA, static_cast<WPARAM>(index), itemData);
+    send(LB_SETITEMDATA, static_cast<WPARAM>(made), itemData);
+}
+
+void ListBox::RemoveItem(int index) const noexcept
+{
+    send(LB_DELETESTRING, static_cast<WPARAM>(index));
+}
+
+void ListBox::MoveItem(int from, int to)
+{
+    if (from == to || !window())
+        return;
+    UpdateWindow(window()); // what waits to be drawn is not lost below
+    const LRESULT top = send(LB_GETTOPINDEX);
+    const bool down = to > from;
+    {
+        const Filling filling(*this);
+        // The copy comes first: where there is no memory for it, nothing is lost.
+        InsertItem(down ? to + 1 : to, List(from).c_str(), ItemData(from));
+        RemoveItem(down ? from : from + 1);
+        send(LB_SETTOPINDEX, static_cast<WPARAM>(top));
+    }
+    ValidateRect(window(), nullptr);
+    for (int index = std::min(from, to); index <= std::max(from, to); ++index)
+        invalidate(index);
+    setListIndex(to);
+}
+
+void ListBox::invalidate(int index) const noexcept
+{
+    RECT item{};
+    if (send(LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item)) != LB_ERR)
+        InvalidateRect(window(), &item, TRUE);
 }
 
 void ListBox::Clear()
@@ -32,6 +66,11 @@ int ListBox::ListCount() const noexcept
 int ListBox::ListIndex() const noexcept
 {
     return window() ? static_cast<int>(send(LB_GETCURSEL)) : LB_ERR;
+}
+
+void ListBox::setListIndex(int index) const noexcept
+{
+    send(LB_SETCURSEL, static_cast<WPARAM>(index));
 }
 
 long ListBox::ItemData(int index) const noexcept

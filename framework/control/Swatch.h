@@ -10,7 +10,7 @@ namespace korvane
 class Swatch : public Control
 {
 public:
-    Swatch(Surface surface, const Design& design) : Control(surface, design, TextProperty::none) {}
+    Swatch(Surface surface, const Design& design) : Control(surface, design) {}
 
     /// @param color RGB; below 1 for none.
     void setFillColor(long color);

@@ -1,52 +1,103 @@
 #include "framework/control/TextBox.h"
 
-#include <commctrl.h>
+#include <utility>
 
 namespace korvane
 {
 
-namespace
+TextBox::TextBox(Surface surface, const Design& design, Kind kind, WPARAM limit)
+    : Control(surface, design), kind_(kind), limit_(limit)
 {
-
-/// Keys that are none of a number's are discarded before the box sees them.
-LRESULT CALLBACK digitsOnly(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR id,
-                            DWORD_PTR) noexcept
-{
-    if (message == WM_CHAR && first != VK_BACK && (first < L'0' || first > L'9'))
-        return 0;
-    if (message == WM_NCDESTROY)
-        RemoveWindowSubclass(window, &digitsOnly, id);
-    return DefSubclassProc(window, message, first, second);
+    if (kind == Kind::digits)
+        onKeyPress = [](wchar_t character) {
+            return character != VK_BACK && (character < L'0' || character > L'9');
+        };
 }
-
-} // namespace
 
 HWND TextBox::createWindow(HWND parent, int id)
 {
     const DWORD kind = kind_ == Kind::lines ? ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL : ES_AUTOHSCROLL;
-    const HWND box = makeWindow(parent, id, L"Edit", WS_TABSTOP | kind, WS_EX_CLIENTEDGE);
+    const DWORD locking = locked_ ? ES_READONLY : 0;
+    const HWND box = makeWindow(parent, id, L"Edit", WS_TABSTOP | kind | locking, WS_EX_CLIENTEDGE);
     SendMessageW(box, EM_SETLIMITTEXT, limit_, 0);
-    if (kind_ == Kind::digits)
-        SetWindowSubclass(box, &digitsOnly, 0, 0);
     return box;
+}
+
+std::wstring TextBox::textValue() const
+{
+    return window() ? windowText() : Control::textValue();
+}
+
+/// A text that is set again leaves the selection.
+void TextBox::setTextValue(std::wstring_view text)
+{
+    const bool isShown = text == textValue();
+    text_ = text;
+    if (!window() || isShown)
+        return;
+    settingText_ = true;
+    SetWindowTextW(window(), text_.c_str());
+    settingText_ = false;
+}
+
+std::pair<int, int> TextBox::selection() const noexcept
+{
+    DWORD start = 0;
+    DWORD end = 0;
+    send(EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+    return {static_cast<int>(start), static_cast<int>(end - start)};
+}
+
+void TextBox::select(int start, int length) const noexcept
+{
+    send(EM_SETSEL, static_cast<WPARAM>(start), start + length);
+    send(EM_SCROLLCARET);
+}
+
+void TextBox::setLocked(bool locked) noexcept
+{
+    locked_ = locked;
+    send(EM_SETREADONLY, locked);
+}
+
+/// Whether the text is another one than the owner knows, who knows it from now on.
+bool TextBox::isChanged()
+{
+    const std::wstring known = std::exchange(text_, textValue());
+    return known != text_;
 }
 
 void TextBox::notify(WORD code)
 {
-    if (code == EN_CHANGE && !isSettingText())
-        raise(onChange);
-    else if (code == EN_SETFOCUS)
-        focusNotified(true);
-    else if (code == EN_KILLFOCUS)
+    switch (code)
     {
+    case EN_CHANGE:
+        if (settingText_)
+            break;
+        text_ = textValue();
+        raise(onChange);
+        break;
+    case EN_SETFOCUS:
+        focusNotified(true);
+        raise(onGotFocus);
+        break;
+    case EN_KILLFOCUS:
         focusNotified(false);
+        // Assistive technology changes a box of several lines without a notification.
+        if (isChanged())
+            raise(onChange);
         raise(onLostFocus);
+        break;
+    default:
+        break;
     }
 }
 
-/// The box keeps the focus, but to its owner it is as if the user had left it.
+/// To its owner it is as if the user had left the box, which may keep the focus.
 void TextBox::completeEdit()
 {
+    if (isChanged() && onChange)
+        onChange();
     if (hasFocus() && onLostFocus)
         onLostFocus();
 }

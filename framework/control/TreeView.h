@@ -13,7 +13,7 @@ class TreeView : public Control
 public:
     using Node = HTREEITEM;
 
-    TreeView(Surface surface, const Design& design) : Control(surface, design, TextProperty::none) {}
+    TreeView(Surface surface, const Design& design) : Control(surface, design) {}
 
     /// Adds a node behind its siblings.
     /// @param parent null for a top node. @param data whatever the owner wants to know the node by.

@@ -11,7 +11,7 @@ class UpDown : public Control
 public:
     /// @param buddy the box of the number, which the owner keeps in line.
     UpDown(Surface surface, const Design& design, const Control& buddy, int minimum, int maximum)
-        : Control(surface, design, TextProperty::none), buddy_(buddy), minimum_(minimum), maximum_(maximum)
+        : Control(surface, design), buddy_(buddy), minimum_(minimum), maximum_(maximum)
     {
     }
 
