@@ -14,7 +14,7 @@ public:
 
     bool Value() const noexcept { return send(BM_GETCHECK) == BST_CHECKED; }
     /// Does not raise onClick.
-    void setValue(bool checked) const noexcept;
+    virtual void setValue(bool checked) const noexcept;
 };
 
 class CheckBox : public CheckableButton

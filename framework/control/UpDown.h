@@ -18,17 +18,20 @@ public:
     int Min() const noexcept { return minimum_; }
     int Max() const noexcept { return maximum_; }
     int Value() const noexcept;
-    /// The nearest value within the limits.
+    /// The nearest value within the limits. Where it is below them, Up leads to the least one.
     void setValue(int value) const noexcept;
 
     std::function<void()> onChange; ///< by the user; setValue does not raise it
 
-    void scrolled() override { raise(onChange); }
+    void scrolled() override;
 
 protected:
     HWND createWindow(HWND parent, int id) override;
 
 private:
+    int position() const noexcept; ///< the value, or one step below the limits
+    void setLimits(int minimum) const noexcept;
+
     const Control& buddy_;
     int minimum_;
     int maximum_;
