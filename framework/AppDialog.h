@@ -22,6 +22,8 @@
 #include "framework/AppDialogEvents.h"
 #include "framework/DataLayer.h"
 #include "framework/com/Object.h"
+#include "framework/control/Button.h"
+#include "framework/control/Frame.h"
 #include "framework/control/OleControl.h"
 #include "framework/modKorvaneDlg.h"
 

@@ -211,8 +211,8 @@ HWND DialogWindow::controlOfAccessKey(wchar_t key) const noexcept
 {
     const auto wanted = static_cast<wchar_t>(std::towupper(key));
     for (const Control* control : controls_)
-        if (control->textProperty() == Control::TextProperty::caption && control->shows() &&
-            control->Enabled() && accessKey(control->Caption()) == wanted)
+        if (const std::wstring* caption = control->accessCaption(0);
+            caption && accessKey(*caption) == wanted && control->isWithinReach())
             return control->window();
     return nullptr;
 }

@@ -1,5 +1,7 @@
 #include "framework/control/OleControl.h"
 
+#include "framework/control/Keys.h"
+
 namespace korvane
 {
 
@@ -24,18 +26,6 @@ bool isDialogKey(WPARAM key) noexcept
     default:
         return false;
     }
-}
-
-DWORD keyModifiers() noexcept
-{
-    DWORD modifiers = 0;
-    if (GetKeyState(VK_SHIFT) < 0)
-        modifiers |= 1;
-    if (GetKeyState(VK_CONTROL) < 0)
-        modifiers |= 2;
-    if (GetKeyState(VK_MENU) < 0)
-        modifiers |= 4;
-    return modifiers;
 }
 
 } // namespace

@@ -104,6 +104,8 @@ public:
     STDMETHODIMP GetClassInfo(ITypeInfo** information) override;
     STDMETHODIMP GetGUID(DWORD kind, GUID* guid) override;
 
+    IUnknown* identity() noexcept override { return static_cast<IOleObject*>(this); }
+
 protected:
     OleControl(REFCLSID classId, float width, float height);
 
@@ -130,8 +132,6 @@ protected:
 
     /// The dialog is over: the last chance to let go of other objects before the container does.
     virtual void closing() noexcept = 0;
-
-    IUnknown* identity() noexcept { return static_cast<IOleObject*>(this); }
 
     void focusArrived() noexcept override;
     void focusLeft() noexcept override;
