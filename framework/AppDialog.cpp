@@ -182,7 +182,7 @@ void AppDialog::applyFont(IUnknown* newFont)
 std::vector<ComPtr<IUnknown>> AppDialog::containers() const
 {
     std::vector<ComPtr<IUnknown>> found;
-    const auto site = queryFor<IUnknown>(clientSite());
+    const auto site = clientSite();
     if (!site)
         return found;
     ComPtr<IDispatch> extended;
@@ -191,10 +191,10 @@ std::vector<ComPtr<IUnknown>> AppDialog::containers() const
     if (auto named = objectProperty(extended.as<IUnknown>(), L"Container"))
         found.push_back(std::move(named));
     ComPtr<IOleContainer> container;
-    clientSite()->GetContainer(container.put());
+    site->GetContainer(container.put());
     if (container)
         found.push_back(container.as<IUnknown>());
-    found.push_back(site);
+    found.push_back(site.as<IUnknown>());
     return found;
 }
 
@@ -205,6 +205,8 @@ void AppDialog::connectEvents()
     for (const auto& container : containers())
         if (!sink)
             sink = container.as<IAppDialogSink>();
+    if (!window())
+        throw Failure(E_ABORT); // the container has ended the dialog meanwhile
     events_->putref_Sink(sink.get());
 }
 
@@ -301,7 +303,7 @@ int AppDialog::ask(long textId, UINT style) const
 HWND AppDialog::containerWindow() const
 {
     HWND container = nullptr;
-    if (const auto site = queryFor<IOleInPlaceSite>(clientSite()))
+    if (const auto site = clientSite().as<IOleInPlaceSite>())
         site->GetWindow(&container);
     return container ? GetAncestor(container, GA_ROOT) : nullptr;
 }
