@@ -27,6 +27,8 @@ public:
 
     /// The visible and enabled control that an access key leads to; null when there is none.
     HWND controlOfAccessKey(wchar_t key) const noexcept;
+    /// The access keys that lead to a control, in upper case.
+    std::wstring accessKeys() const;
 
     // The ends of the tab order; null in a dialog without a control that takes the focus.
     HWND firstTabStop() const noexcept { return GetNextDlgTabItem(window_, nullptr, FALSE); }
