@@ -30,7 +30,7 @@
 namespace korvane
 {
 
-class AppDialog : public IDialogControl, public IAppDialog, public OleControl
+class AppDialog : public IDialogControl, public OleControl
 {
 public:
     // IAppDialog

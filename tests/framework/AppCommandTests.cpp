@@ -13,7 +13,7 @@ namespace
 {
 
 /// A command with an operand of each kind.
-class TestCommand final : public AppCommand<TestCommand, IPersist>
+class TestCommand final : public AppCommand<TestCommand, IAppCommand>
 {
 public:
     static constexpr const wchar_t* dialogClass = L"KorvaneDlg.ctlTest";
@@ -40,8 +40,6 @@ public:
             throw 6;
         return operation == 3;
     }
-
-    STDMETHODIMP GetClassID(CLSID*) override { return E_NOTIMPL; }
 
     ComPtr<IRoot> Root;
     long number = 11;

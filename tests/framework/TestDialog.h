@@ -10,7 +10,7 @@
 namespace korvane::test
 {
 
-class TestDialogCommand final : public AppCommand<TestDialogCommand, IPersist>
+class TestDialogCommand final : public AppCommand<TestDialogCommand, IAppCommand>
 {
 public:
     static constexpr const wchar_t* dialogClass = L"KorvaneDlg.ctlTest";
@@ -25,8 +25,6 @@ public:
             onExecute();
         return false;
     }
-
-    STDMETHODIMP GetClassID(CLSID*) override { return E_NOTIMPL; }
 
     Bstr name;
     int executions = 0;
