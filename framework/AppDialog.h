@@ -35,7 +35,7 @@
 namespace korvane
 {
 
-class AppDialog : public IDialogControl, public IAppDialog, public OleControl, public EventOwner
+class AppDialog : public IDialogControl, public OleControl, public EventOwner
 {
 public:
     // IAppDialog

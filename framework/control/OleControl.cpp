@@ -63,7 +63,7 @@ STDMETHODIMP OleControl::FreezeEvents(BOOL)
 
 STDMETHODIMP OleControl::GetClassInfo(ITypeInfo** information)
 {
-    return returns(information, [&] { return classInfoOf(classId_); });
+    return returns(information, [&] { return typeInfoOf(classId_); });
 }
 
 STDMETHODIMP OleControl::GetGUID(DWORD kind, GUID* guid)

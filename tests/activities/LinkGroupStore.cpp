@@ -41,6 +41,8 @@ public:
     STDMETHODIMP get_Groups(IGroups** collection) override { return lacks(collection); }
     STDMETHODIMP get_Names(INames** collection) override { return lacks(collection); }
     STDMETHODIMP get_Types(ITypes** collection) override { return lacks(collection); }
+    STDMETHODIMP get_Accounts(IAccounts** collection) override { return lacks(collection); }
+    STDMETHODIMP get_Messages(IMessages** collection) override { return lacks(collection); }
     STDMETHODIMP OpenScope(long, BSTR, IScope** scope) override { return lacks(scope); }
 
 private:

@@ -90,12 +90,14 @@ class EmptyRoot final : public Object<EmptyRoot, Inherits<IRoot>, IRoot>
 {
 public:
     STDMETHODIMP get_Groups(IGroups** collection) override { return lacks(collection); }
-    STDMETHODIMP OpenScope(long, BSTR, IScope** scope) override { return lacks(scope); }
     STDMETHODIMP get_Names(INames** collection) override { return lacks(collection); }
     STDMETHODIMP get_Types(ITypes** collection) override { return lacks(collection); }
+    STDMETHODIMP get_Accounts(IAccounts** collection) override { return lacks(collection); }
     STDMETHODIMP get_Events(IEvents** collection) override { return lacks(collection); }
     STDMETHODIMP get_EventLinks(IEventLinks** collection) override { return lacks(collection); }
+    STDMETHODIMP get_Messages(IMessages** collection) override { return lacks(collection); }
     STDMETHODIMP NewRecurrence(long, IRecurrence** rule) override { return lacks(rule); }
+    STDMETHODIMP OpenScope(long, BSTR, IScope** scope) override { return lacks(scope); }
 
 private:
     template <class Interface> static HRESULT lacks(Interface** result)

@@ -1,5 +1,5 @@
 #include "framework/com/Apartment.h"
-#include "framework/com/TypeInfo.h"
+#include "framework/com/MemberTable.h"
 #include "framework/control/ActivationContext.h"
 #include "framework/modKorvaneDlg.h"
 
@@ -16,7 +16,7 @@ class NothingStaysAlive final : public testing::EmptyTestEventListener
         SetErrorInfo(0, nullptr);
         EXPECT_EQ(korvane::liveObjects(), 0) << "an object is still alive";
         korvane::releaseApartment();
-        korvane::releaseTypeInfos();
+        korvane::releaseMemberTables();
         korvane::releaseControlsContext();
     }
 };

@@ -64,6 +64,8 @@ public:
         return returns(collection, [&] { return ComPtr<IEvents>(activities.get()); });
     }
     STDMETHODIMP get_Groups(IGroups**) override { return E_NOTIMPL; }
+    STDMETHODIMP get_Accounts(IAccounts**) override { return E_NOTIMPL; }
+    STDMETHODIMP get_Messages(IMessages**) override { return E_NOTIMPL; }
     STDMETHODIMP get_EventLinks(IEventLinks**) override { return E_NOTIMPL; }
     STDMETHODIMP OpenScope(long, BSTR, IScope**) override { return E_NOTIMPL; }
     STDMETHODIMP NewRecurrence(long, IRecurrence**) override { return E_NOTIMPL; }
