@@ -2,6 +2,7 @@
 
 #include "framework/com/Boundary.h"
 
+#include <algorithm>
 #include <iterator>
 
 namespace korvane::host
@@ -105,6 +106,8 @@ std::vector<INPUT> keystrokesFor(std::wstring_view text)
 
 void User::press(std::initializer_list<WORD> keys) const
 {
+    if (keys.size() > 1)
+        untilAtRest_();
     for (const WORD key : keys)
         send(keyInput(key, false));
     for (auto key = std::rbegin(keys); key != std::rend(keys); ++key)
@@ -113,6 +116,7 @@ void User::press(std::initializer_list<WORD> keys) const
 
 void User::hold(WORD key) const
 {
+    untilAtRest_();
     send(keyInput(key, false));
 }
 
@@ -123,7 +127,11 @@ void User::release(WORD key) const
 
 void User::type(std::wstring_view text) const
 {
-    for (const INPUT& input : keystrokesFor(text))
+    const auto inputs = keystrokesFor(text);
+    if (std::any_of(inputs.begin(), inputs.end(),
+                    [](const INPUT& input) { return input.ki.wVk == VK_SHIFT; }))
+        untilAtRest_();
+    for (const INPUT& input : inputs)
         send(input);
 }
 

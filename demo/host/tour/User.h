@@ -20,7 +20,12 @@ class User
 public:
     /// @param untilTaken waits until the program has taken its input. A user goes on only then: a Shift that
     /// is released too early can leave a small letter where a capital was meant.
-    explicit User(std::function<void()> untilTaken) : untilTaken_(std::move(untilTaken)) {}
+    /// @param untilAtRest waits until pointer and windows are where they are going to be. A user holds a key down
+    /// only then: what is still to arrive can take it as released.
+    User(std::function<void()> untilTaken, std::function<void()> untilAtRest)
+        : untilTaken_(std::move(untilTaken)), untilAtRest_(std::move(untilAtRest))
+    {
+    }
 
     User(const User&) = delete;
     User& operator=(const User&) = delete;
@@ -48,6 +53,7 @@ private:
     void note(const INPUT& input) const;
 
     std::function<void()> untilTaken_;
+    std::function<void()> untilAtRest_;
     mutable std::vector<INPUT> releases_; ///< what ends that which is down
 };
 

@@ -32,7 +32,8 @@ std::wstring quoted(const std::wstring& text)
 
 Visitor::Visitor(MainWindow& window, std::wstring folder)
     : window_(window), main_(window.handle()), list_(window.content().handle()),
-      schedule_(window.schedule().handle()), folder_(std::move(folder)), user_([this] { waitUntilTaken(); })
+      schedule_(window.schedule().handle()), folder_(std::move(folder)),
+      user_([this] { waitUntilTaken(); }, [this] { waitUntilAtRest(); })
 {
     window_.onOrder = [this](const Order& order) { orders_ += shown(order) + L"\n"; };
 }
@@ -157,6 +158,36 @@ void Visitor::waitUntilTaken()
         bool waiting = false;
         window_.invoke([&] { waiting = (HIWORD(GetQueueStatus(QS_INPUT)) & QS_INPUT) != 0; });
         return !waiting;
+    });
+}
+
+/// Under Wine the windows stand on a display that knows nothing of keys that a program sends. Whenever a window there
+/// comes under the pointer or gets the focus, the display says which keys are down, none, and Wine believes it: an Alt
+/// that is held while such word is on its way is up again when the letter comes. So nobody holds a key before the
+/// display has answered the window's thread, and with it has told all that came before. On Windows no word goes lost.
+void Visitor::waitUntilAtRest()
+{
+    // For a tenth of a second after the last input Wine knows the pointer's place without asking the display.
+    constexpr int quiet = 150; // milliseconds
+    const auto isQuiet = [] {
+        LASTINPUTINFO last{sizeof last, 0};
+        return GetLastInputInfo(&last) && static_cast<int>(GetTickCount() - last.dwTime) > quiet;
+    };
+    const auto askDisplay = [] {
+        POINT pointer{};
+        GetCursorPos(&pointer);
+    };
+    waitFor(L"nothing moves any more", [&] {
+        if (!isQuiet())
+            return false;
+        askDisplay(); // what this thread has sent to it is done
+        bool waiting = false;
+        for (int round = 0; round < 2; ++round) // what it tells may move something else
+            window_.invoke([&] {
+                askDisplay();
+                waiting = HIWORD(GetQueueStatus(QS_ALLEVENTS)) != 0;
+            });
+        return !waiting && isQuiet();
     });
 }
 

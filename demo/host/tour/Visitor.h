@@ -87,6 +87,7 @@ public:
 private:
     void pointAt(HWND window, POINT place, const std::wstring& what);
     void waitUntilTaken();
+    void waitUntilAtRest();
 
     MainWindow& window_;
     HWND main_;

@@ -60,11 +60,27 @@ protected:
     template <class Deed> static void fails(Deed&& deed) { EXPECT_TRUE(attempt(deed)); }
 
     bool taken = false;
+    int rests = 0;
     User user{[this] {
-        if (!taken)
-            throw Failure(E_ABORT);
-    }};
+                  if (!taken)
+                      throw Failure(E_ABORT);
+              },
+              [this] { ++rests; }};
 };
+
+TEST_F(UserTest, HoldsAKeyDownOnlyOnceAllIsAtRest)
+{
+    taken = true;
+    user.press({VK_F20});
+    user.type(L"all small");
+    EXPECT_EQ(rests, 0);
+    user.press({VK_CONTROL, VK_F20});
+    EXPECT_EQ(rests, 1);
+    user.type(L"One Capital And More");
+    EXPECT_EQ(rests, 2) << "typing moves nothing";
+    user.hold(VK_SHIFT);
+    EXPECT_EQ(rests, 3);
+}
 
 TEST_F(UserTest, LetsGoOfWhatADeedLeftDown)
 {
@@ -90,7 +106,7 @@ TEST_F(UserTest, KeepsHoldingWhatItHoldsUntilItIsReleased)
 TEST_F(UserTest, HoldsNothingAtItsEnd)
 {
     {
-        const User other([] {});
+        const User other([] {}, [] {});
         other.hold(VK_SHIFT);
         EXPECT_TRUE(isDown(VK_SHIFT));
     }
