@@ -134,6 +134,21 @@ void DialogWindow::createControls()
     layoutChanged();
 }
 
+void DialogWindow::freeze(bool frozen) noexcept
+{
+    if (std::exchange(frozen_, frozen) == frozen)
+        return;
+    // The keyboard stays where it leads out: from a disabled control it would lead nowhere.
+    if (frozen && IsChild(window_, GetFocus()))
+        SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetDlgItem(window_, IDCANCEL)), TRUE);
+    for (const Control* control : controls_)
+    {
+        const int id = control->window() ? GetDlgCtrlID(control->window()) : IDOK;
+        if (id != IDOK && id != IDCANCEL)
+            EnableWindow(control->window(), control->Enabled() && !frozen);
+    }
+}
+
 void DialogWindow::applyFont()
 {
     const HFONT font = font_.handle(dpi_);
@@ -326,6 +341,10 @@ bool DialogWindow::handle(UINT message, WPARAM first, LPARAM second) noexcept
     case WM_SETFOCUS:
         focusArrived();
         windowFocused();
+        return false;
+    case WM_SHOWWINDOW:
+        if (first != FALSE)
+            windowShown();
         return false;
     case WM_MOUSEACTIVATE:
         focusArrived();

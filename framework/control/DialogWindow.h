@@ -53,6 +53,9 @@ protected:
     /// Makes the windows of the controls, if they are not there yet.
     void createControls();
 
+    /// Disables everything but the ways out, OK and Cancel, or lets it be as it was.
+    void freeze(bool frozen) noexcept;
+
     /// Gives every control the dialog's font, at the window's resolution.
     void applyFont();
 
@@ -76,6 +79,8 @@ protected:
     virtual void dpiChanged() = 0;
     /// The window itself has the focus: the dialog has no control to give it to.
     virtual void windowFocused() noexcept {}
+    /// The window is about to be seen.
+    virtual void windowShown() noexcept {}
     virtual void postedToDialog() {}
     void postToDialog() const noexcept;
 
@@ -95,6 +100,7 @@ private:
     int dpi_ = 96;
     int batches_ = 0;
     bool layoutPending_ = false;
+    bool frozen_ = false;
     bool controlsCreated_ = false;
 };
 
