@@ -29,13 +29,13 @@ wchar_t upperCase(wchar_t letter) noexcept
     return letter;
 }
 
-/// The letter after a lone ampersand, in upper case; 0 without one.
+/// The letter after a lone ampersand; 0 without one.
 wchar_t accessKey(const std::wstring& caption) noexcept
 {
     for (std::size_t at = caption.find(L'&'); at != std::wstring::npos && at + 1 < caption.size();
          at = caption.find(L'&', at + 2))
         if (caption[at + 1] != L'&')
-            return upperCase(caption[at + 1]);
+            return caption[at + 1];
     return 0;
 }
 
@@ -210,21 +210,20 @@ void DialogWindow::arrange() noexcept
         RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
-HWND DialogWindow::controlOfAccessKey(wchar_t key) const noexcept
+wchar_t DialogWindow::spelledAccessKey(wchar_t key) const noexcept
 {
-    if (key == 0)
-        return nullptr;
     for (const Control* control : controls_)
-        if (accessKey(*control) == upperCase(key))
-            return control->window();
-    return nullptr;
+        if (const wchar_t spelled = accessKey(*control); spelled != 0 && upperCase(spelled) == upperCase(key))
+            return spelled;
+    return 0;
 }
 
 std::wstring DialogWindow::accessKeys() const
 {
     std::wstring keys;
     for (const Control* control : controls_)
-        if (const wchar_t key = accessKey(*control); key != 0 && keys.find(key) == std::wstring::npos)
+        if (const wchar_t key = upperCase(accessKey(*control));
+            key != 0 && keys.find(key) == std::wstring::npos)
             keys += key;
     return keys;
 }
