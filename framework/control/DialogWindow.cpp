@@ -29,13 +29,13 @@ wchar_t upperCase(wchar_t letter) noexcept
     return letter;
 }
 
-/// The letter after a lone ampersand, in upper case; 0 without one.
+/// The letter after a lone ampersand; 0 without one.
 wchar_t accessKey(const std::wstring& caption) noexcept
 {
     for (std::size_t at = caption.find(L'&'); at != std::wstring::npos && at + 1 < caption.size();
          at = caption.find(L'&', at + 2))
         if (caption[at + 1] != L'&')
-            return upperCase(caption[at + 1]);
+            return caption[at + 1];
     return 0;
 }
 
@@ -225,15 +225,15 @@ void DialogWindow::arrange() noexcept
         RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
-HWND DialogWindow::controlOfAccessKey(wchar_t key) const noexcept
+wchar_t DialogWindow::spelledAccessKey(wchar_t key) const noexcept
 {
-    HWND found = nullptr;
+    wchar_t spelled = 0;
     for (const Control* control : controls_)
         forAccessKeysOf(*control, [&](wchar_t own) {
-            if (!found && own == upperCase(key))
-                found = control->window();
+            if (spelled == 0 && upperCase(own) == upperCase(key))
+                spelled = own;
         });
-    return found;
+    return spelled;
 }
 
 std::wstring DialogWindow::accessKeys() const
@@ -241,8 +241,8 @@ std::wstring DialogWindow::accessKeys() const
     std::wstring keys;
     for (const Control* control : controls_)
         forAccessKeysOf(*control, [&](wchar_t own) {
-            if (keys.find(own) == std::wstring::npos)
-                keys += own;
+            if (const wchar_t key = upperCase(own); keys.find(key) == std::wstring::npos)
+                keys += key;
         });
     return keys;
 }

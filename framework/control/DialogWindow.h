@@ -25,8 +25,8 @@ public:
     /// The object that the window belongs to. It is held while the window handles a message.
     virtual IUnknown* identity() noexcept = 0;
 
-    /// The visible and enabled control that an access key leads to; null when there is none.
-    HWND controlOfAccessKey(wchar_t key) const noexcept;
+    /// The letter as the caption of a visible and enabled control has it, when it is the access key of one; else 0.
+    wchar_t spelledAccessKey(wchar_t key) const noexcept;
     /// The access keys that lead to a control, in upper case.
     std::wstring accessKeys() const;
 
