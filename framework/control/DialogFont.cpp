@@ -57,6 +57,13 @@ void DialogFont::set(IUnknown* font)
     dpi_ = 0;
 }
 
+ComPtr<IFontDisp> DialogFont::object() const
+{
+    ComPtr<IFont> copy;
+    call(font_, &IFont::Clone, copy.put());
+    return copy.as<IFontDisp>();
+}
+
 HFONT DialogFont::handle(int dpi) const
 {
     if (dpi_ != dpi)

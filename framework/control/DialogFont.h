@@ -24,7 +24,8 @@ public:
     /// Extent of a sample text in pixels.
     SIZE measure(const wchar_t* sample, int dpi) const;
 
-    ComPtr<IFontDisp> object() const { return font_.as<IFontDisp>(); }
+    /// A copy: what somebody changes in it is not the dialog's font.
+    ComPtr<IFontDisp> object() const;
 
 private:
     ComPtr<IFont> font_;
