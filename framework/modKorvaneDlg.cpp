@@ -82,9 +82,7 @@ ComPtr<IResources> requireResources()
 
 Bstr resourceText(long id)
 {
-    Bstr text;
-    call(requireResources(), &IResources::GetString, id, text.put());
-    return text;
+    return fetch(requireResources(), &IResources::GetString, id);
 }
 
 ComPtr<IPictureDisp> resourceBitmap(long id, int dpi)

@@ -1,9 +1,12 @@
 #include "tests/support/RecordingData.h"
 
+#include "tests/support/EmptyData.h"
 #include "tests/support/RecordedEventLinks.h"
 #include "tests/support/RecordedEvents.h"
 #include "tests/support/RecordedGroups.h"
 #include "tests/support/RecordedNames.h"
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 
@@ -21,14 +24,18 @@ public:
 
     STDMETHODIMP Close(long flags, long reason) override
     {
-        return data_.record("Scope.Close", shown(flags) + ", " + shown(reason));
+        const HRESULT outcome = data_.record("Scope.Close", shown(flags) + ", " + shown(reason));
+        if (SUCCEEDED(outcome) && std::exchange(closed_, true))
+            return Failure(E_UNEXPECTED, L"KorvaneData.Scope", L"The scope is closed already.").report();
+        return outcome;
     }
 
 private:
+    bool closed_ = false;
     RecordingData& data_;
 };
 
-class RecordedRoot final : public Object<RecordedRoot, Inherits<IRoot>, IRoot>
+class RecordedRoot final : public Object<RecordedRoot, Inherits<EmptyRoot>, IRoot>
 {
 public:
     explicit RecordedRoot(RecordingData& data) : data_(data) {}
@@ -119,6 +126,14 @@ template <class Function> auto with(const RecordingData& data, EventsOf source, 
 } // namespace
 
 RecordingData::RecordingData() : root(ComPtr<IRoot>(make<RecordedRoot>(*this).get())) {}
+
+RecordingData::~RecordingData()
+{
+    EXPECT_EQ(openScopes, 0) << "a scope is left";
+    EXPECT_EQ(rulesAlive, 0) << "a rule is still held";
+    EXPECT_FALSE(hasSubscribers()) << "somebody still listens";
+    EXPECT_EQ(rootOf(*this).referenceCount(), 1U) << "the root is still held";
+}
 
 std::vector<std::string> RecordingData::takeCalls()
 {
