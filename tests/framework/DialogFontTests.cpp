@@ -167,6 +167,20 @@ TEST_F(DialogFontTests, TheDesignedFontChangesNothing)
     expectScaled({1, 1});
 }
 
+TEST_F(DialogFontTests, TheFontThatIsGivenOutIsACopy)
+{
+    ASSERT_TRUE(show());
+    ComPtr<IFontDisp> given;
+    ASSERT_EQ(dialog->get_Font(given.put()), S_OK);
+    CY size{};
+    size.int64 = 20 * 10000LL;
+    ASSERT_EQ(given.as<IFont>()->put_Size(size), S_OK);
+    expectScaled({1, 1});
+    EXPECT_EQ(dialog->get_Font(given.put()), S_OK);
+    EXPECT_EQ(given.as<IFont>()->get_Size(&size), S_OK);
+    EXPECT_LT(size.int64, 9 * 10000LL);
+}
+
 TEST_F(DialogFontTests, ALargerFontEnlargesTheLayout)
 {
     container.site->font = host::makeFont(L"MS Shell Dlg", 16);
