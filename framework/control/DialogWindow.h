@@ -1,7 +1,7 @@
 // The window of a dialog, and the controls on it.
 #pragma once
 
-#include "framework/control/Controls.h"
+#include "framework/control/Control.h"
 #include "framework/control/DialogFont.h"
 
 #include <functional>
@@ -22,8 +22,13 @@ public:
     const std::vector<Control*>& controls() const noexcept { return controls_; }
     DialogFont& font() noexcept { return font_; }
 
+    /// The object that the window belongs to. It is held while the window handles a message.
+    virtual IUnknown* identity() noexcept = 0;
+
     /// The visible and enabled control that an access key leads to; null when there is none.
     HWND controlOfAccessKey(wchar_t key) const noexcept;
+    /// The access keys that lead to a control, in upper case.
+    std::wstring accessKeys() const;
 
     // The ends of the tab order; null in a dialog without a control that takes the focus.
     HWND firstTabStop() const noexcept { return GetNextDlgTabItem(window_, nullptr, FALSE); }
@@ -53,6 +58,9 @@ protected:
     /// Makes the windows of the controls, if they are not there yet.
     void createControls();
 
+    /// Disables everything but the ways out, OK and Cancel, or lets it be as it was.
+    void freeze(bool frozen) noexcept;
+
     /// Gives every control the dialog's font, at the window's resolution.
     void applyFont();
 
@@ -76,6 +84,8 @@ protected:
     virtual void dpiChanged() = 0;
     /// The window itself has the focus: the dialog has no control to give it to.
     virtual void windowFocused() noexcept {}
+    /// The window is about to be seen.
+    virtual void windowShown() noexcept {}
     virtual void postedToDialog() {}
     void postToDialog() const noexcept;
 
@@ -95,6 +105,7 @@ private:
     int dpi_ = 96;
     int batches_ = 0;
     bool layoutPending_ = false;
+    bool frozen_ = false;
     bool controlsCreated_ = false;
 };
 

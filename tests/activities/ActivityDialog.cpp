@@ -13,6 +13,12 @@ void ActivityDialog::SetUp()
     data.events = {{50, 10, 7, monday + 9 * hour, monday + 10 * hour, L"Oil change"}};
 }
 
+void ActivityDialog::TearDown()
+{
+    container.close();
+    command.reset();
+}
+
 void ActivityDialog::let(const wchar_t* name, const Variant& value) const
 {
     call(command, &IAppCommand::put_Operand, Bstr(name).get(), value.get());

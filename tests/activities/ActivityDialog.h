@@ -19,6 +19,8 @@ protected:
     static constexpr DATE hour = 1.0 / 24;
 
     void SetUp() override;
+    /// The data outlive whoever uses them.
+    void TearDown() override;
 
     /// Gives the command its operation and operands.
     void arrange(long operation, long instance = 0);

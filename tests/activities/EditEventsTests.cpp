@@ -33,53 +33,6 @@ protected:
     }
 };
 
-TEST_F(EditEventsTests, ItsOwnPropertiesAreItsOperands)
-{
-    const auto events = command.as<IEditEvents>();
-    call(events, &IEditEvents::put_EventInstance, 4L);
-    call(events, &IEditEvents::put_TypeID, 8L);
-    call(events, &IEditEvents::put_T0, nine);
-    call(events, &IEditEvents::put_T1, ten);
-    call(events, &IEditEvents::put_Text, Bstr(L"Inspection").get());
-    EXPECT_EQ(number(L"Instance"), 4);
-    EXPECT_EQ(number(L"TypeID"), 8);
-    EXPECT_EQ(time(L"T0"), nine);
-    EXPECT_EQ(time(L"T1"), ten);
-    EXPECT_EQ(text(L"Text"), L"Inspection");
-
-    let(L"Instance", 5L);
-    let(L"TypeID", 9L);
-    let(L"GroupID", 6L);
-    let(L"N0", 7L);
-    let(L"T0", ten);
-    let(L"T1", nine);
-    let(L"Text", Variant(Bstr(L"Meeting")));
-    long id = 0;
-    call(events, &IEditEvents::get_EventInstance, &id);
-    EXPECT_EQ(id, 5);
-    call(events, &IEditEvents::get_TypeID, &id);
-    EXPECT_EQ(id, 9);
-    call(events, &IEditEvents::get_GroupID, &id);
-    EXPECT_EQ(id, 6);
-    call(events, &IEditEvents::get_NameID, &id);
-    EXPECT_EQ(id, 7);
-    DATE date = 0;
-    call(events, &IEditEvents::get_T0, &date);
-    EXPECT_EQ(date, ten);
-    call(events, &IEditEvents::get_T1, &date);
-    EXPECT_EQ(date, nine);
-    Bstr words;
-    call(events, &IEditEvents::get_Text, words.put());
-    EXPECT_EQ(words, L"Meeting");
-}
-
-TEST_F(EditEventsTests, CommandIsTheObjectItself)
-{
-    ComPtr<IAppCommand> itself;
-    call(command.as<IEditEvents>(), &IEditEvents::get_Command, itself.put());
-    EXPECT_EQ(itself.get(), command.get());
-}
-
 TEST_F(EditEventsTests, AnAdditionStartsWithThePrimaryResourceAlone)
 {
     let(L"N0", 6L);

@@ -5,6 +5,7 @@
 #include "tests/activities/LinkGroupModel.h"
 #include "tests/activities/LinkGroupStore.h"
 #include "tests/support/ComRules.h"
+#include "tests/support/Soak.h"
 
 #include <gmock/gmock.h>
 
@@ -17,7 +18,8 @@ namespace korvane::test
 namespace
 {
 
-constexpr unsigned sequences = 12000;
+/// By default; six times as many make the long run.
+constexpr unsigned usualSequences = 2000;
 constexpr int operationsOfSequence = 8;
 constexpr long resources = 6;
 
@@ -361,6 +363,7 @@ TEST(LinkGroupPropertyTests, LinkGroupsAreWhatTheModelSays)
     int endings[3] = {};
     int lostPrimaries = 0;
     int secondAttempts = 0;
+    const auto sequences = usualSequences * static_cast<unsigned>(soak());
     for (unsigned seed = 1; seed <= sequences; ++seed)
     {
         Sequence sequence(seed);
@@ -373,11 +376,11 @@ TEST(LinkGroupPropertyTests, LinkGroupsAreWhatTheModelSays)
         secondAttempts += sequence.secondAttempts;
     }
     // What is compared is worth something only where it happens.
-    EXPECT_GT(endings[static_cast<int>(Ending::done)], 50000);
-    EXPECT_GT(endings[static_cast<int>(Ending::failed)], 5000);
-    EXPECT_GT(endings[static_cast<int>(Ending::refused)], 100);
-    EXPECT_GT(lostPrimaries, 1000);
-    EXPECT_GT(secondAttempts, 3000);
+    EXPECT_GT(endings[static_cast<int>(Ending::done)], 8000 * soak());
+    EXPECT_GT(endings[static_cast<int>(Ending::failed)], 800 * soak());
+    EXPECT_GT(endings[static_cast<int>(Ending::refused)], 15 * soak());
+    EXPECT_GT(lostPrimaries, 160 * soak());
+    EXPECT_GT(secondAttempts, 500 * soak());
     RecordProperty("done", endings[0]);
     RecordProperty("failed", endings[1]);
     RecordProperty("refused", endings[2]);

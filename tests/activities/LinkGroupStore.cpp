@@ -1,6 +1,7 @@
 #include "tests/activities/LinkGroupStore.h"
 
 #include "framework/com/Object.h"
+#include "tests/support/EmptyData.h"
 
 #include <algorithm>
 
@@ -18,7 +19,7 @@ HRESULT reported(const ErrorInfo& error)
     return Failure(error.number, error.source, error.description).report();
 }
 
-class StoreRoot final : public Object<StoreRoot, Inherits<IRoot>, IRoot>
+class StoreRoot final : public Object<StoreRoot, Inherits<EmptyRoot>, IRoot>
 {
 public:
     explicit StoreRoot(LinkGroupStore& store) : events_(store.makeEvents()), links_(store.makeLinks()) {}
@@ -38,18 +39,8 @@ public:
         *rule = LinkGroupStore::makeRule({kind}).detach();
         return S_OK;
     }
-    STDMETHODIMP get_Groups(IGroups** collection) override { return lacks(collection); }
-    STDMETHODIMP get_Names(INames** collection) override { return lacks(collection); }
-    STDMETHODIMP get_Types(ITypes** collection) override { return lacks(collection); }
-    STDMETHODIMP OpenScope(long, BSTR, IScope** scope) override { return lacks(scope); }
 
 private:
-    template <class Interface> static HRESULT lacks(Interface** result)
-    {
-        *result = nullptr;
-        return E_NOTIMPL;
-    }
-
     ComPtr<IEvents> events_;
     ComPtr<IEventLinks> links_;
 };

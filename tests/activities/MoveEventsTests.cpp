@@ -40,21 +40,6 @@ protected:
     void updateAll(VARIANT_BOOL all) { call(command.as<IMoveEvents>(), &IMoveEvents::put_UpdateAll, all); }
 };
 
-TEST_F(MoveEventsTests, SourceAndTargetAreOperands)
-{
-    let(L"N0", 5L);
-    let(L"N1", 6L);
-    EXPECT_EQ(source(), 5);
-    EXPECT_EQ(target(), 6);
-}
-
-TEST_F(MoveEventsTests, CommandIsTheObjectItself)
-{
-    ComPtr<IAppCommand> itself;
-    call(command.as<IMoveEvents>(), &IMoveEvents::get_Command, itself.put());
-    EXPECT_EQ(itself.get(), command.get());
-}
-
 TEST_F(MoveEventsTests, MovesAndCopiesReadTheActivityAndItsLinks)
 {
     for (const long operation : {3L, 4L})

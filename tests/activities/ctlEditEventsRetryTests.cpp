@@ -1,12 +1,12 @@
 // What the user sees of the activity dialog when the database has refused what it was to store.
 #include "tests/activities/ActivityDialog.h"
 #include "tests/support/ComRules.h"
+#include "tests/support/Look.h"
 
 namespace korvane::test
 {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 namespace
@@ -50,36 +50,12 @@ protected:
         data.takeCalls();
     }
 
-    /// What the dialog shows, one thing a line.
-    std::string everything() const
+    /// All that is seen of the dialog, and who has the focus.
+    std::vector<std::string> everything() const
     {
-        std::wstring seen;
-        for (const auto& line : treeLines())
-            seen += line + L'\n';
-        const auto see = [&](const wchar_t* what, const std::wstring& value) {
-            seen += std::wstring(what) + L": " + value + L'\n';
-        };
-        const auto seeNumber = [&](const wchar_t* what, LRESULT value) { see(what, std::to_wstring(value)); };
-        see(L"first node in sight", nodeText(next(TVGN_FIRSTVISIBLE)));
-        see(L"selected node", nodeText(next(TVGN_CARET)));
-        seeNumber(L"tree can be used", IsWindowEnabled(tree()));
-        see(L"start", std::to_wstring(timeOf(picker(0))));
-        see(L"stop", std::to_wstring(timeOf(picker(1))));
-        see(L"type", Container::text(types()));
-        see(L"text", Container::text(textBox()));
-        seeNumber(L"first line in sight", SendMessageW(textBox(), EM_GETFIRSTVISIBLELINE, 0, 0));
-        seeNumber(L"marked", SendMessageW(textBox(), EM_GETSEL, 0, 0));
-        seeNumber(L"repeats", isChecked(repeat()));
-        for (const wchar_t* kind : {L"By &Day", L"By &Week", L"By &Month", L"By &Year", L"By &Easter"})
-            seeNumber(kind, isChecked(option(kind)));
-        see(L"interval", Container::text(intervalBox()));
-        see(L"times", Container::text(countBox()));
-        for (const wchar_t* caption : {L"New activity:", L"Activity", L" . month  "})
-            seeNumber(caption, label(caption) && container.visible(label(caption)));
-        seeNumber(L"can be deleted", IsWindowEnabled(deletion()));
-        seeNumber(L"height", container.site->extent().cy);
-        seeNumber(L"focus", GetDlgCtrlID(GetFocus()));
-        return narrow(seen);
+        auto seen = lookOf(container.dialogWindow());
+        seen.push_back("focus: " + narrow(Container::text(GetFocus())));
+        return seen;
     }
 };
 
@@ -96,11 +72,11 @@ TEST_F(ctlEditEventsRetryTests, AFailureLeavesEveryFieldCheckAndPlaceAsItWas)
             fillIn();
             SetFocus(countBox());
             const auto before = everything();
-            ASSERT_THAT(before,
-                        HasSubstr("first node in sight: Carla")); // scrolled, and away from the selection
-            ASSERT_THAT(before, HasSubstr("selected node: Driver 40"));
-            ASSERT_THAT(before, testing::Not(HasSubstr("first line in sight: 0")));
-            ASSERT_THAT(before, HasSubstr("interval: 3"));
+            // Scrolled, and away from the selection.
+            ASSERT_EQ(nodeText(next(TVGN_FIRSTVISIBLE)), L"Carla");
+            ASSERT_EQ(nodeText(next(TVGN_CARET)), L"Driver 40");
+            ASSERT_NE(SendMessageW(textBox(), EM_GETFIRSTVISIBLELINE, 0, 0), 0);
+            ASSERT_EQ(Container::text(intervalBox()), L"3");
 
             data.fail(failing, refused);
             container.press(VK_RETURN);

@@ -152,15 +152,6 @@ TEST_F(ctlMoveEventsTests, AContainerThatDoesNotExecuteEndsTheDialogAsCancelled)
     EXPECT_THAT(container.done, ElementsAre(true));
 }
 
-TEST_F(ctlMoveEventsTests, AFailureIsToldAndEndsTheDialogAsCancelled)
-{
-    EXPECT_TRUE(show(3, 12));
-    data.fail("Events.Update", locked);
-    executed();
-    EXPECT_THAT(container.errors, ElementsAre(locked));
-    EXPECT_THAT(container.done, ElementsAre(true));
-}
-
 TEST_F(ctlMoveEventsTests, AContainerThatFailsAtTheEndIsToldAgainAndNothingIsMovedTwice)
 {
     EXPECT_TRUE(show(3, 12));
@@ -241,31 +232,6 @@ TEST_F(ctlMoveEventsTests, ASingleOccurrenceIsMovedWithoutDetaching)
     link();
     EXPECT_TRUE(show(3, 11, 4));
     EXPECT_THAT(executed(), ElementsAre("Root.Events()", StartsWith("Events.Update(50, 4, 11")));
-}
-
-TEST_F(ctlMoveEventsTests, EachFailureOfReadyIsRaisedUnchanged)
-{
-    for (const char* failing : {"Root.OpenScope", "Root.EventLinks", "Root.Events", "Events.Fetch",
-                                "EventLinks.Load", "Scope.Close"})
-    {
-        SCOPED_TRACE(failing);
-        data.fail(failing, locked);
-        try
-        {
-            show(3, 10);
-            ADD_FAILURE() << "nothing raised";
-        }
-        catch (const Failure& failure)
-        {
-            EXPECT_EQ(failure.number(), locked.number);
-            EXPECT_EQ(failure.description(), locked.description);
-        }
-        EXPECT_EQ(data.openScopes, 0);
-        data.takeCalls();
-        EXPECT_THAT(executed(), IsEmpty());
-        EXPECT_EQ(container.submitted, 0);
-        container.close();
-    }
 }
 
 } // namespace korvane::test

@@ -13,7 +13,7 @@ namespace
 {
 
 /// A command with an operand of each kind.
-class TestCommand final : public AppCommand<TestCommand, IPersist>
+class TestCommand final : public AppCommand<TestCommand, IMoveEvents>
 {
 public:
     static constexpr const wchar_t* dialogClass = L"KorvaneDlg.ctlTest";
@@ -41,7 +41,9 @@ public:
         return operation == 3;
     }
 
-    STDMETHODIMP GetClassID(CLSID*) override { return E_NOTIMPL; }
+    STDMETHODIMP get_SourceName(long*) override { return E_NOTIMPL; }
+    STDMETHODIMP get_TargetName(long*) override { return E_NOTIMPL; }
+    STDMETHODIMP put_UpdateAll(VARIANT_BOOL) override { return E_NOTIMPL; }
 
     ComPtr<IRoot> Root;
     long number = 11;
@@ -358,7 +360,7 @@ TEST_F(AppCommandTests, FlagsAndDatesAreConverted)
 
 TEST_F(AppCommandTests, AnObjectIsStoredAsTheInterfaceThatIsNeeded)
 {
-    const auto root = make<EmptyRoot>();
+    const auto root = make<BareRoot>();
     const ComPtr<IDispatch> object(static_cast<IDispatch*>(root.get()));
     const ULONG before = root->referenceCount();
     EXPECT_EQ(let(L"Root", Variant(object)), S_OK);
@@ -371,7 +373,7 @@ TEST_F(AppCommandTests, AnObjectIsStoredAsTheInterfaceThatIsNeeded)
 
 TEST_F(AppCommandTests, AnObjectMayComeInEveryWrapping)
 {
-    const auto root = make<EmptyRoot>();
+    const auto root = make<BareRoot>();
     IUnknown* plain = static_cast<IRoot*>(root.get());
     VARIANT value = variant(VT_UNKNOWN);
     value.punkVal = plain;
@@ -399,14 +401,14 @@ TEST_F(AppCommandTests, AnObjectMayComeInEveryWrapping)
 
 TEST_F(AppCommandTests, NothingClearsAnObject)
 {
-    command->Root = ComPtr<IRoot>(make<EmptyRoot>().get());
+    command->Root = ComPtr<IRoot>(make<BareRoot>().get());
     EXPECT_EQ(let(L"Root", Variant(ComPtr<IDispatch>())), S_OK);
     EXPECT_FALSE(command->Root);
 }
 
 TEST_F(AppCommandTests, AnotherObjectIsATypeMismatchAndChangesNothing)
 {
-    const auto root = make<EmptyRoot>();
+    const auto root = make<BareRoot>();
     command->Root = ComPtr<IRoot>(root.get());
     EXPECT_EQ(let(L"Root", Variant(ComPtr<IDispatch>(new NumberObject(5)))), DISP_E_TYPEMISMATCH);
     EXPECT_EQ(let(L"Root", Variant(17L)), DISP_E_TYPEMISMATCH);

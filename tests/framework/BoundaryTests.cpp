@@ -2,6 +2,7 @@
 #include "framework/com/Boundary.h"
 #include "framework/com/Object.h"
 #include "tests/support/Library.h"
+#include "tests/support/PlainObject.h"
 
 #include <KorvaneInterfaces.h>
 
@@ -17,42 +18,14 @@ namespace
 {
 
 /// Fails as it is told, with error information or without.
-class FailingSink final : public IAppDialogSink, public ISupportErrorInfo
+class FailingSink final : public PlainObject<IAppDialogSink, ISupportErrorInfo>
 {
 public:
     explicit FailingSink(bool promises) : promises_(promises) {}
-    virtual ~FailingSink() = default;
 
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override
-    {
-        *object = nullptr;
-        if (iid == IID_ISupportErrorInfo)
-            *object = static_cast<ISupportErrorInfo*>(this);
-        else if (iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(IAppDialogSink))
-            *object = static_cast<IAppDialogSink*>(this);
-        if (!*object)
-            return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() override
-    {
-        const ULONG remaining = --references_;
-        if (remaining == 0)
-            delete this;
-        return remaining;
-    }
     STDMETHODIMP InterfaceSupportsErrorInfo(REFIID iid) override
     {
         return promises_ && iid == __uuidof(IAppDialogSink) ? S_OK : S_FALSE;
-    }
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override
-    {
-        return E_NOTIMPL;
     }
     STDMETHODIMP Done(VARIANT_BOOL) override { return E_NOTIMPL; }
     STDMETHODIMP Error(long, BSTR, BSTR) override { return E_NOTIMPL; }
@@ -76,7 +49,6 @@ public:
 
 private:
     bool promises_;
-    ULONG references_ = 0;
 };
 
 void leaveStaleError()

@@ -65,29 +65,6 @@ HRESULT CommandSink::noted(const char* call, IAppCommand* candidate, VARIANT_BOO
     return FAILED(outcome) ? Failure(outcome, L"host", L"refused").report() : outcome;
 }
 
-STDMETHODIMP NumberObject::QueryInterface(REFIID iid, void** object)
-{
-    *object = iid == IID_IUnknown || iid == IID_IDispatch ? this : nullptr;
-    if (!*object)
-        return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-}
-
-STDMETHODIMP_(ULONG) NumberObject::Release()
-{
-    const ULONG remaining = --references_;
-    if (remaining == 0)
-        delete this;
-    return remaining;
-}
-
-STDMETHODIMP NumberObject::GetTypeInfoCount(UINT* count)
-{
-    *count = 0;
-    return S_OK;
-}
-
 STDMETHODIMP NumberObject::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
                                   UINT*)
 {

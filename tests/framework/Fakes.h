@@ -2,9 +2,10 @@
 #pragma once
 
 #include "framework/com/Object.h"
+#include "tests/support/EmptyData.h"
 #include "tests/support/Library.h"
+#include "tests/support/PlainObject.h"
 
-#include <KorvaneData.h>
 #include <KorvaneInterfaces.h>
 
 #include <functional>
@@ -65,44 +66,21 @@ private:
 };
 
 /// An object whose default property is a number.
-class NumberObject final : public IDispatch
+class NumberObject final : public PlainObject<>
 {
 public:
     explicit NumberObject(long number) : number_(number) {}
-    virtual ~NumberObject() = default;
 
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() override;
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override;
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return DISP_E_UNKNOWNNAME; }
     STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
                         UINT*) override;
 
 private:
     long number_;
-    ULONG references_ = 0;
 };
 
 /// A data layer that is only there.
-class EmptyRoot final : public Object<EmptyRoot, Inherits<IRoot>, IRoot>
+class BareRoot final : public Object<BareRoot, Inherits<EmptyRoot>, IRoot>
 {
-public:
-    STDMETHODIMP get_Groups(IGroups** collection) override { return lacks(collection); }
-    STDMETHODIMP OpenScope(long, BSTR, IScope** scope) override { return lacks(scope); }
-    STDMETHODIMP get_Names(INames** collection) override { return lacks(collection); }
-    STDMETHODIMP get_Types(ITypes** collection) override { return lacks(collection); }
-    STDMETHODIMP get_Events(IEvents** collection) override { return lacks(collection); }
-    STDMETHODIMP get_EventLinks(IEventLinks** collection) override { return lacks(collection); }
-    STDMETHODIMP NewRecurrence(long, IRecurrence** rule) override { return lacks(rule); }
-
-private:
-    template <class Interface> static HRESULT lacks(Interface** result)
-    {
-        *result = nullptr;
-        return E_NOTIMPL;
-    }
 };
 
 /// Leaves an error object on the thread, as a failing call does.

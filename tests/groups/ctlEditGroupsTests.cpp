@@ -60,14 +60,6 @@ protected:
     ComPtr<IAppCommand> command = create<IAppCommand>(__uuidof(::EditGroups));
 };
 
-TEST_F(ctlEditGroupsTests, NameIsTheTitleOfGroups)
-{
-    container.place(__uuidof(::ctlEditGroups), command.get());
-    Bstr title;
-    call(container.dialog, &IAppDialog::get_Name, title.put());
-    EXPECT_EQ(title, L"Group");
-}
-
 TEST_F(ctlEditGroupsTests, ReadyForANewGroupReadsNothing)
 {
     EXPECT_TRUE(show(1));
@@ -360,77 +352,12 @@ TEST_F(ctlEditGroupsTests, ADoubleClickInTheEditLayoutOnlySelects)
     EXPECT_THAT(container.done, IsEmpty());
 }
 
-TEST_F(ctlEditGroupsTests, CancelTouchesNothing)
-{
-    showed(3);
-    container.type(L"never stored");
-    container.press(VK_ESCAPE);
-
-    EXPECT_THAT(container.done, ElementsAre(true));
-    EXPECT_EQ(container.submitted, 0);
-    EXPECT_THAT(data.takeCalls(), IsEmpty());
-    Variant name;
-    call(command, &IAppCommand::get_Operand, Bstr(L"GroupName").get(), name.put());
-    EXPECT_EQ(toText(name.get()), L"Drivers");
-}
-
-TEST_F(ctlEditGroupsTests, ASecondOkWhileTheCommandExecutesSubmitsNothing)
-{
-    showed(1);
-    container.onSubmit = [&](IAppCommand&) {
-        Container::click(container.button(L"OK"));
-        container.press(VK_RETURN);
-        container.press(VK_ESCAPE);
-        return true;
-    };
-    container.press(VK_RETURN);
-    container.press(VK_RETURN); // a second press that was on its way when the dialog ended
-    EXPECT_EQ(container.submitted, 1);
-    EXPECT_THAT(container.done, ElementsAre(false));
-}
-
-TEST_F(ctlEditGroupsTests, AFailedExecutionLeavesTheDialogOpenWithWhatWasEntered)
-{
-    showed(1);
-    container.type(L"Cranes");
-    data.fail("Groups.Add", locked);
-    container.press(VK_RETURN);
-
-    EXPECT_THAT(container.errors, ElementsAre(locked));
-    EXPECT_THAT(container.done, IsEmpty());
-    EXPECT_EQ(Container::text(nameBox()), L"Cranes");
-
-    container.press(VK_RETURN);
-    EXPECT_THAT(container.done, ElementsAre(false));
-    EXPECT_EQ(groupId(), 100);
-}
-
 TEST_F(ctlEditGroupsTests, TheAnswerOfTheHostDoesNotKeepTheDialogOpen)
 {
     showed(1);
     container.onSubmit = [](IAppCommand&) { return false; };
     container.press(VK_RETURN);
     EXPECT_THAT(container.done, ElementsAre(false));
-}
-
-TEST_F(ctlEditGroupsTests, AccessKeysAndTabReachEverything)
-{
-    showed(3);
-    EXPECT_EQ(GetFocus(), nameBox());
-    container.press('E', false, true);
-    EXPECT_EQ(GetFocus(), list());
-    container.press('M', false, true);
-    EXPECT_EQ(GetFocus(), nameBox());
-    container.press(VK_TAB);
-    EXPECT_EQ(GetFocus(), list());
-    container.press(VK_TAB);
-    EXPECT_EQ(GetFocus(), container.button(L"OK"));
-    container.press(VK_TAB);
-    EXPECT_EQ(GetFocus(), container.button(L"Cancel"));
-    container.press(VK_TAB);
-    EXPECT_EQ(GetFocus(), nameBox());
-    container.press(VK_TAB, true);
-    EXPECT_EQ(GetFocus(), container.button(L"Cancel"));
 }
 
 TEST_F(ctlEditGroupsTests, TheLabelStandsBeforeWhatItNames)
@@ -451,46 +378,6 @@ TEST_F(ctlEditGroupsTests, ScreenReadersNameTheTextBoxByItsLabel)
     EXPECT_EQ(accessibleName(nameBox()), L"New group:");
 }
 
-TEST_F(ctlEditGroupsTests, AnotherCommandClassIsRefused)
-{
-    container.place(__uuidof(::ctlEditGroups), nullptr);
-    const auto other = create<IDispatch>(__uuidof(::Resources));
-    EXPECT_EQ(container.dialog->putref_Command(other.get()), DISP_E_TYPEMISMATCH);
-}
-
-TEST_F(ctlEditGroupsTests, CommandGivesTheCommandBack)
-{
-    container.place(__uuidof(::ctlEditGroups), command.get());
-    ComPtr<IAppCommand> held;
-    call(container.dialog, &IAppDialog::get_Command, held.put());
-    EXPECT_EQ(held.get(), command.get());
-}
-
-TEST_F(ctlEditGroupsTests, ReadyWithoutACommandFails)
-{
-    container.place(__uuidof(::ctlEditGroups), nullptr);
-    VARIANT_BOOL ready = VARIANT_TRUE;
-    EXPECT_EQ(container.dialog->get_Ready(&ready), E_POINTER);
-    EXPECT_EQ(ready, VARIANT_FALSE);
-}
-
-TEST_F(ctlEditGroupsTests, TheGroupsAreLetGoWhenTheDialogCloses)
-{
-    showed(3);
-    EXPECT_TRUE(data.hasSubscribers());
-    container.close();
-    EXPECT_FALSE(data.hasSubscribers());
-}
-
-TEST_F(ctlEditGroupsTests, TheHostMayCloseTheDialogFromWithinDone)
-{
-    showed(1);
-    container.site->onDone = [&](bool) { container.close(); };
-    container.press(VK_RETURN);
-    EXPECT_EQ(container.submitted, 1);
-    EXPECT_FALSE(container.dialog);
-}
-
 TEST_F(ctlEditGroupsTests, AStrayEventsFailureReachesTheErrorReport)
 {
     showed(3);
@@ -498,127 +385,5 @@ TEST_F(ctlEditGroupsTests, AStrayEventsFailureReachesTheErrorReport)
     data.announceGroup({12, L"Cranes"});
     EXPECT_THAT(container.errors, ElementsAre(locked));
 }
-
-class ctlEditGroupsPlainContainerTests : public ctlEditGroupsTests
-{
-protected:
-    ctlEditGroupsPlainContainerTests()
-        : plain(Container::Offer{.font = false, .sink = false, .commandSite = false})
-    {
-    }
-    Container plain;
-};
-
-TEST_F(ctlEditGroupsPlainContainerTests, TheDialogWorksAndRelaysNothing)
-{
-    call(command, &IAppCommand::put_Operation, 3L);
-    call(command, &IAppCommand::put_Operand, Bstr(L"Root").get(), Variant(data.root.as<IDispatch>()).get());
-    ASSERT_TRUE(plain.show(__uuidof(::ctlEditGroups), command.get()));
-    plain.site->activateUi();
-    data.takeCalls();
-    clickItem(plain.control(L"ListBox"), 0);
-    EXPECT_EQ(Container::text(plain.control(L"Edit")), L"Vans");
-    data.takeCalls();
-    Container::click(plain.button(L"OK"));
-    Container::click(plain.button(L"Cancel"));
-    EXPECT_THAT(data.takeCalls(), IsEmpty());
-    EXPECT_THAT(plain.done, IsEmpty());
-}
-
-/// One data-layer call of the dialog, which occurrence of it fails, and how many calls were made by then.
-struct LoadCall
-{
-    const char* call;
-    int passed; ///< calls of this name that still succeed
-    std::size_t made;
-};
-
-class ctlEditGroupsLoadFailureTests : public ctlEditGroupsTests, public testing::WithParamInterface<LoadCall>
-{
-};
-
-TEST_P(ctlEditGroupsLoadFailureTests, AFailureWhileLoadingIsTheErrorOfReady)
-{
-    data.failAfter(GetParam().call, GetParam().passed, locked);
-    container.place(__uuidof(::ctlEditGroups), command.get());
-    call(command, &IAppCommand::put_Operation, 3L);
-    call(command, &IAppCommand::put_Operand, Bstr(L"Root").get(), Variant(data.root.as<IDispatch>()).get());
-
-    VARIANT_BOOL ready = VARIANT_TRUE;
-    const HRESULT outcome = container.dialog->get_Ready(&ready);
-
-    EXPECT_EQ(errorOf(outcome), locked);
-    EXPECT_EQ(ready, VARIANT_FALSE);
-    auto calls = data.takeCalls();
-    // A scope that is open when a step fails is still closed; nothing else is called any more.
-    while (!calls.empty() && calls.back() == "Scope.Close(0, 0)" && calls.size() > GetParam().made)
-        calls.pop_back();
-    EXPECT_EQ(calls.size(), GetParam().made);
-    EXPECT_EQ(data.openScopes, 0);
-    EXPECT_THAT(container.errors, IsEmpty());
-
-    EXPECT_TRUE(container.ready()); // the cause is gone, and the dialog is as good as new
-    EXPECT_THAT(items(list()), ElementsAre(L"Vans", L"Drivers"));
-}
-
-INSTANTIATE_TEST_SUITE_P(EachCall, ctlEditGroupsLoadFailureTests,
-                         testing::Values(LoadCall{"Root.OpenScope", 0, 1}, LoadCall{"Root.Groups", 0, 2},
-                                         LoadCall{"Groups.Fetch", 0, 3}, LoadCall{"Scope.Close", 0, 4},
-                                         LoadCall{"Root.OpenScope", 1, 5}, LoadCall{"Root.Groups", 1, 6},
-                                         LoadCall{"Groups.Load", 0, 7}, LoadCall{"Groups.HasAccess", 0, 8},
-                                         LoadCall{"Groups.HasAccess", 1, 9}, LoadCall{"Scope.Close", 1, 10}));
-
-class ctlEditGroupsSelectFailureTests : public ctlEditGroupsTests,
-                                        public testing::WithParamInterface<LoadCall>
-{
-};
-
-TEST_P(ctlEditGroupsSelectFailureTests, AFailureWhileSelectingIsReportedAndTheDialogStaysUsable)
-{
-    showed(3);
-    data.fail(GetParam().call, locked);
-    clickItem(list(), 0);
-
-    EXPECT_THAT(container.errors, ElementsAre(locked));
-    auto calls = data.takeCalls();
-    while (!calls.empty() && calls.back() == "Scope.Close(0, 0)" && calls.size() > GetParam().made)
-        calls.pop_back();
-    EXPECT_EQ(calls.size(), GetParam().made);
-    EXPECT_EQ(data.openScopes, 0);
-    EXPECT_THAT(container.done, IsEmpty());
-
-    clickItem(list(), 1);
-    EXPECT_EQ(Container::text(nameBox()), L"Drivers");
-    EXPECT_EQ(container.errors.size(), 1U);
-}
-
-INSTANTIATE_TEST_SUITE_P(EachCall, ctlEditGroupsSelectFailureTests,
-                         testing::Values(LoadCall{"Root.OpenScope", 0, 1}, LoadCall{"Root.Groups", 0, 2},
-                                         LoadCall{"Groups.Fetch", 0, 3}, LoadCall{"Scope.Close", 0, 4}));
-
-class ctlEditGroupsSubmitFailureTests : public ctlEditGroupsTests,
-                                        public testing::WithParamInterface<std::pair<long, const char*>>
-{
-};
-
-TEST_P(ctlEditGroupsSubmitFailureTests, AFailingExecutionIsReportedAndTheNextOkSucceeds)
-{
-    const auto [operation, failing] = GetParam();
-    showed(operation);
-    data.fail(failing, locked);
-    Container::click(container.button(L"OK"));
-
-    EXPECT_THAT(container.errors, ElementsAre(locked));
-    EXPECT_THAT(container.done, IsEmpty());
-
-    Container::click(container.button(L"OK"));
-    EXPECT_THAT(container.done, ElementsAre(false));
-    EXPECT_EQ(container.errors.size(), 1U);
-}
-
-INSTANTIATE_TEST_SUITE_P(EachCall, ctlEditGroupsSubmitFailureTests,
-                         testing::Values(std::pair{1L, "Root.Groups"}, std::pair{1L, "Groups.Add"},
-                                         std::pair{2L, "Root.Groups"}, std::pair{2L, "Groups.Remove"},
-                                         std::pair{3L, "Root.Groups"}, std::pair{3L, "Groups.Update"}));
 
 } // namespace korvane::test

@@ -15,7 +15,7 @@ namespace
 constexpr int warmUp = 10;
 
 /// What the platform's own controls and fonts leave behind in its heap.
-double heapBlocksOfThePlatform(int rounds, const std::vector<const wchar_t*>& classes)
+double heapBlocksOfThePlatform(int rounds, const std::vector<std::wstring>& classes)
 {
     auto& watch = LeakWatch::instance();
     long before = 0;
@@ -35,10 +35,10 @@ double heapBlocksOfThePlatform(int rounds, const std::vector<const wchar_t*>& cl
             call(font, &IFont::get_hFont, &handle);
         }
         const ModuleControls controls(folderOfTests() + L"\\KorvaneDlg.dll");
-        for (const wchar_t* windowClass : classes)
+        for (const std::wstring& windowClass : classes)
         {
-            const HWND control = CreateWindowExW(0, windowClass, L"x", WS_CHILD | WS_VISIBLE, 0, 0, 80, 20,
-                                                 parent, nullptr, nullptr, nullptr);
+            const HWND control = CreateWindowExW(0, windowClass.c_str(), L"x", WS_CHILD | WS_VISIBLE, 0, 0,
+                                                 80, 20, parent, nullptr, nullptr, nullptr);
             // One implementation of the platform keeps a block for each label that is given a font.
             SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(handle), FALSE);
         }
@@ -49,7 +49,7 @@ double heapBlocksOfThePlatform(int rounds, const std::vector<const wchar_t*>& cl
 
 } // namespace
 
-void expectNothingLeftBehind(int rounds, const std::vector<const wchar_t*>& controls,
+void expectNothingLeftBehind(int rounds, const std::vector<std::wstring>& controls,
                              const std::function<void(int round)>& use)
 {
     const double ofThePlatform = heapBlocksOfThePlatform(rounds, controls);

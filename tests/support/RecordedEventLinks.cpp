@@ -60,7 +60,7 @@ STDMETHODIMP RecordedEventLinks::Load(long eventId, VARIANT* linkId)
             announced.emplace_back(event.id, event.nameId);
     for (const auto& [id, nameId] : announced)
         raise(2, {Variant(id), Variant(nameId)});
-    *linkId = released(link);
+    *linkId = announced.size() > 1 ? released(link) : VARIANT{}; // a group of one is seen as none
     return S_OK;
 }
 
@@ -70,9 +70,10 @@ STDMETHODIMP RecordedEventLinks::Create(long eventId, VARIANT* linkId)
     const HRESULT outcome = data_.record("EventLinks.Create", shown(eventId));
     if (FAILED(outcome))
         return outcome;
-    if (Event* first = data_.event(eventId))
+    Event* const first = data_.event(eventId);
+    if (first && !first->link)
         first->link = eventId;
-    *linkId = released(eventId);
+    *linkId = released(first ? first->link : eventId);
     return S_OK;
 }
 
@@ -87,6 +88,9 @@ STDMETHODIMP RecordedEventLinks::AddNames(VARIANT linkId, VARIANT names)
     const Event original = *group.front();
     for (const long nameId : idsIn(names))
     {
+        const auto booked = members(linkIn(linkId));
+        if (std::any_of(booked.begin(), booked.end(), [&](Event* event) { return event->nameId == nameId; }))
+            continue;
         Event copy = original;
         copy.id = data_.nextId++;
         copy.nameId = nameId;

@@ -2,14 +2,15 @@
 #pragma once
 
 #include "demo/datalayer/ConnectionPoint.h"
+#include "tests/support/EmptyData.h"
 #include "tests/support/RecordingData.h"
 
 namespace korvane::test
 {
 
 class RecordedEventLinks final
-    : public Object<RecordedEventLinks, Inherits<IEventLinks, EventSource<IEventLinksEvents>>, IEventLinks,
-                    IConnectionPointContainer>
+    : public Object<RecordedEventLinks, Inherits<EmptyEventLinks, EventSource<IEventLinksEvents>>,
+                    IEventLinks, IConnectionPointContainer>
 {
 public:
     explicit RecordedEventLinks(RecordingData& data) : data_(data) {}

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "demo/datalayer/ConnectionPoint.h"
+#include "tests/support/EmptyData.h"
 #include "tests/support/RecordingData.h"
 
 namespace korvane::test
@@ -32,7 +33,7 @@ private:
     Rule rule_;
 };
 
-class RecordedEvents final : public Object<RecordedEvents, Inherits<IEvents, EventSource<IEventsEvents>>,
+class RecordedEvents final : public Object<RecordedEvents, Inherits<EmptyEvents, EventSource<IEventsEvents>>,
                                            IEvents, IConnectionPointContainer>
 {
 public:

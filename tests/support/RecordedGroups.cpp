@@ -62,18 +62,24 @@ STDMETHODIMP RecordedGroups::Add(BSTR name, long flags, long* newId)
 STDMETHODIMP RecordedGroups::Remove(long id, long* removedId)
 {
     const HRESULT outcome = data_.record("Groups.Remove", shown(id));
-    if (SUCCEEDED(outcome))
-        *removedId = 0;
-    return outcome;
+    if (FAILED(outcome))
+        return outcome;
+    std::erase_if(data_.groups, [id](const Group& group) { return group.id == id; });
+    *removedId = 0;
+    return S_OK;
 }
 
 STDMETHODIMP RecordedGroups::Update(long id, BSTR name, long flags, long* updatedId)
 {
     const HRESULT outcome =
         data_.record("Groups.Update", shown(id) + ", " + quoted(view(name)) + ", " + shown(flags));
-    if (SUCCEEDED(outcome))
-        *updatedId = std::exchange(data_.nextUpdatedGroup, std::nullopt).value_or(id);
-    return outcome;
+    if (FAILED(outcome))
+        return outcome;
+    for (Group& group : data_.groups)
+        if (group.id == id)
+            group = {id, std::wstring(view(name)), flags, group.editable};
+    *updatedId = std::exchange(data_.nextUpdatedGroup, std::nullopt).value_or(id);
+    return S_OK;
 }
 
 } // namespace korvane::test

@@ -2,12 +2,13 @@
 #pragma once
 
 #include "demo/datalayer/ConnectionPoint.h"
+#include "tests/support/EmptyData.h"
 #include "tests/support/RecordingData.h"
 
 namespace korvane::test
 {
 
-class RecordedGroups final : public Object<RecordedGroups, Inherits<IGroups, EventSource<IGroupsEvents>>,
+class RecordedGroups final : public Object<RecordedGroups, Inherits<EmptyGroups, EventSource<IGroupsEvents>>,
                                            IGroups, IConnectionPointContainer>
 {
 public:

@@ -2,13 +2,14 @@
 #pragma once
 
 #include "demo/datalayer/ConnectionPoint.h"
+#include "tests/support/EmptyData.h"
 #include "tests/support/RecordingData.h"
 
 namespace korvane::test
 {
 
-class RecordedNames final : public Object<RecordedNames, Inherits<INames, EventSource<INamesEvents>>, INames,
-                                          IConnectionPointContainer>
+class RecordedNames final : public Object<RecordedNames, Inherits<EmptyNames, EventSource<INamesEvents>>,
+                                          INames, IConnectionPointContainer>
 {
 public:
     explicit RecordedNames(RecordingData& data) : data_(data) {}
@@ -24,8 +25,8 @@ private:
     RecordingData& data_;
 };
 
-class RecordedTypes final : public Object<RecordedTypes, Inherits<ITypes, EventSource<ITypesEvents>>, ITypes,
-                                          IConnectionPointContainer>
+class RecordedTypes final : public Object<RecordedTypes, Inherits<EmptyTypes, EventSource<ITypesEvents>>,
+                                          ITypes, IConnectionPointContainer>
 {
 public:
     explicit RecordedTypes(RecordingData& data) : data_(data) {}

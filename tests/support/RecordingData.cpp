@@ -1,9 +1,12 @@
 #include "tests/support/RecordingData.h"
 
+#include "tests/support/EmptyData.h"
 #include "tests/support/RecordedEventLinks.h"
 #include "tests/support/RecordedEvents.h"
 #include "tests/support/RecordedGroups.h"
 #include "tests/support/RecordedNames.h"
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 
@@ -21,14 +24,18 @@ public:
 
     STDMETHODIMP Close(long flags, long reason) override
     {
-        return data_.record("Scope.Close", shown(flags) + ", " + shown(reason));
+        const HRESULT outcome = data_.record("Scope.Close", shown(flags) + ", " + shown(reason));
+        if (SUCCEEDED(outcome) && std::exchange(closed_, true))
+            return Failure(E_UNEXPECTED, L"KorvaneData.Scope", L"The scope is closed already.").report();
+        return outcome;
     }
 
 private:
+    bool closed_ = false;
     RecordingData& data_;
 };
 
-class RecordedRoot final : public Object<RecordedRoot, Inherits<IRoot>, IRoot>
+class RecordedRoot final : public Object<RecordedRoot, Inherits<EmptyRoot>, IRoot>
 {
 public:
     explicit RecordedRoot(RecordingData& data) : data_(data) {}
@@ -36,20 +43,13 @@ public:
     STDMETHODIMP get_Groups(IGroups** collection) override { return give("Root.Groups", groups, collection); }
     STDMETHODIMP get_Names(INames** collection) override { return give("Root.Names", names, collection); }
     STDMETHODIMP get_Types(ITypes** collection) override { return give("Root.Types", types, collection); }
+    STDMETHODIMP get_Accounts(IAccounts** collection) override { return lacks(collection); }
     STDMETHODIMP get_Events(IEvents** collection) override { return give("Root.Events", events, collection); }
     STDMETHODIMP get_EventLinks(IEventLinks** collection) override
     {
         return give("Root.EventLinks", links, collection);
     }
-
-    STDMETHODIMP OpenScope(long flags, BSTR source, IScope** scope) override
-    {
-        *scope = nullptr;
-        const HRESULT outcome = data_.record("Root.OpenScope", shown(flags) + ", " + quoted(view(source)));
-        if (SUCCEEDED(outcome))
-            *scope = ComPtr<IScope>(make<RecordedScope>(data_).get()).detach();
-        return outcome;
-    }
+    STDMETHODIMP get_Messages(IMessages** collection) override { return lacks(collection); }
 
     STDMETHODIMP NewRecurrence(long kind, IRecurrence** rule) override
     {
@@ -63,7 +63,22 @@ public:
         return S_OK;
     }
 
+    STDMETHODIMP OpenScope(long flags, BSTR source, IScope** scope) override
+    {
+        *scope = nullptr;
+        const HRESULT outcome = data_.record("Root.OpenScope", shown(flags) + ", " + quoted(view(source)));
+        if (SUCCEEDED(outcome))
+            *scope = ComPtr<IScope>(make<RecordedScope>(data_).get()).detach();
+        return outcome;
+    }
+
 private:
+    template <class Interface> static HRESULT lacks(Interface** result)
+    {
+        *result = nullptr;
+        return E_NOTIMPL;
+    }
+
     template <class Collection, class Interface>
     HRESULT give(const char* call, const ComPtr<Collection>& collection, Interface** result)
     {
@@ -111,6 +126,14 @@ template <class Function> auto with(const RecordingData& data, EventsOf source, 
 } // namespace
 
 RecordingData::RecordingData() : root(ComPtr<IRoot>(make<RecordedRoot>(*this).get())) {}
+
+RecordingData::~RecordingData()
+{
+    EXPECT_EQ(openScopes, 0) << "a scope is left";
+    EXPECT_EQ(rulesAlive, 0) << "a rule is still held";
+    EXPECT_FALSE(hasSubscribers()) << "somebody still listens";
+    EXPECT_EQ(rootOf(*this).referenceCount(), 1U) << "the root is still held";
+}
 
 std::vector<std::string> RecordingData::takeCalls()
 {

@@ -75,6 +75,10 @@ enum class EventsOf
 struct RecordingData
 {
     RecordingData();
+    RecordingData(const RecordingData&) = delete;
+    RecordingData& operator=(const RecordingData&) = delete;
+    /// Whoever used it has let go of all that it gave out.
+    ~RecordingData();
 
     /// The calls so far, for example `Groups.Fetch(4)`, and forgets them.
     std::vector<std::string> takeCalls();

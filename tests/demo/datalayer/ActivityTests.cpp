@@ -19,13 +19,6 @@ protected:
 
 } // namespace
 
-TEST_F(Activities, AreOneCollectionPerRoot)
-{
-    const Desk again(desk->root);
-    EXPECT_EQ(desk->events.get(), again.events.get());
-    EXPECT_EQ(desk->links.get(), again.links.get());
-}
-
 TEST_F(Activities, AreAddedAndFetched)
 {
     const Booking booking{van, 2, at(2026, 3, 2, 9), at(2026, 3, 4, 17, 30), L"Trade fair"};
@@ -66,22 +59,6 @@ TEST_F(Activities, KeepTextsInAnyScriptAndLength)
 TEST_F(Activities, MayBeBookedForABuiltInResource)
 {
     EXPECT_EQ(1, desk->fetch(desk->add(meeting(at(2026, 3, 2), 1))).name);
-}
-
-TEST_F(Activities, NeverGetTheIdOfARemovedOne)
-{
-    desk->add(meeting());
-    const long removed = desk->add(meeting());
-    desk->remove(removed);
-    EXPECT_GT(desk->add(meeting()), removed);
-}
-
-TEST_F(Activities, AreUpdated)
-{
-    const long event = desk->add(meeting());
-    const Booking changed{van, 2, at(2027, 1, 1), at(2027, 1, 3), L"Holiday trip"};
-    desk->update(event, 0, changed);
-    EXPECT_EQ(changed, desk->fetch(event));
 }
 
 TEST_F(Activities, AreRemoved)
@@ -156,22 +133,6 @@ TEST_F(Activities, AreNoExceptionsByThemselves)
     EXPECT_EQ(0, result);
     EXPECT_ERROR(call(desk->events, &IEvents::IsException, 4711L, &result), Code::unknownEvent,
                  L"KorvaneData.Events", unknownEvent);
-}
-
-TEST_F(Activities, LeaveTheArgumentsAloneWhenTheyAreNotFound)
-{
-    Bstr text(L"before");
-    const BSTR held = text.get();
-    long name = 11;
-    long type = 12;
-    DATE t0 = 13;
-    DATE t1 = 14;
-    EXPECT_TRUE(FAILED(desk->events->Fetch(4711, 0, &name, &type, &t0, &t1, text.inOut())));
-    EXPECT_EQ(11, name);
-    EXPECT_EQ(12, type);
-    EXPECT_EQ(13, t0);
-    EXPECT_EQ(14, t1);
-    EXPECT_EQ(held, text.get());
 }
 
 TEST_F(Activities, RefuseMissingPlacesForResults)

@@ -32,27 +32,6 @@ protected:
 
 } // namespace
 
-TEST_F(Events, OfLoadClearFirstAndThenAddEachGroupInOrder)
-{
-    const auto groups = openGroups();
-    const auto id = std::to_wstring(add(groups, L"Staff", 5));
-    const auto subscriber = Subscriber::subscribedTo(groups);
-    raiseLoad(groups);
-    EXPECT_EQ(with({L"OnAdd " + id + L" Staff 5"}), subscriber->events());
-}
-
-TEST_F(Events, AreNotRaisedBySubscribing)
-{
-    const auto groups = openGroups();
-    const auto subscriber = Subscriber::subscribedTo(groups);
-    EXPECT_EQ(Lines{}, subscriber->events());
-}
-
-TEST_F(Events, AreNotNeededForLoad)
-{
-    raiseLoad(openGroups());
-}
-
 TEST_F(Events, AreNotRaisedByReading)
 {
     const auto groups = openGroups();
@@ -172,22 +151,6 @@ TEST_F(Events, ReachANewSubscriberFromTheNextOneOn)
     };
     raiseLoad(groups);
     EXPECT_EQ(Lines(builtIn.begin() + 1, builtIn.end()), (*late)->events());
-}
-
-TEST_F(Events, AllowCallsOnTheGroups)
-{
-    const auto groups = openGroups();
-    const long staff = add(groups, L"Staff");
-    std::vector<bool> access;
-    const auto subscriber = Subscriber::subscribedTo(groups);
-    subscriber->onEvent = [&] {
-        if (!subscriber->list().empty())
-            access.push_back(hasAccess(groups, 3, subscriber->list().back().id));
-        return S_OK;
-    };
-    raiseLoad(groups);
-    EXPECT_EQ((std::vector{false, false, false, true}), access);
-    EXPECT_EQ(staff, subscriber->list().back().id);
 }
 
 TEST_F(Events, AllowWritesWhichAnnounceTheirOwnState)

@@ -15,12 +15,6 @@ protected:
 
 } // namespace
 
-TEST_F(Groups, AreOneCollectionPerRoot)
-{
-    const auto root = open();
-    EXPECT_EQ(groupsOf(root).get(), groupsOf(root).get());
-}
-
 TEST_F(Groups, AreLoadedInTheirStoredOrder)
 {
     const auto groups = openGroups();
@@ -42,53 +36,6 @@ TEST_F(Groups, AreAddedAtTheEndWithAnIdAndFlagsOfTheirOwn)
     ASSERT_EQ(5u, all.size());
     EXPECT_EQ((Listed{first, L"Staff", 3}), all[3]);
     EXPECT_EQ((Listed{second, L"Rooms", -7}), all[4]);
-}
-
-TEST_F(Groups, NeverGetTheIdOfARemovedOne)
-{
-    const auto groups = openGroups();
-    add(groups, L"Staff");
-    const long removed = add(groups, L"Rooms");
-    remove(groups, removed);
-    EXPECT_GT(add(groups, L"Vehicles"), removed);
-}
-
-TEST_F(Groups, AreFetchedById)
-{
-    const auto groups = openGroups();
-    const long id = add(groups, L"Staff", 5);
-    Bstr name(L"before");
-    long flags = -1;
-    VARIANT_BOOL found = VARIANT_FALSE;
-    EXPECT_EQ(S_OK, groups->Fetch(id, name.inOut(), &flags, &found));
-    EXPECT_EQ(VARIANT_TRUE, found);
-    EXPECT_EQ(L"Staff", std::wstring(name.c_str()));
-    EXPECT_EQ(5, flags);
-}
-
-TEST_F(Groups, LeaveNameAndFlagsAloneWhenTheIdIsUnknown)
-{
-    const auto groups = openGroups();
-    for (const long id : {0L, -1L, 4711L})
-    {
-        Bstr name(L"before");
-        const BSTR text = name.get();
-        long flags = 77;
-        VARIANT_BOOL found = VARIANT_TRUE;
-        EXPECT_EQ(S_OK, groups->Fetch(id, name.inOut(), &flags, &found));
-        EXPECT_EQ(VARIANT_FALSE, found);
-        EXPECT_EQ(text, name.get());
-        EXPECT_EQ(L"before", std::wstring(name.c_str()));
-        EXPECT_EQ(77, flags);
-    }
-}
-
-TEST_F(Groups, AreUpdatedWithNameAndFlags)
-{
-    const auto groups = openGroups();
-    const long id = add(groups, L"Staff", 3);
-    EXPECT_EQ(id, update(groups, id, L"Employees", 9));
-    EXPECT_EQ((Listed{id, L"Employees", 9}), fetch(groups, id));
 }
 
 TEST_F(Groups, KeepTheirPlaceWhenUpdated)

@@ -18,42 +18,6 @@ protected:
 
 } // namespace
 
-TEST_F(Links, AreNotThereForASingleActivity)
-{
-    const long event = desk->add(meeting());
-    EXPECT_EQ(std::nullopt, desk->linkOf(event));
-    EXPECT_EQ(Lines{L"1, 2"}, desk->members(event));
-}
-
-TEST_F(Links, HaveTheIdOfTheActivityTheyBeginWith)
-{
-    desk->add(meeting());
-    const long event = desk->add(meeting());
-    EXPECT_EQ(Link(event), desk->create(event));
-    EXPECT_EQ(Link(event), desk->create(event));
-    EXPECT_EQ(meeting(), desk->fetch(event));
-}
-
-TEST_F(Links, OfOneActivityAreSeenAsNone)
-{
-    const long event = desk->add(meeting());
-    desk->create(event);
-    EXPECT_EQ(std::nullopt, desk->linkOf(event));
-    EXPECT_EQ(Lines{L"1, 2"}, desk->members(event));
-}
-
-TEST_F(Links, BookTheActivityForMoreResources)
-{
-    const Link link = three();
-    EXPECT_EQ((Lines{L"1, 2", L"2, 3", L"3, 5"}), desk->members(1));
-    for (long event = 1; event <= 3; ++event)
-    {
-        EXPECT_EQ(link, desk->linkOf(event));
-        EXPECT_EQ(link, desk->create(event));
-    }
-    EXPECT_EQ(meeting(at(2026, 3, 2, 9), van), desk->fetch(3));
-}
-
 TEST_F(Links, CopyTheRuleAndWhatWasDoneToSingleOccurrences)
 {
     const long event = desk->add(meeting());
@@ -67,26 +31,11 @@ TEST_F(Links, CopyTheRuleAndWhatWasDoneToSingleOccurrences)
     EXPECT_EQ(meeting(at(2026, 3, 23, 9), van), desk->fetch(2, 4));
 }
 
-TEST_F(Links, BookNobodyTwice)
-{
-    const Link link = three();
-    desk->addNames(link, {anna, carla, carla, van});
-    EXPECT_EQ((Lines{L"1, 2", L"2, 3", L"3, 5", L"4, 4"}), desk->members(1));
-}
-
 TEST_F(Links, BookNobodyWhenOneResourceIsUnknown)
 {
     const Link link = three();
     EXPECT_REFUSED(desk->addNames(link, {carla, 4711}), Code::unknownName, L"EventLinks", unknownName);
     EXPECT_REFUSED(desk->removeNames(link, {bert, 4711}), Code::unknownName, L"EventLinks", unknownName);
-}
-
-TEST_F(Links, LetResourcesGoWithTheirActivities)
-{
-    const Link link = three();
-    EXPECT_EQ(link, desk->removeNames(link, {bert, carla}));
-    EXPECT_EQ((Lines{L"1, 2", L"3, 5"}), desk->members(1));
-    EXPECT_FALSE(desk->has(2));
 }
 
 TEST_F(Links, TakeTheIdOfTheFirstActivityLeft)

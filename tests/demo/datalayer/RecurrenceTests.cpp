@@ -57,12 +57,6 @@ TEST_F(Recurrences, AreStoredWithAllTheirValues)
     }
 }
 
-TEST_F(Recurrences, LeaveTheActivityItselfAlone)
-{
-    desk->repeat(event, Repetition{2});
-    EXPECT_EQ(meeting(), desk->fetch(event));
-}
-
 TEST_F(Recurrences, AreTakenAway)
 {
     desk->repeat(event, Repetition{2});
@@ -79,18 +73,6 @@ TEST_F(Recurrences, MayBeStoredTwice)
     const std::wstring once = content();
     desk->repeat(event, Repetition{2, 1, 3});
     EXPECT_EQ(once, content());
-}
-
-TEST_F(Recurrences, BelongToTheirHolderOnly)
-{
-    desk->repeat(event, Repetition{2, 0, 3});
-    ComPtr<IRecurrence> held;
-    call(desk->events, &IEvents::GetRecurrence, event, held.put());
-    held->put_Count(99);
-    EXPECT_EQ((Repetition{2, 0, 3}), desk->repetition(event));
-    call(desk->events, &IEvents::SetRecurrence, event, held.get());
-    held->put_Count(1);
-    EXPECT_EQ((Repetition{2, 0, 99}), desk->repetition(event));
 }
 
 TEST_F(Recurrences, OutliveTheRoot)

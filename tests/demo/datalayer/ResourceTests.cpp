@@ -58,13 +58,6 @@ class ActivityTypes : public Lists
 
 } // namespace
 
-TEST_F(Resources, AreOneCollectionPerRoot)
-{
-    ComPtr<INames> again;
-    call(desk->root, &IRoot::get_Names, again.put());
-    EXPECT_EQ(names.get(), again.get());
-}
-
 TEST_F(Resources, OfAGroupAreAnnouncedInTheirOrder)
 {
     sql("UPDATE group_names SET position = -position");
@@ -80,12 +73,6 @@ TEST_F(Resources, OfAllGroupsAreAnnouncedGroupByGroup)
     EXPECT_EQ((Lines{L"OnClear", L"OnAdd 5, Van, 5, 65280", L"OnAdd 2, Anna, 5, 255",
                      L"OnAdd 2, Anna, 4, 255", L"OnAdd 3, Bert, 4, 0", L"OnAdd 4, Carla, 4, 0"}),
               namesOf(0));
-}
-
-TEST_F(Resources, OfAnUnknownOrEmptyGroupAreNone)
-{
-    EXPECT_EQ(Lines{L"OnClear"}, namesOf(1));
-    EXPECT_EQ(Lines{L"OnClear"}, namesOf(4711));
 }
 
 TEST_F(Resources, HaveABuiltInOneThatIsInNoGroup)
@@ -106,13 +93,6 @@ TEST_F(Resources, LeaveTheirGroupsWithTheGroup)
 TEST_F(Resources, RefuseAMissingPlaceForTheResult)
 {
     EXPECT_EQ(E_POINTER, names->Load(0, nullptr));
-}
-
-TEST_F(ActivityTypes, AreOneCollectionPerRoot)
-{
-    ComPtr<ITypes> again;
-    call(desk->root, &IRoot::get_Types, again.put());
-    EXPECT_EQ(types.get(), again.get());
 }
 
 TEST_F(ActivityTypes, OfAGroupWithoutItsOwnAreAll)

@@ -1,45 +1,19 @@
-// What every subscriber to events has: the interfaces and the count of a sink, without a description of its type.
+// What every subscriber to events has.
 #pragma once
 
-#include "framework/com/Platform.h"
+#include "tests/support/PlainObject.h"
 
 #include <gtest/gtest.h>
 
 namespace korvane::store::test
 {
 
-class Sink : public IDispatch
+class Sink : public korvane::test::PlainObject<>
 {
 public:
-    Sink(const Sink&) = delete;
-    Sink& operator=(const Sink&) = delete;
-    virtual ~Sink() = default;
-
-    ULONG references() const noexcept { return references_; }
-
     /// Whether the sink knows the name of the events, as sinks made by compilers do.
     bool knowsEvents = true;
 
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override
-    {
-        const bool known = iid == IID_IUnknown || iid == IID_IDispatch || (knowsEvents && iid == eventsId_);
-        *object = known ? this : nullptr;
-        if (!known)
-            return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() override
-    {
-        const ULONG remaining = --references_;
-        if (remaining == 0)
-            delete this;
-        return remaining;
-    }
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     STDMETHODIMP Invoke(DISPID event, REFIID iid, LCID, WORD flags, DISPPARAMS* arguments, VARIANT*,
                         EXCEPINFO*, UINT*) override
     {
@@ -56,8 +30,9 @@ protected:
     virtual HRESULT hear(DISPID event, const DISPPARAMS& arguments) = 0;
 
 private:
+    void* find(REFIID iid) override { return knowsEvents && iid == eventsId_ ? this : nullptr; }
+
     IID eventsId_;
-    ULONG references_ = 0;
 };
 
 } // namespace korvane::store::test

@@ -2,6 +2,7 @@
 
 #include "framework/com/Boundary.h"
 #include "tests/demo/host/TestSchedule.h"
+#include "tests/support/EmptyData.h"
 #include "tests/support/RecordedEvents.h"
 
 #include <gtest/gtest.h>
@@ -18,8 +19,9 @@ using test::at;
 using Values = std::vector<Variant>;
 
 /// The activities of a data layer, which announce what a test wants.
-class Activities final : public Object<Activities, Inherits<IEvents, ISchedule, EventSource<IEventsEvents>>,
-                                       IEvents, ISchedule, IConnectionPointContainer>
+class Activities final
+    : public Object<Activities, Inherits<korvane::test::EmptyEvents, ISchedule, EventSource<IEventsEvents>>,
+                    IEvents, ISchedule, IConnectionPointContainer>
 {
 public:
     std::vector<Values> announced;
@@ -39,18 +41,10 @@ public:
         }
         return outcome;
     }
-
-    STDMETHODIMP Add(long, long, DATE, DATE, BSTR, long*) override { return E_NOTIMPL; }
-    STDMETHODIMP Update(long, long, long, long, DATE, DATE, BSTR) override { return E_NOTIMPL; }
-    STDMETHODIMP Remove(long, long) override { return E_NOTIMPL; }
-    STDMETHODIMP Fetch(long, long, long*, long*, DATE*, DATE*, BSTR*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetRecurrence(long, IRecurrence**) override { return E_NOTIMPL; }
-    STDMETHODIMP SetRecurrence(long, IRecurrence*) override { return E_NOTIMPL; }
-    STDMETHODIMP IsException(long, long*) override { return E_NOTIMPL; }
 };
 
 /// A data layer with these activities, and the resources and types of another one.
-class Root final : public Object<Root, Inherits<IRoot>, IRoot>
+class Root final : public Object<Root, Inherits<korvane::test::EmptyRoot>, IRoot>
 {
 public:
     explicit Root(ComPtr<IRoot> other) : other_(std::move(other)) {}
@@ -63,10 +57,6 @@ public:
     {
         return returns(collection, [&] { return ComPtr<IEvents>(activities.get()); });
     }
-    STDMETHODIMP get_Groups(IGroups**) override { return E_NOTIMPL; }
-    STDMETHODIMP get_EventLinks(IEventLinks**) override { return E_NOTIMPL; }
-    STDMETHODIMP OpenScope(long, BSTR, IScope**) override { return E_NOTIMPL; }
-    STDMETHODIMP NewRecurrence(long, IRecurrence**) override { return E_NOTIMPL; }
 
 private:
     ComPtr<IRoot> other_;

@@ -1,0 +1,405 @@
+// What holds for every dialog: it opens, fails, is tried again and closes at any time, and leaves nothing open.
+#include "tests/classes/Cases.h"
+#include "tests/support/ComRules.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cwctype>
+#include <map>
+
+namespace korvane::test
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+
+class DialogTests : public testing::TestWithParam<DialogCase>, public DialogOnCase
+{
+protected:
+    DialogTests() : DialogOnCase(GetParam()) {}
+
+    /// The calls that a step of the use makes.
+    template <class Step> std::vector<FailingCall> callsOf(Step step)
+    {
+        data.takeCalls();
+        step();
+        return eachOf(data.takeCalls());
+    }
+
+    /// Nothing has been called after the failure but the closing of scopes.
+    void expectNothingAfter(const FailingCall& failing)
+    {
+        auto calls = data.takeCalls();
+        while (calls.size() > failing.upToTheFailure.size() && calls.back() == "Scope.Close(0, 0)")
+            calls.pop_back();
+        EXPECT_EQ(calls, failing.upToTheFailure);
+        EXPECT_EQ(data.openScopes, 0);
+    }
+
+    void fail(const FailingCall& failing) { data.failAfter(failing.name, failing.passed, locked); }
+};
+
+/// Those that a user fills in and confirms.
+class FilledDialogTests : public DialogTests
+{
+};
+
+std::vector<DialogCase> filledDialogs()
+{
+    auto cases = dialogCases();
+    std::erase_if(cases, [](const DialogCase& each) { return each.runsByItself(); });
+    return cases;
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryDialog, DialogTests, testing::ValuesIn(dialogCases()),
+                         [](const auto& tested) { return tested.param.name; });
+INSTANTIATE_TEST_SUITE_P(EveryDialog, FilledDialogTests, testing::ValuesIn(filledDialogs()),
+                         [](const auto& tested) { return tested.param.name; });
+
+} // namespace
+
+TEST_P(DialogTests, NameIsItsTitle)
+{
+    place();
+    Bstr title;
+    call(container.dialog, &IAppDialog::get_Name, title.put());
+    EXPECT_EQ(title, tested.title);
+}
+
+TEST_P(DialogTests, TakesItsOwnCommandOnly)
+{
+    place();
+    std::vector<ComPtr<IDispatch>> others{create<IDispatch>(__uuidof(::Resources)),
+                                          container.dialog.as<IDispatch>()};
+    for (const CommandCase& each : commandCases())
+        if (each.classId != tested.commandClass)
+            others.push_back(create<IDispatch>(each.classId));
+    for (const auto& other : others)
+        EXPECT_EQ(container.dialog->putref_Command(other.get()), DISP_E_TYPEMISMATCH);
+    ComPtr<IAppCommand> held;
+    call(container.dialog, &IAppDialog::get_Command, held.put());
+    EXPECT_EQ(held.get(), command.get());
+}
+
+TEST_P(DialogTests, ReadyWithoutACommandFails)
+{
+    container.place(tested.dialogClass, nullptr);
+    VARIANT_BOOL ready = VARIANT_TRUE;
+    EXPECT_EQ(container.dialog->get_Ready(&ready), E_POINTER);
+    EXPECT_EQ(ready, VARIANT_FALSE);
+}
+
+TEST_P(DialogTests, ReadyReadsWithinScopesAndTellsNothing)
+{
+    show();
+    EXPECT_EQ(data.openScopes, 0);
+    EXPECT_THAT(container.errors, IsEmpty());
+    EXPECT_THAT(container.done, IsEmpty());
+    EXPECT_EQ(container.submitted, 0);
+}
+
+TEST_P(DialogTests, ReadAgainItShowsTheSame)
+{
+    show();
+    const auto before = look();
+    EXPECT_TRUE(container.ready());
+    EXPECT_EQ(look(), before);
+}
+
+TEST_P(DialogTests, ConfirmedItSubmitsOnceAndEnds)
+{
+    fillIn();
+    container.onSubmit = [&](IAppCommand& submitted) {
+        EXPECT_EQ(&submitted, command.get());
+        // What a user does who cannot wait.
+        container.press(VK_RETURN);
+        container.press(VK_ESCAPE);
+        if (okButton())
+            Container::click(okButton());
+        VARIANT_BOOL executed = VARIANT_FALSE;
+        call(command, &IAppCommand::Execute, &executed);
+        return true;
+    };
+    confirm();
+    container.press(VK_RETURN);
+    container.press(VK_ESCAPE);
+    EXPECT_EQ(container.submitted, 1);
+    EXPECT_THAT(container.done, ElementsAre(false));
+    EXPECT_THAT(container.errors, IsEmpty());
+}
+
+TEST_P(DialogTests, AFailureOfReadyIsItsErrorAndNothingCanBeConfirmed)
+{
+    const auto calls = callsOf([&] { show(); });
+    const auto whole = look();
+    for (const FailingCall& failing : calls)
+    {
+        SCOPED_TRACE(failing.upToTheFailure.back());
+        renew();
+        place();
+        fail(failing);
+        VARIANT_BOOL ready = VARIANT_TRUE;
+        EXPECT_EQ(errorOf(container.dialog->get_Ready(&ready)), locked);
+        EXPECT_EQ(ready, VARIANT_FALSE);
+        expectNothingAfter(failing);
+        EXPECT_THAT(container.errors, IsEmpty());
+
+        // By the default key, by button and by the button's key.
+        container.site->activateUi();
+        container.pump();
+        container.press(VK_RETURN);
+        if (okButton())
+        {
+            Container::click(okButton());
+            SetFocus(okButton());
+            container.press(VK_SPACE);
+        }
+        EXPECT_EQ(container.submitted, 0);
+        EXPECT_THAT(data.takeCalls(), IsEmpty());
+        EXPECT_THAT(container.done, IsEmpty());
+
+        EXPECT_TRUE(container.ready()); // the cause is gone, and the dialog is as good as new
+        EXPECT_EQ(look(), whole);
+    }
+}
+
+TEST_P(DialogTests, AFailedReadyCanBeCancelled)
+{
+    const auto calls = callsOf([&] { show(); });
+    for (const FailingCall& failing : calls)
+    {
+        renew();
+        place();
+        fail(failing);
+        VARIANT_BOOL ready = VARIANT_TRUE;
+        EXPECT_TRUE(FAILED(container.dialog->get_Ready(&ready)));
+        container.site->activateUi();
+        container.pump();
+        container.press(VK_ESCAPE);
+        if (!tested.runsByItself())
+        {
+            EXPECT_THAT(container.done, ElementsAre(true)) << failing.upToTheFailure.back();
+        }
+        EXPECT_EQ(container.submitted, 0);
+    }
+}
+
+TEST_P(DialogTests, AFailureOfItsCommandIsToldAndLeavesEverythingAsItWas)
+{
+    fillIn();
+    const auto calls = callsOf([&] { confirm(); });
+    EXPECT_FALSE(calls.empty());
+    for (const FailingCall& failing : calls)
+    {
+        SCOPED_TRACE(failing.upToTheFailure.back());
+        renew();
+        fillIn();
+        data.takeCalls();
+        const auto before = look();
+        fail(failing);
+        confirm();
+        EXPECT_THAT(container.errors, ElementsAre(locked));
+        expectNothingAfter(failing);
+        if (tested.runsByItself())
+        {
+            EXPECT_THAT(container.done, ElementsAre(true));
+            continue;
+        }
+        EXPECT_THAT(container.done, IsEmpty());
+        EXPECT_EQ(look(), before);
+        confirm();
+        EXPECT_THAT(container.done, ElementsAre(false));
+        EXPECT_EQ(container.errors.size(), 1U);
+    }
+}
+
+TEST_P(DialogTests, ItCanBeClosedInAnyState)
+{
+    const auto closes = [this](auto step) {
+        step();
+        end();
+        EXPECT_FALSE(data.hasSubscribers());
+        EXPECT_EQ(canUnload(), S_OK);
+        renew();
+    };
+    closes([] {});
+    closes([this] { place(); });
+    closes([this] { show(); });
+    closes([this] { activate(); });
+    closes([this] { fillIn(); });
+    closes([this] {
+        fillIn();
+        confirm();
+    });
+}
+
+TEST_P(DialogTests, TheHostMayCloseItWhileItIsToldSomething)
+{
+    const auto failing = [this] {
+        fillIn();
+        const auto calls = callsOf([&] { confirm(); });
+        renew();
+        return calls.back();
+    }();
+    const auto toHost = container.site->onDone;
+    const auto toError = container.site->onError;
+    const auto close = [this] { container.close(); };
+
+    fillIn();
+    container.site->onDone = [&](bool) { close(); };
+    confirm();
+    EXPECT_FALSE(container.dialog);
+    EXPECT_EQ(container.submitted, 1);
+    container.site->onDone = toHost;
+
+    renew();
+    fillIn();
+    container.site->onError = [&](HRESULT, std::wstring_view, std::wstring_view) { close(); };
+    fail(failing);
+    confirm();
+    EXPECT_FALSE(container.dialog);
+    container.site->onError = toError;
+
+    renew();
+    fillIn();
+    container.onSubmit = [&](IAppCommand&) {
+        close();
+        return true;
+    };
+    confirm();
+    EXPECT_FALSE(container.dialog);
+}
+
+TEST_P(DialogTests, ReadyItObeysTheRulesOfCom)
+{
+    show();
+    const auto object = container.dialog.as<IUnknown>();
+    expectOneIdentity(object.get());
+    expectBalancedReferences(object.get());
+    expectErrorSupport(object.get());
+}
+
+TEST_P(FilledDialogTests, CancelNeverTouchesTheCommandOrTheData)
+{
+    fillIn();
+    data.takeCalls();
+    const std::string before = operands();
+    container.press(VK_ESCAPE);
+    EXPECT_THAT(container.done, ElementsAre(true));
+    EXPECT_EQ(container.submitted, 0);
+    EXPECT_THAT(data.takeCalls(), IsEmpty());
+    EXPECT_EQ(operands(), before);
+}
+
+TEST_P(FilledDialogTests, AFailureWhileItIsFilledInIsToldAndItStaysUsable)
+{
+    activate();
+    for (const FailingCall& failing : callsOf([&] { tested.use(container); }))
+    {
+        SCOPED_TRACE(failing.upToTheFailure.back());
+        renew();
+        activate();
+        data.takeCalls();
+        fail(failing);
+        tested.use(container);
+        EXPECT_THAT(container.errors, ElementsAre(locked));
+        EXPECT_EQ(data.openScopes, 0);
+        EXPECT_THAT(container.done, IsEmpty());
+        confirm();
+        EXPECT_THAT(container.done, ElementsAre(false));
+        EXPECT_EQ(container.errors.size(), 1U);
+    }
+}
+
+class PlainContainerTests : public testing::TestWithParam<DialogCase>, public DialogOnCase
+{
+protected:
+    PlainContainerTests() : DialogOnCase(GetParam(), {.font = false, .sink = false, .commandSite = false}) {}
+};
+
+TEST_P(PlainContainerTests, ItWorksAndRelaysNothing)
+{
+    fillIn();
+    data.takeCalls();
+    confirm();
+    container.press(VK_ESCAPE);
+    EXPECT_THAT(data.takeCalls(), IsEmpty());
+    EXPECT_THAT(container.done, IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryDialog, PlainContainerTests, testing::ValuesIn(dialogCases()),
+                         [](const auto& tested) { return tested.param.name; });
+
+// --- the keyboard
+
+TEST_P(FilledDialogTests, TabReachesEveryControlAndLeadsBack)
+{
+    fillIn();
+    // Of options, the one that is chosen can be reached.
+    auto expected = usable();
+    std::erase_if(expected, [](HWND window) {
+        const LONG kind = GetWindowLongW(window, GWL_STYLE) & BS_TYPEMASK;
+        return classOf(window) == L"Button" && (kind == BS_AUTORADIOBUTTON || kind == BS_RADIOBUTTON) &&
+               SendMessageW(window, BM_GETCHECK, 0, 0) != BST_CHECKED;
+    });
+    ASSERT_FALSE(expected.empty());
+    for (const bool back : {false, true})
+    {
+        std::vector<HWND> reached;
+        SetFocus(expected.front());
+        for (std::size_t step = 0; step < expected.size(); ++step)
+        {
+            reached.push_back(GetFocus());
+            container.press(VK_TAB, back);
+        }
+        EXPECT_EQ(GetFocus(), expected.front());
+        if (back)
+            std::reverse(reached.begin() + 1, reached.end());
+        EXPECT_EQ(reached, expected);
+    }
+}
+
+TEST_P(FilledDialogTests, AccessKeysAreUniqueAndLeadToTheirControls)
+{
+    fillIn();
+    std::map<wchar_t, std::vector<HWND>> keys;
+    for (const HWND window : windowsOn(container.dialogWindow()))
+    {
+        const std::wstring text = Container::text(window);
+        const auto mark = text.find(L'&');
+        const bool hasCaption = classOf(window) == L"Static" || classOf(window) == L"Button";
+        if (hasCaption && IsWindowVisible(window) && IsWindowEnabled(window) && mark != std::wstring::npos)
+            keys[static_cast<wchar_t>(std::towupper(text.at(mark + 1)))].push_back(window);
+    }
+    for (const auto& [key, windows] : keys)
+    {
+        SCOPED_TRACE(narrow(std::wstring(1, key)));
+        if (tested.sharedKeys.find(key) != std::wstring::npos)
+            continue;
+        ASSERT_EQ(windows.size(), 1U);
+        if (classOf(windows.front()) != L"Static")
+            continue; // a button does something
+        HWND named = GetWindow(windows.front(), GW_HWNDNEXT);
+        while (classOf(named) == L"Static")
+            named = GetWindow(named, GW_HWNDNEXT);
+        SetFocus(okButton());
+        container.press(static_cast<WORD>(key), false, true);
+        EXPECT_EQ(GetFocus(), IsWindowEnabled(named) ? named : okButton());
+    }
+}
+
+TEST_P(FilledDialogTests, ScreenReadersNameEveryTextBox)
+{
+    activate();
+    for (const HWND window : usable())
+        if (classOf(window) == L"Edit")
+        {
+            EXPECT_FALSE(accessibleName(window).empty());
+        }
+}
+
+} // namespace korvane::test
