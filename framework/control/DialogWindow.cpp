@@ -202,6 +202,12 @@ HWND DialogWindow::controlOfAccessKey(wchar_t key) const noexcept
     return nullptr;
 }
 
+HICON DialogWindow::loadIcon(long id, int size) const noexcept
+{
+    return static_cast<HICON>(
+        LoadImageW(module::instance(), MAKEINTRESOURCEW(id), IMAGE_ICON, size, size, 0));
+}
+
 HWND DialogWindow::lastTabStop() const noexcept
 {
     // The one before the first: platforms differ on what comes before no control at all.
@@ -277,70 +283,66 @@ void DialogWindow::relayToToolTips(HWND control, UINT mouseMessage) const noexce
 LRESULT CALLBACK DialogWindow::procedure(HWND window, UINT message, WPARAM first, LPARAM second) noexcept
 {
     auto* dialog = reinterpret_cast<DialogWindow*>(GetWindowLongPtrW(window, DWLP_USER));
-    if (dialog && dialog->handle(message, first, second))
-        return 0;
-    return DefDlgProcW(window, message, first, second);
+    const auto result = dialog ? dialog->handle(message, first, second) : std::nullopt;
+    return result ? *result : DefDlgProcW(window, message, first, second);
 }
 
-bool DialogWindow::handle(UINT message, WPARAM first, LPARAM second) noexcept
+std::optional<LRESULT> DialogWindow::handle(UINT message, WPARAM first, LPARAM second) noexcept
 {
     switch (message)
     {
     case WM_COMMAND:
         if (Control* control = controlOf(reinterpret_cast<HWND>(second)))
             control->notify(HIWORD(first));
-        return true;
+        return 0;
     case WM_NOTIFY:
     {
         const auto& notification = *reinterpret_cast<const NMHDR*>(second);
         if (Control* control = controlOf(notification.hwndFrom))
-        {
-            control->notified(notification);
-            return true;
-        }
-        return false;
+            return control->notified(notification);
+        return std::nullopt;
     }
     case WM_VSCROLL:
         // The end of scrolling comes after the last change, and is none itself.
         if (Control* control = controlOf(reinterpret_cast<HWND>(second));
             control && LOWORD(first) != SB_ENDSCROLL)
             control->scrolled();
-        return true;
+        return 0;
     case WM_SETCURSOR:
         // Comes here from the control under the pointer, with what the pointer does there.
         relayToToolTips(reinterpret_cast<HWND>(first), HIWORD(second));
-        return false;
+        return std::nullopt;
     case WM_DRAWITEM:
     {
         const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(second);
         if (const Control* control = controlOf(item.hwndItem))
             control->draw(item);
-        return true;
+        return 0;
     }
     case postedMessage:
         if (Control* control = controlOf(reinterpret_cast<HWND>(first)))
             control->posted(second);
         else if (first == 0)
             run([this] { postedToDialog(); });
-        return true;
+        return 0;
     case WM_SETFOCUS:
         focusArrived();
         windowFocused();
-        return false;
+        return std::nullopt;
     case WM_MOUSEACTIVATE:
         focusArrived();
-        return false;
+        return std::nullopt;
     case dpiChangedAfterParent:
         if (const int dpi = windowDpi(window_); dpi != dpi_)
         {
             dpi_ = dpi;
             run([this] { dpiChanged(); });
         }
-        return true;
+        return 0;
     case WM_DESTROY:
         for (Control* control : controls_)
             control->closing();
-        return false;
+        return std::nullopt;
     case WM_NCDESTROY:
         // A container may destroy its window, and this one in it, before it lets go of the control.
         SetWindowLongPtrW(window_, DWLP_USER, 0);
@@ -349,9 +351,9 @@ bool DialogWindow::handle(UINT message, WPARAM first, LPARAM second) noexcept
         controlsCreated_ = false;
         for (Control* control : controls_)
             control->forgetWindow();
-        return false;
+        return std::nullopt;
     default:
-        return false;
+        return std::nullopt;
     }
 }
 

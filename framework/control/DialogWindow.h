@@ -5,6 +5,7 @@
 #include "framework/control/DialogFont.h"
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace korvane
@@ -40,6 +41,8 @@ public:
     virtual void run(const std::function<void()>& handler) noexcept = 0;
     virtual void focusArrived() noexcept = 0;
     virtual void focusLeft() noexcept = 0;
+    /// The icon with an id, as wide and high as a number of pixels; null when there is none. The caller destroys it.
+    virtual HICON loadIcon(long id, int size) const noexcept;
     /// Lets a control come back to something once the message at hand is over.
     void post(const Control& control, LPARAM value) const noexcept;
 
@@ -84,7 +87,8 @@ protected:
 
 private:
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM first, LPARAM second) noexcept;
-    bool handle(UINT message, WPARAM first, LPARAM second) noexcept;
+    /// The result of a message; none for what is left to the platform.
+    std::optional<LRESULT> handle(UINT message, WPARAM first, LPARAM second) noexcept;
     Control* controlOf(HWND window) const noexcept;
     void createToolTips();
     void relayToToolTips(HWND control, UINT mouseMessage) const noexcept;
