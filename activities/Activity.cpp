@@ -6,13 +6,6 @@
 namespace korvane
 {
 
-ComPtr<IEvents> Activity::events() const
-{
-    ComPtr<IEvents> collection;
-    call(Root, &IRoot::get_Events, collection.put());
-    return collection;
-}
-
 void Activity::orderTimes() noexcept
 {
     if (T0.days > T1.days)
@@ -26,17 +19,14 @@ void Activity::update(long nameId) const
 
 void Activity::add(long nameId)
 {
-    long added = 0;
-    call(events(), &IEvents::Add, nameId, TypeID, T0.days, T1.days, Text.get(), &added);
-    EventID = added;
+    EventID = fetch(events(), &IEvents::Add, nameId, TypeID, T0.days, T1.days, Text.get());
 }
 
-Activity::Stored Activity::fetch() const
+Activity::Stored Activity::fetchStored(Stored values) const
 {
-    Stored stored;
-    call(events(), &IEvents::Fetch, EventID, Instance, &stored.nameId, &stored.typeId, &stored.T0.days,
-         &stored.T1.days, stored.text.inOut());
-    return stored;
+    call(events(), &IEvents::Fetch, EventID, Instance, &values.nameId, &values.typeId, &values.T0.days,
+         &values.T1.days, values.text.inOut());
+    return values;
 }
 
 void raiseBadCommandNumber(long operation)

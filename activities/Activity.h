@@ -4,8 +4,6 @@
 #include "activities/LinkGroup.h"
 #include "framework/AppCommand.h"
 
-#include <KorvaneData.h>
-
 #include <array>
 
 namespace korvane
@@ -34,7 +32,7 @@ struct Activity
 protected:
     ~Activity() = default;
 
-    ComPtr<IEvents> events() const;
+    ComPtr<IEvents> events() const { return collection<IEvents>(Root); }
 
     /// A stop before the start is never an error.
     void orderTimes() noexcept;
@@ -51,7 +49,8 @@ protected:
         OleDate T1;
         Bstr text;
     };
-    Stored fetch() const;
+    /// Values that the data layer leaves as they are stay as they are.
+    Stored fetchStored(Stored values) const;
 };
 
 /// Raises the error for an operation that an activity command does not know.

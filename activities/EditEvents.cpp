@@ -32,7 +32,7 @@ bool EditEvents::prepare()
 
 void EditEvents::prepareStored()
 {
-    auto stored = fetch();
+    auto stored = fetchStored({NameID, TypeID, T0, T1, Text});
     NameID = stored.nameId;
     TypeID = stored.typeId;
     T0 = stored.T0;
@@ -44,12 +44,8 @@ void EditEvents::prepareStored()
     if (!mayEditOthers && links.isLinked())
         RaiseAppError(errorEditOthers);
 
-    ComPtr<IRecurrence> storedRule;
-    call(events(), &IEvents::GetRecurrence, EventID, storedRule.put());
-    Rule = copyOf(storedRule);
-    long flag = 0;
-    call(events(), &IEvents::IsException, EventID, &flag);
-    exceptionFlag_ = flag;
+    Rule = copyOf(fetch(events(), &IEvents::GetRecurrence, EventID));
+    exceptionFlag_ = fetch(events(), &IEvents::IsException, EventID);
 }
 
 /// What the user does to the copy does not touch the stored rule.
@@ -57,16 +53,10 @@ ComPtr<IRecurrence> EditEvents::copyOf(const ComPtr<IRecurrence>& rule) const
 {
     if (!rule)
         return nullptr;
-    long value = 0;
-    ComPtr<IRecurrence> copy;
-    call(rule, &IRecurrence::get_Kind, &value);
-    call(Root, &IRoot::NewRecurrence, value, copy.put());
-    call(rule, &IRecurrence::get_Count, &value);
-    call(copy, &IRecurrence::put_Count, value);
-    call(rule, &IRecurrence::get_Interval, &value);
-    call(copy, &IRecurrence::put_Interval, value);
-    call(rule, &IRecurrence::get_Anchor, &value);
-    call(copy, &IRecurrence::put_Anchor, value);
+    auto copy = fetch(Root, &IRoot::NewRecurrence, fetch(rule, &IRecurrence::get_Kind));
+    call(copy, &IRecurrence::put_Count, fetch(rule, &IRecurrence::get_Count));
+    call(copy, &IRecurrence::put_Interval, fetch(rule, &IRecurrence::get_Interval));
+    call(copy, &IRecurrence::put_Anchor, fetch(rule, &IRecurrence::get_Anchor));
     return copy;
 }
 
@@ -200,75 +190,6 @@ void EditEvents::SetName(long nameId, bool checked)
 bool EditEvents::MayBookOthers() const
 {
     return links.hasAccess(LinkAccess::create, 0);
-}
-
-STDMETHODIMP EditEvents::get_EventInstance(long* value)
-{
-    return returns(value, [&] { return Instance; });
-}
-
-STDMETHODIMP EditEvents::put_EventInstance(long value)
-{
-    Instance = value;
-    return S_OK;
-}
-
-STDMETHODIMP EditEvents::get_GroupID(long* value)
-{
-    return returns(value, [&] { return GroupID; });
-}
-
-STDMETHODIMP EditEvents::get_TypeID(long* value)
-{
-    return returns(value, [&] { return TypeID; });
-}
-
-STDMETHODIMP EditEvents::put_TypeID(long value)
-{
-    TypeID = value;
-    return S_OK;
-}
-
-STDMETHODIMP EditEvents::get_NameID(long* value)
-{
-    return returns(value, [&] { return NameID; });
-}
-
-STDMETHODIMP EditEvents::get_T0(DATE* value)
-{
-    return returns(value, [&] { return T0; });
-}
-
-STDMETHODIMP EditEvents::put_T0(DATE value)
-{
-    T0 = {value};
-    return S_OK;
-}
-
-STDMETHODIMP EditEvents::get_T1(DATE* value)
-{
-    return returns(value, [&] { return T1; });
-}
-
-STDMETHODIMP EditEvents::put_T1(DATE value)
-{
-    T1 = {value};
-    return S_OK;
-}
-
-STDMETHODIMP EditEvents::get_Text(BSTR* value)
-{
-    return returns(value, [&] { return Text; });
-}
-
-STDMETHODIMP EditEvents::put_Text(BSTR value)
-{
-    return guard([&] { Text = Bstr(view(value)); });
-}
-
-STDMETHODIMP EditEvents::get_Command(IAppCommand** value)
-{
-    return returns(value, [&] { return asCommand(); });
 }
 
 } // namespace korvane

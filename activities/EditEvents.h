@@ -27,19 +27,18 @@ public:
     bool MayBookOthers() const;
     long ExceptionFlag() const noexcept { return exceptionFlag_; }
 
-    STDMETHODIMP get_EventInstance(long* value) override;
-    STDMETHODIMP put_EventInstance(long value) override;
-    STDMETHODIMP get_GroupID(long* value) override;
-    STDMETHODIMP get_TypeID(long* value) override;
-    STDMETHODIMP put_TypeID(long value) override;
-    STDMETHODIMP get_NameID(long* value) override;
-    STDMETHODIMP get_T0(DATE* value) override;
-    STDMETHODIMP put_T0(DATE value) override;
-    STDMETHODIMP get_T1(DATE* value) override;
-    STDMETHODIMP put_T1(DATE value) override;
-    STDMETHODIMP get_Text(BSTR* value) override;
-    STDMETHODIMP put_Text(BSTR value) override;
-    STDMETHODIMP get_Command(IAppCommand** value) override;
+    STDMETHODIMP get_EventInstance(long* value) override { return read(value, Instance); }
+    STDMETHODIMP put_EventInstance(long value) override { return write(Instance, value); }
+    STDMETHODIMP get_GroupID(long* value) override { return read(value, GroupID); }
+    STDMETHODIMP get_TypeID(long* value) override { return read(value, TypeID); }
+    STDMETHODIMP put_TypeID(long value) override { return write(TypeID, value); }
+    STDMETHODIMP get_NameID(long* value) override { return read(value, NameID); }
+    STDMETHODIMP get_T0(DATE* value) override { return read(value, T0); }
+    STDMETHODIMP put_T0(DATE value) override { return write(T0, value); }
+    STDMETHODIMP get_T1(DATE* value) override { return read(value, T1); }
+    STDMETHODIMP put_T1(DATE value) override { return write(T1, value); }
+    STDMETHODIMP get_Text(BSTR* value) override { return read(value, Text); }
+    STDMETHODIMP put_Text(BSTR value) override { return write(Text, value); }
 
     long NameID = 0;          ///< the primary resource
     ComPtr<IRecurrence> Rule; ///< the working copy that the dialog edits; empty for no repetition

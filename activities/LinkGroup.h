@@ -2,9 +2,7 @@
 #pragma once
 
 #include "activities/NameSet.h"
-#include "framework/com/EventConnection.h"
-
-#include <KorvaneData.h>
+#include "framework/DataLayer.h"
 
 namespace korvane
 {
@@ -22,7 +20,8 @@ public:
     /// @param primary the command's own resource, which is part of both sets as often as they are read.
     explicit LinkGroup(const long& primary) noexcept : primary_(primary) {}
 
-    /// Takes the links of a database and hears their events from now on.
+    /// Takes the links of a database and hears their events from now on. Only what answers to load() counts: a data
+    /// layer may have one collection of links for all, and announce there what somebody else has asked for.
     void connect(const ComPtr<IRoot>& root);
 
     /// Starts both sets with the primary resource alone.
@@ -53,8 +52,7 @@ private:
     void addMember(long nameId);
 
     const long& primary_;
-    ComPtr<IEventLinks> links_;
-    EventConnection mLinks;
+    Subscription<IEventLinks> mLinks;
 };
 
 } // namespace korvane

@@ -17,11 +17,11 @@ bool MoveEvents::prepare()
         return true; // an unknown operation fails when it is executed
 
     // Type and text as they are stored; the times are those that the activity goes to.
-    auto stored = fetch();
-    TypeID = stored.typeId;
-    Text = std::move(stored.text);
+    stored_ = fetchStored({stored_.nameId, TypeID, stored_.T0, stored_.T1, Text});
+    TypeID = stored_.typeId;
+    Text = stored_.text;
     if (SourceName == 0)
-        SourceName = stored.nameId;
+        SourceName = stored_.nameId;
     if (TargetName == 0)
         TargetName = SourceName;
     links.load(EventID);
@@ -66,27 +66,6 @@ void MoveEvents::SetName(long nameId, bool checked)
         links.chosen.add(nameId);
     else
         links.chosen.remove(nameId);
-}
-
-STDMETHODIMP MoveEvents::get_Command(IAppCommand** value)
-{
-    return returns(value, [&] { return asCommand(); });
-}
-
-STDMETHODIMP MoveEvents::get_SourceName(long* value)
-{
-    return returns(value, [&] { return SourceName; });
-}
-
-STDMETHODIMP MoveEvents::get_TargetName(long* value)
-{
-    return returns(value, [&] { return TargetName; });
-}
-
-STDMETHODIMP MoveEvents::put_UpdateAll(VARIANT_BOOL value)
-{
-    UpdateAll = value != VARIANT_FALSE;
-    return S_OK;
 }
 
 } // namespace korvane

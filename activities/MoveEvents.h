@@ -29,10 +29,9 @@ public:
     /// For the dialog: chooses a resource or takes it out of the choice; source and target stay.
     void SetName(long nameId, bool checked);
 
-    STDMETHODIMP get_Command(IAppCommand** value) override;
-    STDMETHODIMP get_SourceName(long* value) override;
-    STDMETHODIMP get_TargetName(long* value) override;
-    STDMETHODIMP put_UpdateAll(VARIANT_BOOL value) override;
+    STDMETHODIMP get_SourceName(long* value) override { return read(value, SourceName); }
+    STDMETHODIMP get_TargetName(long* value) override { return read(value, TargetName); }
+    STDMETHODIMP put_UpdateAll(VARIANT_BOOL value) override { return write(UpdateAll, value); }
 
     long SourceName = 0;    ///< the resource that the activity comes from
     long TargetName = 0;    ///< the resource that it goes to
@@ -40,6 +39,8 @@ public:
 
 private:
     void move();
+
+    Stored stored_; ///< the activity as it was when the command was prepared
 };
 
 } // namespace korvane

@@ -69,11 +69,7 @@ void RecurrencePanel::fill()
     chkRecurrences.setEnabled(true);
     const auto& rule = command_().Rule;
     if (rule)
-    {
-        long kind = 0;
-        call(rule, &IRecurrence::get_Kind, &kind);
-        showKind(kind);
-    }
+        showKind(fetch(rule, &IRecurrence::get_Kind));
     open(static_cast<bool>(rule));
 }
 
@@ -89,13 +85,7 @@ void RecurrencePanel::toggle()
     if (!isOpen)
         command_().Rule.reset();
     else if (!command_().Rule)
-    {
-        if (const auto failure = attempt([&] { chooseKind(0); }))
-        {
-            chkRecurrences.setValue(false);
-            throw *failure;
-        }
-    }
+        undoOnFailure([&] { chooseKind(0); }, [&] { chkRecurrences.setValue(false); });
     open(isOpen);
 }
 
@@ -115,24 +105,17 @@ void RecurrencePanel::chooseKind(int index)
     auto& command = command_();
     const auto former = command.Rule;
     const long formerKind = kind_;
-    const auto failure = attempt([&] {
-        const long kind = index + 1;
-        long present = 0;
-        if (former)
-            call(former, &IRecurrence::get_Kind, &present);
-        if (present != kind)
-        {
-            ComPtr<IRecurrence> rule;
-            call(command.Root, &IRoot::NewRecurrence, kind, rule.put());
-            command.Rule = std::move(rule);
-        }
-        showKind(kind);
-    });
-    if (!failure)
-        return;
-    command.Rule = former;
-    attempt([&] { showKind(formerKind); });
-    throw *failure;
+    undoOnFailure(
+        [&] {
+            const long kind = index + 1;
+            if (!former || fetch(former, &IRecurrence::get_Kind) != kind)
+                command.Rule = fetch(command.Root, &IRoot::NewRecurrence, kind);
+            showKind(kind);
+        },
+        [&] {
+            command.Rule = former;
+            showKind(formerKind);
+        });
 }
 
 /// Shows a kind of rule with the rule's numbers; for a kind that has no option, no option and no numbers.
@@ -161,11 +144,7 @@ void RecurrencePanel::write(HRESULT (STDMETHODCALLTYPE IRecurrence::*property)(l
     const auto& rule = command_().Rule;
     if (!rule)
         return;
-    if (const auto failure = attempt([&] { call(rule, property, number); }))
-    {
-        attempt([&] { showNumbers(); });
-        throw *failure;
-    }
+    undoOnFailure([&] { call(rule, property, number); }, [&] { showNumbers(); });
 }
 
 void RecurrencePanel::showNumbers()
@@ -173,10 +152,8 @@ void RecurrencePanel::showNumbers()
     const auto& rule = command_().Rule;
     if (!rule)
         return;
-    long every = 0;
-    long times = 0;
-    call(rule, &IRecurrence::get_Count, &times);
-    call(rule, &IRecurrence::get_Interval, &every);
+    const long times = fetch(rule, &IRecurrence::get_Count);
+    const long every = fetch(rule, &IRecurrence::get_Interval);
     count.show(times);
     interval.show(every + 1);
 }

@@ -27,15 +27,15 @@ void ResourceTree::clearGroups()
 
 void ResourceTree::addGroup(long id, BSTR text)
 {
-    Group*& shown = groupsById_[id];
-    if (shown)
+    if (hasGroup(id))
         return;
     auto group = std::make_unique<Group>();
     group->id = id;
+    // The tree knows the group by its address: nothing may fail once it is added.
     groups_.reserve(groups_.size() + 1);
-    // The tree knows the group by its address: nothing may fail from here on.
-    group->node = tvwNames.AddNode(nullptr, text, static_cast<Node*>(group.get()), false);
-    shown = group.get();
+    const auto place = groupsById_.emplace(id, group.get()).first;
+    undoOnFailure([&] { group->node = tvwNames.AddNode(nullptr, text, static_cast<Node*>(group.get()), false); },
+                  [&] { groupsById_.erase(place); });
     groups_.push_back(std::move(group));
 }
 
@@ -53,25 +53,22 @@ void ResourceTree::clearNames()
 void ResourceTree::addName(long id, BSTR text, long groupId)
 {
     const auto found = groupsById_.find(groupId);
-    if (found == groupsById_.end() || !found->second)
+    if (found == groupsById_.end() || names_.contains(key(id, groupId)))
         return;
     Group& group = *found->second;
-    Node*& shown = names_[key(id, groupId)];
-    if (shown)
-        return;
     Node& name = group.names.emplace_back();
-    const auto failure = attempt([&] {
-        name.id = id;
-        name.group = &group;
-        name.checked = hasName(id);
-        name.node = tvwNames.AddNode(group.node, text, &name, name.checked);
-    });
-    if (failure)
-    {
-        group.names.pop_back();
-        throw *failure;
-    }
-    shown = &name;
+    undoOnFailure(
+        [&] {
+            name.id = id;
+            name.group = &group;
+            name.checked = hasName(id);
+            names_.emplace(key(id, groupId), &name);
+            name.node = tvwNames.AddNode(group.node, text, &name, name.checked);
+        },
+        [&] {
+            names_.erase(key(id, groupId));
+            group.names.pop_back();
+        });
 }
 
 void ResourceTree::toggled(TreeView::Node changed)
@@ -114,7 +111,7 @@ void ResourceTree::show(Node& node, bool checked)
 
 void ResourceTree::select(long nameId, long groupId)
 {
-    if (const auto found = names_.find(key(nameId, groupId)); found != names_.end() && found->second)
+    if (const auto found = names_.find(key(nameId, groupId)); found != names_.end())
         tvwNames.select(found->second->node);
 }
 

@@ -24,6 +24,7 @@ public:
 
     void clearGroups();
     void addGroup(long id, BSTR text);
+    bool hasGroup(long id) const { return groupsById_.contains(id); }
     /// Removes the resources of all groups.
     void clearNames();
     /// Adds a resource to a group; nothing happens where the group is not shown, or the resource is there already.
@@ -60,7 +61,6 @@ private:
     void show(Node& node, bool checked);
 
     std::vector<std::unique_ptr<Group>> groups_;
-    // Null for what could not be added.
     std::unordered_map<long, Group*> groupsById_;
     std::unordered_map<std::uint64_t, Node*> names_;
 };

@@ -29,8 +29,6 @@ ctlEditEvents::ctlEditEvents() : Dialog(textTitle, 5640, 5550)
     txtText.onChange = [this] { command().Text = Bstr(txtText.Text()); };
     cboTypes.onClick = [this] { chooseType(); };
     cmdRemove.onClick = [this] { remove(); };
-    for (EventConnection* connection : {&mGroups, &mNames, &mTypes, &mEvents})
-        connection->onStrayFailure = [this](const Failure& failure) { raiseError(failure); };
 }
 
 bool ctlEditEvents::load()
@@ -46,18 +44,13 @@ bool ctlEditEvents::load()
 void ctlEditEvents::subscribe()
 {
     const auto& root = command().Root;
-    ComPtr<IEvents> events;
-    call(root, &IRoot::get_Groups, groups_.put());
-    mGroups.connect(groups_.get(), __uuidof(IGroupsEvents),
-                    [this](DISPID event, const EventArguments& arguments) { groupsEvent(event, arguments); });
-    call(root, &IRoot::get_Names, names_.put());
-    mNames.connect(names_.get(), __uuidof(INamesEvents),
-                   [this](DISPID event, const EventArguments& arguments) { namesEvent(event, arguments); });
-    call(root, &IRoot::get_Types, types_.put());
-    mTypes.connect(types_.get(), __uuidof(ITypesEvents),
-                   [this](DISPID event, const EventArguments& arguments) { typesEvent(event, arguments); });
-    call(root, &IRoot::get_Events, events.put());
-    mEvents.connect(events.get(), __uuidof(IEventsEvents), [](DISPID, const EventArguments&) {});
+    mGroups.connect(root, {.clear = [this] { tree.clearGroups(); },
+                           .add = [this](const EventArguments& group) { addGroup(group); }});
+    mNames.connect(root, {.clear = [this] { tree.clearNames(); },
+                          .add = [this](const EventArguments& name) { addName(name); }});
+    mTypes.connect(root, {.clear = [this] { clearTypes(); },
+                          .add = [this](const EventArguments& type) { addType(type); }});
+    mEvents.connect(root, {});
 }
 
 /// One occurrence of a repeating activity has been opened: is it the whole series that is meant?
@@ -70,50 +63,44 @@ void ctlEditEvents::askForOccurrence()
 /// Reads the activity, then fills the tree and the types: the data layer announces them one by one.
 void ctlEditEvents::Init()
 {
-    DataScope scope(command().Root, L"ctlEditEvents.Init");
-    VARIANT_BOOL ignored = VARIANT_FALSE;
-    call(command().asCommand(), &IAppCommand::Prepare, &ignored);
-    mGroups.during([&] { call(groups_, &IGroups::Load, &ignored); });
-    mNames.during([&] { call(names_, &INames::Load, allGroups, &ignored); });
-    mTypes.during([&] { call(types_, &ITypes::Load, command().GroupID, &ignored); });
-    scope.Close();
+    inScope(command().Root, L"ctlEditEvents.Init", [this] {
+        fetch(command().asCommand(), &IAppCommand::Prepare);
+        mGroups.load(&IGroups::Load);
+        mNames.load(&INames::Load, allGroups);
+        mTypes.load(&ITypes::Load, command().GroupID);
+    });
     tree.showChoice();
 }
 
-void ctlEditEvents::groupsEvent(DISPID event, const EventArguments& group)
+void ctlEditEvents::addGroup(const EventArguments& group)
 {
-    if (event == eventClear)
-        tree.clearGroups();
-    else if (event == eventAdd && group.number(2) != hiddenGroup)
+    if (group.number(2) != hiddenGroup)
         tree.addGroup(group.number(0), group.text(1).get());
 }
 
-void ctlEditEvents::namesEvent(DISPID event, const EventArguments& name)
+/// A resource that is announced without a group, or with one that is not shown, stands in the command's group.
+void ctlEditEvents::addName(const EventArguments& name)
 {
-    if (event == eventClear)
-        tree.clearNames();
-    else if (event == eventAdd)
-        tree.addName(name.number(0), name.text(1).get(), name.number(2));
+    const bool hasGroup = name.count() > 2 && tree.hasGroup(name.number(2));
+    tree.addName(name.number(0), name.text(1).get(), hasGroup ? name.number(2) : command().GroupID);
 }
 
-void ctlEditEvents::typesEvent(DISPID event, const EventArguments& type)
+void ctlEditEvents::clearTypes()
 {
-    if (event == eventClear)
+    cboTypes.Clear();
+    typeColors_.clear();
+    showTypeColor();
+}
+
+void ctlEditEvents::addType(const EventArguments& type)
+{
+    typeColors_.reserve(typeColors_.size() + 1);
+    cboTypes.AddItem(type.text(1).get(), type.number(0));
+    typeColors_.push_back(type.number(2));
+    if (type.number(0) == command().TypeID)
     {
-        cboTypes.Clear();
-        typeColors_.clear();
+        cboTypes.setListIndex(cboTypes.ListCount() - 1);
         showTypeColor();
-    }
-    else if (event == eventAdd)
-    {
-        typeColors_.reserve(typeColors_.size() + 1);
-        cboTypes.AddItem(type.text(1).get(), type.number(0));
-        typeColors_.push_back(type.number(2));
-        if (type.number(0) == command().TypeID)
-        {
-            cboTypes.setListIndex(cboTypes.ListCount() - 1);
-            showTypeColor();
-        }
     }
 }
 
@@ -175,15 +162,10 @@ void ctlEditEvents::takeValues()
 
 void ctlEditEvents::remove()
 {
-    if (isOver())
+    if (!isReady())
         return;
     const long former = std::exchange(command().operation, operationDelete);
-    const auto failure = attempt([&] { ok(); });
-    if (failure)
-    {
-        command().operation = former; // the next OK is to save again
-        throw *failure;
-    }
+    undoOnFailure([&] { ok(); }, [&] { command().operation = former; }); // the next OK is to save again
 }
 
 } // namespace korvane

@@ -5,7 +5,6 @@
 #include "activities/RecurrencePanel.h"
 #include "activities/ResourceTree.h"
 #include "framework/AppDialog.h"
-#include "framework/com/EventConnection.h"
 #include "framework/control/ComboBox.h"
 #include "framework/control/DateTimePicker.h"
 #include "framework/control/Label.h"
@@ -27,14 +26,15 @@ public:
 private:
     bool load() override;
     void takeValues() override;
-    bool cancelledAfter(bool executed) const override { return !executed; }
+    void submitted(bool executed) override { close(!executed); }
 
     void subscribe();
     void askForOccurrence();
     void Init();
-    void groupsEvent(DISPID event, const EventArguments& group);
-    void namesEvent(DISPID event, const EventArguments& name);
-    void typesEvent(DISPID event, const EventArguments& type);
+    void addGroup(const EventArguments& group);
+    void addName(const EventArguments& name);
+    void clearTypes();
+    void addType(const EventArguments& type);
     void showFields();
     bool showHeading();
     void chooseType();
@@ -42,13 +42,10 @@ private:
     void layOut();
     void remove();
 
-    EventConnection mGroups;
-    EventConnection mNames;
-    EventConnection mTypes;
-    EventConnection mEvents;
-    ComPtr<IGroups> groups_;
-    ComPtr<INames> names_;
-    ComPtr<ITypes> types_;
+    Subscription<IGroups> mGroups{this};
+    Subscription<INames> mNames{this};
+    Subscription<ITypes> mTypes{this};
+    Subscription<IEvents> mEvents{this};
     std::vector<long> typeColors_; ///< parallel to the items of cboTypes
 
     Label lblPrompt{

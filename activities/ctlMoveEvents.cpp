@@ -33,13 +33,11 @@ bool ctlMoveEvents::load()
 
 bool ctlMoveEvents::prepareCommand()
 {
-    DataScope scope(command().Root, L"ctlMoveEvents.Prepare");
-    VARIANT_BOOL prepared = VARIANT_FALSE;
-    const long operation = command().operation;
-    if (operation == MoveEvents::operationMove || operation == MoveEvents::operationCopy)
-        call(command().asCommand(), &IAppCommand::Prepare, &prepared);
-    scope.Close();
-    return prepared != VARIANT_FALSE;
+    return inScope(command().Root, L"ctlMoveEvents.Prepare", [this] {
+        const long operation = command().operation;
+        return (operation == MoveEvents::operationMove || operation == MoveEvents::operationCopy) &&
+               fetch(command().asCommand(), &IAppCommand::Prepare);
+    });
 }
 
 /// Are the activities of all linked resources to move? Only a move in time leaves that open. False when the user
@@ -54,23 +52,24 @@ bool ctlMoveEvents::decideUpdateAll()
     return answer != IDCANCEL;
 }
 
-/// Executed once the message is over: the label is seen meanwhile, and the container may destroy the dialog.
+/// The focus comes again where the dialog was seen before it was ready, or the container has begun anew.
 void ctlMoveEvents::windowFocused() noexcept
 {
-    if (prepared_)
-        postToDialog();
+    run([this] { move(); });
 }
 
-void ctlMoveEvents::postedToDialog()
+/// Executes the command, once, with the label to be seen meanwhile. There is nothing to correct here: of a failure the
+/// user is told, and the dialog ends.
+void ctlMoveEvents::move()
 {
-    if (!std::exchange(prepared_, false))
+    if (!isReady() || !std::exchange(prepared_, false))
         return;
     UpdateWindow(lblPromptWait.window());
     if (const auto failure = attempt([&] { confirm(); }))
     {
-        // There is nothing to correct here: the user is told, and the dialog ends.
         raiseError(*failure);
-        cancel();
+        if (isReady()) // else it is the end itself that has failed
+            cancel();
     }
 }
 

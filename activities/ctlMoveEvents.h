@@ -18,13 +18,14 @@ public:
 private:
     bool load() override;
     void takeValues() override {} // there is nothing to enter
-    bool cancelledAfter(bool executed) const override { return !executed; }
+    void submitted(bool executed) override { close(!executed); }
     long titleId() const override;
     void windowFocused() noexcept override;
-    void postedToDialog() override;
+    void shown() override { move(); }
 
     bool prepareCommand();
     bool decideUpdateAll();
+    void move();
 
     bool prepared_ = false;
 

@@ -9,6 +9,9 @@
 //       static std::span<const Operand<EditThings>> operands();
 //       bool prepare();
 //       bool execute();
+//       STDMETHODIMP get_ThingID(long* value) override { return read(value, ThingID); }
+//       STDMETHODIMP put_ThingID(long value) override { return write(ThingID, value); }
+//       long ThingID = 0;
 //   };
 #pragma once
 
@@ -157,6 +160,11 @@ public:
     STDMETHODIMP Redo(VARIANT_BOOL* result) override
     {
         return returns(result, [] { return false; });
+    }
+
+    STDMETHODIMP get_Command(IAppCommand** value) override
+    {
+        return returns(value, [&] { return asCommand(); });
     }
 
     /// The class id: a dialog recognises its own command class by it.

@@ -1,6 +1,7 @@
 #include "framework/AppDialog.h"
 
 #include "framework/com/Apartment.h"
+#include "framework/com/LateBound.h"
 
 #include <string>
 
@@ -17,26 +18,6 @@ constexpr const wchar_t* textCancel = L"1003";
 /// The sample whose extent says how much larger one font is than another.
 constexpr const wchar_t* fontSample = L"gM";
 
-ComPtr<IUnknown> objectIn(const Variant& value)
-{
-    return value.type() == VT_DISPATCH || value.type() == VT_UNKNOWN ? toObject(value.get()) : nullptr;
-}
-
-/// An object that a property of another object holds; empty when there is no such property.
-ComPtr<IUnknown> objectProperty(const ComPtr<IUnknown>& owner, std::wstring_view name)
-{
-    const auto properties = owner.as<IDispatch>();
-    Bstr text(name);
-    LPOLESTR names[] = {text.get()};
-    DISPID id = DISPID_UNKNOWN;
-    if (!properties || FAILED(properties->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id)))
-        return nullptr;
-    DISPPARAMS none{};
-    Variant value;
-    properties->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, value.put(), nullptr,
-                       nullptr);
-    return objectIn(value);
-}
 } // namespace
 
 AppDialog::AppDialog(REFCLSID classId, long titleId, float width, float height)
@@ -54,19 +35,32 @@ STDMETHODIMP AppDialog::get_Ready(VARIANT_BOOL* result)
     const ComPtr<IUnknown> alive(identity());
     return returns(result, [&] {
         const Batch batch(*this);
-        submitting_ = ended_ = false;
-        cancelled_.reset();
+        beginAnew();
         requireResources();
         requireWindow();
         LocalizeCaptions();
         ApplyContainerFont();
         createControls();
         connectEvents();
-        ready_ = true;
+        localized_ = true;
         const bool loaded = load();
         controlInfoChanged();
+        if (state_ == State::made)
+            state_ = State::ready;
+        toBeShown_ = true;
+        if (IsWindowVisible(window()))
+            postToDialog();
         return loaded;
     });
+}
+
+/// While the container executes a command, another Ready brings the dialog up to date and no more.
+void AppDialog::beginAnew()
+{
+    if (state_ != State::submitting)
+        state_ = State::made;
+    toBeShown_ = false;
+    freeze(false);
 }
 
 STDMETHODIMP AppDialog::get_Changed(VARIANT_BOOL* result)
@@ -76,7 +70,10 @@ STDMETHODIMP AppDialog::get_Changed(VARIANT_BOOL* result)
 
 STDMETHODIMP AppDialog::putref_Command(IDispatch* value)
 {
-    return guard([&] { storeCommand(value); });
+    return guard([&] {
+        storeCommand(value);
+        state_ = State::made;
+    });
 }
 
 STDMETHODIMP AppDialog::get_Command(IAppCommand** value)
@@ -151,7 +148,7 @@ void AppDialog::ApplyContainerFont()
     ComPtr<IUnknown> containerFont;
     for (const auto& container : containers())
         if (!containerFont)
-            containerFont = objectProperty(container, L"Font").as<IUnknown>();
+            containerFont = objectIn(getIfAny(container.as<IDispatch>(), L"Font"));
     if (!containerFont)
         containerFont = objectIn(ambientProperty(DISPID_AMBIENT_FONT));
     if (containerFont.as<IFont>())
@@ -182,19 +179,15 @@ void AppDialog::applyFont(IUnknown* newFont)
 std::vector<ComPtr<IUnknown>> AppDialog::containers() const
 {
     std::vector<ComPtr<IUnknown>> found;
-    const auto site = queryFor<IUnknown>(clientSite());
+    const ComPtr<IOleClientSite> site(clientSite());
     if (!site)
         return found;
-    ComPtr<IDispatch> extended;
-    if (const auto controlSite = site.as<IOleControlSite>())
-        controlSite->GetExtendedControl(extended.put());
-    if (auto named = objectProperty(extended.as<IUnknown>(), L"Container"))
+    const auto extended = fetchIfAny(site.as<IOleControlSite>(), &IOleControlSite::GetExtendedControl);
+    if (auto named = objectIn(getIfAny(extended, L"Container")))
         found.push_back(std::move(named));
-    ComPtr<IOleContainer> container;
-    clientSite()->GetContainer(container.put());
-    if (container)
+    if (const auto container = fetchIfAny(site, &IOleClientSite::GetContainer))
         found.push_back(container.as<IUnknown>());
-    found.push_back(site);
+    found.push_back(site.as<IUnknown>());
     return found;
 }
 
@@ -210,7 +203,7 @@ void AppDialog::connectEvents()
 
 void AppDialog::ambientFontChanged()
 {
-    if (!ready_)
+    if (!localized_)
         return;
     const Batch batch(*this);
     ApplyContainerFont();
@@ -232,57 +225,83 @@ void AppDialog::closing() noexcept
 
 void AppDialog::ok()
 {
-    if (isOver())
-        return;
-    for (Control* control : controls())
-        control->completeEdit();
-    takeValues();
+    if (isReady())
+    {
+        for (Control* control : controls())
+            control->completeEdit();
+        takeValues();
+    }
     confirm();
 }
 
 void AppDialog::cancel()
 {
-    if (!isOver())
-        end(true);
+    if (state_ == State::submitted)
+        close(cancelled_);
+    else if (state_ == State::made || state_ == State::ready)
+        close(true);
 }
 
 void AppDialog::confirm()
 {
-    if (isOver())
+    if (state_ == State::submitted) // nothing is to be executed twice
+        return close(cancelled_);
+    if (!isReady())
         return;
-    if (!cancelled_) // else only the container's end of it has failed: nothing is to be booked twice
-    {
-        submitting_ = true;
-        const auto events = events_;
-        VARIANT_BOOL executed = VARIANT_FALSE;
-        const auto failure =
-            attempt([&] { call(events, &IAppDialogEvents::SubmitCommand, commandView().get(), &executed); });
-        submitting_ = false;
-        if (failure)
-            throw *failure;
-        cancelled_ = cancelledAfter(executed != VARIANT_FALSE);
-    }
-    end(*cancelled_);
+    const auto failure = attempt([&] {
+        const bool executed = submit();
+        if (state_ == State::submitting) // else the container has begun anew with another command
+            submitted(executed);
+    });
+    if (state_ == State::submitting)
+        state_ = State::ready;
+    if (failure)
+        throw *failure;
 }
 
-void AppDialog::end(bool cancelled)
+/// Hands the command to the container and gives its answer.
+bool AppDialog::submit()
+{
+    state_ = State::submitting;
+    const auto events = events_; // the container may let go of the dialog in the call
+    return fetch(events, &IAppDialogEvents::SubmitCommand, commandView().get());
+}
+
+void AppDialog::submitted(bool)
+{
+    close(false);
+}
+
+void AppDialog::close(bool cancelled)
 {
     // Set before the call: the container may destroy the dialog in it.
-    ended_ = true;
+    const State before = std::exchange(state_, State::ended);
     const auto events = events_;
-    const bool toldAsCancelled = cancelled_.value_or(cancelled);
-    const auto failure = attempt(
-        [&] { call(events, &IAppDialogEvents::RaiseDone, toldAsCancelled ? VARIANT_TRUE : VARIANT_FALSE); });
-    if (!failure)
-        return;
-    ended_ = false; // the dialog still stands, and every way out of it is to work
-    throw *failure;
+    undoOnFailure([&] { call(events, &IAppDialogEvents::RaiseDone, cancelled ? VARIANT_TRUE : VARIANT_FALSE); },
+                  [&] {
+                      if (state_ != State::ended)
+                          return; // the container has begun anew
+                      // The dialog still stands, and every way out of it is to work.
+                      state_ = before;
+                      if (before != State::submitting && before != State::submitted)
+                          return;
+                      state_ = State::submitted;
+                      cancelled_ = cancelled;
+                      freeze(true);
+                  });
 }
 
-/// The dialog has done its part, whatever the container answered.
-bool AppDialog::cancelledAfter(bool) const
+/// Posted, so that the dialog is seen before anything comes of it.
+void AppDialog::windowShown() noexcept
 {
-    return false;
+    if (toBeShown_)
+        postToDialog();
+}
+
+void AppDialog::postedToDialog()
+{
+    if (std::exchange(toBeShown_, false))
+        shown();
 }
 
 void AppDialog::raiseResize()
@@ -291,18 +310,17 @@ void AppDialog::raiseResize()
     call(events, &IAppDialogEvents::RaiseResize);
 }
 
-int AppDialog::ask(long textId, UINT style) const
+int AppDialog::ask(long textId, UINT style, long captionId) const
 {
-    return MessageBoxW(containerWindow(), resourceText(textId).c_str(), resourceText(titleId()).c_str(),
-                       style);
+    const Bstr text = resourceText(textId);
+    const Bstr caption = resourceText(captionId != 0 ? captionId : titleId());
+    return MessageBoxW(containerWindow(), text.c_str(), caption.c_str(), style);
 }
 
 /// The host's window that the dialog stands in; null for none.
 HWND AppDialog::containerWindow() const
 {
-    HWND container = nullptr;
-    if (const auto site = queryFor<IOleInPlaceSite>(clientSite()))
-        site->GetWindow(&container);
+    const HWND container = fetchIfAny(queryFor<IOleInPlaceSite>(clientSite()), &IOleWindow::GetWindow);
     return container ? GetAncestor(container, GA_ROOT) : nullptr;
 }
 
@@ -336,24 +354,6 @@ CommandFrame::CommandFrame(AppDialog& dialog, const Place& place, float further)
 {
     cmdOk.onClick = [&dialog] { dialog.ok(); };
     cmdCancel.onClick = [&dialog] { dialog.cancel(); };
-}
-
-DataScope::DataScope(const ComPtr<IRoot>& root, std::wstring_view source)
-{
-    call(root, &IRoot::OpenScope, 0L, Bstr(source).get(), scope_.put());
-}
-
-DataScope::~DataScope()
-{
-    // Reached with an open scope only when the step has failed: that failure is the one to tell.
-    if (const auto open = std::move(scope_))
-        open->Close(0, 0);
-}
-
-void DataScope::Close()
-{
-    const auto open = std::move(scope_);
-    call(open, &IScope::Close, 0L, 0L);
 }
 
 } // namespace korvane

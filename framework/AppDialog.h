@@ -1,5 +1,9 @@
 // The frame of every dialog: the Ready sequence, texts, font, OK and Cancel, and the error trap.
 //
+// A dialog is made, gets ready, submits its command to the container, and ends. OK is two steps: submit() hands the
+// command over and gives the container's answer, close() tells the container that the dialog is done with. What comes
+// between them is the dialog's own: by default it ends, and one that edits item after item goes on.
+//
 // A dialog class states its title, its layout as members, its bindings in the constructor, and its load routine:
 //
 //   class ctlEditThings final : public Dialog<ctlEditThings, EditThings>
@@ -16,23 +20,22 @@
 #pragma once
 
 #include "framework/AppDialogEvents.h"
+#include "framework/DataLayer.h"
 #include "framework/com/Object.h"
 #include "framework/control/Button.h"
 #include "framework/control/Frame.h"
 #include "framework/control/OleControl.h"
 #include "framework/modKorvaneDlg.h"
 
-#include <KorvaneData.h>
 #include <KorvaneDlg.h>
 #include <KorvaneInterfaces.h>
 
-#include <optional>
 #include <vector>
 
 namespace korvane
 {
 
-class AppDialog : public IDialogControl, public IAppDialog, public OleControl
+class AppDialog : public IDialogControl, public IAppDialog, public OleControl, public EventOwner
 {
 public:
     // IAppDialog
@@ -52,11 +55,15 @@ public:
     STDMETHODIMP put_Enabled(VARIANT_BOOL value) override;
     STDMETHODIMP get_hWnd(long* value) override;
 
-    /// The OK button, and whatever else confirms with it.
+    /// The OK button.
     void ok();
     void cancel();
 
     void run(const std::function<void()>& handler) noexcept override;
+
+    // EventOwner
+    ComPtr<IUnknown> keptAlive() noexcept override { return ComPtr<IUnknown>(identity()); }
+    void announcementFailed(const Failure& failure) noexcept override { raiseError(failure); }
 
 protected:
     /// @param titleId text id of the dialog's title; @param width and @param height its designed size in twips.
@@ -66,6 +73,11 @@ protected:
     virtual bool load() = 0;
     /// Writes the controls' values into the command.
     virtual void takeValues() = 0;
+    /// The container has been given the command, and has answered whether it executed it. By default the dialog has
+    /// done its part, whatever the answer; one that does not close goes on, and submits again at the next OK.
+    virtual void submitted(bool executed);
+    /// The ready dialog is seen, or about to be. Comes once for each Ready.
+    virtual void shown() {}
 
     /// Text id of the dialog's title.
     virtual long titleId() const { return titleId_; }
@@ -73,26 +85,38 @@ protected:
     virtual void storeCommand(IDispatch* command) = 0;
     virtual ComPtr<IAppCommand> commandView() const = 0;
 
-    /// Hands the command to the container and ends the dialog. While the container executes, and once the
-    /// dialog has ended, nothing is submitted again.
+    /// What OK does once the values are taken: submits the command, and then what submitted() says. Does nothing before
+    /// a Ready has succeeded, while the container executes, and after the end.
     void confirm();
-    /// While the container executes, and once the dialog has ended, the buttons do nothing.
-    bool isOver() const noexcept { return submitting_ || ended_; }
+    /// Tells the container that the dialog is done with. Where that fails after a submission, nothing can be entered
+    /// any more, for nothing would be stored; OK and Cancel tell it once more.
+    void close(bool cancelled);
+    /// A Ready has succeeded, and the dialog is neither at its end nor has it submitted what ends it.
+    bool isReady() const noexcept { return state_ == State::ready; }
+    /// A Ready has succeeded, and the dialog has not come to its end: it shows data.
+    bool isLoaded() const noexcept { return isReady() || state_ == State::submitting; }
 
     void raiseError(const Failure& failure) noexcept;
     /// Tells the container that the dialog has changed its size.
     void raiseResize();
 
-    /// Whether the dialog ends as cancelled when the container has answered a submitted command.
-    virtual bool cancelledAfter(bool executed) const;
-
     /// Asks the user a question in front of the container's window, with texts of the current resources.
-    /// @param style buttons and icon of a message box; the answer is one of its ids.
-    int ask(long textId, UINT style) const;
+    /// @param style buttons and icon of a message box; the answer is one of its ids. @param captionId the dialog's
+    /// title where not given.
+    int ask(long textId, UINT style, long captionId = 0) const;
 
 private:
-    /// Tells the container that the dialog is done with.
-    void end(bool cancelled);
+    enum class State
+    {
+        made,       ///< no Ready has succeeded: there is nothing to submit
+        ready,      ///< the user works
+        submitting, ///< the container executes the command, or the dialog does what follows
+        submitted,  ///< the command was submitted, but the container has failed to end the dialog
+        ended       ///< the container knows that the dialog is done with
+    };
+
+    bool submit();
+    void beginAnew();
     void LocalizeCaptions();
     void ApplyContainerFont();
     void applyFont(IUnknown* font);
@@ -102,32 +126,38 @@ private:
 
     void ambientFontChanged() override;
     void dpiChanged() override;
+    void windowShown() noexcept override;
+    void postedToDialog() override;
     void closing() noexcept override;
 
     long titleId_;
     ComPtr<AppDialogEvents> events_;
-    bool ready_ = false;
-    bool submitting_ = false;
-    bool ended_ = false;
-    /// Whether the dialog ends as cancelled, once its command has been submitted.
-    std::optional<bool> cancelled_;
+    State state_ = State::made;
+    bool cancelled_ = false;    ///< what the container is still to be told when submitted
+    bool localized_ = false;    ///< the fonts of the container count from then on
+    bool toBeShown_ = false;    ///< the dialog is ready and has not been seen yet
 };
 
-/// A dialog for one command class.
-template <class Class, class Command>
-class Dialog : public Object<Class, AppDialog, IDialogControl, IAppDialog, IOleObject, IOleInPlaceObject,
-                             IOleInPlaceActiveObject, IOleControl, IViewObject2, IPersistStreamInit,
-                             IPersistPropertyBag, IProvideClassInfo2>
+/// A dialog for one command class, on the frame or on a base between them, which may answer further interfaces.
+template <class Class, class Command, class Base = AppDialog, class... Further>
+class Dialog
+    : public Object<Class, Base, IDialogControl, IAppDialog, Further..., IOleObject, IOleInPlaceObject,
+                    IOleInPlaceActiveObject, IOleControl, IViewObject2, IPersistStreamInit,
+                    IPersistPropertyBag, IProvideClassInfo2>
 {
 protected:
-    Dialog(long titleId, float width, float height)
-        : Dialog::Object(*Class::classId(), titleId, width, height)
+    template <class... More>
+    Dialog(long titleId, float width, float height, More&&... more)
+        : Dialog::Object(*Class::classId(), titleId, width, height, std::forward<More>(more)...)
     {
     }
 
     /// The command that the dialog edits. Throws E_POINTER as long as there is none.
     Command& command() const { return *notNull(command_.get()); }
     bool hasCommand() const noexcept { return static_cast<bool>(command_); }
+
+    /// Goes on with another command of the dialog's own making.
+    void replaceCommand(ComPtr<Command> next) noexcept { command_ = std::move(next); }
 
 private:
     void storeCommand(IDispatch* value) override
@@ -155,22 +185,6 @@ public:
 
     Button cmdOk;
     Button cmdCancel;
-};
-
-/// A step of reading in the data layer: closed at the end of the step, also when the step fails.
-class DataScope
-{
-public:
-    DataScope(const ComPtr<IRoot>& root, std::wstring_view source);
-    DataScope(const DataScope&) = delete;
-    DataScope& operator=(const DataScope&) = delete;
-    ~DataScope();
-
-    /// Ends the step, and throws the failure of the data layer when it cannot.
-    void Close();
-
-private:
-    ComPtr<IScope> scope_;
 };
 
 } // namespace korvane

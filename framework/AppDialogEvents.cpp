@@ -17,10 +17,8 @@ std::optional<Failure> takeCurrentError()
     ComPtr<IErrorInfo> information;
     if (GetErrorInfo(0, information.put()) != S_OK)
         return std::nullopt;
-    Bstr source;
-    Bstr description;
-    information->GetSource(source.put());
-    information->GetDescription(description.put());
+    const Bstr source = fetchIfAny(information, &IErrorInfo::GetSource);
+    const Bstr description = fetchIfAny(information, &IErrorInfo::GetDescription);
     return Failure(DISP_E_EXCEPTION, source.view(), description.view());
 }
 
@@ -83,10 +81,7 @@ STDMETHODIMP AppDialogEvents::OfferCommand(IAppCommand* candidate, VARIANT_BOOL*
 bool AppDialogEvents::ask(Question question, IAppCommand* candidate) const
 {
     const auto site = sink_.as<IAppCommandSite>();
-    VARIANT_BOOL answer = VARIANT_FALSE;
-    if (site)
-        call(site, question, candidate, &answer);
-    return answer != VARIANT_FALSE;
+    return site && fetch(site, question, candidate);
 }
 
 } // namespace korvane

@@ -66,9 +66,7 @@ ComPtr<IResources> requireResources()
 
 Bstr resourceText(long id)
 {
-    Bstr text;
-    call(requireResources(), &IResources::GetString, id, text.put());
-    return text;
+    return fetch(requireResources(), &IResources::GetString, id);
 }
 
 long liveObjects() noexcept

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "framework/AppCommand.h"
+#include "framework/DataLayer.h"
 
-#include <KorvaneData.h>
 #include <KorvaneDlg.h>
 
 namespace korvane
@@ -24,20 +24,19 @@ public:
     /// Reads name and flags of the group that GroupID names.
     void PrepareEdit();
 
-    STDMETHODIMP get_Root(IRoot** value) override;
-    STDMETHODIMP putref_Root(IRoot* value) override;
-    STDMETHODIMP get_GroupID(long* value) override;
-    STDMETHODIMP put_GroupID(long value) override;
-    STDMETHODIMP get_Command(IAppCommand** value) override;
-    STDMETHODIMP get_GroupName(BSTR* value) override;
-    STDMETHODIMP put_GroupName(BSTR value) override;
+    STDMETHODIMP get_Root(IRoot** value) override { return read(value, Root); }
+    STDMETHODIMP putref_Root(IRoot* value) override { return write(Root, value); }
+    STDMETHODIMP get_GroupID(long* value) override { return read(value, GroupID); }
+    STDMETHODIMP put_GroupID(long value) override { return write(GroupID, value); }
+    STDMETHODIMP get_GroupName(BSTR* value) override { return read(value, GroupName); }
+    STDMETHODIMP put_GroupName(BSTR value) override { return write(GroupName, value); }
 
     ComPtr<IRoot> Root;
     long GroupID = 0;
     Bstr GroupName;
 
 private:
-    ComPtr<IGroups> groups() const;
+    ComPtr<IGroups> groups() const { return collection<IGroups>(Root); }
 
     long groupFlags_ = 0;
     Bstr fetchedName_;

@@ -23,31 +23,34 @@ ctlEditGroups::ctlEditGroups() : Dialog(textTitle, 5040, 3285)
 {
     lstGroups.onClick = [this] { selectGroup(); };
     lstGroups.onDblClick = [this] { confirmDeletion(); };
-    mGroups.onStrayFailure = [this](const Failure& failure) { raiseError(failure); };
 }
 
 bool ctlEditGroups::load()
 {
-    {
-        DataScope scope(command().Root, L"ctlEditGroups.Prepare");
-        VARIANT_BOOL ignored = VARIANT_FALSE; // the group command reports False in every case
-        call(command().asCommand(), &IAppCommand::Prepare, &ignored);
-        scope.Close();
-    }
+    inScope(command().Root, L"ctlEditGroups.Prepare", [this] {
+        fetch(command().asCommand(), &IAppCommand::Prepare); // reports False in every case
+    });
+    const bool known = prepareLayout();
+    setSize(Width(), height_);
+    return known;
+}
+
+bool ctlEditGroups::prepareLayout()
+{
     switch (command().operation)
     {
     case operationAdd:
-        layOut(resourceText(textNew).view(), {&fraEdit, &fraCommands});
+        layOut(textNew, {&fraEdit, &fraCommands});
         lblGroups.labels(txtName);
         resetForNew();
         return true;
     case operationDelete:
-        layOut(resourceText(textDelete).view(), {&fraGroups, &fraCommands});
+        layOut(textDelete, {&fraGroups, &fraCommands});
         lblGroups.labels(lstGroups);
         Init();
         return true;
     case operationChange:
-        layOut(resourceText(textEdit).view(), {&fraEdit, &fraGroups, &fraCommands});
+        layOut(textEdit, {&fraEdit, &fraGroups, &fraCommands});
         lblGroups.labels(lstGroups);
         Init();
         return true;
@@ -56,20 +59,19 @@ bool ctlEditGroups::load()
     }
 }
 
-/// Stacks the frames that the operation needs, and fits the dialog's height to them.
-void ctlEditGroups::layOut(std::wstring_view caption, std::initializer_list<Frame*> frames)
+/// Stacks the frames that the operation needs.
+void ctlEditGroups::layOut(long caption, std::initializer_list<Frame*> frames)
 {
-    lblGroups.setCaption(caption);
+    lblGroups.setCaption(resourceText(caption).view());
     fraEdit.setVisible(false);
     fraGroups.setVisible(false);
-    float height = 0;
+    height_ = 0;
     for (Frame* frame : frames)
     {
         frame->setVisible(true);
-        frame->setTop(height);
-        height += frame->Height();
+        frame->setTop(height_);
+        height_ += frame->Height();
     }
-    setSize(Width(), height);
 }
 
 void ctlEditGroups::resetForNew()
@@ -81,33 +83,21 @@ void ctlEditGroups::resetForNew()
 /// Fills the list: the data layer announces its groups one by one.
 void ctlEditGroups::Init()
 {
-    DataScope scope(command().Root, L"ctlEditGroups.Init");
-    call(command().Root, &IRoot::get_Groups, groups_.put());
-    mGroups.connect(groups_.get(), __uuidof(IGroupsEvents),
-                    [this](DISPID event, const EventArguments& arguments) {
-                        if (event == eventClear)
-                            lstGroups.Clear();
-                        else if (event == eventAdd)
-                            addGroup(arguments);
-                    });
-    mGroups.during([this] {
+    inScope(command().Root, L"ctlEditGroups.Init", [this] {
+        mGroups.connect(command().Root, {.clear = [this] { lstGroups.Clear(); },
+                                         .add = [this](const EventArguments& group) { addGroup(group); }});
         const ListBox::Filling filling(lstGroups);
-        VARIANT_BOOL ignored = VARIANT_FALSE;
-        call(groups_, &IGroups::Load, &ignored);
+        mGroups.load(&IGroups::Load);
     });
-    scope.Close();
     txtName.setText(command().GroupName.view());
 }
 
 void ctlEditGroups::addGroup(const EventArguments& group)
 {
     const long id = group.number(0);
-    if (id <= lastBuiltInGroup)
-        return;
-    VARIANT_BOOL granted = VARIANT_FALSE;
     // The right to change is asked for in every layout, also where groups are deleted.
-    call(groups_, &IGroups::HasAccess, static_cast<long>(operationChange), id, &granted);
-    if (granted != VARIANT_FALSE)
+    if (id > lastBuiltInGroup &&
+        fetch(mGroups.get(), &IGroups::HasAccess, static_cast<long>(operationChange), id))
         lstGroups.AddItem(group.text(1).get(), id);
 }
 
@@ -117,9 +107,7 @@ void ctlEditGroups::selectGroup()
     if (selected < 0)
         return;
     command().GroupID = lstGroups.ItemData(selected);
-    DataScope scope(command().Root, L"EditGroups.FetchEdit");
-    command().PrepareEdit();
-    scope.Close();
+    inScope(command().Root, L"EditGroups.FetchEdit", [this] { command().PrepareEdit(); });
     txtName.setText(lstGroups.List(selected));
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "framework/AppDialog.h"
-#include "framework/com/EventConnection.h"
 #include "framework/control/Label.h"
 #include "framework/control/ListBox.h"
 #include "framework/control/TextBox.h"
@@ -22,15 +21,16 @@ private:
     bool load() override;
     void takeValues() override;
 
-    void layOut(std::wstring_view caption, std::initializer_list<Frame*> frames);
+    bool prepareLayout();
+    void layOut(long caption, std::initializer_list<Frame*> frames);
     void resetForNew();
     void Init();
     void addGroup(const EventArguments& group);
     void selectGroup();
     void confirmDeletion();
 
-    EventConnection mGroups;
-    ComPtr<IGroups> groups_;
+    Subscription<IGroups> mGroups{this};
+    float height_ = Height(); ///< the one that the layout needs
 
     Label lblGroups{*this, {.name = L"lblGroups", .place = {120, 165, 1185, 210}}};
 

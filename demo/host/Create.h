@@ -1,8 +1,7 @@
 // Objects by ProgID, as the users of the library create them.
 #pragma once
 
-#include "framework/com/ComPtr.h"
-#include "framework/com/Failure.h"
+#include "framework/com/Call.h"
 
 namespace korvane::host
 {

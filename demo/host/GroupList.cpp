@@ -51,7 +51,17 @@ void GroupList::follow(const ComPtr<IRoot>& root)
     ComPtr<IGroups> groups;
     call(root, &IRoot::get_Groups, groups.put());
     events_.connect(groups.get(), __uuidof(IGroupsEvents),
-                    [this](DISPID event, const EventArguments& arguments) { receive(event, arguments); });
+                    {.clear =
+                         [this] {
+                             groups_.clear();
+                             refreshLater();
+                         },
+                     .add =
+                         [this](const EventArguments& group) {
+                             groups_.push_back(
+                                 {group.number(0), std::wstring(group.text(1).view()), group.number(2)});
+                             refreshLater();
+                         }});
     events_.during([&] {
         VARIANT_BOOL ignored = VARIANT_FALSE;
         call(groups, &IGroups::Load, &ignored);
@@ -94,12 +104,8 @@ void GroupList::selectFirst() noexcept
 }
 
 /// Each change announces all groups anew: the list follows once, when the announcements are through.
-void GroupList::receive(DISPID event, const EventArguments& arguments)
+void GroupList::refreshLater() noexcept
 {
-    if (event == eventClear)
-        groups_.clear();
-    else if (event == eventAdd)
-        groups_.push_back({arguments.number(0), std::wstring(arguments.text(1).view()), arguments.number(2)});
     if (!refreshPending_)
         refreshPending_ = PostMessageW(parent_, refreshMessage_, 0, 0) != FALSE;
 }

@@ -47,7 +47,7 @@ private:
         long flags;
     };
 
-    void receive(DISPID event, const EventArguments& arguments);
+    void refreshLater() noexcept;
 
     HWND parent_;
     UINT refreshMessage_;

@@ -51,7 +51,7 @@ bool OpenDatabase::addSample()
     bool isEmpty = true;
     EventConnection announced;
     announced.connect(names.get(), __uuidof(INamesEvents),
-                      [&](DISPID event, const EventArguments&) { isEmpty = isEmpty && event != eventAdd; });
+                      {.add = [&](const EventArguments&) { isEmpty = false; }});
     VARIANT_BOOL allowed = VARIANT_FALSE;
     announced.during([&] { call(names, &INames::Load, allGroups, &allowed); });
     call(groups, &IGroups::HasAccess, addition, 0L, &allowed);

@@ -12,10 +12,7 @@ bool isShared(const ComPtr<IRoot>& root, long event)
     int members = 0;
     EventConnection announcements;
     announcements.connect(links.get(), __uuidof(IEventLinksEvents),
-                          [&](DISPID announcement, const EventArguments&) {
-                              if (announcement == eventAdd)
-                                  ++members;
-                          });
+                          {.add = [&](const EventArguments&) { ++members; }});
     announcements.during([&] {
         Variant ignored;
         call(links, &IEventLinks::Load, event, ignored.put());

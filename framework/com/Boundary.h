@@ -1,10 +1,7 @@
 // The one boundary where a C++ exception becomes an HRESULT with error information.
 #pragma once
 
-#include "framework/com/Bstr.h"
-#include "framework/com/ComPtr.h"
-#include "framework/com/Failure.h"
-#include "framework/com/Variant.h"
+#include "framework/com/Call.h"
 
 #include <optional>
 #include <type_traits>
@@ -53,6 +50,16 @@ template <class Body> std::optional<Failure> attempt(Body&& body) noexcept
     }
 }
 
+/// Runs a body and, where it fails, takes back what it has begun. The body's failure is the one that is thrown.
+template <class Body, class Undo> void undoOnFailure(Body&& body, Undo&& undo)
+{
+    const auto failure = attempt(std::forward<Body>(body));
+    if (!failure)
+        return;
+    attempt(std::forward<Undo>(undo));
+    throw *failure;
+}
+
 // What a C++ value becomes when it leaves through an out parameter.
 inline BSTR released(Bstr&& text)
 {
@@ -86,6 +93,37 @@ template <class Result, class Body> HRESULT returns(Result* result, Body&& body)
         return Failure(E_POINTER).report();
     *result = Result{};
     return guard([&] { *result = released(body()); });
+}
+
+// The one-line bodies of properties that are fields: read(value, GroupID) and write(GroupID, value).
+template <class Result, class Field> HRESULT read(Result* value, const Field& field) noexcept
+{
+    return returns(value, [&] { return field; });
+}
+
+inline HRESULT write(long& field, long value) noexcept
+{
+    field = value;
+    return S_OK;
+}
+inline HRESULT write(bool& field, VARIANT_BOOL value) noexcept
+{
+    field = value != VARIANT_FALSE;
+    return S_OK;
+}
+inline HRESULT write(OleDate& field, DATE value) noexcept
+{
+    field = {value};
+    return S_OK;
+}
+inline HRESULT write(Bstr& field, BSTR value) noexcept
+{
+    return guard([&] { field = Bstr(view(value)); });
+}
+template <class Interface> HRESULT write(ComPtr<Interface>& field, Interface* value) noexcept
+{
+    field = ComPtr<Interface>(value);
+    return S_OK;
 }
 
 /// Throws E_POINTER for an out or object parameter that must not be null.

@@ -63,13 +63,13 @@ public:
             released->Release();
     }
 
-    /// Another interface of the same object; empty when the object does not have it.
+    /// Another interface of the same object; empty when the object does not have it. What a refusal leaves in the out
+    /// parameter is nobody's.
     template <class Other> ComPtr<Other> as() const noexcept
     {
-        ComPtr<Other> result;
-        if (pointer_)
-            pointer_->QueryInterface(__uuidof(Other), result.putVoid());
-        return result;
+        void* found = nullptr;
+        const bool has = pointer_ && SUCCEEDED(pointer_->QueryInterface(__uuidof(Other), &found));
+        return ComPtr<Other>::adopt(has ? static_cast<Other*>(found) : nullptr);
     }
 
 private:
@@ -79,10 +79,7 @@ private:
 /// Another interface of an object that the caller holds; empty when the object does not have it.
 template <class Other> ComPtr<Other> queryFor(IUnknown* object) noexcept
 {
-    ComPtr<Other> result;
-    if (object)
-        object->QueryInterface(__uuidof(Other), result.putVoid());
-    return result;
+    return ComPtr<IUnknown>(object).as<Other>();
 }
 
 } // namespace korvane

@@ -17,7 +17,10 @@ const VARIANT& EventArguments::at(UINT index) const
 class EventConnection::Sink final : public IDispatch
 {
 public:
-    Sink(EventConnection& connection, REFIID events) : connection_(&connection), events_(events) {}
+    Sink(EventConnection& connection, REFIID events, EventHandlers handlers)
+        : connection_(&connection), events_(events), handlers_(std::move(handlers))
+    {
+    }
     virtual ~Sink() = default;
 
     void cutOff() noexcept { connection_ = nullptr; }
@@ -66,39 +69,65 @@ public:
     {
         if (!parameters)
             return E_POINTER;
-        const ComPtr<Sink> alive(this); // a handler may end the connection
-        return connection_ ? connection_->deliver(event, *parameters) : S_OK;
+        if (!connection_)
+            return S_OK;
+        if (connection_->failure_)
+            return connection_->failure_->number();
+        // A handler may end the connection, and whoever it calls its owner.
+        const ComPtr<Sink> alive(this);
+        const ComPtr<IUnknown> owner = connection_->owner_ ? connection_->owner_->keptAlive() : nullptr;
+        auto failure = attempt([&] { handle(event, EventArguments(*parameters)); });
+        if (!failure)
+            return S_OK;
+        const HRESULT number = failure->number();
+        if (connection_)
+            connection_->failed(std::move(*failure));
+        return number;
     }
 
 private:
+    void handle(DISPID event, const EventArguments& arguments)
+    {
+        if (event == eventAdd)
+        {
+            if (handlers_.add)
+                handlers_.add(arguments);
+        }
+        else if (event == eventClear)
+        {
+            if (handlers_.clear)
+                handlers_.clear();
+        }
+        else if (handlers_.further)
+            handlers_.further(event, arguments);
+    }
+
     EventConnection* connection_;
     IID events_;
+    EventHandlers handlers_;
     ULONG references_ = 0;
     module::Lock lock_;
 };
 
-EventConnection::EventConnection() = default;
+EventConnection::EventConnection(EventOwner* owner) noexcept : owner_(owner) {}
 
 EventConnection::~EventConnection()
 {
     disconnect();
 }
 
-void EventConnection::connect(IUnknown* source, REFIID events, Handler handler)
+void EventConnection::connect(IUnknown* source, REFIID events, EventHandlers handlers)
 {
     disconnect();
     const auto container = queryFor<IConnectionPointContainer>(notNull(source));
-    ComPtr<IConnectionPoint> point;
     if (!container)
         throw Failure(CONNECT_E_NOCONNECTION);
-    call(container, &IConnectionPointContainer::FindConnectionPoint, events, point.put());
+    auto point = fetch(container, &IConnectionPointContainer::FindConnectionPoint, events);
 
-    handler_ = std::move(handler);
-    sink_ = ComPtr<Sink>(new Sink(*this, events));
+    sink_ = ComPtr<Sink>(new Sink(*this, events, std::move(handlers)));
     if (const auto failure = attempt([&] { call(point, &IConnectionPoint::Advise, sink_.get(), &cookie_); }))
     {
-        sink_->cutOff();
-        sink_.reset();
+        disconnect();
         throw *failure;
     }
     point_ = std::move(point);
@@ -108,9 +137,8 @@ void EventConnection::disconnect() noexcept
 {
     if (sink_)
         sink_->cutOff();
-    if (point_)
-        point_->Unadvise(cookie_);
-    point_.reset();
+    if (const auto point = std::move(point_))
+        point->Unadvise(cookie_);
     sink_.reset();
 }
 
@@ -136,20 +164,12 @@ void EventConnection::during(const std::function<void()>& callThatRaises)
         throw *ofCall;
 }
 
-HRESULT EventConnection::deliver(DISPID event, const DISPPARAMS& parameters) noexcept
+void EventConnection::failed(Failure&& failure) noexcept
 {
-    if (failure_)
-        return failure_->number();
-    auto failure = attempt([&] { handler_(event, EventArguments(parameters)); });
-    if (!failure)
-        return S_OK;
-
-    const HRESULT number = failure->number();
     if (calls_ > 0)
         failure_ = std::move(failure);
-    else if (onStrayFailure)
-        onStrayFailure(*failure);
-    return number;
+    else if (owner_)
+        owner_->announcementFailed(failure);
 }
 
 } // namespace korvane

@@ -1,9 +1,7 @@
 // A subscription to the events of an object, for as long as it lives.
 #pragma once
 
-#include "framework/com/ComPtr.h"
-#include "framework/com/Failure.h"
-#include "framework/com/Variant.h"
+#include "framework/com/Call.h"
 
 #include <functional>
 #include <optional>
@@ -27,6 +25,7 @@ public:
     long number(UINT index) const { return toLong(at(index)); }
     OleDate date(UINT index) const { return toDate(at(index)); }
     Bstr text(UINT index) const { return toText(at(index)); }
+    UINT count() const noexcept { return parameters_.cArgs; }
 
 private:
     const VARIANT& at(UINT index) const;
@@ -34,36 +33,54 @@ private:
     const DISPPARAMS& parameters_;
 };
 
+/// What a subscriber does on the events of a collection. An event without a handler is passed over.
+struct EventHandlers
+{
+    std::function<void()> clear = nullptr;
+    std::function<void(const EventArguments& item)> add = nullptr;
+    std::function<void(DISPID event, const EventArguments& arguments)> further = nullptr; ///< any other
+};
+
+/// Whose handlers they are.
+class EventOwner
+{
+public:
+    /// Keeps the owner alive while an announcement is handled: whoever is called in the handler may let go of it.
+    virtual ComPtr<IUnknown> keptAlive() noexcept = 0;
+
+    /// A handler has failed outside of any call of the owner's.
+    virtual void announcementFailed(const Failure& failure) noexcept = 0;
+
+protected:
+    ~EventOwner() = default;
+};
+
 class EventConnection
 {
 public:
-    using Handler = std::function<void(DISPID, const EventArguments&)>;
-
-    EventConnection();
+    /// @param owner null where nobody needs to be kept alive, nor told of a stray failure.
+    explicit EventConnection(EventOwner* owner = nullptr) noexcept;
     EventConnection(const EventConnection&) = delete;
     EventConnection& operator=(const EventConnection&) = delete;
     ~EventConnection();
 
     /// Subscribes to the events of a source, in place of what was subscribed to before. Throws a Failure when
     /// the source does not have them.
-    void connect(IUnknown* source, REFIID events, Handler handler);
+    void connect(IUnknown* source, REFIID events, EventHandlers handlers);
     void disconnect() noexcept;
 
-    /// Makes a call that raises events. When a handler fails on the way, no further event reaches the handler,
+    /// Makes a call that raises events. When a handler fails on the way, no further event reaches the handlers,
     /// and that failure is thrown once the call is back: a source does not tell its caller what went wrong in
     /// a subscriber.
     void during(const std::function<void()>& callThatRaises);
-
-    /// Where a handler's failure goes that happens outside of any such call.
-    std::function<void(const Failure&)> onStrayFailure;
+    bool isInCall() const noexcept { return calls_ > 0; }
 
 private:
     class Sink;
-    struct State;
 
-    HRESULT deliver(DISPID event, const DISPPARAMS& parameters) noexcept;
+    void failed(Failure&& failure) noexcept;
 
-    Handler handler_;
+    EventOwner* owner_;
     ComPtr<IConnectionPoint> point_;
     ComPtr<Sink> sink_;
     DWORD cookie_ = 0;

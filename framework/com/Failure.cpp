@@ -53,18 +53,12 @@ Failure Failure::ofCall(HRESULT number, IUnknown* object, REFIID calledInterface
 
 Bstr Failure::source() const
 {
-    Bstr text;
-    if (information_)
-        information_->GetSource(text.put());
-    return isOfPlatform() ? Bstr(module::programName()) : text;
+    return isOfPlatform() ? Bstr(module::programName()) : fetchIfAny(information_, &IErrorInfo::GetSource);
 }
 
 Bstr Failure::description() const
 {
-    Bstr text;
-    if (information_)
-        information_->GetDescription(text.put());
-    return isOfPlatform() ? systemText(number_) : text;
+    return isOfPlatform() ? systemText(number_) : fetchIfAny(information_, &IErrorInfo::GetDescription);
 }
 
 HRESULT Failure::report() const noexcept

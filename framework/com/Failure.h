@@ -46,18 +46,4 @@ inline HRESULT require(HRESULT result)
     return result;
 }
 
-/// Calls a method of an object and throws a Failure, with the object's error information, when it fails.
-template <class Object, class Interface, class... Parameters, class... Arguments>
-HRESULT call(const ComPtr<Object>& object, HRESULT (STDMETHODCALLTYPE Interface::*method)(Parameters...),
-             Arguments&&... arguments)
-{
-    if (!object)
-        throw Failure(E_POINTER);
-    SetErrorInfo(0, nullptr); // what is there belongs to an earlier call
-    const HRESULT result = (object.get()->*method)(std::forward<Arguments>(arguments)...);
-    if (FAILED(result))
-        throw Failure::ofCall(result, static_cast<Interface*>(object.get()), __uuidof(Interface));
-    return result;
-}
-
 } // namespace korvane

@@ -37,6 +37,14 @@ public:
         return *this;
     }
 
+    /// Takes over a value that the caller owns.
+    static Variant adopt(const VARIANT& owned) noexcept
+    {
+        Variant result;
+        result.value_ = owned;
+        return result;
+    }
+
     /// A copy of a value that somebody else owns, with references followed to what they refer to.
     static Variant valueOf(const VARIANT& reference);
 

@@ -1,6 +1,6 @@
 #include "framework/control/DialogFont.h"
 
-#include "framework/com/Failure.h"
+#include "framework/com/Call.h"
 
 #include <cwchar>
 

@@ -134,6 +134,21 @@ void DialogWindow::createControls()
     layoutChanged();
 }
 
+void DialogWindow::freeze(bool frozen) noexcept
+{
+    if (std::exchange(frozen_, frozen) == frozen)
+        return;
+    // The keyboard stays where it leads out: from a disabled control it would lead nowhere.
+    if (frozen && IsChild(window_, GetFocus()))
+        SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetDlgItem(window_, IDCANCEL)), TRUE);
+    for (const Control* control : controls_)
+    {
+        const int id = control->window() ? GetDlgCtrlID(control->window()) : IDOK;
+        if (id != IDOK && id != IDCANCEL)
+            EnableWindow(control->window(), control->Enabled() && !frozen);
+    }
+}
+
 void DialogWindow::applyFont()
 {
     const HFONT font = font_.handle(dpi_);
@@ -192,14 +207,31 @@ void DialogWindow::arrange() noexcept
         RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
-HWND DialogWindow::controlOfAccessKey(wchar_t key) const noexcept
+DialogWindow::AccessKey DialogWindow::findAccessKey(wchar_t key) const noexcept
 {
     const auto wanted = static_cast<wchar_t>(std::towupper(key));
-    for (const Control* control : controls_)
-        if (const std::wstring* caption = control->accessCaption(0);
-            caption && accessKey(*caption) == wanted && control->isWithinReach())
-            return control->window();
-    return nullptr;
+    for (Control* control : controls_)
+        for (std::size_t index = 0; const std::wstring* caption = control->accessCaption(index); ++index)
+            if (accessKey(*caption) == wanted && control->isWithinReach())
+                return {control, index};
+    return {};
+}
+
+HWND DialogWindow::controlOfAccessKey(wchar_t key) const noexcept
+{
+    const Control* control = findAccessKey(key).control;
+    return control ? control->window() : nullptr;
+}
+
+bool DialogWindow::followAccessKey(MSG& message) noexcept
+{
+    const AccessKey found = findAccessKey(static_cast<wchar_t>(message.wParam));
+    if (!found.control)
+        return false;
+    bool followed = true; // also where that fails
+    const auto follow = [&] { followed = found.control->accessKeyPressed(found.caption); };
+    run(std::cref(follow));
+    return followed || IsDialogMessageW(window_, &message);
 }
 
 HICON DialogWindow::loadIcon(long id, int size) const noexcept
@@ -328,6 +360,10 @@ std::optional<LRESULT> DialogWindow::handle(UINT message, WPARAM first, LPARAM s
     case WM_SETFOCUS:
         focusArrived();
         windowFocused();
+        return std::nullopt;
+    case WM_SHOWWINDOW:
+        if (first != FALSE)
+            windowShown();
         return std::nullopt;
     case WM_MOUSEACTIVATE:
         focusArrived();

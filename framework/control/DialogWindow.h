@@ -28,6 +28,8 @@ public:
 
     /// The visible and enabled control that an access key leads to; null when there is none.
     HWND controlOfAccessKey(wchar_t key) const noexcept;
+    /// Does what the access key of a message leads to. False when it is none of the dialog's.
+    bool followAccessKey(MSG& message) noexcept;
 
     // The ends of the tab order; null in a dialog without a control that takes the focus.
     HWND firstTabStop() const noexcept { return GetNextDlgTabItem(window_, nullptr, FALSE); }
@@ -59,6 +61,9 @@ protected:
     /// Makes the windows of the controls, if they are not there yet.
     void createControls();
 
+    /// Disables everything but the ways out, OK and Cancel, or lets it be as it was.
+    void freeze(bool frozen) noexcept;
+
     /// Gives every control the dialog's font, at the window's resolution.
     void applyFont();
 
@@ -82,10 +87,19 @@ protected:
     virtual void dpiChanged() = 0;
     /// The window itself has the focus: the dialog has no control to give it to.
     virtual void windowFocused() noexcept {}
+    /// The window is about to be seen.
+    virtual void windowShown() noexcept {}
     virtual void postedToDialog() {}
     void postToDialog() const noexcept;
 
 private:
+    struct AccessKey
+    {
+        Control* control = nullptr;
+        std::size_t caption = 0;
+    };
+    AccessKey findAccessKey(wchar_t key) const noexcept;
+
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM first, LPARAM second) noexcept;
     /// The result of a message; none for what is left to the platform.
     std::optional<LRESULT> handle(UINT message, WPARAM first, LPARAM second) noexcept;
@@ -102,6 +116,7 @@ private:
     int dpi_ = 96;
     int batches_ = 0;
     bool layoutPending_ = false;
+    bool frozen_ = false;
     bool controlsCreated_ = false;
 };
 

@@ -55,14 +55,12 @@ bool OleControl::translates(LPMSG message) noexcept
         return isDialogKey(message->wParam) && IsDialogMessageW(window(), message);
     case WM_SYSCHAR:
         // A key that is none of the dialog's may belong to a menu or a neighbour.
-        return controlOfAccessKey(static_cast<wchar_t>(message->wParam)) &&
-               IsDialogMessageW(window(), message);
+        return followAccessKey(*message);
     case WM_CHAR:
     {
         const bool wantsText =
             (SendMessageW(message->hwnd, WM_GETDLGCODE, 0, 0) & (DLGC_WANTCHARS | DLGC_WANTALLKEYS)) != 0;
-        return !wantsText && controlOfAccessKey(static_cast<wchar_t>(message->wParam)) &&
-               IsDialogMessageW(window(), message);
+        return !wantsText && followAccessKey(*message);
     }
     default:
         return false;
@@ -138,7 +136,7 @@ STDMETHODIMP OleControl::OnMnemonic(LPMSG message)
         MSG character = *message;
         character.hwnd = window();
         character.message = WM_SYSCHAR;
-        IsDialogMessageW(window(), &character);
+        followAccessKey(character);
         return S_OK;
     });
 }

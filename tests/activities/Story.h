@@ -125,13 +125,11 @@ protected:
         std::vector<std::wstring> lines;
         EventConnection connection;
         connection.connect(events.get(), __uuidof(IEventsEvents),
-                           [&](DISPID event, const EventArguments& arguments) {
-                               if (event != eventAdd)
-                                   return;
+                           {.add = [&](const EventArguments& arguments) {
                                const auto name = static_cast<wchar_t>(L'A' + arguments.number(2) - 10);
                                lines.push_back(name + (L" " + shown(arguments.date(4).days)) + L" " +
                                                std::wstring(arguments.text(6).view()));
-                           });
+                           }});
         connection.during([&] { call(events.as<ISchedule>(), &ISchedule::Load, monday, monday + 100); });
         return lines;
     }
@@ -144,10 +142,9 @@ protected:
         call(root, &IRoot::get_EventLinks, links.put());
         EventConnection connection;
         connection.connect(links.get(), __uuidof(IEventLinksEvents),
-                           [&](DISPID event, const EventArguments& arguments) {
-                               if (event == eventAdd)
-                                   names.push_back(arguments.number(1));
-                           });
+                           {.add = [&](const EventArguments& arguments) {
+                               names.push_back(arguments.number(1));
+                           }});
         Variant link;
         connection.during([&] { call(links, &IEventLinks::Load, eventId, link.put()); });
         return names;

@@ -13,7 +13,7 @@ namespace
 {
 
 /// A command with an operand of each kind.
-class TestCommand final : public AppCommand<TestCommand, IPersist>
+class TestCommand final : public AppCommand<TestCommand, IMoveEvents>
 {
 public:
     static constexpr const wchar_t* dialogClass = L"KorvaneDlg.ctlTest";
@@ -41,7 +41,9 @@ public:
         return operation == 3;
     }
 
-    STDMETHODIMP GetClassID(CLSID*) override { return E_NOTIMPL; }
+    STDMETHODIMP get_SourceName(long*) override { return E_NOTIMPL; }
+    STDMETHODIMP get_TargetName(long*) override { return E_NOTIMPL; }
+    STDMETHODIMP put_UpdateAll(VARIANT_BOOL) override { return E_NOTIMPL; }
 
     ComPtr<IRoot> Root;
     long number = 11;

@@ -23,6 +23,7 @@ class Source final : public Object<Source, Inherits<EventSource<IGroupsEvents>>,
 {
 public:
     using EventSource<IGroupsEvents>::hasSubscribers;
+    using EventSource<IGroupsEvents>::raise;
 
     void clear() { raise(1); }
     void add(long id) { raise(2, {Variant(id), Variant(Bstr(L"Drivers")), Variant(7L)}); }
@@ -54,17 +55,30 @@ public:
     }
 };
 
+/// Whoever subscribes, as an object that anybody may let go of.
+class Owner final : public EventOwner
+{
+public:
+    ComPtr<IUnknown> keptAlive() noexcept override { return ComPtr<IUnknown>(object.get()); }
+    void announcementFailed(const Failure& failure) noexcept override { stray.push_back(failure.number()); }
+
+    ComPtr<IUnknown> object = make<Source>().as<IUnknown>();
+    std::vector<HRESULT> stray;
+};
+
 class EventConnectionTests : public testing::Test
 {
 protected:
     void connect()
     {
         connection->connect(static_cast<IConnectionPointContainer*>(source.get()), __uuidof(IGroupsEvents),
-                            [this](DISPID event, const EventArguments& arguments) {
-                                heard.push_back(event == 2 ? arguments.number(0) : 0);
-                                if (onEvent)
-                                    onEvent(arguments);
-                            });
+                            {.clear = [this] { heard.push_back(0); },
+                             .add =
+                                 [this](const EventArguments& item) {
+                                     heard.push_back(item.number(0));
+                                     if (onEvent)
+                                         onEvent(item);
+                                 }});
     }
 
     HRESULT failureOf(const std::function<void()>& body)
@@ -74,7 +88,8 @@ protected:
     }
 
     ComPtr<Source> source = make<Source>();
-    std::optional<EventConnection> connection{std::in_place};
+    Owner owner;
+    std::optional<EventConnection> connection{std::in_place, &owner};
     std::vector<long> heard;
     std::function<void(const EventArguments&)> onEvent;
 };
@@ -85,12 +100,10 @@ TEST_F(EventConnectionTests, EventsArriveInTheirOrderWithTheirArguments)
 {
     connect();
     std::vector<std::wstring> texts;
-    onEvent = [&](const EventArguments& arguments) {
-        if (heard.back() != 0)
-        {
-            texts.emplace_back(arguments.text(1).view());
-            EXPECT_EQ(arguments.number(2), 7);
-        }
+    onEvent = [&](const EventArguments& item) {
+        texts.emplace_back(item.text(1).view());
+        EXPECT_EQ(item.number(2), 7);
+        EXPECT_EQ(item.count(), 3U);
     };
     source->clear();
     source->add(4);
@@ -198,17 +211,35 @@ TEST_F(EventConnectionTests, AnEventAfterAFailedCallIsHeardAgain)
 TEST_F(EventConnectionTests, AStrayFailureIsTold)
 {
     connect();
-    std::vector<HRESULT> stray;
-    connection->onStrayFailure = [&](const Failure& failure) { stray.push_back(failure.number()); };
     onEvent = [](const EventArguments&) { throw Failure(E_FAIL); };
     source->add(4);
     source->add(5);
-    EXPECT_THAT(stray, ElementsAre(E_FAIL, E_FAIL));
+    EXPECT_THAT(owner.stray, ElementsAre(E_FAIL, E_FAIL));
     EXPECT_EQ(failureOf([&] { connection->during([] {}); }), S_OK);
+}
+
+TEST_F(EventConnectionTests, TheOwnerIsKeptAliveWhileAnAnnouncementIsHandled)
+{
+    connect();
+    ULONG whileHandled = 0;
+    onEvent = [&](const EventArguments&) { whileHandled = references(owner.object.get()); };
+    source->add(4);
+    EXPECT_EQ(whileHandled, references(owner.object.get()) + 1);
+}
+
+TEST_F(EventConnectionTests, AnEventBesidesClearAndAddComesToItsOwnHandler)
+{
+    std::vector<DISPID> further;
+    connection->connect(static_cast<IConnectionPointContainer*>(source.get()), __uuidof(IGroupsEvents),
+                        {.further = [&](DISPID event, const EventArguments&) { further.push_back(event); }});
+    source->add(4); // has no handler
+    source->raise(3);
+    EXPECT_THAT(further, ElementsAre(3));
 }
 
 TEST_F(EventConnectionTests, AStrayFailureThatNobodyWantsIsForgotten)
 {
+    connection.emplace();
     connect();
     onEvent = [](const EventArguments&) { throw Failure(E_FAIL); };
     source->add(4);

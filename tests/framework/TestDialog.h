@@ -13,7 +13,7 @@
 namespace korvane::test
 {
 
-class TestDialogCommand final : public AppCommand<TestDialogCommand, IPersist>
+class TestDialogCommand final : public AppCommand<TestDialogCommand, IMoveEvents>
 {
 public:
     static constexpr const wchar_t* dialogClass = L"KorvaneDlg.ctlTest";
@@ -29,7 +29,9 @@ public:
         return false;
     }
 
-    STDMETHODIMP GetClassID(CLSID*) override { return E_NOTIMPL; }
+    STDMETHODIMP get_SourceName(long*) override { return E_NOTIMPL; }
+    STDMETHODIMP get_TargetName(long*) override { return E_NOTIMPL; }
+    STDMETHODIMP put_UpdateAll(VARIANT_BOOL) override { return E_NOTIMPL; }
 
     Bstr name;
     int executions = 0;

@@ -36,38 +36,38 @@ ScheduleData::ScheduleData(const ComPtr<IRoot>& root)
         throw Failure(E_NOINTERFACE);
 
     namesEvents_.connect(names_.get(), __uuidof(INamesEvents),
-                         [this](DISPID event, const EventArguments& name) {
-                             if (!loading_)
-                             {
-                                 groupOfResources_.reset();
-                                 changed();
-                             }
-                             else if (event == eventClear)
-                                 resources_.clear();
-                             else if (event == eventAdd)
-                                 resources_.push_back({name.number(0), std::wstring(name.text(1).view())});
-                         });
+                         whileLoading([this] { resources_.clear(); },
+                                      [this](const EventArguments& name) {
+                                          resources_.push_back(
+                                              {name.number(0), std::wstring(name.text(1).view())});
+                                      },
+                                      [this] { groupOfResources_.reset(); }));
     typesEvents_.connect(types_.get(), __uuidof(ITypesEvents),
-                         [this](DISPID event, const EventArguments& type) {
-                             if (!loading_)
-                             {
-                                 colorsAreKnown_ = false;
-                                 changed();
-                             }
-                             else if (event == eventClear)
-                                 colors_.clear();
-                             else if (event == eventAdd)
-                                 colors_.insert_or_assign(type.number(0), type.number(2));
-                         });
+                         whileLoading([this] { colors_.clear(); },
+                                      [this](const EventArguments& type) {
+                                          colors_.insert_or_assign(type.number(0), type.number(2));
+                                      },
+                                      [this] { colorsAreKnown_ = false; }));
     occurrenceEvents_.connect(events.get(), __uuidof(IEventsEvents),
-                              [this](DISPID event, const EventArguments& occurrence) {
-                                  if (!loading_)
-                                      changed();
-                                  else if (event == eventClear)
-                                      occurrences_.clear();
-                                  else if (event == eventAdd)
-                                      occurrences_.push_back(occurrenceIn(occurrence));
-                              });
+                              whileLoading([this] { occurrences_.clear(); },
+                                           [this](const EventArguments& occurrence) {
+                                               occurrences_.push_back(occurrenceIn(occurrence));
+                                           },
+                                           [] {}));
+}
+
+/// What is announced outside of loading tells that what was loaded no longer holds.
+EventHandlers ScheduleData::whileLoading(std::function<void()> clear,
+                                         std::function<void(const EventArguments&)> add,
+                                         const std::function<void()>& outdate)
+{
+    const auto outdated = [this, outdate] {
+        outdate();
+        changed();
+    };
+    return {.clear = [this, clear = std::move(clear), outdated] { loading_ ? clear() : outdated(); },
+            .add = [this, add = std::move(add),
+                    outdated](const EventArguments& item) { loading_ ? add(item) : outdated(); }};
 }
 
 void ScheduleData::load(Schedule& schedule, long group, OleDate from, OleDate to)

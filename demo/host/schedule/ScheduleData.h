@@ -23,6 +23,8 @@ public:
     void load(Schedule& schedule, long group, OleDate from, OleDate to);
 
 private:
+    EventHandlers whileLoading(std::function<void()> clear, std::function<void(const EventArguments&)> add,
+                               const std::function<void()>& outdate);
     class Loading;
 
     void loadResources(long group);

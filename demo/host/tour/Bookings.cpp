@@ -20,10 +20,9 @@ std::map<long, std::wstring> announced(IUnknown* collection, REFIID events, cons
 {
     std::map<long, std::wstring> texts;
     EventConnection connection;
-    connection.connect(collection, events, [&](DISPID event, const EventArguments& item) {
-        if (event == eventAdd)
-            texts.insert_or_assign(item.number(0), std::wstring(item.text(1).view()));
-    });
+    connection.connect(collection, events, {.add = [&](const EventArguments& item) {
+                           texts.insert_or_assign(item.number(0), std::wstring(item.text(1).view()));
+                       }});
     connection.during(load);
     return texts;
 }
@@ -47,10 +46,9 @@ std::vector<Booking> Bookings::all() const
     {
         EventConnection announcements;
         announcements.connect(events_.get(), __uuidof(IEventsEvents),
-                              [&](DISPID event, const EventArguments& occurrence) {
-                                  if (event == eventAdd)
-                                      found.push_back(occurrenceIn(occurrence));
-                              });
+                              {.add = [&](const EventArguments& occurrence) {
+                                  found.push_back(occurrenceIn(occurrence));
+                              }});
         announcements.during([&] {
             call(events_.as<ISchedule>(), &ISchedule::Load, later(now(), -oneYear).days,
                  later(now(), oneYear).days);
