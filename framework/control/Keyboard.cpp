@@ -77,27 +77,16 @@ bool OleControl::translates(LPMSG message) noexcept
         return isDialogKey(message->wParam) && window() && IsDialogMessageW(window(), message);
     case WM_SYSCHAR:
         // A key that is none of the dialog's may belong to a menu or a neighbour.
-        return pressesAccessKey(*message);
+        return followAccessKey(*message);
     case WM_CHAR:
     {
         const bool wantsText =
             (SendMessageW(message->hwnd, WM_GETDLGCODE, 0, 0) & (DLGC_WANTCHARS | DLGC_WANTALLKEYS)) != 0;
-        return !wantsText && pressesAccessKey(*message);
+        return !wantsText && followAccessKey(*message);
     }
     default:
         return false;
     }
-}
-
-bool OleControl::pressesAccessKey(const MSG& pressed) noexcept
-{
-    const wchar_t key = spelledAccessKey(static_cast<wchar_t>(pressed.wParam));
-    if (key == 0)
-        return false;
-    // The dialog manager finds the letter as the caption has it; not on every platform in the other case too.
-    MSG message = pressed;
-    message.wParam = key;
-    return IsDialogMessageW(window(), &message) != FALSE;
 }
 
 /// True when Tab would go round from the last control to the first, or back.
@@ -180,7 +169,7 @@ STDMETHODIMP OleControl::OnMnemonic(LPMSG message)
             for (const wchar_t key : accessKeys())
                 if (virtualKeyOf(key) == message->wParam)
                     character.wParam = key;
-        pressesAccessKey(character);
+        followAccessKey(character);
         return S_OK;
     });
 }

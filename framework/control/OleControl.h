@@ -199,7 +199,6 @@ private:
     bool leavesByTab(bool backwards) const noexcept;
     bool containerTranslates(LPMSG message) noexcept;
     bool translates(LPMSG message) noexcept;
-    bool pressesAccessKey(const MSG& pressed) noexcept;
 
     const CLSID& classId_;
     float width_;
