@@ -37,14 +37,17 @@ std::wstring NumberRow::shown(long number) const
     return number == 1 && one_ == One::blank ? std::wstring() : decimal(number);
 }
 
-/// What is no number, or none within the limits, changes nothing.
+/// The arrows count on from what stands in the box. What is no number, or none within the limits, changes nothing
+/// else.
 void NumberRow::typed()
 {
-    const auto number = numberIn(txtNumber.Text());
-    if (!number || *number < updNumber.Min() || *number > updNumber.Max() || *number == number_)
+    const std::wstring text = txtNumber.Text();
+    const auto number = text.empty() ? std::optional(one_ == One::blank ? 1L : 0L) : numberIn(text);
+    if (!number || *number > updNumber.Max())
         return;
     updNumber.setValue(static_cast<int>(*number));
-    changed();
+    if (!text.empty() && *number >= updNumber.Min() && *number != number_)
+        changed();
 }
 
 void NumberRow::changed()

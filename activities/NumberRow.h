@@ -1,6 +1,9 @@
 // A number of a repetition's rule: a box with arrows, between two labels.
 #pragma once
 
+#include "framework/control/Frame.h"
+#include "framework/control/Label.h"
+#include "framework/control/TextBox.h"
 #include "framework/control/UpDown.h"
 
 #include <functional>

@@ -1,6 +1,7 @@
 #include "activities/RecurrencePanel.h"
 
 #include "framework/com/Boundary.h"
+#include "framework/com/Decimal.h"
 #include "framework/modKorvaneDlg.h"
 
 namespace korvane
@@ -35,13 +36,12 @@ RecurrencePanel::RecurrencePanel(DialogWindow& dialog, const Place& place,
                               .toolTip = L"25067"}),
       fraRecur(dialog, {.name = L"fraRecur",
                         .place = {place.left, place.top + checkHeight, place.width, place.height}}),
-      optRecur{OptionButton{fraRecur,
-                            {.name = L"optRecur", .place = optionPlace(0), .text = L"25010"},
-                            OptionButton::Position::first},
-               OptionButton{fraRecur, {.name = L"optRecur", .place = optionPlace(1), .text = L"25020"}},
-               OptionButton{fraRecur, {.name = L"optRecur", .place = optionPlace(2), .text = L"25030"}},
-               OptionButton{fraRecur, {.name = L"optRecur", .place = optionPlace(3), .text = L"25040"}},
-               OptionButton{fraRecur, {.name = L"optRecur", .place = optionPlace(4), .text = L"25050"}}},
+      optRecur(makeControls<kinds>([&](int index) {
+          const std::wstring text = decimal(textOfKind(index));
+          return OptionButton(fraRecur,
+                              {.name = L"optRecur", .place = optionPlace(index), .text = text.c_str()},
+                              index == 0 ? OptionButton::Position::first : OptionButton::Position::further);
+      })),
       fraRecurStd(fraRecur, {.name = L"fraRecurStd",
                              .place = {optionsWidth, 0, place.width - optionsWidth, place.height}}),
       interval(fraRecurStd, 45, {L"lblRecurIval1", L"txtRecurIval", L"updRecurIval", L"lblRecurIval2"},

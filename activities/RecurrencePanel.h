@@ -4,8 +4,10 @@
 
 #include "activities/EditEvents.h"
 #include "activities/NumberRow.h"
+#include "framework/control/CheckBox.h"
+#include "framework/control/ControlArray.h"
+#include "framework/control/OptionButton.h"
 
-#include <array>
 #include <functional>
 
 namespace korvane
@@ -42,7 +44,7 @@ private:
 
     CheckBox chkRecurrences;
     Frame fraRecur;
-    std::array<OptionButton, kinds> optRecur;
+    ControlArray<OptionButton, kinds> optRecur;
     Frame fraRecurStd;
     NumberRow interval; ///< how many periods from one occurrence to the next: the rule's interval plus one
     NumberRow count;

@@ -7,6 +7,9 @@
 #include "framework/AppDialog.h"
 #include "framework/control/ComboBox.h"
 #include "framework/control/DateTimePicker.h"
+#include "framework/control/Label.h"
+#include "framework/control/Swatch.h"
+#include "framework/control/TextBox.h"
 
 #include <vector>
 

@@ -3,6 +3,7 @@
 
 #include "activities/MoveEvents.h"
 #include "framework/AppDialog.h"
+#include "framework/control/Label.h"
 
 namespace korvane
 {

@@ -176,13 +176,17 @@ public:
         *scope = ComPtr<IScope>(make<Scope>().get()).detach();
         return S_OK;
     }
-    STDMETHODIMP NewRecurrence(long, IRecurrence** rule) override
+    STDMETHODIMP get_Accounts(IAccounts** collection) override { return lacks(collection); }
+    STDMETHODIMP get_Messages(IMessages** collection) override { return lacks(collection); }
+    STDMETHODIMP NewRecurrence(long, IRecurrence** rule) override { return lacks(rule); }
+
+private:
+    template <class Interface> static HRESULT lacks(Interface** result)
     {
-        *rule = nullptr;
+        *result = nullptr;
         return E_NOTIMPL;
     }
 
-private:
     template <class Class, class Interface>
     static HRESULT give(const ComPtr<Class>& object, Interface** result)
     {

@@ -8,7 +8,7 @@
 // it is then destroyed. Nothing is painted on either side, but for the row that says so.
 #include "bench/Benchmarks.h"
 #include "bench/Library.h"
-#include "bench/Stage.h"
+#include "bench/MemoryData.h"
 #include "tests/support/Messages.h"
 #include "tests/support/ModuleControls.h"
 
@@ -23,6 +23,10 @@ namespace
 
 constexpr const char* group = "A dialog, from creation to end";
 
+// Of the container.
+constexpr const wchar_t* fontFace = L"MS Shell Dlg";
+constexpr int fontPoints = 8;
+
 std::wstring textOf(HWND window)
 {
     wchar_t text[256];
@@ -32,6 +36,28 @@ std::wstring textOf(HWND window)
 DWORD extendedStyleOf(HWND window)
 {
     return static_cast<DWORD>(GetWindowLongW(window, GWL_EXSTYLE));
+}
+
+std::wstring classNameOf(HWND window)
+{
+    wchar_t name[64];
+    return {name, static_cast<std::size_t>(GetClassNameW(window, name, 64))};
+}
+
+/// The style that a window was made with. The platform takes the scroll bar off a list that needs none.
+DWORD designedStyleOf(HWND window)
+{
+    const auto style = static_cast<DWORD>(GetWindowLongW(window, GWL_STYLE));
+    return classNameOf(window) == L"ListBox" ? style | WS_VSCROLL : style;
+}
+
+/// The windows on a window, in their order.
+std::vector<HWND> childrenOf(HWND window)
+{
+    std::vector<HWND> children;
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        children.push_back(child);
+    return children;
 }
 
 INT_PTR CALLBACK ignore(HWND, UINT, WPARAM, LPARAM) noexcept
@@ -160,29 +186,29 @@ void paint(HWND dialog)
 
 void measureDialogs(Report& report, const Effort& effort)
 {
-    Stage stage;
+    test::Container container;
     MemoryData data;
-    const auto command = Stage::commandFor(data);
+    const auto command = commandFor(data);
 
-    stage.open(command.get());
+    open(container, dialogProgId, command.get());
     const Template bare = [&] {
         const test::ModuleControls controls(libraryPath());
-        Template made(stage.dialogWindow());
-        const HWND dialog = made.create(stage.window());
-        demandEquivalence(stage.dialogWindow(), dialog);
+        Template made(container.dialogWindow());
+        const HWND dialog = made.create(container.window());
+        demandEquivalence(container.dialogWindow(), dialog);
         DestroyWindow(dialog);
         return made;
     }();
-    stage.close();
+    container.close();
 
     const auto ofLibrary = [&](bool painted) {
         return [&, painted] {
             test::pumpMessages();
             return perRun(1, [&] {
-                stage.open(command.get());
+                open(container, dialogProgId, command.get());
                 if (painted)
-                    paint(stage.dialogWindow());
-                stage.close();
+                    paint(container.dialogWindow());
+                container.close();
             });
         };
     };
@@ -191,7 +217,7 @@ void measureDialogs(Report& report, const Effort& effort)
             test::pumpMessages();
             const test::ModuleControls controls(libraryPath());
             return perRun(1, [&] {
-                const HWND dialog = bare.create(stage.window());
+                const HWND dialog = bare.create(container.window());
                 demand(dialog != nullptr, "the bare dialog is not made");
                 if (painted)
                     paint(dialog);
@@ -202,7 +228,7 @@ void measureDialogs(Report& report, const Effort& effort)
 
     const char* platform = "CreateDialogIndirectParam, DestroyWindow";
     report.add(group, "group dialog", platform,
-               compare(effort.samples(101), ofLibrary(false), ofPlatform(false)), 1.25);
+               compare(effort.samples(101), ofLibrary(false), ofPlatform(false)), 1.2);
     report.add(group, "group dialog, painted once", platform,
                compare(effort.samples(101), ofLibrary(true), ofPlatform(true)));
 }

@@ -12,24 +12,20 @@ CLSID classIdOf(const wchar_t* progId)
     return classId;
 }
 
-void createByName(const wchar_t* progId, REFIID iid, void** object)
+void open(test::Container& container, const wchar_t* dialogClass, IUnknown* command)
 {
-    CLSID classId{};
-    require(CLSIDFromProgID(progId, &classId));
-    require(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, iid, object));
+    container.place(create<IAppDialog>(dialogClass), command);
+    readReady(container);
 }
 
-HMODULE library()
+void readReady(test::Container& container)
 {
-    const HMODULE module = GetModuleHandleW(L"KorvaneDlg.dll");
-    demand(module != nullptr, "the library is not loaded");
-    return module;
+    demand(container.ready(), "the dialog is not ready");
 }
 
 std::wstring libraryPath()
 {
-    wchar_t path[MAX_PATH];
-    return {path, GetModuleFileNameW(library(), path, MAX_PATH)};
+    return test::folderOfTests() + L"\\KorvaneDlg.dll";
 }
 
 } // namespace korvane::bench

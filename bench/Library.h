@@ -1,13 +1,7 @@
 // The library under measurement: the registered one, created as hosts do.
 #pragma once
 
-#include "framework/com/ComPtr.h"
-#include "framework/com/Failure.h"
-
-#include <KorvaneDlg.h>
-#include <KorvaneInterfaces.h>
-
-#include <string>
+#include "tests/support/Container.h"
 
 namespace korvane::bench
 {
@@ -22,17 +16,19 @@ constexpr const wchar_t* platformProgId = L"Scripting.Dictionary";
 CLSID classIdOf(const wchar_t* progId);
 
 /// Creates an object the way a script does: its class is looked up by name each time.
-void createByName(const wchar_t* progId, REFIID iid, void** object);
-
 template <class Interface> ComPtr<Interface> create(const wchar_t* progId)
 {
     ComPtr<Interface> object;
-    createByName(progId, __uuidof(Interface), object.putVoid());
+    require(CoCreateInstance(classIdOf(progId), nullptr, CLSCTX_INPROC_SERVER, __uuidof(Interface),
+                             object.putVoid()));
     return object;
 }
 
-/// The loaded DLL. Something of it must be alive.
-HMODULE library();
+/// What a host does to show a dialog: creates it by name, places it, gives it its command, and reads Ready.
+void open(test::Container& container, const wchar_t* dialogClass, IUnknown* command);
+/// Reads Ready, of a dialog that stands or of a new one.
+void readReady(test::Container& container);
+
 std::wstring libraryPath();
 
 } // namespace korvane::bench

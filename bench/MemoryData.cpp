@@ -1,6 +1,7 @@
 #include "bench/MemoryData.h"
 
 #include "bench/Announcer.h"
+#include "bench/Library.h"
 #include "bench/Measurement.h"
 #include "framework/com/Decimal.h"
 
@@ -85,8 +86,10 @@ public:
 
     STDMETHODIMP get_Names(INames** collection) override { return lacks(collection); }
     STDMETHODIMP get_Types(ITypes** collection) override { return lacks(collection); }
+    STDMETHODIMP get_Accounts(IAccounts** collection) override { return lacks(collection); }
     STDMETHODIMP get_Events(IEvents** collection) override { return lacks(collection); }
     STDMETHODIMP get_EventLinks(IEventLinks** collection) override { return lacks(collection); }
+    STDMETHODIMP get_Messages(IMessages** collection) override { return lacks(collection); }
     STDMETHODIMP NewRecurrence(long, IRecurrence** rule) override { return lacks(rule); }
 
 private:
@@ -119,6 +122,16 @@ void MemoryData::announce(long id, BSTR name) const
 bool MemoryData::hasSubscriber() const noexcept
 {
     return groups_->hasSubscriber();
+}
+
+ComPtr<IEditGroups> commandFor(const MemoryData& data)
+{
+    constexpr long operationChange = 3; // shows all controls of the dialog
+    auto command = create<IEditGroups>(commandProgId);
+    call(command, &IEditGroups::putref_Root, data.root());
+    call(command, &IEditGroups::put_GroupID, 4L);
+    call(command.as<IAppCommand>(), &IAppCommand::put_Operation, operationChange);
+    return command;
 }
 
 } // namespace korvane::bench

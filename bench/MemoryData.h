@@ -5,6 +5,7 @@
 #include "framework/com/ComPtr.h"
 
 #include <KorvaneData.h>
+#include <KorvaneDlg.h>
 
 #include <vector>
 
@@ -46,5 +47,8 @@ private:
     ComPtr<Groups> groups_;
     ComPtr<IRoot> root_;
 };
+
+/// A command that changes groups of a data layer.
+ComPtr<IEditGroups> commandFor(const MemoryData& data);
 
 } // namespace korvane::bench

@@ -31,7 +31,7 @@ template <class Body> Sample forEachText(Body&& body)
 void measureTexts(Report& report, const Effort& effort)
 {
     const auto resources = create<IResources>(resourcesProgId);
-    const HMODULE module = library();
+    const HMODULE module = test::library();
     for (const UINT id : ids)
     {
         BSTR text = nullptr;

@@ -100,7 +100,7 @@ constexpr auto operand(std::wstring_view name)
 }
 
 template <class Class, class ClassInterface>
-class AppCommand : public Object<Class, Inherits<ClassInterface, IAppCommand>, ClassInterface, IAppCommand>
+class AppCommand : public Object<Class, Inherits<ClassInterface>, ClassInterface, IAppCommand>
 {
 public:
     STDMETHODIMP get_DialogClass(BSTR* progId) override

@@ -179,7 +179,7 @@ void AppDialog::applyFont(IUnknown* newFont)
 std::vector<ComPtr<IUnknown>> AppDialog::containers() const
 {
     std::vector<ComPtr<IUnknown>> found;
-    const ComPtr<IOleClientSite> site(clientSite());
+    const auto site = clientSite();
     if (!site)
         return found;
     const auto extended = fetchIfAny(site.as<IOleControlSite>(), &IOleControlSite::GetExtendedControl);
@@ -198,6 +198,8 @@ void AppDialog::connectEvents()
     for (const auto& container : containers())
         if (!sink)
             sink = container.as<IAppDialogSink>();
+    if (!window())
+        throw Failure(E_ABORT); // the container has ended the dialog meanwhile
     events_->putref_Sink(sink.get());
 }
 
@@ -320,7 +322,7 @@ int AppDialog::ask(long textId, UINT style, long captionId) const
 /// The host's window that the dialog stands in; null for none.
 HWND AppDialog::containerWindow() const
 {
-    const HWND container = fetchIfAny(queryFor<IOleInPlaceSite>(clientSite()), &IOleWindow::GetWindow);
+    const HWND container = fetchIfAny(clientSite().as<IOleInPlaceSite>(), &IOleWindow::GetWindow);
     return container ? GetAncestor(container, GA_ROOT) : nullptr;
 }
 

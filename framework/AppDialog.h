@@ -22,6 +22,8 @@
 #include "framework/AppDialogEvents.h"
 #include "framework/DataLayer.h"
 #include "framework/com/Object.h"
+#include "framework/control/Button.h"
+#include "framework/control/Frame.h"
 #include "framework/control/OleControl.h"
 #include "framework/modKorvaneDlg.h"
 
@@ -33,7 +35,7 @@
 namespace korvane
 {
 
-class AppDialog : public IDialogControl, public IAppDialog, public OleControl, public EventOwner
+class AppDialog : public IDialogControl, public OleControl, public EventOwner
 {
 public:
     // IAppDialog

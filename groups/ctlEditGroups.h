@@ -2,6 +2,9 @@
 #pragma once
 
 #include "framework/AppDialog.h"
+#include "framework/control/Label.h"
+#include "framework/control/ListBox.h"
+#include "framework/control/TextBox.h"
 #include "groups/EditGroups.h"
 
 namespace korvane

@@ -44,7 +44,7 @@ STDAPI DllCanUnloadNow()
     if (liveObjects() != 0)
         return S_FALSE;
     releaseApartment();
-    releaseTypeInfos();
+    releaseMemberTables();
     releaseControlsContext();
     return S_OK;
 }

@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
 # Builds the sample host and opens it on this display. Without a display, or with --tour, it runs a tour on a
-# virtual one instead: keystrokes and mouse, each step checked, and a picture of every dialog in build/demo.
+# virtual one instead: keystrokes and mouse, each step checked, and a picture of every dialog in build/demo. What was
+# done in each step, what the data layer was asked for and what then stood in the database is in build/demo/tour.txt.
 #
-# usage: scripts/demo.sh [--tour] [--db FILE] [--user ACCOUNT]
+# usage: scripts/demo.sh [--tour] [--verbose] [--db FILE] [--user ACCOUNT]
 #   --tour           the tour also where there is a display
+#   --verbose        the tour prints all of build/demo/tour.txt, instead of a line for each step
 #   --db FILE        the database, which is made on first use (build/demo/demo.sqlite unless given). The tour makes
 #                    two new ones, build/demo/booking.sqlite and, unless one is given for it, build/demo/tour.sqlite
 #   --user ACCOUNT   who works with it: admin (as without the option) or employee, in a new database; the tour
@@ -19,6 +21,7 @@ log=build/logs/demo.log
 tour=no
 database=
 options=()
+verbose=()
 
 usage() {
     sed -n '/^# usage/,/^$/s/^# \{0,1\}//p' "$0"
@@ -54,18 +57,20 @@ open_host() {
         ${options[@]+"${options[@]}"} </dev/null
 }
 
+# Through a pipe: on a terminal of its own, Wine would draw a console.
 run_tour() {
     rm -f "$demo"/*.png
     start_display
     prepare_prefix win32 demo
     [[ -z $database ]] || options+=(--db "$(windows_path "$database")")
     timeout 900 "$KORVANE_WINE" build/win32/KorvaneHost.exe --tour "$(windows_path "$demo")" \
-        ${options[@]+"${options[@]}"} </dev/null 2>>"$log" | tee "$demo/tour.txt"
+        ${verbose[@]+"${verbose[@]}"} ${options[@]+"${options[@]}"} </dev/null 2>>"$log" | cat
 }
 
 while (($#)); do
     case $1 in
         --tour) tour=yes ;;
+        --verbose) verbose=("$1") ;;
         --db | --user)
             if (($# < 2)); then
                 usage >&2
@@ -96,5 +101,5 @@ if [[ $tour = no && -n ${DISPLAY:-} ]]; then
     open_host
 else
     run_tour
-    echo "pictures: $demo"
+    echo "pictures and all details (tour.txt): $demo"
 fi

@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
-# Sets up, builds for 32 and 64 bits, checks and tests everything. The 32-bit tests, those of the product, come
-# last. Details of each step are in build/logs.
+# Sets up, builds for 32 and 64 bits, checks and tests everything. The tests of both word sizes run at the same time,
+# each on a display, a prefix and a core of its own. Details of each step are in build/logs.
 #
-# usage: scripts/test.sh [--quick] [--no-lint] [ctest arguments...]
+# usage: [GTEST_FILTER=CASES] scripts/test.sh [--quick] [--no-lint] [ctest arguments...]
 #   --quick     the 32-bit build and its tests only
 #   --no-lint   without formatting and static checks
+#   -R REGEX    (ctest's) only these test programs; GTEST_FILTER selects cases of theirs:
+#               GTEST_FILTER='LeakTests.*' scripts/test.sh --quick -R korvane_leak_tests
 
 set -euo pipefail
 
@@ -72,7 +74,7 @@ build() {
     step "configure $1" cmake --preset "$1" && step "build $1" cmake --build "build/$1" -j 2
 }
 
-# wine_failures PRESET LOG: the numbers of the tests in which Wine failed, and not what was tested.
+# wine_failures PRESET LOG: the numbers of the programs in which Wine failed, and not what was tested.
 # A test program first tells what it runs: one that has said nothing was not started. One that a signal of the system
 # ends was ended by a fault in Wine itself, now and then when it exits while a thread of Wine's is just starting:
 # faults of the program's own, its end included, are Wine's to handle, and end it with an exit code.
@@ -87,52 +89,139 @@ wine_failures() {
     } | sort -u
 }
 
-# A run without any test is no success, unless a selection of tests was asked for that has none of 64 bits. Where Wine
-# failed, tests are run once more.
+# Of a failed program's cases, only those that did not pass are worth reading.
+without_passed_cases() {
+    awk 'function tell() { if (held != "") print held; held = "" }
+         /^\[ RUN  / { tell(); held = $0; next }
+         /^\[       OK / && held != "" { held = ""; next }
+         /^\[  FAILED  \]|^ *[0-9]+\/[0-9]+ Test +#|^ +Start +[0-9]+: / { tell(); print; next }
+         held != "" { held = held "\n" $0; next }
+         !/^\[-+\]/ { print }
+         END { tell() }'
+}
+
+# run_ctest PRESET ARGUMENTS...: as a part of a pipeline, which it takes over in order to end with the shell.
+run_ctest() {
+    local preset=$1
+    shift
+    exec setpriv --pdeathsig TERM ctest --preset "$preset" --timeout 120 "$@" </dev/null
+}
+
+# not_passed LOG: the cases that failed in a run of whole programs, and those in the midst of which one ended.
+not_passed() {
+    tr -d '\r' <"$1" | awk '/^\[ RUN  / { if (running != "") print running; running = $4 }
+        /^\[       OK / { running = "" }
+        /^\[  FAILED  \] [^ ]+ \([0-9]+ ms\)/ { print $4; running = "" }
+        END { if (running != "") print running }' | sed 's/,$//' | sort -u
+}
+
+# report_cases PRESET LOG PROGRAM...: each case of programs that failed, by itself, to tell what fails only after others
+# and what only alone. A report, no second chance.
+report_cases() {
+    local preset=$1 whole=$2 program name scratch=$logs/case-$1 outcome end=$((SECONDS + 600))
+    local cases=() bad=()
+    shift 2
+    mapfile -t bad < <(not_passed "$whole")
+    for program; do
+        [[ -e build/$preset/$program.exe ]] || continue
+        (cd "build/$preset" && timeout 60 "$KORVANE_WINE" "./$program.exe" --gtest_list_tests) \
+            </dev/null >"$scratch.list" 2>/dev/null || true
+        mapfile -t cases < <(tr -d '\r' <"$scratch.list" | awk '/^[^ ]/ { suite = $1 } /^  / { print suite $1 }')
+        printf '\n%s, its %s cases one by one:\n' "$program" "${#cases[@]}"
+        for name in ${cases[@]+"${cases[@]}"}; do
+            if ((SECONDS > end)); then
+                echo "  no time for the others, from $name on"
+                return 0
+            fi
+            outcome=passes
+            GTEST_FILTER=$name timeout 130 ctest --preset "$preset" -R "^$program\$" </dev/null >"$scratch.log" 2>&1 ||
+                outcome=fails
+            if [[ " ${bad[*]} " = *" $name "* ]]; then
+                printf '  %s: did not pass with the others, %s alone\n' "$name" "$outcome"
+            elif [[ $outcome = fails ]]; then
+                printf '  %s: fails alone only\n' "$name"
+                without_passed_cases <"$scratch.log" | sed 's/^/    /'
+            fi
+        done
+    done
+}
+
+# run_tests PRESET NO_TESTS: on the current prefix. A run without any test is no success, unless a selection was asked
+# for that has none of this word size. Where Wine failed, programs are run once more.
 run_tests() {
-    local preset=$1 no_tests=$2 failures=build/$1/Testing/Temporary/LastTestsFailed.log log=$logs/ctest-$1.log
-    prepare_prefix "$preset" || return
-    if ctest --preset "$preset" -j 2 --timeout 120 --output-on-failure --no-tests="$no_tests" --output-log "$log" \
-        ${ctest_arguments[@]+"${ctest_arguments[@]}"}; then
-        return 0
-    fi
-    if [[ -s $failures && -z $(comm -23 <(cut -d: -f1 "$failures" | sort -u) <(wine_failures "$preset" "$log")) ]]; then
-        echo "Wine failed in these; once more:"
-        ctest --preset "$preset" --rerun-failed --timeout 120 --output-on-failure
+    local preset=$1 no_tests=$2 last=build/$1/Testing/Temporary log=$logs/ctest-$1.log bad=()
+    if run_ctest "$preset" -j 2 --output-on-failure --no-tests="$no_tests" --output-log "$log" \
+        ${ctest_arguments[@]+"${ctest_arguments[@]}"} | without_passed_cases; then
+        count_cases "$last/LastTest.log"
         return
     fi
+    mapfile -t bad < <(sort "$last/LastTestsFailed.log")
+    if ((${#bad[@]})) && [[ -z $(comm -23 <(printf '%s\n' "${bad[@]%%:*}" | sort -u) <(wine_failures "$preset" "$log")) ]]; then
+        echo "Wine failed in these; once more:"
+        run_ctest "$preset" --rerun-failed --output-on-failure | without_passed_cases
+        return
+    fi
+    report_cases "$preset" "$log" "${bad[@]#*:}"
     return 1
 }
 
-test_win64() {
+# Programs of which no case was selected have tested nothing.
+count_cases() {
+    tr -d '\r' <"$1" | awk '/^\[=+\] [0-9]+ tests? from .* ran\./ { ++programs; cases += $2 }
+        END { if (programs) printf "%d cases in %d programs\n", cases, programs; exit programs && !cases }'
+}
+
+# On a display, a core and a prefix of its own, so that it can run beside the other word size.
+run_win64() {
     local no_tests=error
+    ((${#ctest_arguments[@]} == 0)) || no_tests=ignore
+    trap stop_all EXIT
+    keep_to_core "$(allowed_cores | tail -n 2 | head -n 1)" || true
+    start_display && prepare_prefix win64 && run_tests win64 "$no_tests"
+}
+
+win64_run=
+start_win64() {
     if [[ $win64_built = no ]]; then
         not_run "test win64" "no 64-bit build"
-        return 0
-    fi
-    if ! have_wine64; then
+    elif ! have_wine64; then
         printf '%-16s no 64-bit Wine here: compiled only\n' "test win64"
-        return 0
-    fi
-    ((${#ctest_arguments[@]} == 0)) || no_tests=ignore
-    prepare "wine win64" prepare_prefix win64 || {
-        not_run "test win64" "no 64-bit Wine prefix"
-        return 0
-    }
-    if step "test win64" run_tests win64 "$no_tests"; then
-        grep -E '^[0-9]+% tests passed' "$logs/test-win64.log" | sed 's/^/    /' || echo "    none selected"
+    else
+        step "test win64" run_win64 >"$logs/outcome-win64.log" &
+        win64_run=$!
+        # A display that is given has one focus for both.
+        [[ -z ${KORVANE_DISPLAY:-} ]] || wait "$win64_run" || true
     fi
 }
+
+finish_win64() {
+    [[ -n $win64_run ]] || return 0
+    wait "$win64_run" || failed+=("test win64")
+    win64_run=
+    cat "$logs/outcome-win64.log"
+    grep -E '^[0-9]+% tests passed|^[0-9]+ cases in' "$logs/test-win64.log" | sed 's/^/    /' || echo "    none selected"
+}
+
+# shellcheck disable=SC2317 # the trap calls it
+finish() {
+    if [[ -n $win64_run ]]; then
+        kill "$win64_run" 2>/dev/null || true
+        wait "$win64_run" 2>/dev/null || true
+    fi
+    stop_all
+}
+trap finish EXIT
 
 test_win32() {
     if [[ $win32_built = no ]]; then
         not_run "test win32" "no 32-bit build"
         return 0
     fi
-    prepare "wine win32" prepare_prefix win32 || {
+    keep_to_core || true # slower, but no less true
+    if ! prepare "display" start_display || ! prepare "wine win32" prepare_prefix win32; then
         not_run "test win32" "no 32-bit Wine prefix"
         return 0
-    }
+    fi
     printf '%-16s\n' "test win32"
     if run_tests win32 error 2>&1 | tee "$logs/test-win32.log"; then return 0; fi
     failed+=("test win32")
@@ -157,10 +246,9 @@ if [[ $quick = no ]]; then
     if build win64; then win64_built=yes; fi
 fi
 
-keep_to_core "" || true # slower, but no less true
-prepare "display" start_display || exit 1
-if [[ $quick = no ]]; then test_win64; fi
+if [[ $quick = no ]]; then start_win64; fi
 test_win32
+finish_win64
 
 if ((${#failed[@]})); then
     printf '\nfailed:\n'

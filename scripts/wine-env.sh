@@ -5,11 +5,12 @@
 #   prepare_prefix win32|win64 [NAME] makes build/wine/NAME (NAME is the architecture where not given) the
 #                                     current prefix, creating it the first time; sets KORVANE_WINE to the
 #                                     loader that runs programs in it
-#   keep_to_core [CORE]               keeps the script to one core, the last one where not given, and with it the
+#   keep_to_core [CORE]               keeps this shell to one core, the last one where not given, and with it the
 #                                     prefixes that it prepares from then on
+#   allowed_cores                     the cores that this shell may use, one a line
 #   have_wine64                       whether 64-bit programs can be run at all
-#   stop_all                          ends both; installed as the EXIT trap (a script with an EXIT trap of its
-#                                     own calls it from there)
+#   stop_all                          ends both; installed as the EXIT trap (a script or a subshell with an EXIT
+#                                     trap of its own calls it from there)
 #
 # A prefix serves one script at a time: the second one waits for the first. Separate NAMEs, or a folder of
 # one's own in KORVANE_WINE_DIR, run side by side. KORVANE_WINEDEBUG sets Wine's debug channels.
@@ -42,7 +43,7 @@ start_display() {
     fi
     [[ -z $korvane_xvfb_pid ]] || return 0
     mkdir -p "$korvane_wine_dir"
-    local log=$korvane_wine_dir/display.log pipe number=
+    local log=$korvane_wine_dir/display-$BASHPID.log pipe number=
     # In a process group of its own, so that Ctrl-C does not take the screen away before Wine has ended, and bound
     # to this script's life should it be killed. Without -noreset the server restarts whenever the last
     # client leaves.
@@ -56,6 +57,7 @@ start_display() {
         wine_env_fail "Xvfb did not start (see $log)"
         return 1
     fi
+    rm -f "$log"
     export DISPLAY=:$number
 }
 
@@ -70,9 +72,14 @@ stop_display() {
 
 # A program talks to Wine's server all the time. Between cores that may take ten times as long.
 keep_to_core() {
-    local allowed
-    allowed=$(taskset -cp $$)
-    taskset -cp "${1:-${allowed##*[ ,-]}}" $$ >/dev/null
+    taskset -cp "${1:-$(allowed_cores | tail -n 1)}" "$BASHPID" >/dev/null
+}
+
+allowed_cores() {
+    local first last
+    taskset -cp "$BASHPID" | sed 's/.*: //' | tr , '\n' | while IFS=- read -r first last; do
+        seq "$first" "${last:-$first}"
+    done
 }
 
 # "<pid> <start time>" of a living process: the pid alone may be somebody else's by now.

@@ -2,7 +2,7 @@
 #include "demo/datalayer/Catalogue.h"
 
 #include "framework/com/Boundary.h"
-#include "framework/com/TypeInfo.h"
+#include "framework/com/MemberTable.h"
 
 #include <sqlite3.h>
 
@@ -29,7 +29,7 @@ STDAPI DllCanUnloadNow()
 {
     if (module::lockCount() != 0)
         return S_FALSE;
-    releaseTypeInfos();
+    releaseMemberTables();
     return S_OK;
 }
 

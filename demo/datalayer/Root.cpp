@@ -20,6 +20,12 @@ HRESULT given(Interface** result, Trace& trace, const wchar_t* call, const ComPt
     });
 }
 
+/// What a collection is answered with that this data layer does not have yet.
+template <class Interface> HRESULT lacks(Interface** result)
+{
+    return returns(result, []() -> ComPtr<Interface> { throw Failure(E_NOTIMPL); });
+}
+
 Rule newRule(long kind)
 {
     const Rule rule{kind};
@@ -35,11 +41,6 @@ STDMETHODIMP Root::get_Groups(IGroups** collection)
     return given(collection, store_->trace(), L"Root.Groups", groups_);
 }
 
-STDMETHODIMP Root::OpenScope(long flags, BSTR source, IScope** scope)
-{
-    return returns(scope, [&] { return ComPtr<IScope>(make<Scope>(store_, flags, view(source)).get()); });
-}
-
 STDMETHODIMP Root::get_Names(INames** collection)
 {
     return given(collection, store_->trace(), L"Root.Names", names_);
@@ -48,6 +49,11 @@ STDMETHODIMP Root::get_Names(INames** collection)
 STDMETHODIMP Root::get_Types(ITypes** collection)
 {
     return given(collection, store_->trace(), L"Root.Types", types_);
+}
+
+STDMETHODIMP Root::get_Accounts(IAccounts** collection)
+{
+    return lacks(collection);
 }
 
 STDMETHODIMP Root::get_Events(IEvents** collection)
@@ -60,6 +66,11 @@ STDMETHODIMP Root::get_EventLinks(IEventLinks** links)
     return given(links, store_->trace(), L"Root.EventLinks", links_);
 }
 
+STDMETHODIMP Root::get_Messages(IMessages** collection)
+{
+    return lacks(collection);
+}
+
 STDMETHODIMP Root::NewRecurrence(long kind, IRecurrence** rule)
 {
     return returns(rule, [&] {
@@ -68,6 +79,11 @@ STDMETHODIMP Root::NewRecurrence(long kind, IRecurrence** rule)
             [](const auto&) { return L""; });
         return ComPtr<IRecurrence>(make<Recurrence>(made).get());
     });
+}
+
+STDMETHODIMP Root::OpenScope(long flags, BSTR source, IScope** scope)
+{
+    return returns(scope, [&] { return ComPtr<IScope>(make<Scope>(store_, flags, view(source)).get()); });
 }
 
 void Root::addSample()

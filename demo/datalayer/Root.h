@@ -25,12 +25,14 @@ public:
     }
 
     STDMETHODIMP get_Groups(IGroups** collection) override;
-    STDMETHODIMP OpenScope(long flags, BSTR source, IScope** scope) override;
     STDMETHODIMP get_Names(INames** collection) override;
     STDMETHODIMP get_Types(ITypes** collection) override;
+    STDMETHODIMP get_Accounts(IAccounts** collection) override;
     STDMETHODIMP get_Events(IEvents** collection) override;
     STDMETHODIMP get_EventLinks(IEventLinks** links) override;
+    STDMETHODIMP get_Messages(IMessages** collection) override;
     STDMETHODIMP NewRecurrence(long kind, IRecurrence** rule) override;
+    STDMETHODIMP OpenScope(long flags, BSTR source, IScope** scope) override;
 
     /// Fills the database with groups, resources and activity types to play with, and tells the subscribers.
     void addSample();

@@ -5,7 +5,8 @@
 namespace korvane::host
 {
 
-const wchar_t* const usage = L"KorvaneHost [--db FILE] [--user ACCOUNT] [--empty] [--tour FOLDER]";
+const wchar_t* const usage =
+    L"KorvaneHost [--db FILE] [--user ACCOUNT] [--empty] [--tour FOLDER [--verbose]]";
 
 namespace
 {
@@ -23,9 +24,9 @@ Options readOptions(std::span<const std::wstring> arguments)
     for (auto argument = arguments.begin(); argument != arguments.end(); ++argument)
     {
         const std::wstring& name = *argument;
-        if (name == L"--empty")
+        if (name == L"--empty" || name == L"--verbose")
         {
-            options.empty = true;
+            (name == L"--empty" ? options.empty : options.verbose) = true;
             continue;
         }
         std::wstring* value = name == L"--db"     ? &options.database

@@ -15,6 +15,7 @@ struct Options
     std::wstring database;   ///< file; empty for the default one
     std::wstring account;    ///< login name; empty for the built-in administrator
     std::wstring tourFolder; ///< where the tour puts its pictures; empty for no tour
+    bool verbose = false;    ///< the tour tells all its details
     bool empty = false;      ///< a new database stays without a sample
 
     bool tour() const noexcept { return !tourFolder.empty(); }

@@ -1,6 +1,5 @@
 #include "demo/host/CommandMenu.h"
 
-#include "demo/host/CommandTable.h"
 #include "framework/com/Failure.h"
 
 #include <cwchar>
@@ -62,6 +61,15 @@ HMENU createMenuBar()
     for (const ViewItem& item : viewItems)
         require(AppendMenuW(menu, MF_STRING, item.id, item.text));
     return bar;
+}
+
+HMENU menuWith(HMENU bar, const CommandEntry& entry) noexcept
+{
+    for (int at = 0; at < GetMenuItemCount(bar); ++at)
+        if (GetMenuState(GetSubMenu(bar, at), static_cast<UINT>(idOf(entry)), MF_BYCOMMAND) !=
+            static_cast<UINT>(-1))
+            return GetSubMenu(bar, at);
+    return nullptr;
 }
 
 Keys createKeys(Part part)

@@ -1,7 +1,7 @@
 // The menu bar and the keys of the window, made from the table of commands.
 #pragma once
 
-#include "framework/com/Platform.h"
+#include "demo/host/CommandTable.h"
 
 #include <memory>
 #include <type_traits>
@@ -21,6 +21,9 @@ enum MenuItem
 
 /// The menu bar; it belongs to the window that it is given to.
 HMENU createMenuBar();
+
+/// The menu of a bar that a command stands in.
+HMENU menuWith(HMENU bar, const CommandEntry& entry) noexcept;
 
 /// The part of the window that has the keyboard: keys mean something of their own there.
 enum class Part

@@ -1,5 +1,8 @@
 #include "demo/host/CommandTable.h"
 
+#include "framework/com/Failure.h"
+
+#include <algorithm>
 #include <iterator>
 
 namespace korvane::host
@@ -29,24 +32,16 @@ enum MoveOperation : long
     copy = 4
 };
 
-enum Index
-{
-    indexNew = 3,
-    indexChange = 4,
-    indexMove = 6,
-    indexCopy = 7
-};
-
 // clang-format off
 constexpr CommandEntry table[] = {
-    {groups,     L"&New...",    {FVIRTKEY | FCONTROL, 'N', 0}, L"Ctrl+N",             editGroups, addition, Target::group},
-    {groups,     L"&Rename...", {FVIRTKEY, VK_F2, 0},          L"F2",                 editGroups, change,   Target::group},
-    {groups,     L"&Delete...", {FVIRTKEY, VK_DELETE, 0},      L"Del",                editGroups, deletion, Target::group},
-    {activities, L"&New...",    {FVIRTKEY, VK_INSERT, 0},      L"Ins",                editEvents, addition, Target::slot},
-    {activities, L"&Change...", {FVIRTKEY, VK_RETURN, 0},      L"Enter",              editEvents, change,   Target::bar},
-    {activities, L"&Delete",    {FVIRTKEY, VK_DELETE, 0},      L"Del",                editEvents, deletion, Target::lostBar},
-    {activities, L"&Move",      {FVIRTKEY | FCONTROL, 'M', 0}, L"Ctrl+M",             moveEvents, move,     Target::movingBar},
-    {activities, L"C&opy",      {FVIRTKEY | FCONTROL | FSHIFT, 'M', 0}, L"Ctrl+Shift+M", moveEvents, copy,  Target::movingBar},
+    {L"Group.New",    groups,     L"&New...",    {FVIRTKEY | FCONTROL, 'N', 0}, L"Ctrl+N", editGroups, addition, Target::group},
+    {L"Group.Rename", groups,     L"&Rename...", {FVIRTKEY, VK_F2, 0},          L"F2",     editGroups, change,   Target::group},
+    {L"Group.Delete", groups,     L"&Delete...", {FVIRTKEY, VK_DELETE, 0},      L"Del",    editGroups, deletion, Target::group},
+    {newActivity,     activities, L"&New...",    {FVIRTKEY, VK_INSERT, 0},      L"Ins",    editEvents, addition, Target::slot},
+    {changeActivity,  activities, L"&Change...", {FVIRTKEY, VK_RETURN, 0},      L"Enter",  editEvents, change,   Target::bar},
+    {L"Activity.Delete", activities, L"&Delete", {FVIRTKEY, VK_DELETE, 0},      L"Del",    editEvents, deletion, Target::lostBar},
+    {moveActivity,    activities, L"&Move",      {FVIRTKEY | FCONTROL, 'M', 0}, L"Ctrl+M", moveEvents, move,     Target::movingBar},
+    {copyActivity,    activities, L"C&opy", {FVIRTKEY | FCONTROL | FSHIFT, 'M', 0}, L"Ctrl+Shift+M", moveEvents, copy, Target::movingBar},
 };
 // clang-format on
 
@@ -76,19 +71,13 @@ const CommandEntry* entryOf(int id) noexcept
     return index >= 0 && index < static_cast<int>(std::size(table)) ? &table[index] : nullptr;
 }
 
-const CommandEntry& newActivity() noexcept
+const CommandEntry& entryNamed(std::wstring_view name)
 {
-    return table[indexNew];
-}
-
-const CommandEntry& changeActivity() noexcept
-{
-    return table[indexChange];
-}
-
-const CommandEntry& moveActivity(bool copies) noexcept
-{
-    return table[copies ? indexCopy : indexMove];
+    const auto found = std::find_if(std::begin(table), std::end(table),
+                                    [&](const CommandEntry& entry) { return entry.name == name; });
+    if (found == std::end(table))
+        throw Failure(E_INVALIDARG, L"KorvaneHost", L"There is no command " + std::wstring(name) + L".");
+    return *found;
 }
 
 } // namespace korvane::host

@@ -5,6 +5,7 @@
 
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace korvane::host
 {
@@ -21,6 +22,7 @@ enum class Target
 
 struct CommandEntry
 {
+    const wchar_t* name;    ///< that the program itself calls it by
     const wchar_t* menu;    ///< the menu that it stands in
     const wchar_t* caption; ///< its text there
     ACCEL key;              ///< modifiers and virtual key; 0 for none
@@ -43,9 +45,13 @@ int idOf(const CommandEntry& entry) noexcept;
 /// Null for a number that no entry has.
 const CommandEntry* entryOf(int id) noexcept;
 
-// The entries that the mouse asks for, too.
-const CommandEntry& newActivity() noexcept;
-const CommandEntry& changeActivity() noexcept;
-const CommandEntry& moveActivity(bool copies) noexcept;
+// The names of those that the mouse asks for, too.
+inline constexpr const wchar_t* newActivity = L"Activity.New";
+inline constexpr const wchar_t* changeActivity = L"Activity.Change";
+inline constexpr const wchar_t* moveActivity = L"Activity.Move";
+inline constexpr const wchar_t* copyActivity = L"Activity.Copy";
+
+/// Throws when no entry has the name.
+const CommandEntry& entryNamed(std::wstring_view name);
 
 } // namespace korvane::host

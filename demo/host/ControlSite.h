@@ -11,16 +11,16 @@
 namespace korvane::host
 {
 
-class ControlSite final
-    : public Object<ControlSite,
-                    Inherits<IAppDialogSink, IAppCommandSite, IOleClientSite, IOleInPlaceSite,
-                             IOleInPlaceFrame, IOleControlSite, IOleContainer>,
-                    IAppDialogSink, IAppCommandSite, IOleClientSite, IOleInPlaceSite, IOleInPlaceFrame,
-                    IOleControlSite, IOleContainer>
+class ControlSite : public Object<ControlSite,
+                                  Inherits<IAppDialogSink, IAppCommandSite, IOleClientSite, IOleInPlaceSite,
+                                           IOleInPlaceFrame, IOleControlSite, IOleContainer>,
+                                  IAppDialogSink, IAppCommandSite, IOleClientSite, IOleInPlaceSite,
+                                  IOleInPlaceFrame, IOleControlSite, IOleContainer>
 {
 public:
     /// @param window the window that the control appears in, at its top left.
     explicit ControlSite(HWND window) : window_(window) {}
+    virtual ~ControlSite() = default;
 
     // What the dialog tells. A handler may throw a Failure: it reaches the dialog as a COM error.
     std::function<void(bool cancelled)> onDone;

@@ -59,11 +59,11 @@ void work(const Options& options)
     runMessageLoop(window);
 }
 
-bool take(const Chapter& chapter, OpenDatabase& database, const std::wstring& folder)
+bool take(const Chapter& chapter, OpenDatabase& database, const std::wstring& folder, Report& report)
 {
     MainWindow window(database);
     window.show();
-    Tour tour(chapter, window, folder);
+    Tour tour(chapter, window, folder, report);
     runMessageLoop(window);
     return tour.succeeded();
 }
@@ -72,15 +72,16 @@ bool take(const Chapter& chapter, OpenDatabase& database, const std::wstring& fo
 bool takeTour(const Options& options)
 {
     const std::wstring& folder = options.tourFolder;
+    Report report(folder + L"\\tour.txt", options.verbose);
     {
         OpenDatabase database(freshDatabase(folder, L"booking.sqlite"), {});
         database.addSample();
-        if (!take(bookingChapter(), database, folder))
+        if (!take(bookingChapter(), database, folder, report))
             return false;
     }
     OpenDatabase database(options.database.empty() ? freshDatabase(folder, L"tour.sqlite") : options.database,
                           options.account);
-    return take(groupChapter(), database, folder);
+    return take(groupChapter(), database, folder, report);
 }
 
 int run(const Options& options)
@@ -109,7 +110,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int)
     });
     // Nobody reads a box of a tour that runs without a user.
     if (failure && options.tour())
-        host::print("", L"FAIL: " + std::wstring(failure->description().view()));
+        host::print(L"FAIL: " + std::wstring(failure->description().view()));
     else if (failure)
         host::showFailure(nullptr, *failure);
     return exitCode;

@@ -58,7 +58,7 @@ void MainWindow::run(const CommandEntry& entry)
         if (bar)
             start(entry, orderForBar(entry, group, *bar));
         else
-            run(newActivity());
+            run(entryNamed(newActivity));
         break;
     case Target::lostBar:
         if (bar)
@@ -66,7 +66,7 @@ void MainWindow::run(const CommandEntry& entry)
         break;
     case Target::movingBar:
         SetFocus(schedule_->handle());
-        schedule_->beginMove(&entry == &moveActivity(true));
+        schedule_->beginMove(entry.name == std::wstring_view(copyActivity));
         break;
     }
 }
@@ -75,7 +75,7 @@ void MainWindow::drop(const Bar& bar, const Slot& landing, bool copies)
 {
     if (dialog_)
         return;
-    const CommandEntry& entry = moveActivity(copies);
+    const CommandEntry& entry = entryNamed(copies ? copyActivity : moveActivity);
     const long resource = schedule_->content().rows().at(landing.row).resource.id;
     start(entry, orderForLanding(entry, schedule_->group(), bar, resource, landing));
 }

@@ -19,7 +19,6 @@ namespace
 constexpr long pictureApplication = 100;
 constexpr long cursorMove = 25500;
 constexpr long cursorCopy = 25501;
-constexpr int menuActivities = 2; // in the menu bar
 
 /// The handle of an icon or cursor, which the picture owns.
 LPARAM handleOf(const ComPtr<IPictureDisp>& picture)
@@ -62,7 +61,7 @@ void MainWindow::createParts()
 {
     schedule_ = std::make_unique<ScheduleWindow>(handle(), database_.root());
     useCursors();
-    schedule_->onOpen = [this] { run(changeActivity()); };
+    schedule_->onOpen = [this] { run(entryNamed(changeActivity)); };
     schedule_->onDrop = [this](const Bar& bar, const Slot& landing, bool copies) {
         drop(bar, landing, copies);
     };
@@ -196,8 +195,8 @@ void MainWindow::showSelection() const
 void MainWindow::showMenuAt(POINT place) const
 {
     if (const auto at = schedule_->menuPlace(place))
-        TrackPopupMenu(GetSubMenu(GetMenu(handle()), menuActivities), TPM_RIGHTBUTTON, at->x, at->y, 0,
-                       handle(), nullptr);
+        TrackPopupMenu(menuWith(GetMenu(handle()), entryNamed(changeActivity)), TPM_RIGHTBUTTON, at->x, at->y,
+                       0, handle(), nullptr);
 }
 
 void MainWindow::goToOtherPart() noexcept

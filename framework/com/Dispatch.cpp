@@ -2,77 +2,60 @@
 
 #include "framework/com/Boundary.h"
 
+#include <algorithm>
+
 namespace korvane
 {
 
-namespace
-{
-
-HRESULT invokeAs(std::span<const DualFace> faces, DISPID id, WORD flags, DISPPARAMS* arguments,
-                 VARIANT* result, EXCEPINFO* exception, UINT* badArgument)
-{
-    for (const DualFace& face : faces)
-    {
-        if (!face.typeInformation)
-            continue;
-        const HRESULT outcome =
-            face.typeInformation()->Invoke(face.object, id, flags, arguments, result, exception, badArgument);
-        if (outcome != DISP_E_MEMBERNOTFOUND)
-            return outcome;
-    }
-    return DISP_E_MEMBERNOTFOUND;
-}
-
-} // namespace
-
-HRESULT typeInfoOf(std::span<const DualFace> faces, UINT index, ITypeInfo** information) noexcept
+HRESULT typeInfoOf(ClassMembers members, UINT index, ITypeInfo** information) noexcept
 {
     if (!information)
         return E_POINTER;
     *information = nullptr;
     if (index != 0)
         return DISP_E_BADINDEX;
-    return guard([&] {
-        for (const DualFace& face : faces)
-            if (face.typeInformation && !*information)
-                *information = ComPtr<ITypeInfo>(face.typeInformation()).detach();
-    });
+    return guard([&] { *information = ComPtr<ITypeInfo>(members().information()).detach(); });
 }
 
-HRESULT idsOfNames(std::span<const DualFace> faces, REFIID reserved, LPOLESTR* names, UINT count,
-                   DISPID* ids) noexcept
+HRESULT idsOfNames(ClassMembers members, REFIID reserved, LPOLESTR* names, UINT count, DISPID* ids) noexcept
 {
     if (reserved != IID_NULL)
         return DISP_E_UNKNOWNINTERFACE;
-    if (!names || !ids || count == 0)
+    if (!names || !ids || count == 0 || !names[0])
         return E_INVALIDARG;
     return guard([&]() -> HRESULT {
-        HRESULT result = DISP_E_UNKNOWNNAME;
-        for (const DualFace& face : faces)
-        {
-            if (!face.typeInformation)
-                continue;
-            ids[0] = DISPID_UNKNOWN;
-            result = face.typeInformation()->GetIDsOfNames(names, count, ids);
-            // A known member with an unknown argument name ends the search too: the member is the right one.
-            if (result == S_OK || ids[0] != DISPID_UNKNOWN)
-                return result;
-        }
-        return result;
+        std::fill_n(ids, count, DISPID_UNKNOWN);
+        const MemberTable& table = members();
+        const MemberEntry* member = table.find(std::wstring_view(names[0]));
+        if (!member)
+            return DISP_E_UNKNOWNNAME;
+        ids[0] = member->id;
+        // The names of arguments are left to the type library.
+        return count == 1 ? S_OK : table.information(member->face)->GetIDsOfNames(names, count, ids);
     });
 }
 
-HRESULT invoke(std::span<const DualFace> faces, DISPID id, REFIID reserved, WORD flags, DISPPARAMS* arguments,
-               VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept
+HRESULT invoke(ClassMembers members, std::span<IDispatch* const> faces, DISPID id, REFIID reserved, WORD flags,
+               DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept
 {
     if (reserved != IID_NULL)
         return DISP_E_UNKNOWNINTERFACE;
     return guard([&] {
-        SetErrorInfo(0, nullptr); // what is there is not about this call
-        const HRESULT outcome = invokeAs(faces, id, flags, arguments, result, exception, badArgument);
-        // A script may assign an object with Set to a property that takes any value.
+        const MemberTable& table = members();
+        const MemberEntry* member = table.find(id);
+        if (!member)
+            return DISP_E_MEMBERNOTFOUND;
+        const auto invokeAs = [&](WORD kind) {
+            return table.information(member->face)
+                ->Invoke(faces[member->face], id, kind, arguments, result, exception, badArgument);
+        };
+        const HRESULT outcome = invokeAs(flags);
+        // A script may assign an object with Set to a property that takes any value, and without it to one that takes
+        // objects only.
         if (outcome == DISP_E_MEMBERNOTFOUND && flags == DISPATCH_PROPERTYPUTREF)
-            return invokeAs(faces, id, DISPATCH_PROPERTYPUT, arguments, result, exception, badArgument);
+            return invokeAs(DISPATCH_PROPERTYPUT);
+        if (outcome == DISP_E_MEMBERNOTFOUND && flags == DISPATCH_PROPERTYPUT)
+            return invokeAs(DISPATCH_PROPERTYPUTREF);
         return outcome;
     });
 }

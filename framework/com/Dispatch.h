@@ -1,7 +1,7 @@
 // Late binding of an object through the type information of its dual interfaces.
 #pragma once
 
-#include "framework/com/TypeInfo.h"
+#include "framework/com/MemberTable.h"
 
 #include <array>
 #include <span>
@@ -10,19 +10,15 @@
 namespace korvane
 {
 
-/// One interface of an object, as late binding sees it.
-struct DualFace
-{
-    ITypeInfo* (*typeInformation)() = nullptr; ///< null for an interface that is not dual
-    IDispatch* object = nullptr;
-};
+/// The table of a class, made on first use.
+using ClassMembers = const MemberTable& (*)();
 
-// The members of IDispatch over all dual interfaces of an object, the first one's name or id winning.
-HRESULT typeInfoOf(std::span<const DualFace> faces, UINT index, ITypeInfo** information) noexcept;
-HRESULT idsOfNames(std::span<const DualFace> faces, REFIID reserved, LPOLESTR* names, UINT count,
-                   DISPID* ids) noexcept;
-HRESULT invoke(std::span<const DualFace> faces, DISPID id, REFIID reserved, WORD flags, DISPPARAMS* arguments,
-               VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept;
+// The members of IDispatch over all dual interfaces of an object.
+HRESULT typeInfoOf(ClassMembers members, UINT index, ITypeInfo** information) noexcept;
+HRESULT idsOfNames(ClassMembers members, REFIID reserved, LPOLESTR* names, UINT count, DISPID* ids) noexcept;
+/// @param faces the object's interfaces, as they stand in the table.
+HRESULT invoke(ClassMembers members, std::span<IDispatch* const> faces, DISPID id, REFIID reserved, WORD flags,
+               DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept;
 
 /// Implements IDispatch on top of a base that inherits it, once for all of the base's dual interfaces.
 template <class Class, class Base, class... Interfaces> class LateBound : public Base
@@ -38,18 +34,19 @@ public:
 
     STDMETHODIMP GetTypeInfo(UINT index, LCID, ITypeInfo** information) override
     {
-        return typeInfoOf(faces(), index, information);
+        return typeInfoOf(&members, index, information);
     }
 
     STDMETHODIMP GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID, DISPID* ids) override
     {
-        return idsOfNames(faces(), reserved, names, count, ids);
+        return idsOfNames(&members, reserved, names, count, ids);
     }
 
     STDMETHODIMP Invoke(DISPID id, REFIID reserved, LCID, WORD flags, DISPPARAMS* arguments, VARIANT* result,
                         EXCEPINFO* exception, UINT* badArgument) override
     {
-        return invoke(faces(), id, reserved, flags, arguments, result, exception, badArgument);
+        const std::array<IDispatch*, sizeof...(Interfaces)> faces{face<Interfaces>()...};
+        return invoke(&members, faces, id, reserved, flags, arguments, result, exception, badArgument);
     }
 
 protected:
@@ -57,15 +54,22 @@ protected:
     ~LateBound() = default;
 
 private:
-    template <class Interface> DualFace face() noexcept
+    template <class Interface> static constexpr bool isDual = std::is_base_of_v<IDispatch, Interface>;
+
+    static const MemberTable& members()
     {
-        if constexpr (std::is_base_of_v<IDispatch, Interface>)
-            return {&typeInfo<Interface>, static_cast<Interface*>(static_cast<Class*>(this))};
-        else
-            return {};
+        static MemberTableSlot slot;
+        const IID* const ids[] = {isDual<Interfaces> ? &__uuidof(Interfaces) : nullptr...};
+        return memberTable(slot, ids);
     }
 
-    std::array<DualFace, sizeof...(Interfaces)> faces() noexcept { return {face<Interfaces>()...}; }
+    template <class Interface> IDispatch* face() noexcept
+    {
+        if constexpr (isDual<Interface>)
+            return static_cast<Interface*>(static_cast<Class*>(this));
+        else
+            return nullptr;
+    }
 };
 
 } // namespace korvane

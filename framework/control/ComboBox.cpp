@@ -17,7 +17,16 @@ constexpr float listHeight = 2400;
 
 HWND ComboBox::createWindow(HWND parent, int id)
 {
-    return createWindow(parent, id, L"ComboBox", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, 0);
+    const DWORD kind = kind_ == Kind::edit ? CBS_DROPDOWN | CBS_AUTOHSCROLL : CBS_DROPDOWNLIST;
+    return makeWindow(parent, id, L"ComboBox", WS_TABSTOP | WS_VSCROLL | kind, 0);
+}
+
+/// Where a text is typed, it is typed in a box of its own.
+HWND ComboBox::keyWindow() const noexcept
+{
+    COMBOBOXINFO parts{};
+    parts.cbSize = sizeof parts;
+    return kind_ == Kind::edit && GetComboBoxInfo(window(), &parts) ? parts.hwndItem : window();
 }
 
 /// The platform counts the list as part of the window.
@@ -62,7 +71,9 @@ void ComboBox::AddItem(BSTR text, long itemData)
 
 void ComboBox::Clear()
 {
+    settingText_ = true;
     send(CB_RESETCONTENT);
+    settingText_ = false;
 }
 
 int ComboBox::ListCount() const noexcept
@@ -75,9 +86,11 @@ int ComboBox::ListIndex() const noexcept
     return window() ? static_cast<int>(send(CB_GETCURSEL)) : CB_ERR;
 }
 
-void ComboBox::setListIndex(int index) const noexcept
+void ComboBox::setListIndex(int index) noexcept
 {
+    settingText_ = true;
     send(CB_SETCURSEL, static_cast<WPARAM>(index));
+    settingText_ = false;
 }
 
 long ComboBox::ItemData(int index) const noexcept
@@ -85,10 +98,30 @@ long ComboBox::ItemData(int index) const noexcept
     return static_cast<long>(send(CB_GETITEMDATA, static_cast<WPARAM>(index)));
 }
 
+std::wstring ComboBox::List(int index) const
+{
+    const auto item = static_cast<WPARAM>(index);
+    const LRESULT length = send(CB_GETLBTEXTLEN, item);
+    std::wstring text(length > 0 ? static_cast<std::size_t>(length) : 0, L'\0');
+    if (!text.empty())
+        send(CB_GETLBTEXT, item, reinterpret_cast<LPARAM>(text.data()));
+    return text;
+}
+
+void ComboBox::setText(std::wstring_view text)
+{
+    settingText_ = true;
+    send(CB_SETCURSEL, static_cast<WPARAM>(-1));
+    send(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(std::wstring(text).c_str()));
+    settingText_ = false;
+}
+
 void ComboBox::notify(WORD code)
 {
     if (code == CBN_SELCHANGE)
         raise(onClick);
+    else if (code == CBN_EDITCHANGE && !settingText_)
+        raise(onChange);
     else if (code == CBN_SETFOCUS || code == CBN_KILLFOCUS)
         focusNotified(code == CBN_SETFOCUS);
 }

@@ -1,7 +1,7 @@
-// A box to choose one item of a list from, which drops down.
+// A box to choose one item of a list from, which drops down, or to type a text in.
 #pragma once
 
-#include "framework/control/Controls.h"
+#include "framework/control/Control.h"
 
 namespace korvane
 {
@@ -9,28 +9,46 @@ namespace korvane
 class ComboBox : public Control
 {
 public:
-    ComboBox(Surface surface, const Design& design) : Control(surface, design, TextProperty::none) {}
+    enum class Kind
+    {
+        list, ///< an item is chosen
+        edit  ///< or any text is typed
+    };
+
+    ComboBox(Surface surface, const Design& design, Kind kind = Kind::list)
+        : Control(surface, design), kind_(kind)
+    {
+    }
 
     /// Adds an item at the end, with its data. Throws E_OUTOFMEMORY when the list is full.
     void AddItem(BSTR text, long itemData);
-    void Clear();
+    void Clear(); ///< the text goes too
     int ListCount() const noexcept;
     int ListIndex() const noexcept; ///< -1 without a selection
-    void setListIndex(int index) const noexcept;
+    void setListIndex(int index) noexcept;
     long ItemData(int index) const noexcept;
+    std::wstring List(int index) const;
 
-    std::function<void()> onClick; ///< the user has chosen an item; setListIndex does not raise it
+    /// What stands in the box. While onClick is raised, it may still be the former text.
+    std::wstring Text() const { return window() ? windowText() : std::wstring(); }
+    void setText(std::wstring_view text); ///< of a box to type in; selects no item
+
+    std::function<void()> onClick;  ///< the user has chosen an item; setListIndex does not raise it
+    std::function<void()> onChange; ///< the user has typed; setText does not raise it
 
     float hiddenHeight() const noexcept override;
     void placed() override;
     void notify(WORD code) override;
 
 protected:
-    using Control::createWindow;
     HWND createWindow(HWND parent, int id) override;
+    HWND keyWindow() const noexcept override;
 
 private:
     int height() const noexcept; ///< in pixels, without the list
+
+    Kind kind_;
+    bool settingText_ = false;
 };
 
 } // namespace korvane

@@ -31,7 +31,7 @@ std::wstring userFormat()
 HWND DateTimePicker::createWindow(HWND parent, int id)
 {
     const std::wstring format = userFormat(); // before the window, which a failure would leave behind
-    const HWND picker = createWindow(parent, id, DATETIMEPICK_CLASSW, WS_TABSTOP, 0);
+    const HWND picker = makeWindow(parent, id, DATETIMEPICK_CLASSW, WS_TABSTOP, 0);
     SendMessageW(picker, DTM_SETFORMATW, 0, reinterpret_cast<LPARAM>(format.c_str()));
     return picker;
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "framework/com/Variant.h"
-#include "framework/control/Controls.h"
+#include "framework/control/Control.h"
 
 namespace korvane
 {
@@ -10,7 +10,7 @@ namespace korvane
 class DateTimePicker : public Control
 {
 public:
-    DateTimePicker(Surface surface, const Design& design) : Control(surface, design, TextProperty::none) {}
+    DateTimePicker(Surface surface, const Design& design) : Control(surface, design) {}
 
     /// To the second.
     OleDate Value() const;
@@ -23,7 +23,6 @@ public:
     void completeEdit() override;
 
 protected:
-    using Control::createWindow;
     HWND createWindow(HWND parent, int id) override;
 };
 

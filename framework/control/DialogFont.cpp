@@ -30,6 +30,15 @@ bool areSame(const ComPtr<IFont>& one, const ComPtr<IFont>& other)
            haveSame(&IFont::get_Strikethrough, BOOL{});
 }
 
+template <class Measure> void withFont(HFONT font, const Measure& measure) noexcept
+{
+    const HDC context = CreateCompatibleDC(nullptr);
+    const HGDIOBJ former = SelectObject(context, font);
+    measure(context);
+    SelectObject(context, former);
+    DeleteDC(context);
+}
+
 } // namespace
 
 DialogFont::DialogFont()
@@ -69,14 +78,22 @@ HFONT DialogFont::handle(int dpi) const
 
 SIZE DialogFont::measure(const wchar_t* sample, int dpi) const
 {
-    const HFONT font = handle(dpi);
-    const HDC screen = CreateCompatibleDC(nullptr);
-    const HGDIOBJ former = SelectObject(screen, font);
     SIZE extent{};
-    GetTextExtentPoint32W(screen, sample, static_cast<int>(std::wcslen(sample)), &extent);
-    SelectObject(screen, former);
-    DeleteDC(screen);
+    withFont(handle(dpi), [&](HDC context) {
+        GetTextExtentPoint32W(context, sample, static_cast<int>(std::wcslen(sample)), &extent);
+    });
     return extent;
+}
+
+SIZE DialogFont::measure(std::wstring_view text, int dpi, int width) const
+{
+    RECT place{0, 0, width, 0};
+    withFont(handle(dpi), [&](HDC context) {
+        // As a box of several lines breaks them.
+        DrawTextW(context, text.data(), static_cast<int>(text.size()), &place,
+                  DT_CALCRECT | DT_WORDBREAK | DT_EDITCONTROL | DT_NOPREFIX | DT_EXPANDTABS);
+    });
+    return {place.right, place.bottom};
 }
 
 } // namespace korvane

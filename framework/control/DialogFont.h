@@ -4,6 +4,8 @@
 #include "framework/com/ComPtr.h"
 #include "framework/com/Platform.h"
 
+#include <string_view>
+
 namespace korvane
 {
 
@@ -23,6 +25,8 @@ public:
 
     /// Extent of a sample text in pixels.
     SIZE measure(const wchar_t* sample, int dpi) const;
+    /// Extent of a text in pixels, its lines broken where they are wider than a width in pixels.
+    SIZE measure(std::wstring_view text, int dpi, int width) const;
 
     ComPtr<IFontDisp> object() const { return font_.as<IFontDisp>(); }
 

@@ -8,8 +8,6 @@
 #include <commctrl.h>
 #include <windowsx.h>
 
-#include <cwctype>
-
 namespace korvane
 {
 
@@ -24,14 +22,29 @@ Failure lastError()
     return Failure(HRESULT_FROM_WIN32(GetLastError()));
 }
 
+wchar_t upperCase(wchar_t letter) noexcept
+{
+    // The platform's mapping, as the dialog manager's: the C runtime's locale knows the letters of English only.
+    CharUpperBuffW(&letter, 1);
+    return letter;
+}
+
 /// The letter after a lone ampersand, in upper case; 0 without one.
 wchar_t accessKey(const std::wstring& caption) noexcept
 {
     for (std::size_t at = caption.find(L'&'); at != std::wstring::npos && at + 1 < caption.size();
          at = caption.find(L'&', at + 2))
         if (caption[at + 1] != L'&')
-            return static_cast<wchar_t>(std::towupper(caption[at + 1]));
+            return upperCase(caption[at + 1]);
     return 0;
+}
+
+/// Visits the access keys that lead to a control now.
+template <class Visit> void forAccessKeysOf(const Control& control, Visit&& visit)
+{
+    for (std::size_t index = 0; const std::wstring* caption = control.accessCaption(index); ++index)
+        if (const wchar_t key = accessKey(*caption); key != 0 && control.isWithinReach())
+            visit(key);
 }
 
 /// The focus stays where it is until the container gives it.
@@ -62,7 +75,8 @@ void DialogWindow::attachWindow(HWND parent)
 {
     if (window_)
     {
-        SetParent(window_, parent);
+        if (!SetParent(window_, parent))
+            throw lastError(); // else the window would go with the one that it is parked on
     }
     else
     {
@@ -97,6 +111,8 @@ void DialogWindow::parkWindow() noexcept
     if (!window_ || parking_)
         return;
     ShowWindow(window_, SW_HIDE);
+    if (!window_)
+        return; // the container, told that the focus has left, has ended the dialog
     parking_ = CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
                                module::instance(), nullptr);
     if (parking_)
@@ -117,6 +133,8 @@ void DialogWindow::createControls()
 {
     if (controlsCreated_)
         return;
+    if (!window_)
+        throw Failure(E_ABORT); // the container has ended the dialog meanwhile
     const ControlsContext context;
     int id = IDOK + 100; // clear of the ids that the dialog manager knows
     for (Control* control : controls_)
@@ -209,12 +227,24 @@ void DialogWindow::arrange() noexcept
 
 HWND DialogWindow::controlOfAccessKey(wchar_t key) const noexcept
 {
-    const auto wanted = static_cast<wchar_t>(std::towupper(key));
+    HWND found = nullptr;
     for (const Control* control : controls_)
-        if (control->textProperty() == Control::TextProperty::caption && control->shows() &&
-            control->Enabled() && accessKey(control->Caption()) == wanted)
-            return control->window();
-    return nullptr;
+        forAccessKeysOf(*control, [&](wchar_t own) {
+            if (!found && own == upperCase(key))
+                found = control->window();
+        });
+    return found;
+}
+
+std::wstring DialogWindow::accessKeys() const
+{
+    std::wstring keys;
+    for (const Control* control : controls_)
+        forAccessKeysOf(*control, [&](wchar_t own) {
+            if (keys.find(own) == std::wstring::npos)
+                keys += own;
+        });
+    return keys;
 }
 
 HWND DialogWindow::lastTabStop() const noexcept
@@ -226,8 +256,9 @@ HWND DialogWindow::lastTabStop() const noexcept
 
 Control* DialogWindow::controlOf(HWND window) const noexcept
 {
+    // A menu's message has no window, and a frame has none either: that makes it none of the frame's.
     for (Control* control : controls_)
-        if (control->window() == window)
+        if (window && control->window() == window)
             return control;
     return nullptr;
 }
@@ -292,9 +323,11 @@ void DialogWindow::relayToToolTips(HWND control, UINT mouseMessage) const noexce
 LRESULT CALLBACK DialogWindow::procedure(HWND window, UINT message, WPARAM first, LPARAM second) noexcept
 {
     auto* dialog = reinterpret_cast<DialogWindow*>(GetWindowLongPtrW(window, DWLP_USER));
-    if (dialog && dialog->handle(message, first, second))
-        return 0;
-    return DefDlgProcW(window, message, first, second);
+    if (!dialog)
+        return DefDlgProcW(window, message, first, second);
+    // The container may end the dialog and let go of it in whatever the message leads to.
+    const ComPtr<IUnknown> alive(dialog->identity());
+    return dialog->handle(message, first, second) ? 0 : DefDlgProcW(window, message, first, second);
 }
 
 bool DialogWindow::handle(UINT message, WPARAM first, LPARAM second) noexcept

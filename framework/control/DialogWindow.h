@@ -1,7 +1,7 @@
 // The window of a dialog, and the controls on it.
 #pragma once
 
-#include "framework/control/Controls.h"
+#include "framework/control/Control.h"
 #include "framework/control/DialogFont.h"
 
 #include <functional>
@@ -22,8 +22,13 @@ public:
     const std::vector<Control*>& controls() const noexcept { return controls_; }
     DialogFont& font() noexcept { return font_; }
 
+    /// The object that the window belongs to. It is held while the window handles a message.
+    virtual IUnknown* identity() noexcept = 0;
+
     /// The visible and enabled control that an access key leads to; null when there is none.
     HWND controlOfAccessKey(wchar_t key) const noexcept;
+    /// The access keys that lead to a control, in upper case.
+    std::wstring accessKeys() const;
 
     // The ends of the tab order; null in a dialog without a control that takes the focus.
     HWND firstTabStop() const noexcept { return GetNextDlgTabItem(window_, nullptr, FALSE); }

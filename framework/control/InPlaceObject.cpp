@@ -3,40 +3,90 @@
 namespace korvane
 {
 
+OleControl::Changing::Changing(OleControl& control, Change change) noexcept
+    : control_(control),
+      // An activation that was under way is called off.
+      after_(control.change_ == Change::deactivation ? Change::deactivation : Change::none)
+{
+    control_.change_ = change;
+}
+
+OleControl::Changing::~Changing()
+{
+    control_.change_ = after_;
+}
+
+/// Throws when the container has called the activation off.
+void OleControl::requireActivation() const
+{
+    if (change_ != Change::activation)
+        throw Failure(E_ABORT);
+}
+
 HRESULT OleControl::activateInPlace()
 {
-    if (inPlaceSite_)
-    {
-        ShowWindow(window(), SW_SHOWNA);
-        return S_OK;
-    }
-    const auto site = clientSite_.as<IOleInPlaceSite>();
-    if (!site || site->CanInPlaceActivate() != S_OK)
-        return E_FAIL;
+    if (change_ != Change::none)
+        return OLEOBJ_S_CANNOT_DOVERB_NOW;
+    const bool enters = !inPlaceSite_;
+    // Where the container has called it off, and has activated the dialog anew, the dialog is active all the same.
+    if (const auto failure = attempt([&] {
+            if (enters)
+                enterContainer();
+        });
+        failure && !inPlaceSite_)
+        throw *failure;
+    ShowWindow(window(), SW_SHOWNA);
+    if (const auto site = clientSite(); site && enters && inPlaceSite_)
+        site->ShowObject();
+    return inPlaceSite_ && window() ? S_OK : E_ABORT;
+}
 
-    HWND parent = nullptr;
+/// Becomes active in the container's window.
+void OleControl::enterContainer()
+{
     RECT place{};
     RECT clip{};
-    OLEINPLACEFRAMEINFO frameInfo{};
-    frameInfo.cb = sizeof frameInfo;
-    call(site, &IOleInPlaceSite::OnInPlaceActivate);
-    inPlaceSite_ = site;
-    const auto failure = attempt([&] {
-        call(site, &IOleWindow::GetWindow, &parent);
-        call(site, &IOleInPlaceSite::GetWindowContext, frame_.put(), document_.put(), &place, &clip,
-             &frameInfo);
-        attachWindow(parent);
-    });
-    if (failure)
     {
-        InPlaceDeactivate();
-        throw *failure;
+        const Changing change(*this, Change::activation);
+        const auto site = clientSite().as<IOleInPlaceSite>();
+        if (!site || site->CanInPlaceActivate() != S_OK)
+            throw Failure(E_FAIL);
+        requireActivation();
+
+        bool told = false;
+        inPlaceSite_ = site;
+        const auto failure = attempt([&] {
+            HWND parent = nullptr;
+            ComPtr<IOleInPlaceFrame> frame;
+            ComPtr<IOleInPlaceUIWindow> document;
+            OLEINPLACEFRAMEINFO frameInfo{};
+            frameInfo.cb = sizeof frameInfo;
+            call(site, &IOleInPlaceSite::OnInPlaceActivate);
+            told = true;
+            requireActivation();
+            call(site, &IOleWindow::GetWindow, &parent);
+            requireActivation();
+            call(site, &IOleInPlaceSite::GetWindowContext, frame.put(), document.put(), &place, &clip,
+                 &frameInfo);
+            requireActivation();
+            frame_ = std::move(frame);
+            document_ = std::move(document);
+            attachWindow(parent);
+            requireActivation();
+        });
+        if (failure)
+        {
+            if (change_ == Change::activation) // else the container has undone it already
+            {
+                if (!told)
+                    inPlaceSite_.reset();
+                InPlaceDeactivate();
+            }
+            throw *failure;
+        }
     }
     EnableWindow(window(), enabled_);
     SetObjectRects(&place, &clip);
-    ShowWindow(window(), SW_SHOWNA);
-    clientSite_->ShowObject();
-    return S_OK;
 }
 
 HRESULT OleControl::activateUi(const MSG* message)
@@ -44,19 +94,16 @@ HRESULT OleControl::activateUi(const MSG* message)
     const HRESULT result = activateInPlace();
     if (result != S_OK)
         return result;
-    if (!uiActive_)
+    if (!std::exchange(uiActive_, true))
     {
-        uiActive_ = true;
-        inPlaceSite_->OnUIActivate();
         auto* self = static_cast<IOleInPlaceActiveObject*>(this);
-        if (frame_)
-        {
-            frame_->SetActiveObject(self, nullptr);
-            frame_->SetBorderSpace(nullptr); // the dialog has no tools for the frame's border
-        }
-        if (document_)
-            document_->SetActiveObject(self, nullptr);
+        tellUi(true, inPlaceSite_, &IOleInPlaceSite::OnUIActivate);
+        tellUi(true, frame_, &IOleInPlaceUIWindow::SetActiveObject, self, nullptr);
+        tellUi(true, frame_, &IOleInPlaceUIWindow::SetBorderSpace, nullptr); // the dialog has no tools for it
+        tellUi(true, document_, &IOleInPlaceUIWindow::SetActiveObject, self, nullptr);
     }
+    if (!uiActive_ || !window())
+        return E_ABORT;
     const HWND focus = GetFocus();
     if (focus && IsChild(window(), focus))
         return S_OK;
@@ -67,7 +114,7 @@ HRESULT OleControl::activateUi(const MSG* message)
         SendMessageW(window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(entered), TRUE);
     else
         SetFocus(window());
-    return S_OK;
+    return uiActive_ && window() ? S_OK : E_ABORT;
 }
 
 void OleControl::hide() noexcept
@@ -92,42 +139,46 @@ STDMETHODIMP OleControl::ContextSensitiveHelp(BOOL)
 
 STDMETHODIMP OleControl::InPlaceDeactivate()
 {
-    if (!inPlaceSite_)
-        return S_OK;
-    const ComPtr<IUnknown> alive(identity());
-    UIDeactivate();
-    parkWindow();
-    frame_.reset();
-    document_.reset();
-    const auto site = std::move(inPlaceSite_);
-    site->OnInPlaceDeactivate();
-    return S_OK;
+    return held([&] {
+        ComPtr<IOleInPlaceSite> site;
+        {
+            const Changing change(*this, Change::deactivation);
+            UIDeactivate();
+            site = std::move(inPlaceSite_);
+            const auto frame = std::move(frame_);
+            const auto document = std::move(document_);
+            if (site)
+                parkWindow();
+        }
+        if (site)
+            site->OnInPlaceDeactivate();
+    });
 }
 
 STDMETHODIMP OleControl::UIDeactivate()
 {
-    if (!uiActive_)
-        return S_OK;
-    uiActive_ = false;
-    if (document_)
-        document_->SetActiveObject(nullptr, nullptr);
-    if (frame_)
-        frame_->SetActiveObject(nullptr, nullptr);
-    if (inPlaceSite_)
-        inPlaceSite_->OnUIDeactivate(FALSE);
-    return S_OK;
+    return held([&] {
+        if (!std::exchange(uiActive_, false))
+            return;
+        const auto site = inPlaceSite_; // it was told of the activation: also told when that is over within
+        const auto frame = frame_;
+        tellUi(false, document_, &IOleInPlaceUIWindow::SetActiveObject, nullptr, nullptr);
+        tellUi(false, frame, &IOleInPlaceUIWindow::SetActiveObject, nullptr, nullptr);
+        tellUi(false, site, &IOleInPlaceSite::OnUIDeactivate, FALSE);
+    });
 }
 
 STDMETHODIMP OleControl::SetObjectRects(LPCRECT place, LPCRECT clip)
 {
     if (!place)
         return E_POINTER;
-    position_ = {place->left, place->top};
-    moveWindow(clip ? *clip : *place);
-    const RECT own = placeInContainer();
-    if (!EqualRect(&own, place))
-        insistOnSize();
-    return S_OK;
+    return held([&] {
+        position_ = {place->left, place->top};
+        moveWindow(clip ? *clip : *place);
+        const RECT own = placeInContainer();
+        if (!EqualRect(&own, place))
+            insistOnSize();
+    });
 }
 
 STDMETHODIMP OleControl::ReactivateAndUndo()
@@ -167,10 +218,11 @@ void OleControl::insistOnSize() noexcept
 {
     const RECT place = placeInContainer();
     moveWindow(place);
-    if (!inPlaceSite_ || insisting_)
+    const auto site = inPlaceSite_;
+    if (!site || insisting_)
         return;
     insisting_ = true;
-    inPlaceSite_->OnPosRectChange(&place);
+    site->OnPosRectChange(&place);
     insisting_ = false;
 }
 

@@ -1,5 +1,7 @@
 #include "framework/control/OleControl.h"
 
+#include "framework/control/Keys.h"
+
 namespace korvane
 {
 
@@ -26,16 +28,25 @@ bool isDialogKey(WPARAM key) noexcept
     }
 }
 
-DWORD keyModifiers() noexcept
+bool isOnEveryKeyboard(wchar_t key) noexcept
 {
-    DWORD modifiers = 0;
-    if (GetKeyState(VK_SHIFT) < 0)
-        modifiers |= 1;
-    if (GetKeyState(VK_CONTROL) < 0)
-        modifiers |= 2;
-    if (GetKeyState(VK_MENU) < 0)
-        modifiers |= 4;
-    return modifiers;
+    return (key >= L'0' && key <= L'9') || (key >= L'A' && key <= L'Z');
+}
+
+wchar_t lowerCase(wchar_t letter) noexcept
+{
+    CharLowerBuffW(&letter, 1);
+    return letter;
+}
+
+/// The key that an access key is on; 0 when the keyboard in use has none for it.
+WORD virtualKeyOf(wchar_t key) noexcept
+{
+    if (isOnEveryKeyboard(key))
+        return key;
+    const SHORT scanned = VkKeyScanW(lowerCase(key));
+    const int modifiers = HIBYTE(scanned); // all of them when there is no key
+    return modifiers == 0 ? LOBYTE(scanned) : WORD{0};
 }
 
 } // namespace
@@ -44,10 +55,11 @@ STDMETHODIMP OleControl::TranslateAccelerator(LPMSG message)
 {
     if (!message)
         return E_POINTER;
-    const ComPtr<IUnknown> alive(identity());
-    if (message->message < WM_KEYFIRST || message->message > WM_KEYLAST || !window())
-        return S_FALSE;
-    return translates(message) || containerTranslates(message) ? S_OK : S_FALSE;
+    return held([&] {
+        if (message->message < WM_KEYFIRST || message->message > WM_KEYLAST || !window())
+            return S_FALSE;
+        return translates(message) || (window() && containerTranslates(message)) ? S_OK : S_FALSE;
+    });
 }
 
 bool OleControl::translates(LPMSG message) noexcept
@@ -62,7 +74,7 @@ bool OleControl::translates(LPMSG message) noexcept
             containerTranslates(message))
             return true; // the container has taken the focus on to what comes after the dialog
         // Other keys are left to the container first: they may be accelerators of its own.
-        return isDialogKey(message->wParam) && IsDialogMessageW(window(), message);
+        return isDialogKey(message->wParam) && window() && IsDialogMessageW(window(), message);
     case WM_SYSCHAR:
         // A key that is none of the dialog's may belong to a menu or a neighbour.
         return controlOfAccessKey(static_cast<wchar_t>(message->wParam)) &&
@@ -90,7 +102,7 @@ bool OleControl::leavesByTab(bool backwards) const noexcept
 
 bool OleControl::containerTranslates(LPMSG message) noexcept
 {
-    const auto site = clientSite_.as<IOleControlSite>();
+    const auto site = clientSite().as<IOleControlSite>();
     return site && site->TranslateAccelerator(message, keyModifiers()) == S_OK;
 }
 
@@ -101,9 +113,10 @@ STDMETHODIMP OleControl::OnFrameWindowActivate(BOOL)
 
 STDMETHODIMP OleControl::OnDocWindowActivate(BOOL activate)
 {
-    if (uiActive_ && activate && frame_)
-        frame_->SetActiveObject(this, nullptr);
-    return S_OK;
+    return held([&] {
+        if (activate)
+            tellUi(true, frame_, &IOleInPlaceUIWindow::SetActiveObject, this, nullptr);
+    });
 }
 
 STDMETHODIMP OleControl::ResizeBorder(LPCRECT, IOleInPlaceUIWindow*, BOOL)
@@ -125,9 +138,16 @@ STDMETHODIMP OleControl::GetControlInfo(CONTROLINFO* info)
     info->dwFlags = CTRLINFO_EATS_RETURN | CTRLINFO_EATS_ESCAPE;
     return guard([&] {
         std::vector<ACCEL> keys;
-        for (wchar_t key = L'0'; key <= L'Z'; ++key)
-            if (controlOfAccessKey(key))
-                keys.push_back({FVIRTKEY | FALT, static_cast<WORD>(key), static_cast<WORD>(key)});
+        for (const wchar_t key : accessKeys())
+        {
+            const WORD virtualKey = virtualKeyOf(key);
+            if (virtualKey != 0)
+                keys.push_back({FVIRTKEY | FALT, virtualKey, key});
+            // The user may write with another keyboard by then, and the container may look at characters only.
+            if (!isOnEveryKeyboard(key))
+                for (const wchar_t character : {key, lowerCase(key)})
+                    keys.push_back({FALT, character, key});
+        }
         acceleratorTable_.reset(
             keys.empty() ? nullptr : CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size())));
         info->hAccel = acceleratorTable_.get(); // the container reads it and leaves it to the control
@@ -139,15 +159,18 @@ STDMETHODIMP OleControl::OnMnemonic(LPMSG message)
 {
     if (!message)
         return E_POINTER;
-    const ComPtr<IUnknown> alive(identity());
-    return guard([&] {
+    return held([&] {
         const HRESULT result = activateUi(nullptr);
-        if (FAILED(result))
+        if (result != S_OK)
             return result;
         // The container may have seen the key as a key; the dialog manager wants its character.
         MSG character = *message;
         character.hwnd = window();
         character.message = WM_SYSCHAR;
+        if (message->message == WM_KEYDOWN || message->message == WM_SYSKEYDOWN)
+            for (const wchar_t key : accessKeys())
+                if (virtualKeyOf(key) == message->wParam)
+                    character.wParam = key;
         IsDialogMessageW(window(), &character);
         return S_OK;
     });
@@ -157,13 +180,11 @@ void OleControl::focusArrived() noexcept
 {
     if (!inPlaceSite_)
         return;
-    const ComPtr<IUnknown> alive(identity());
     if (!uiActive_)
         guard([&] { return activateUi(nullptr); });
-    if (focused_)
+    if (!inPlaceSite_ || std::exchange(focused_, true))
         return;
-    focused_ = true;
-    if (const auto site = clientSite_.as<IOleControlSite>())
+    if (const auto site = clientSite().as<IOleControlSite>())
         site->OnFocus(TRUE);
 }
 
@@ -173,7 +194,7 @@ void OleControl::focusLeft() noexcept
     if (!focused_ || (now && IsChild(window(), now)))
         return;
     focused_ = false;
-    if (const auto site = clientSite_.as<IOleControlSite>())
+    if (const auto site = clientSite().as<IOleControlSite>())
         site->OnFocus(FALSE);
 }
 

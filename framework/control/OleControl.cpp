@@ -33,7 +33,7 @@ void OleControl::setEnabled(bool enabled) noexcept
 
 Variant OleControl::ambientProperty(DISPID property) const
 {
-    const auto ambient = clientSite_.as<IDispatch>();
+    const auto ambient = clientSite().as<IDispatch>();
     DISPPARAMS none{};
     Variant value;
     if (ambient)
@@ -44,13 +44,13 @@ Variant OleControl::ambientProperty(DISPID property) const
 
 void OleControl::controlInfoChanged() noexcept
 {
-    if (const auto site = clientSite_.as<IOleControlSite>())
+    if (const auto site = clientSite().as<IOleControlSite>())
         site->OnControlInfoChanged();
 }
 
 STDMETHODIMP OleControl::OnAmbientPropertyChange(DISPID property)
 {
-    return guard([&] {
+    return held([&] {
         if (property == DISPID_AMBIENT_FONT || property == DISPID_UNKNOWN)
             ambientFontChanged();
     });
@@ -63,7 +63,7 @@ STDMETHODIMP OleControl::FreezeEvents(BOOL)
 
 STDMETHODIMP OleControl::GetClassInfo(ITypeInfo** information)
 {
-    return returns(information, [&] { return classInfoOf(classId_); });
+    return returns(information, [&] { return typeInfoOf(classId_); });
 }
 
 STDMETHODIMP OleControl::GetGUID(DWORD kind, GUID* guid)

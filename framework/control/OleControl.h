@@ -104,6 +104,11 @@ public:
     STDMETHODIMP GetClassInfo(ITypeInfo** information) override;
     STDMETHODIMP GetGUID(DWORD kind, GUID* guid) override;
 
+    IUnknown* identity() noexcept override { return static_cast<IOleObject*>(this); }
+
+    /// The container has let go of the dialog, maybe without an end: its window goes while its controls are there.
+    void lastReleased() noexcept;
+
 protected:
     OleControl(REFCLSID classId, float width, float height);
 
@@ -117,7 +122,15 @@ protected:
     bool enabled() const noexcept { return enabled_; }
     void setEnabled(bool enabled) noexcept;
 
-    IOleClientSite* clientSite() const noexcept { return clientSite_.get(); }
+    /// The container's site; empty without one. The caller holds it: the container may take it away in any call.
+    ComPtr<IOleClientSite> clientSite() const noexcept { return clientSite_; }
+
+    /// Runs a method of the control that calls the container, which may let go of the dialog within.
+    template <class Body> HRESULT held(Body&& body) noexcept
+    {
+        const ComPtr<IUnknown> alive(identity());
+        return guard(body);
+    }
 
     /// An ambient property of the container; Empty when it has none.
     Variant ambientProperty(DISPID property) const;
@@ -131,14 +144,45 @@ protected:
     /// The dialog is over: the last chance to let go of other objects before the container does.
     virtual void closing() noexcept = 0;
 
-    IUnknown* identity() noexcept { return static_cast<IOleObject*>(this); }
-
     void focusArrived() noexcept override;
     void focusLeft() noexcept override;
 
 private:
+    /// What is being changed between the dialog and its container. The container may deactivate the dialog, or end it,
+    /// in any call of the change, and so call off an activation; an activation from within a change is refused.
+    enum class Change
+    {
+        none,
+        activation,
+        deactivation
+    };
+
+    /// A change for as long as it takes.
+    class Changing
+    {
+    public:
+        Changing(OleControl& control, Change change) noexcept;
+        Changing(const Changing&) = delete;
+        Changing& operator=(const Changing&) = delete;
+        ~Changing();
+
+    private:
+        OleControl& control_;
+        Change after_;
+    };
+
     HRESULT activateInPlace();
+    void enterContainer();
+    void requireActivation() const;
     HRESULT activateUi(const MSG* message);
+    /// Tells the container of the user interface's activation, unless it has turned that round meanwhile.
+    template <class Told, class Interface, class... Parameters, class... Arguments>
+    void tellUi(bool active, const ComPtr<Told>& told,
+                HRESULT (STDMETHODCALLTYPE Interface::*method)(Parameters...), Arguments... arguments)
+    {
+        if (const auto receiver = told; receiver && uiActive_ == active)
+            (receiver.get()->*method)(arguments...);
+    }
     void hide() noexcept;
     void end() noexcept;
     RECT placeInContainer() const noexcept;
@@ -165,6 +209,7 @@ private:
     DWORD viewFlags_ = 0;
 
     POINT position_{}; ///< in the container's window
+    Change change_ = Change::none;
     bool uiActive_ = false;
     bool clipped_ = false; ///< the container shows a part of the window only
     bool insisting_ = false;

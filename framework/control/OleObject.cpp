@@ -5,19 +5,21 @@ namespace korvane
 
 STDMETHODIMP OleControl::SetClientSite(IOleClientSite* site)
 {
-    if (clientSite_.get() == site)
-        return S_OK;
-    if (site)
-        InPlaceDeactivate();
-    else
-        end();
-    clientSite_ = ComPtr<IOleClientSite>(site);
-    return S_OK;
+    return held([&] {
+        if (clientSite_.get() == site)
+            return;
+        const ComPtr<IOleClientSite> next(site);
+        if (next)
+            InPlaceDeactivate();
+        else
+            end();
+        clientSite_ = next;
+    });
 }
 
 STDMETHODIMP OleControl::GetClientSite(IOleClientSite** site)
 {
-    return returns(site, [&] { return clientSite_; });
+    return returns(site, [&] { return clientSite(); });
 }
 
 STDMETHODIMP OleControl::SetHostNames(LPCOLESTR, LPCOLESTR)
@@ -27,20 +29,31 @@ STDMETHODIMP OleControl::SetHostNames(LPCOLESTR, LPCOLESTR)
 
 STDMETHODIMP OleControl::Close(DWORD)
 {
-    const ComPtr<IUnknown> alive(identity());
-    end();
-    if (advises_)
-        advises_->SendOnClose();
-    return S_OK;
+    return held([&] {
+        end();
+        if (advises_)
+            advises_->SendOnClose();
+    });
 }
 
 void OleControl::end() noexcept
 {
+    const Changing change(*this, Change::deactivation);
     // The window goes before the activation does: to keep it for another activation would be in vain.
     UIDeactivate();
     destroyWindow();
     InPlaceDeactivate();
     closing();
+    destroyWindow(); // the container may have readied the dialog meanwhile
+}
+
+void OleControl::lastReleased() noexcept
+{
+    // Nobody is told any more: whoever lets go of a dialog without ending it may be gone himself.
+    change_ = Change::deactivation;
+    uiActive_ = focused_ = false;
+    inPlaceSite_.reset();
+    destroyWindow();
 }
 
 STDMETHODIMP OleControl::SetMoniker(DWORD, IMoniker*)
@@ -71,8 +84,7 @@ STDMETHODIMP OleControl::GetClipboardData(DWORD, IDataObject** data)
 
 STDMETHODIMP OleControl::DoVerb(LONG verb, LPMSG message, IOleClientSite*, LONG, HWND, LPCRECT)
 {
-    const ComPtr<IUnknown> alive(identity());
-    return guard([&] {
+    return held([&] {
         switch (verb)
         {
         case OLEIVERB_PRIMARY:
@@ -129,9 +141,10 @@ STDMETHODIMP OleControl::SetExtent(DWORD aspect, SIZEL* extent)
         return E_POINTER;
     if (aspect != DVASPECT_CONTENT)
         return DV_E_DVASPECT;
-    if (extent->cx != toHimetric(width_) || extent->cy != toHimetric(height_))
-        insistOnSize();
-    return S_OK;
+    return held([&] {
+        if (extent->cx != toHimetric(width_) || extent->cy != toHimetric(height_))
+            insistOnSize();
+    });
 }
 
 STDMETHODIMP OleControl::GetExtent(DWORD aspect, SIZEL* extent)

@@ -24,10 +24,10 @@ UINT stateImage(bool checked) noexcept
 
 HWND TreeView::createWindow(HWND parent, int id)
 {
-    const HWND tree = createWindow(parent, id, WC_TREEVIEWW,
-                                   WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT |
-                                       TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP,
-                                   WS_EX_CLIENTEDGE);
+    const HWND tree = makeWindow(parent, id, WC_TREEVIEWW,
+                                 WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT |
+                                     TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP,
+                                 WS_EX_CLIENTEDGE);
     // Set now, as the platform asks for: a tree that is created with it does not get its check boxes.
     SetWindowLongPtrW(tree, GWL_STYLE, GetWindowLongPtrW(tree, GWL_STYLE) | TVS_CHECKBOXES);
     return tree;
@@ -159,18 +159,6 @@ TreeView::Node TreeView::nodeUnderPointer() const noexcept
     ScreenToClient(window(), &hit.pt);
     send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
     return (hit.flags & TVHT_ONITEMSTATEICON) != 0 ? hit.hItem : nullptr;
-}
-
-TreeView::Filling::Filling(TreeView& tree) noexcept : tree_(tree)
-{
-    tree_.send(WM_SETREDRAW, FALSE);
-}
-
-TreeView::Filling::~Filling()
-{
-    tree_.send(WM_SETREDRAW, TRUE);
-    if (tree_.window())
-        InvalidateRect(tree_.window(), nullptr, TRUE);
 }
 
 } // namespace korvane

@@ -1,7 +1,7 @@
 // A tree whose nodes can be checked.
 #pragma once
 
-#include "framework/control/Controls.h"
+#include "framework/control/Control.h"
 
 #include <commctrl.h>
 
@@ -13,7 +13,7 @@ class TreeView : public Control
 public:
     using Node = HTREEITEM;
 
-    TreeView(Surface surface, const Design& design) : Control(surface, design, TextProperty::none) {}
+    TreeView(Surface surface, const Design& design) : Control(surface, design) {}
 
     /// Adds a node behind its siblings.
     /// @param parent null for a top node. @param data whatever the owner wants to know the node by.
@@ -34,21 +34,7 @@ public:
     void notified(const NMHDR& notification) override;
     void posted(LPARAM value) override;
 
-    /// While it lives, the tree is not redrawn: filling is as quick as the tree itself.
-    class Filling
-    {
-    public:
-        explicit Filling(TreeView& tree) noexcept;
-        Filling(const Filling&) = delete;
-        Filling& operator=(const Filling&) = delete;
-        ~Filling();
-
-    private:
-        TreeView& tree_;
-    };
-
 protected:
-    using Control::createWindow;
     HWND createWindow(HWND parent, int id) override;
 
 private:

@@ -1,7 +1,7 @@
 // Arrows that count a number up and down, also by the arrow keys in the box beside them.
 #pragma once
 
-#include "framework/control/Controls.h"
+#include "framework/control/Control.h"
 
 namespace korvane
 {
@@ -11,25 +11,27 @@ class UpDown : public Control
 public:
     /// @param buddy the box of the number, which the owner keeps in line.
     UpDown(Surface surface, const Design& design, const Control& buddy, int minimum, int maximum)
-        : Control(surface, design, TextProperty::none), buddy_(buddy), minimum_(minimum), maximum_(maximum)
+        : Control(surface, design), buddy_(buddy), minimum_(minimum), maximum_(maximum)
     {
     }
 
     int Min() const noexcept { return minimum_; }
     int Max() const noexcept { return maximum_; }
     int Value() const noexcept;
-    /// The nearest value within the limits.
+    /// The nearest value within the limits. Where it is below them, Up leads to the least one.
     void setValue(int value) const noexcept;
 
     std::function<void()> onChange; ///< by the user; setValue does not raise it
 
-    void scrolled() override { raise(onChange); }
+    void scrolled() override;
 
 protected:
-    using Control::createWindow;
     HWND createWindow(HWND parent, int id) override;
 
 private:
+    int position() const noexcept; ///< the value, or one step below the limits
+    void setLimits(int minimum) const noexcept;
+
     const Control& buddy_;
     int minimum_;
     int maximum_;

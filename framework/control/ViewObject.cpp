@@ -63,12 +63,13 @@ STDMETHODIMP OleControl::Unfreeze(DWORD)
 
 STDMETHODIMP OleControl::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink)
 {
-    viewAspects_ = aspects;
-    viewFlags_ = flags;
-    viewSink_ = ComPtr<IAdviseSink>(sink);
-    if (sink && (flags & ADVF_PRIMEFIRST))
-        viewChanged();
-    return S_OK;
+    return held([&] {
+        viewAspects_ = aspects;
+        viewFlags_ = flags;
+        viewSink_ = ComPtr<IAdviseSink>(sink);
+        if (flags & ADVF_PRIMEFIRST)
+            viewChanged();
+    });
 }
 
 STDMETHODIMP OleControl::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink)

@@ -284,6 +284,28 @@ TEST_F(RecurrencePanelTests, TheArrowKeysCountInTheBoxes)
     EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 1/5/5)");
 }
 
+TEST_F(RecurrencePanelTests, TheArrowsCountOnFromWhatStandsInTheBox)
+{
+    showedWith({2, 3, 4, 5});
+    retype(countBox(), L"\b");
+    container.press(VK_DOWN);
+    EXPECT_EQ(Container::text(countBox()), L"");
+    container.press(VK_UP);
+    EXPECT_EQ(Container::text(countBox()), L"1");
+    container.press(VK_UP);
+    container.press(VK_DOWN);
+    container.press(VK_DOWN);
+    EXPECT_EQ(Container::text(countBox()), L"1");
+    retype(intervalBox(), L"\b"); // a blank is one
+    container.press(VK_UP);
+    EXPECT_EQ(Container::text(intervalBox()), L"2");
+    EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 1/1/5)");
+    container.close();
+    showedWith({2, 1, 0, 0});
+    clickArrow(1, true);
+    EXPECT_EQ(Container::text(countBox()), L"1");
+}
+
 TEST_F(RecurrencePanelTests, TheArrowKeysChooseAKindAndStayAmongTheKinds)
 {
     showedWith({5, 1, 4, 5});

@@ -62,6 +62,29 @@ TEST_F(ctlEditEventsKeyboardTests, TabLeadsThroughTheOpenPanelByTheKindThatIsCho
                             intervalBox(), countBox(), ok(), cancel(), deletion(), picker(0)));
 }
 
+// Windows checks an option as soon as the focus comes to it by Tab; Wine does not, but has the same tab stops.
+TEST_F(ctlEditEventsKeyboardTests, TabPassesTheKindsByWhenNoneIsChosen)
+{
+    showedWith({9, 1, 4, 0});
+    EXPECT_THAT(tabOrder(9), ElementsAre(picker(0), picker(1), types(), textBox(), tree(), repeat(), ok(),
+                                         cancel(), deletion()));
+    container.press('M', false, true);
+    EXPECT_TRUE(isChecked(option(L"By &Month")));
+    SetFocus(repeat());
+    container.press(VK_TAB);
+    EXPECT_EQ(GetFocus(), option(L"By &Month"));
+}
+
+TEST_F(ctlEditEventsKeyboardTests, TheAccessKeyOfALockedTreeLeadsNowhere)
+{
+    data.mayCreateForOthers = false;
+    showed(1);
+    ASSERT_FALSE(IsWindowEnabled(tree()));
+    SetFocus(picker(0));
+    container.press('S', false, true);
+    EXPECT_EQ(GetFocus(), picker(0));
+}
+
 TEST_F(ctlEditEventsKeyboardTests, ShiftTabLeadsBack)
 {
     showedWith({3, 1, 4, 0});

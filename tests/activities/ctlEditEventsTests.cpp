@@ -287,6 +287,15 @@ TEST_F(ctlEditEventsTests, ChangesGoToTheCommandAtOnce)
     EXPECT_EQ(toText(get(L"Text").get()), L"Tyres");
 }
 
+TEST_F(ctlEditEventsTests, ADescriptionThatIsSetFromOutsideIsBooked)
+{
+    showed(3);
+    SetWindowTextW(textBox(), L"spoken"); // as assistive technology does
+    Container::click(ok());
+    EXPECT_EQ(toText(get(L"Text").get()), L"spoken");
+    EXPECT_THAT(container.done, ElementsAre(false));
+}
+
 TEST_F(ctlEditEventsTests, AStopBeforeTheStartIsNoError)
 {
     showed(1);

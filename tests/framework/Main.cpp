@@ -1,5 +1,5 @@
 #include "framework/com/Apartment.h"
-#include "framework/com/TypeInfo.h"
+#include "framework/com/MemberTable.h"
 #include "framework/control/ActivationContext.h"
 #include "framework/modKorvaneDlg.h"
 #include "tests/support/Isolation.h"
@@ -12,7 +12,7 @@ bool isIdle()
 {
     const bool idle = korvane::liveObjects() == 0;
     korvane::releaseApartment();
-    korvane::releaseTypeInfos();
+    korvane::releaseMemberTables();
     korvane::releaseControlsContext();
     return idle;
 }

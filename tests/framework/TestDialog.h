@@ -3,6 +3,9 @@
 
 #include "framework/AppCommand.h"
 #include "framework/AppDialog.h"
+#include "framework/control/Label.h"
+#include "framework/control/ListBox.h"
+#include "framework/control/TextBox.h"
 #include "tests/support/Container.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 // The small owning types: BSTR, VARIANT and interface pointer, and the type information of interfaces.
 #include "framework/com/Boundary.h"
 #include "framework/com/Decimal.h"
+#include "framework/com/MemberTable.h"
 #include "framework/com/Object.h"
 #include "tests/support/Library.h"
 
@@ -170,32 +171,86 @@ TEST(ComPtrTests, AsksForOtherInterfaces)
     EXPECT_EQ(object->referenceCount(), 1U);
 }
 
-TEST(TypeInfoTests, IsKeptUntilItIsReleased)
-{
-    ITypeInfo* const information = typeInfo<IAppCommand>();
-    ASSERT_NE(information, nullptr);
-    EXPECT_EQ(typeInfo<IAppCommand>(), information);
-    releaseTypeInfos();
-    EXPECT_NE(typeInfo<IAppCommand>(), nullptr);
-}
-
 TEST(TypeInfoTests, ComesFromEveryLibraryOfTheModule)
 {
-    for (ITypeInfo* information :
-         {typeInfo<IEditGroups>(), typeInfo<IAppCommand>(), typeInfo<IAppDialog>(), typeInfo<IRoot>()})
+    for (const IID& iid : {__uuidof(IEditGroups), __uuidof(IAppCommand), __uuidof(IAppDialog), __uuidof(IRoot)})
     {
+        const auto information = typeInfoOf(iid);
         TYPEATTR* attributes = nullptr;
         ASSERT_EQ(information->GetTypeAttr(&attributes), S_OK);
         EXPECT_NE(attributes->wTypeFlags & TYPEFLAG_FDUAL, 0);
         information->ReleaseTypeAttr(attributes);
     }
-    EXPECT_TRUE(classInfoOf(__uuidof(::EditGroups)));
+    EXPECT_TRUE(typeInfoOf(__uuidof(::EditGroups)));
 }
 
 TEST(TypeInfoTests, OfAnUndescribedInterfaceIsAFailure)
 {
-    EXPECT_TRUE(FAILED(failureOf([] { typeInfo<IPersist>(); })));
-    EXPECT_TRUE(FAILED(failureOf([] { classInfoOf(IID_IUnknown); })));
+    EXPECT_TRUE(FAILED(failureOf([] { typeInfoOf(__uuidof(IPersist)); })));
+}
+
+namespace
+{
+
+class MemberTableTests : public testing::Test
+{
+protected:
+    static const MemberTable& table()
+    {
+        static MemberTableSlot slot;
+        const IID* const ids[] = {&__uuidof(IEditGroups), nullptr, &__uuidof(IAppCommand)};
+        return memberTable(slot, ids);
+    }
+};
+
+} // namespace
+
+TEST_F(MemberTableTests, FindsMembersByNameWhateverTheCase)
+{
+    for (const wchar_t* name : {L"GroupID", L"groupid", L"GROUPID"})
+    {
+        const MemberEntry* member = table().find(std::wstring_view(name));
+        ASSERT_NE(member, nullptr);
+        EXPECT_EQ(member->id, 102);
+        EXPECT_EQ(member->name, L"GroupID");
+    }
+}
+
+TEST_F(MemberTableTests, LeadsToTheInterfaceThatDeclaresAMember)
+{
+    EXPECT_EQ(table().find(std::wstring_view(L"GroupName"))->face, 0U);
+    EXPECT_EQ(table().find(std::wstring_view(L"Operand"))->face, 2U);
+    EXPECT_EQ(table().find(DISPID{104})->face, 0U);
+    EXPECT_EQ(table().find(DISPID{4})->face, 2U);
+    EXPECT_EQ(table().information(), table().information(0));
+    EXPECT_EQ(table().information(1), nullptr);
+}
+
+TEST_F(MemberTableTests, DoesNotFindWhatIsNotThere)
+{
+    for (const wchar_t* name : {L"", L"Group", L"GroupIDs", L"A", L"zzz", L"Gr\x00f6upID", L"AddRef"})
+        EXPECT_EQ(table().find(std::wstring_view(name)), nullptr);
+    EXPECT_EQ(table().find(DISPID{7777}), nullptr);
+    EXPECT_EQ(table().find(DISPID_UNKNOWN), nullptr);
+}
+
+TEST_F(MemberTableTests, IsKeptUntilItIsReleased)
+{
+    const MemberTable& kept = table();
+    const ComPtr<ITypeInfo> information(kept.information());
+    EXPECT_EQ(&table(), &kept);
+    releaseMemberTables();
+    information->AddRef();
+    EXPECT_EQ(information->Release(), 1U);
+    EXPECT_EQ(table().find(DISPID{4})->name, L"Operand");
+}
+
+TEST_F(MemberTableTests, OfAnUndescribedInterfaceIsAFailure)
+{
+    MemberTableSlot slot;
+    const IID* const ids[] = {&__uuidof(IPersist)};
+    EXPECT_TRUE(FAILED(failureOf([&] { memberTable(slot, ids); })));
+    EXPECT_EQ(slot.table, nullptr);
 }
 
 TEST(DecimalTests, WritesEveryNumber)

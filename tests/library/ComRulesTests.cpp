@@ -6,6 +6,9 @@
 #include <gmock/gmock.h>
 #include <objsafe.h>
 
+#include <map>
+#include <set>
+
 namespace korvane::test
 {
 
@@ -83,6 +86,46 @@ TEST_P(ComRulesTests, TheDefaultInterfaceIsTheOneOfLateBinding)
     EXPECT_EQ(nameOf(information.get()), nameOf(vtableInfo(GetParam().interfaces.at(0)).get()));
     EXPECT_EQ(dispatch->GetTypeInfo(1, LOCALE_USER_DEFAULT, information.put()), DISP_E_BADINDEX);
     EXPECT_FALSE(information);
+}
+
+// Object browsers, and languages that bind early, see nothing but this.
+TEST_P(ComRulesTests, TypeInformationTellsWhatLateBindingAccepts)
+{
+    const auto dispatch = object.as<IDispatch>();
+    ComPtr<ITypeInfo> information;
+    ASSERT_EQ(dispatch->GetTypeInfo(0, LOCALE_USER_DEFAULT, information.put()), S_OK);
+    std::set<std::pair<std::wstring, INVOKEKIND>> told;
+    std::map<std::wstring, MEMBERID> ids;
+    std::map<MEMBERID, std::wstring> names;
+    for (const Member& member : membersOf(information.get()))
+    {
+        if (member.id >= 0x60000000) // of IDispatch
+            continue;
+        SCOPED_TRACE(narrow(member.declaration));
+        told.emplace(member.name, member.kind);
+        EXPECT_EQ(ids.try_emplace(member.name, member.id).first->second, member.id);
+        EXPECT_EQ(names.try_emplace(member.id, member.name).first->second, member.name);
+        std::wstring name = member.name;
+        LPOLESTR asked[] = {name.data()};
+        DISPID id = DISPID_UNKNOWN;
+        EXPECT_EQ(dispatch->GetIDsOfNames(IID_NULL, asked, 1, LOCALE_USER_DEFAULT, &id), S_OK);
+        EXPECT_EQ(id, member.id);
+        DISPPARAMS none{};
+        EXPECT_NE(dispatch->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, static_cast<WORD>(member.kind), &none, nullptr,
+                                   nullptr, nullptr),
+                  DISP_E_MEMBERNOTFOUND);
+    }
+
+    std::set<std::pair<std::wstring, INVOKEKIND>> accepted;
+    for (const IID& iid : dualInterfacesOf(object.get()))
+    {
+        // Its three contracts stand side by side, and a class tells one of them.
+        const bool further = GetParam().name == L"Resources" && iid != GetParam().interfaces.at(0);
+        for (const Member& member : membersOf(vtableInfo(iid).get()))
+            if (!further)
+                accepted.emplace(member.name, member.kind);
+    }
+    EXPECT_EQ(told, accepted);
 }
 
 TEST_P(ComRulesTests, ReferencesAreBalanced)

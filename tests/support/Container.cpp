@@ -1,6 +1,7 @@
 #include "tests/support/Container.h"
 
 #include "framework/com/Variant.h"
+#include "tests/support/Messages.h"
 
 #include <oleacc.h>
 #include <windowsx.h>
@@ -100,9 +101,9 @@ Container::~Container()
     DestroyWindow(window_);
 }
 
-void Container::place(REFCLSID dialogClass, IUnknown* command)
+void Container::place(ComPtr<IAppDialog> created, IUnknown* command)
 {
-    dialog = create<IAppDialog>(dialogClass);
+    dialog = std::move(created);
     site->host(dialog.as<IUnknown>());
     if (command)
         call(dialog, &IAppDialog::putref_Command, queryFor<IDispatch>(command).get());
@@ -202,14 +203,7 @@ void Container::clickAt(HWND control, int x, int y, bool twice)
 
 void Container::pump() const
 {
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
-    {
-        if (site && site->translate(message))
-            continue;
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
+    pumpMessages([this](MSG& message) { return site && site->translate(message); });
 }
 
 std::wstring accessibleName(HWND window)

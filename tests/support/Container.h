@@ -31,7 +31,8 @@ public:
     ~Container();
 
     /// Places a dialog in the window and gives it its command, as a host does before it reads Ready.
-    void place(REFCLSID dialogClass, IUnknown* command);
+    void place(REFCLSID dialogClass, IUnknown* command) { place(create<IAppDialog>(dialogClass), command); }
+    void place(ComPtr<IAppDialog> created, IUnknown* command);
     /// Reads Ready; throws the failure that it raises.
     bool ready();
     bool show(REFCLSID dialogClass, IUnknown* command)

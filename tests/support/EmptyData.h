@@ -20,8 +20,10 @@ public:
     STDMETHODIMP get_Groups(IGroups** collection) override { return lacks(collection); }
     STDMETHODIMP get_Names(INames** collection) override { return lacks(collection); }
     STDMETHODIMP get_Types(ITypes** collection) override { return lacks(collection); }
+    STDMETHODIMP get_Accounts(IAccounts** collection) override { return lacks(collection); }
     STDMETHODIMP get_Events(IEvents** collection) override { return lacks(collection); }
     STDMETHODIMP get_EventLinks(IEventLinks** collection) override { return lacks(collection); }
+    STDMETHODIMP get_Messages(IMessages** collection) override { return lacks(collection); }
     STDMETHODIMP NewRecurrence(long, IRecurrence** rule) override { return lacks(rule); }
     STDMETHODIMP OpenScope(long, BSTR, IScope** scope) override { return lacks(scope); }
 };

@@ -1,8 +1,7 @@
 // The library under test: KorvaneDlg.dll from beside the test program, used without registration.
 #pragma once
 
-#include "framework/com/ComPtr.h"
-#include "framework/com/Failure.h"
+#include "framework/com/Call.h"
 
 #include <string>
 

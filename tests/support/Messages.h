@@ -7,14 +7,22 @@ namespace korvane::test
 {
 
 /// Deals with what is in the message queue.
-inline void pumpMessages()
+/// @param consumes takes a message as its own; the others go to their windows.
+template <class Consumes> void pumpMessages(Consumes&& consumes)
 {
     MSG message;
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
     {
+        if (consumes(message))
+            continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
+}
+
+inline void pumpMessages()
+{
+    pumpMessages([](const MSG&) { return false; });
 }
 
 } // namespace korvane::test

@@ -43,20 +43,13 @@ public:
     STDMETHODIMP get_Groups(IGroups** collection) override { return give("Root.Groups", groups, collection); }
     STDMETHODIMP get_Names(INames** collection) override { return give("Root.Names", names, collection); }
     STDMETHODIMP get_Types(ITypes** collection) override { return give("Root.Types", types, collection); }
+    STDMETHODIMP get_Accounts(IAccounts** collection) override { return lacks(collection); }
     STDMETHODIMP get_Events(IEvents** collection) override { return give("Root.Events", events, collection); }
     STDMETHODIMP get_EventLinks(IEventLinks** collection) override
     {
         return give("Root.EventLinks", links, collection);
     }
-
-    STDMETHODIMP OpenScope(long flags, BSTR source, IScope** scope) override
-    {
-        *scope = nullptr;
-        const HRESULT outcome = data_.record("Root.OpenScope", shown(flags) + ", " + quoted(view(source)));
-        if (SUCCEEDED(outcome))
-            *scope = ComPtr<IScope>(make<RecordedScope>(data_).get()).detach();
-        return outcome;
-    }
+    STDMETHODIMP get_Messages(IMessages** collection) override { return lacks(collection); }
 
     STDMETHODIMP NewRecurrence(long kind, IRecurrence** rule) override
     {
@@ -70,7 +63,22 @@ public:
         return S_OK;
     }
 
+    STDMETHODIMP OpenScope(long flags, BSTR source, IScope** scope) override
+    {
+        *scope = nullptr;
+        const HRESULT outcome = data_.record("Root.OpenScope", shown(flags) + ", " + quoted(view(source)));
+        if (SUCCEEDED(outcome))
+            *scope = ComPtr<IScope>(make<RecordedScope>(data_).get()).detach();
+        return outcome;
+    }
+
 private:
+    template <class Interface> static HRESULT lacks(Interface** result)
+    {
+        *result = nullptr;
+        return E_NOTIMPL;
+    }
+
     template <class Collection, class Interface>
     HRESULT give(const char* call, const ComPtr<Collection>& collection, Interface** result)
     {

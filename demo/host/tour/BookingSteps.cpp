@@ -1,7 +1,7 @@
 #include "demo/host/tour/BookingSteps.h"
 
-#include "demo/host/tour/BookingDialog.h"
-#include "demo/host/tour/Screen.h"
+#include "demo/host/tour/ActivityPage.h"
+#include "demo/host/tour/ScheduleSights.h"
 
 #include <algorithm>
 
@@ -11,174 +11,84 @@ namespace korvane::host
 namespace
 {
 
+using BookingList = std::vector<Booking>;
+using Names = std::vector<std::wstring>;
+
+// Resources of the sample.
+constexpr const wchar_t* ben = L"Ben Carter";
+constexpr const wchar_t* emily = L"Emily Stone";
+constexpr const wchar_t* jonas = L"Jonas Weber";
+constexpr const wchar_t* maria = L"Maria Costa";
+constexpr const wchar_t* paul = L"Paul Martin";
+
+// What is booked, one after the other.
 constexpr const wchar_t* meeting = L"Team meeting";
 constexpr const wchar_t* training = L"First aid, part one";
 constexpr const wchar_t* online = L"First aid, online";
 
-constexpr long byWeek = 2;
+constexpr BookedRule fourTimesWeekly{2, 0, 4};
 
-void openBar(Visitor& visitor, const std::wstring& resource, OleDate start)
+constexpr const wchar_t* moveTitle = L"Move activity";
+constexpr const wchar_t* deleteTitle = L"Delete activity";
+
+// --- what stands in the database
+
+const Booking* find(const BookingList& all, const std::wstring& resource, OleDate start)
 {
-    visitor.doubleClickAt(visitor.schedule(), pointOfBar(visitor, resource, start),
-                          L"the bar of " + resource);
+    const auto found = std::find_if(all.begin(), all.end(), [&](const Booking& each) {
+        return each.resource == resource && minutesBetween(each.start, start) == 0;
+    });
+    return found == all.end() ? nullptr : &*found;
 }
 
-/// Opens an occurrence of the series; the library asks what is meant.
-void openOccurrence(Visitor& visitor, const std::wstring& resource, OleDate start, bool all)
+/// The occurrence of a resource at a time, with any text.
+Booking at(const BookingList& all, const std::wstring& resource, OleDate start)
 {
-    openBar(visitor, resource, start);
-    const HWND question = visitor.messageBox(L"Activity");
-    if (all)
-        visitor.picture(question, L"booking-question");
-    visitor.answer(question, all ? IDYES : IDNO, all ? L"Yes: all occurrences" : L"No: this occurrence only");
+    const Booking* found = find(all, resource, start);
+    expect(found != nullptr,
+           resource + L" booked on " + shownDay(start, L"ddd d MMM") + L", " + shownTime(start));
+    return *found;
 }
 
-void zoom(Visitor& visitor, bool out)
+BookingList withText(const Visitor& visitor, const std::wstring& text)
 {
-    for (int steps = 0; steps < 2; ++steps)
-        visitor.press({VK_CONTROL, static_cast<WORD>(out ? VK_OEM_MINUS : VK_OEM_PLUS)},
-                      out ? L"Ctrl+-" : L"Ctrl++");
+    auto bookings = visitor.bookings().all();
+    std::erase_if(bookings, [&](const Booking& each) { return each.text != text; });
+    return bookings;
 }
 
-void book(Visitor& visitor)
-{
-    waitFor(L"the window is there", [&] { return IsWindowVisible(visitor.mainWindow()) != FALSE; });
-    goTo(visitor, ben, tourTime(0, 10));
-    visitor.doubleClickAt(visitor.schedule(), pointOfTime(visitor, ben, tourTime(0, 10)),
-                          L"the empty slot at ten o'clock");
-    BookingDialog dialog(visitor);
-    visitor.picture(dialog.handle(), L"booking-empty");
-    dialog.stopLater(2);
-    dialog.enterText(meeting);
-    dialog.chooseType(L"Meeting");
-    dialog.toggle(emily);
-    dialog.toggle(jonas);
-    dialog.repeatWeekly(4);
-    expect(dialog.checked() == std::vector<std::wstring>{ben, emily, jonas}, L"three checked resources");
-    visitor.picture(dialog.handle(), L"booking-new");
-    dialog.ok();
+/// Sooner or later, resources are booked at a time.
+constexpr Word booked{[](Visitor& visitor, const Names& resources, OleDate start) {
+    for (const auto& each : resources)
+        waitFor(each + L" is booked at " + shownTime(start),
+                [&] { return find(visitor.bookings().all(), each, start) != nullptr; });
+}};
+constexpr Word isFree{[](Visitor& visitor, const Names& resources, OleDate start) {
+    for (const auto& each : resources)
+        expect(!find(visitor.bookings().all(), each, start), each + L" free at " + shownTime(start));
+}};
+/// Sooner or later, so many occurrences have a text, and each is as it should be.
+constexpr Word bookedAs{[](Visitor& visitor, Text text, std::size_t count, Text what, const auto& isRight) {
+    BookingList all;
+    waitFor(std::to_wstring(count) + L" occurrences are booked as " + quoted(text),
+            [&] { return (all = withText(visitor, text)).size() == count; });
+    expect(
+        std::all_of(all.begin(), all.end(), [&](const Booking& each) { return isRight(visitor, all, each); }),
+        what);
+}};
+/// Sooner or later, something holds for all that is booked.
+constexpr Word booking{[](Visitor& visitor, Text what, const auto& isTheCase) {
+    waitFor(what, [&] { return isTheCase(visitor.bookings().all()); });
+}};
+/// An occurrence compares with one that was there when the step began.
+constexpr Word compares{[](Visitor& visitor, Text resource, OleDate start, Text formerResource,
+                           OleDate formerStart, Text what, const auto& isRight) {
+    expect(isRight(at(visitor.bookings().all(), resource, start),
+                   at(visitor.bookedBefore(), formerResource, formerStart)),
+           what);
+}};
 
-    const auto booked = waitForBookings(visitor, meeting, 12);
-    for (const Booking& each : booked)
-    {
-        expect(each.type == L"Meeting" && each.link != 0 && each.link == booked.front().link,
-               L"meetings in one link group");
-        const auto rule = visitor.bookings().ruleOf(each.id.event);
-        expect(rule && rule->kind == byWeek && rule->interval == 0 && rule->count == 4,
-               L"each week, four times");
-        expect(minutesBetween(each.start, each.end) == 180, L"three hours each");
-    }
-    for (const wchar_t* name : {ben, emily, jonas})
-        for (long week = 0; week < 4; ++week)
-            expect(isBooked(visitor, name, tourTime(7 * week, 10)),
-                   std::wstring(name) + L" booked in week " + std::to_wstring(week + 1));
-    visitor.picture(visitor.mainWindow(), L"booking-schedule");
-}
-
-void changeAll(Visitor& visitor)
-{
-    openOccurrence(visitor, ben, tourTime(0, 10), true);
-    BookingDialog dialog(visitor);
-    visitor.waitForText(dialog.text(), meeting, L"the description");
-    expect(textOf(dialog.types()) == L"Meeting", L"the type as it was booked");
-    expect(dialog.checked() == std::vector<std::wstring>{ben, emily, jonas}, L"the three resources");
-    dialog.enterText(training);
-    dialog.chooseType(L"Training");
-    visitor.picture(dialog.handle(), L"booking-change");
-    dialog.ok();
-    for (const Booking& each : waitForBookings(visitor, training, 12))
-        expect(each.type == L"Training" && each.link != 0, L"trainings in a link group");
-    expect(bookingsOf(visitor, meeting).empty(), L"no occurrence with the former text");
-}
-
-void changeOne(Visitor& visitor)
-{
-    zoom(visitor, true);
-    goTo(visitor, maria, tourTime(7, 10));
-    visitor.picture(visitor.mainWindow(), L"booking-weeks");
-    openOccurrence(visitor, emily, tourTime(7, 10), false);
-    BookingDialog dialog(visitor);
-    visitor.waitForText(dialog.text(), training, L"the description");
-    expect(!IsWindowEnabled(dialog.tree()), L"resources that one occurrence cannot change");
-    dialog.enterText(online);
-    visitor.picture(dialog.handle(), L"booking-occurrence");
-    dialog.ok();
-    for (const Booking& each : waitForBookings(visitor, online, 3))
-        expect(each.id.instance == 2 && minutesBetween(each.start, tourTime(7, 10)) == 0,
-               L"the second occurrence");
-    expect(bookingsOf(visitor, training).size() == 9, L"the other occurrences as they were");
-    goTo(visitor, ben, tourTime(0, 10));
-    zoom(visitor, false);
-    goTo(visitor, ben, tourTime(0, 10));
-}
-
-void releaseResources(Visitor& visitor)
-{
-    openOccurrence(visitor, ben, tourTime(0, 12), true);
-    BookingDialog dialog(visitor);
-    dialog.toggle(emily);
-    dialog.toggle(jonas);
-    expect(dialog.checked() == std::vector<std::wstring>{ben}, L"one checked resource");
-    visitor.picture(dialog.handle(), L"booking-resources");
-    dialog.ok();
-    waitFor(L"the series is booked for one resource only",
-            [&] { return bookingsOf(visitor, training).size() + bookingsOf(visitor, online).size() == 6; });
-    for (const Booking& each : visitor.bookings().all())
-        expect(each.link == 0, L"no link group any more");
-    for (long week = 1; week < 4; ++week)
-    {
-        expect(isBooked(visitor, ben, tourTime(7 * week, 10)), L"Ben's series");
-        expect(!isBooked(visitor, emily, tourTime(7 * week, 10)), L"nothing for Emily");
-        expect(!isBooked(visitor, jonas, tourTime(7 * week, 10)), L"nothing for Jonas");
-    }
-}
-
-void confirmDeletion(Visitor& visitor, bool confirmed)
-{
-    visitor.press({VK_DELETE}, L"Del");
-    const HWND question = visitor.messageBox(L"Delete activity");
-    visitor.answer(question, confirmed ? IDYES : IDNO, confirmed ? L"Yes" : L"No");
-    visitor.waitForEndIn(visitor.schedule());
-}
-
-void removeOccurrence(Visitor& visitor)
-{
-    zoom(visitor, true);
-    goTo(visitor, emily, tourTime(7, 10));
-    visitor.clickAt(visitor.schedule(), pointOfBar(visitor, ben, tourTime(7, 10)),
-                    L"the bar of the second week");
-    confirmDeletion(visitor, false);
-    expect(isBooked(visitor, ben, tourTime(7, 10)), L"the occurrence, as it was not to be deleted");
-    visitor.press({VK_DELETE}, L"Del");
-    visitor.picture(visitor.messageBox(L"Delete activity"), L"booking-delete");
-    visitor.answer(visitor.messageBox(L"Delete activity"), IDYES, L"Yes");
-    visitor.waitForEndIn(visitor.schedule());
-    waitFor(L"the occurrence is gone", [&] { return !isBooked(visitor, ben, tourTime(7, 10)); });
-    for (const OleDate time : {tourTime(0, 12), tourTime(14, 10), tourTime(21, 10)})
-        expect(isBooked(visitor, ben, time), L"the other occurrences");
-    goTo(visitor, ben, tourTime(0, 10));
-    zoom(visitor, false);
-    goTo(visitor, ben, tourTime(0, 10));
-}
-
-void removeAll(Visitor& visitor)
-{
-    openOccurrence(visitor, ben, tourTime(0, 12), true);
-    const BookingDialog dialog(visitor);
-    visitor.clickButton(dialog.handle(), L"De&lete");
-    visitor.waitForEndIn(visitor.schedule());
-    waitFor(L"the series is gone", [&] { return visitor.bookings().all().size() == 2; });
-
-    for (const wchar_t* name : {maria, paul})
-    {
-        visitor.clickAt(visitor.schedule(), pointOfBar(visitor, name, tourTime(0, 16)),
-                        std::wstring(L"the copy of ") + name);
-        confirmDeletion(visitor, true);
-    }
-    waitFor(L"nothing is booked", [&] { return visitor.bookings().all().empty(); });
-}
-
-std::vector<std::wstring> shownBookings(Visitor& visitor)
+std::vector<std::wstring> shownBookings(const Visitor& visitor)
 {
     std::vector<std::wstring> texts;
     for (const Booking& each : visitor.bookings().all())
@@ -187,62 +97,159 @@ std::vector<std::wstring> shownBookings(Visitor& visitor)
     return texts;
 }
 
+// --- what is done in the schedule
+
+constexpr Word goesTo{&goTo};
+constexpr Word openSlot{[](Visitor& visitor, Text resource, OleDate time) {
+    visitor.doubleClickAt(visitor.schedule(), pointOfTime(visitor, resource, time),
+                          L"the empty slot at " + shownTime(time));
+}};
+constexpr Word openBar{[](Visitor& visitor, Text resource, OleDate start) {
+    visitor.doubleClickAt(visitor.schedule(), pointOfBar(visitor, resource, start),
+                          std::wstring(L"the bar of ") + resource);
+}};
+constexpr Word clickBar{[](Visitor& visitor, Text resource, OleDate start) {
+    visitor.clickAt(visitor.schedule(), pointOfBar(visitor, resource, start),
+                    std::wstring(L"the bar of ") + resource);
+}};
+constexpr Word drag{[](Visitor& visitor, Text resource, OleDate from, Text toResource, OleDate to) {
+    const POINT taken = pointOfBar(visitor, resource, from);
+    const POINT start = pointOfTime(visitor, resource, from);
+    const POINT landing = pointOfTime(visitor, toResource, to);
+    visitor.dragTo(visitor.schedule(), taken, {landing.x + taken.x - start.x, landing.y},
+                   std::wstring(L"the bar of ") + resource + L" to " + toResource + L", " + shownTime(to));
+}};
+
 } // namespace
 
-std::vector<Booking> bookingsOf(Visitor& visitor, const std::wstring& text)
+Chapter bookingChapter()
 {
-    auto bookings = visitor.bookings().all();
-    std::erase_if(bookings, [&](const Booking& each) { return each.text != text; });
-    return bookings;
-}
-
-std::vector<Booking> waitForBookings(Visitor& visitor, const std::wstring& text, std::size_t count)
-{
-    std::vector<Booking> bookings;
-    waitFor(std::to_wstring(count) + L" occurrences are booked as " + quoted(text), [&] {
-        bookings = bookingsOf(visitor, text);
-        return bookings.size() == count;
-    });
-    return bookings;
-}
-
-Booking bookingAt(Visitor& visitor, const std::wstring& resource, OleDate start)
-{
-    for (Booking& each : visitor.bookings().all())
-        if (each.resource == resource && minutesBetween(each.start, start) == 0)
-            return std::move(each);
-    throw tourFailure(resource + L" is not booked on " + shownDay(start, L"ddd d MMM") + L", " +
-                      shownTime(start));
-}
-
-bool isBooked(Visitor& visitor, const std::wstring& resource, OleDate start)
-{
-    const auto bookings = visitor.bookings().all();
-    return std::any_of(bookings.begin(), bookings.end(), [&](const Booking& each) {
-        return each.resource == resource && minutesBetween(each.start, start) == 0;
-    });
-}
-
-Chapter bookingChapter() noexcept
-{
-    static constexpr Step steps[] = {
-        {L"Book: double click in an empty slot; stop, text, type, two more resources, each week four times",
-         &book},
-        {L"Change all occurrences, for all resources", &changeAll},
-        {L"Change one occurrence", &changeOne},
-        {L"Drag in time, with all resources", &moveAll},
-        {L"Drag in time, this resource only", &moveOne},
-        {L"Drag, but not after all: Esc on the way, Cancel when asked", &moveNone},
-        {L"Drag to another resource", &moveToOtherResource},
-        {L"Copy: drag with Ctrl", &copyByMouse},
-        {L"Move by keyboard", &moveByKeyboard},
-        {L"Copy by keyboard", &copyByKeyboard},
-        {L"Uncheck all resources but one", &releaseResources},
-        {L"Delete one occurrence", &removeOccurrence},
-        {L"Delete everything", &removeAll},
-        {L"Exit by the menu", [](Visitor& visitor) { visitor.leave(); }},
+    using namespace activityPage;
+    const Names all{ben, emily, jonas};
+    const auto on = [](long day, long hour) { return tourTime(day, hour); };
+    const Deed zoomOut = press(L"Ctrl+Minus", 2);
+    const Deed zoomIn = press(L"Ctrl+Plus", 2);
+    // The library asks what is meant by an occurrence of the series.
+    const Deed meansAll = answer(title, IDYES, L"Yes: all occurrences");
+    const Deed meansOne = answer(title, IDNO, L"No: this occurrence only");
+    const Deed treeIsLocked = sees(L"resources that one occurrence cannot change",
+                                   [](Visitor& visitor) { return !IsWindowEnabled(visitor.find(tree)); });
+    const auto isLinked = [](Text wanted) {
+        return [=](const Visitor&, const BookingList& group, const Booking& each) {
+            return each.type == wanted && each.link != 0 && each.link == group.front().link;
+        };
     };
-    return {L"Activities", steps, &shownBookings};
+    const auto isWeekly = [](const Visitor& visitor, const BookingList&, const Booking& each) {
+        return visitor.bookings().ruleOf(each.id.event) == fourTimesWeekly;
+    };
+    const auto isLong = [](const Visitor&, const BookingList&, const Booking& each) {
+        return minutesBetween(each.start, each.end) == 180;
+    };
+    const auto isSecond = [=](const Visitor&, const BookingList&, const Booking& each) {
+        return each.id.instance == 2 && minutesBetween(each.start, on(7, 10)) == 0;
+    };
+    const auto anything = [](const Visitor&, const BookingList&, const Booking&) { return true; };
+    // clang-format off
+    return {L"Activities", {
+        {L"Book: double click in an empty slot; stop, text, type, two more resources, each week four times",
+         {startsUp(), goesTo(ben, on(0, 10)), openSlot(ben, on(0, 10)), opens(title), picture(L"booking-empty"),
+          stopLater(2), describe(meeting), chooseType(L"Meeting"), toggle(emily), toggle(jonas), repeatWeekly(L"4"),
+          hasChecked(all), picture(L"booking-new"), click(okButton), endsInSchedule(),
+          bookedAs(meeting, 12U, L"meetings in one link group", isLinked(L"Meeting")),
+          bookedAs(meeting, 12U, L"each week, four times", isWeekly),
+          bookedAs(meeting, 12U, L"three hours each", isLong),
+          booked(all, on(0, 10)), booked(all, on(7, 10)), booked(all, on(14, 10)), booked(all, on(21, 10)),
+          picture(L"booking-schedule")}},
+        {L"Change all occurrences, for all resources",
+         {openBar(ben, on(0, 10)), opensBox(title), picture(L"booking-question"), meansAll,
+          opens(title), shows(description, meeting), shows(types, L"Meeting"), hasChecked(all),
+          describe(training), chooseType(L"Training"), picture(L"booking-change"),
+          pictureOfWindow(L"booking-window"), click(okButton), endsInSchedule(),
+          bookedAs(training, 12U, L"trainings in a link group", isLinked(L"Training")),
+          bookedAs(meeting, 0U, L"no occurrence with the former text", anything)}},
+        {L"Change one occurrence",
+         {zoomOut, goesTo(maria, on(7, 10)), picture(L"booking-weeks"), openBar(emily, on(7, 10)), meansOne,
+          opens(title), shows(description, training), treeIsLocked, describe(online),
+          picture(L"booking-occurrence"), click(okButton), endsInSchedule(),
+          bookedAs(online, 3U, L"the second occurrence", isSecond),
+          bookedAs(training, 9U, L"the other occurrences as they were", anything),
+          goesTo(ben, on(0, 10)), zoomIn, goesTo(ben, on(0, 10))}},
+        {L"Drag in time, with all resources",
+         {drag(ben, on(0, 10), ben, on(0, 12)), picture(L"booking-drag"), drop(),
+          opensBox(moveTitle), picture(L"booking-move-question"), answer(moveTitle, IDYES, L"Yes: all resources"),
+          endsInSchedule(), booked(all, on(0, 12)), isFree(all, on(0, 10)), booked(all, on(7, 10)),
+          booking(L"the first occurrences are still of their series", [=](const BookingList& now) {
+              return std::all_of(all.begin(), all.end(), [&](const auto& each) {
+                  return at(now, each, on(0, 12)).id.instance == 1; });
+          }),
+          calls(L"EventLinks.UpdateLinked")}},
+        {L"Drag in time, this resource only",
+         {drag(emily, on(0, 12), emily, on(0, 14)), drop(), answer(moveTitle, IDNO, L"No: this one only"),
+          endsInSchedule(), booked(Names{emily}, on(0, 14)), isFree(Names{emily}, on(0, 12)),
+          booked(Names{ben, jonas}, on(0, 12)),
+          calls(L"Events.Update"), callsNot(L"EventLinks.UpdateLinked")}},
+        {L"Drag, but not after all: Esc on the way, Cancel when asked",
+         {drag(jonas, on(0, 12), jonas, on(0, 16)), press(L"Esc"), drop(), endsInSchedule(),
+          booked(Names{jonas}, on(0, 12)),
+          drag(ben, on(0, 12), ben, on(0, 16)), drop(), answer(moveTitle, IDCANCEL, L"Cancel"), endsInSchedule(),
+          booked(Names{ben}, on(0, 12)), isFree(Names{ben}, on(0, 16)),
+          callsNot(L"Events.Update"), callsNot(L"EventLinks.UpdateLinked")}},
+        {L"Drag to another resource",
+         {drag(jonas, on(0, 12), maria, on(0, 12)), drop(), booked(Names{maria}, on(0, 12)), endsInSchedule(),
+          compares(maria, on(0, 12), jonas, on(0, 12), L"the same occurrence, with another resource",
+                   [](const Booking& now, const Booking& before) {
+                       return now.id == before.id && now.text == before.text; }),
+          isFree(Names{jonas}, on(0, 12)), booked(Names{jonas}, on(7, 10))}},
+        {L"Copy: drag with Ctrl",
+         {drag(ben, on(0, 12), paul, on(0, 15)), hold(L"Ctrl"), picture(L"booking-copy"), drop(), release(L"Ctrl"),
+          booked(Names{paul}, on(0, 15)), endsInSchedule(),
+          compares(paul, on(0, 15), ben, on(0, 12), L"an activity of its own, without repetition and without link",
+                   [](const Booking& copy, const Booking& original) {
+                       return copy.id.event != original.id.event && copy.id.instance == 0 && copy.link == 0; }),
+          compares(paul, on(0, 15), ben, on(0, 12), L"the text and type of the original",
+                   [](const Booking& copy, const Booking& original) {
+                       return copy.text == original.text && copy.type == original.type; }),
+          booked(Names{ben}, on(0, 12)), calls(L"Events.Add")}},
+        {L"Move by keyboard",
+         {clickBar(paul, on(0, 15)), press(L"Ctrl+M"), press(L"Right"), press(L"Up"),
+          picture(L"booking-keyboard-move"), press(L"Enter"),
+          booked(Names{maria}, on(0, 16)), endsInSchedule(), isFree(Names{paul}, on(0, 15)),
+          press(L"Ctrl+M"), press(L"Down"), press(L"Esc"), booked(Names{maria}, on(0, 16))}},
+        {L"Copy by keyboard",
+         {clickBar(maria, on(0, 16)), press(L"Ctrl+Shift+M"), press(L"Down"), press(L"Enter"),
+          booked(Names{paul}, on(0, 16)), endsInSchedule(), booked(Names{maria}, on(0, 16)),
+          compares(paul, on(0, 16), maria, on(0, 16), L"two activities",
+                   [](const Booking& copy, const Booking& original) { return copy.id.event != original.id.event; })}},
+        {L"Uncheck all resources but one",
+         {openBar(ben, on(0, 12)), meansAll, opens(title), toggle(emily), toggle(jonas), hasChecked(Names{ben}),
+          picture(L"booking-resources"), click(okButton), endsInSchedule(),
+          booking(L"the series is booked for one resource only", [](const BookingList& now) {
+              return std::count_if(now.begin(), now.end(), [](const Booking& each) {
+                  return each.text == training || each.text == online; }) == 6;
+          }),
+          booking(L"no link group is there any more", [](const BookingList& now) {
+              return std::all_of(now.begin(), now.end(), [](const Booking& each) { return each.link == 0; });
+          }),
+          booked(Names{ben}, on(7, 10)), booked(Names{ben}, on(14, 10)), booked(Names{ben}, on(21, 10)),
+          isFree(Names{emily, jonas}, on(7, 10)), isFree(Names{emily, jonas}, on(14, 10)),
+          isFree(Names{emily, jonas}, on(21, 10))}},
+        {L"Delete one occurrence",
+         {zoomOut, goesTo(emily, on(7, 10)), clickBar(ben, on(7, 10)),
+          press(L"Del"), answer(deleteTitle, IDNO, L"No"), endsInSchedule(), booked(Names{ben}, on(7, 10)),
+          press(L"Del"), opensBox(deleteTitle), picture(L"booking-delete"), answer(deleteTitle, IDYES, L"Yes"),
+          endsInSchedule(),
+          booking(L"the occurrence is gone", [=](const BookingList& now) { return !find(now, ben, on(7, 10)); }),
+          booked(Names{ben}, on(0, 12)), booked(Names{ben}, on(14, 10)), booked(Names{ben}, on(21, 10)),
+          goesTo(ben, on(0, 10)), zoomIn, goesTo(ben, on(0, 10))}},
+        {L"Delete everything",
+         {openBar(ben, on(0, 12)), meansAll, opens(title), click(deleteButton), endsInSchedule(),
+          booking(L"the series is gone", [](const BookingList& now) { return now.size() == 2; }),
+          clickBar(maria, on(0, 16)), press(L"Del"), answer(deleteTitle, IDYES, L"Yes"), endsInSchedule(),
+          clickBar(paul, on(0, 16)), press(L"Del"), answer(deleteTitle, IDYES, L"Yes"), endsInSchedule(),
+          booking(L"nothing is booked", [](const BookingList& now) { return now.empty(); })}},
+        {L"Exit by the menu", {leave()}},
+    }, &shownBookings};
+    // clang-format on
 }
 
 } // namespace korvane::host

@@ -1,6 +1,6 @@
 #include "demo/host/tour/GroupSteps.h"
 
-#include "demo/host/tour/Screen.h"
+#include "demo/host/tour/Deeds.h"
 
 #include <algorithm>
 
@@ -10,257 +10,176 @@ namespace korvane::host
 namespace
 {
 
-constexpr int menuGroups = 1;
-constexpr int itemNew = 0;
-constexpr int itemRename = 1;
-
 constexpr long newFlags = 3; // what the command gives to every new group
 
-/// A new row stands last, under a number that was not there before.
-std::vector<GroupRow> withNew(std::vector<GroupRow> rows, const std::vector<GroupRow>& now,
-                              const wchar_t* name)
-{
-    const long id = now.empty() ? 0 : now.back().id;
-    expect(std::none_of(rows.begin(), rows.end(), [&](const GroupRow& row) { return row.id >= id; }),
-           L"a new number for the new group");
-    rows.push_back({id, name, newFlags});
-    return rows;
-}
+// The page.
+constexpr const wchar_t* dialogTitle = L"Group";
+constexpr const wchar_t* errorTitle = L"Error";
+constexpr const wchar_t* groupsMenu = L"&Groups";
+constexpr Field name{L"the name", L"Edit"};
+constexpr Field list{L"the list", L"ListBox"};
 
-GroupRow& rowOf(std::vector<GroupRow>& rows, const wchar_t* name)
+GroupRow& rowOf(std::vector<GroupRow>& rows, const std::wstring& text)
 {
     const auto found =
-        std::find_if(rows.begin(), rows.end(), [&](const GroupRow& row) { return row.name == name; });
-    expect(found != rows.end(), L"a group " + quoted(name) + L" in the database");
+        std::find_if(rows.begin(), rows.end(), [&](const GroupRow& row) { return row.name == text; });
+    expect(found != rows.end(), L"a group " + quoted(text) + L" in the database");
     return *found;
 }
 
-void addByKeyboard(Visitor& visitor)
+/// In the database there are these groups, and the window's list shows them.
+void expectGroups(Visitor& visitor, const std::vector<GroupRow>& expected)
 {
-    waitFor(L"the window is there", [&] { return IsWindowVisible(visitor.mainWindow()) != FALSE; });
-    visitor.clickAt(visitor.list(), middleOf(visitor.list()), L"the empty part of the list");
-    visitor.waitForEnd();
-    const auto before = visitor.rows();
-
-    visitor.press({VK_MENU, 'G'}, L"Alt+G");
-    visitor.waitForMenu();
-    visitor.press({'N'}, L"N");
-    const HWND open = visitor.dialog(L"Group");
-    const HWND name = visitor.control(open, L"Edit");
-    visitor.waitForFocus(name, L"the name");
-    visitor.type(L"Staff");
-    visitor.waitForText(name, L"Staff", L"the name");
-    visitor.picture(open, L"new");
-    visitor.press({VK_RETURN}, L"Enter");
-    visitor.waitForEnd();
-
-    visitor.expectRows(withNew(before, visitor.rows(), L"Staff"));
-    visitor.expectCall(L"Groups.Add \"Staff\", 3");
+    expect(visitor.groups() == expected, L"other rows in the database");
+    waitFor(L"the window's list shows what is in the database", [&] {
+        const auto shownAt = [&](std::size_t row, int column) {
+            return itemOf(visitor.list(), static_cast<int>(row), column);
+        };
+        for (std::size_t row = 0; row < expected.size(); ++row)
+            if (shownAt(row, 0) != expected[row].name || shownAt(row, 1) != std::to_wstring(expected[row].id))
+                return false;
+        return shownAt(expected.size(), 0).empty();
+    });
 }
 
-void addByShortcut(Visitor& visitor)
-{
-    const auto before = visitor.rows();
-    visitor.press({VK_CONTROL, 'N'}, L"Ctrl+N");
-    const HWND open = visitor.dialog(L"Group");
-    visitor.type(L"Night shift");
-    visitor.waitForText(visitor.control(open, L"Edit"), L"Night shift", L"the name");
-    visitor.clickButton(open, L"OK");
-    visitor.waitForEnd();
-    visitor.expectRows(withNew(before, visitor.rows(), L"Night shift"));
-}
-
-void addByMouse(Visitor& visitor)
-{
-    const auto before = visitor.rows();
-    visitor.chooseInMenu(menuGroups, itemNew, L"New...");
-    const HWND open = visitor.dialog(L"Group");
-    const HWND name = visitor.control(open, L"Edit");
-    visitor.clickAt(name, middleOf(name), L"the name");
-    visitor.type(L"Training");
-    visitor.waitForText(name, L"Training", L"the name");
-    visitor.clickButton(open, L"OK");
-    visitor.waitForEnd();
-    visitor.expectRows(withNew(before, visitor.rows(), L"Training"));
-    visitor.picture(visitor.mainWindow(), L"main");
-}
-
-void rename(Visitor& visitor)
-{
-    auto expected = visitor.rows();
-    visitor.selectRow(L"Training");
-    visitor.chooseInMenu(menuGroups, itemRename, L"Rename...");
-    const HWND open = visitor.dialog(L"Group");
-    const HWND name = visitor.control(open, L"Edit");
-    const HWND list = visitor.control(open, L"ListBox");
-    visitor.waitForText(name, L"Training", L"the name");
-    const std::vector<std::wstring> offered{L"Staff", L"Night shift", L"Training"};
-    expect(itemsOf(list) == offered, L"the three new groups in the dialog, and no built-in one");
-
-    visitor.clickAt(list, middleOf(list, placeOfItem(list, L"Night shift")),
-                    L"\"Night shift\" in the dialog's list");
-    visitor.waitForText(name, L"Night shift", L"the name");
-    visitor.picture(open, L"rename");
-    visitor.clickAt(name, middleOf(name), L"the name");
-    visitor.waitForFocus(name, L"the name");
-    visitor.press({VK_END}, L"End");
-    for (int letter = 0; letter < 5; ++letter)
-        visitor.press({VK_BACK}, L"Backspace");
-    visitor.type(L"watch");
-    visitor.waitForText(name, L"Night watch", L"the name");
-    visitor.clickButton(open, L"OK");
-    visitor.waitForEnd();
-
-    rowOf(expected, L"Night shift").name = L"Night watch";
-    visitor.expectRows(expected);
-}
-
-void addWithNameThatIsTaken(Visitor& visitor)
-{
-    const auto before = visitor.rows();
-    visitor.press({VK_CONTROL, 'N'}, L"Ctrl+N");
-    const HWND open = visitor.dialog(L"Group");
-    const HWND name = visitor.control(open, L"Edit");
-    visitor.type(L"Staff");
-    visitor.waitForText(name, L"Staff", L"the name");
-    visitor.press({VK_RETURN}, L"Enter");
-
-    const HWND box = visitor.errorBox();
-    const auto texts = visibleChildren(box, L"Static");
-    expect(std::any_of(texts.begin(), texts.end(),
-                       [](HWND text) {
-                           return textOf(text) == L"There is a group named \"Staff\" already.\n\n"
-                                                  L"Source: KorvaneData.Groups\nNumber: 0x8004232B";
-                       }),
-           L"the data layer's text, source and number in the error box");
-    expect(!IsWindowEnabled(open), L"a dialog that waits for the error box");
-    visitor.picture(box, L"error");
-    visitor.press({VK_RETURN}, L"Enter, in the error box");
-    waitFor(L"the error box is gone", [&] { return !IsWindow(box); });
-
-    expect(visitor.dialog(L"Group") == open, L"the same dialog, open still");
-    visitor.waitForFocus(name, L"the name");
-    expect(textOf(name) == L"Staff", L"the name as it was typed");
-    expect(visitor.rows() == before, L"the database as it was");
-    visitor.press({VK_END}, L"End");
-    visitor.type(L" (part-time)");
-    visitor.waitForText(name, L"Staff (part-time)", L"the name");
-    visitor.clickButton(open, L"OK");
-    visitor.waitForEnd();
-    visitor.expectRows(withNew(before, visitor.rows(), L"Staff (part-time)"));
-}
-
-void cancel(Visitor& visitor)
-{
-    const auto before = visitor.rows();
-    visitor.press({VK_CONTROL, 'N'}, L"Ctrl+N");
-    HWND open = visitor.dialog(L"Group");
-    visitor.type(L"Nobody");
-    visitor.waitForText(visitor.control(open, L"Edit"), L"Nobody", L"the name");
-    visitor.press({VK_ESCAPE}, L"Esc");
-    visitor.waitForEnd();
-
-    visitor.selectRow(L"Training");
-    visitor.press({VK_F2}, L"F2");
-    open = visitor.dialog(L"Group");
-    const HWND name = visitor.control(open, L"Edit");
-    visitor.waitForText(name, L"Training", L"the name");
-    visitor.clickAt(name, middleOf(name), L"the name");
-    visitor.press({VK_END}, L"End");
-    visitor.type(L" course");
-    visitor.waitForText(name, L"Training course", L"the name");
-    visitor.press({VK_ESCAPE}, L"Esc");
-    visitor.waitForEnd();
-
-    visitor.expectRows(before);
-    visitor.expectNoCall(L"Groups.Add");
-    visitor.expectNoCall(L"Groups.Update");
-}
-
-void walkByKeyboard(Visitor& visitor)
-{
-    const auto before = visitor.rows();
-    visitor.selectRow(L"Staff");
-    visitor.press({VK_F2}, L"F2");
-    const HWND open = visitor.dialog(L"Group");
-    const HWND name = visitor.control(open, L"Edit");
-    const HWND list = visitor.control(open, L"ListBox");
-    const HWND ok = visibleChild(open, L"Button", L"OK");
-    const HWND cancelButton = visibleChild(open, L"Button", L"Cancel");
-
-    visitor.waitForFocus(name, L"the name, to begin with");
-    visitor.press({VK_TAB}, L"Tab");
-    visitor.waitForFocus(list, L"the list");
-    visitor.press({VK_TAB}, L"Tab");
-    visitor.waitForFocus(ok, L"OK");
-    visitor.press({VK_TAB}, L"Tab");
-    visitor.waitForFocus(cancelButton, L"Cancel");
-    visitor.press({VK_TAB}, L"Tab");
-    visitor.waitForFocus(name, L"the name again");
-    visitor.press({VK_SHIFT, VK_TAB}, L"Shift+Tab");
-    visitor.waitForFocus(cancelButton, L"Cancel");
-    visitor.press({VK_MENU, 'M'}, L"Alt+M");
-    visitor.waitForFocus(name, L"the name");
-    visitor.press({VK_MENU, 'E'}, L"Alt+E");
-    visitor.waitForFocus(list, L"the list");
-    visitor.press({VK_HOME}, L"Home");
-    visitor.waitForText(name, itemsOf(list).front(), L"the name");
-    visitor.press({VK_END}, L"End");
-    visitor.waitForText(name, itemsOf(list).back(), L"the name");
-    visitor.press({VK_ESCAPE}, L"Esc");
-    visitor.waitForEnd();
-    visitor.expectRows(before);
-}
-
-void remove(Visitor& visitor)
-{
-    auto expected = visitor.rows();
-    visitor.selectRow(L"Training");
-    visitor.press({VK_DELETE}, L"Del");
-    const HWND open = visitor.dialog(L"Group");
-    const HWND list = visitor.control(open, L"ListBox");
-    expect(visibleChildren(open, L"Edit").empty(), L"no name to edit");
-    const RECT item = placeOfItem(list, L"Staff (part-time)");
-    visitor.clickAt(list, middleOf(list, item), L"\"Staff (part-time)\" in the dialog's list");
-    visitor.waitForFocus(list, L"the list");
-    visitor.picture(open, L"delete");
-    // Elsewhere on the item: the click before must not count as the first one of the two.
-    RECT firstHalf = item;
-    firstHalf.right = (item.left + item.right) / 2;
-    visitor.doubleClickAt(list, middleOf(list, firstHalf), L"\"Staff (part-time)\"");
-    visitor.waitForEnd();
-
-    const GroupRow removed = rowOf(expected, L"Staff (part-time)");
+// What a step makes of the groups that were there before.
+constexpr Word changesNothing{[](Visitor& visitor) { expectGroups(visitor, visitor.groupsBefore()); }};
+/// A new row stands last, under a number that was not there before.
+constexpr Word adds{[](Visitor& visitor, Text text) {
+    auto expected = visitor.groupsBefore();
+    const auto now = visitor.groups();
+    const long id = now.empty() ? 0 : now.back().id;
+    expect(std::none_of(expected.begin(), expected.end(), [&](const GroupRow& row) { return row.id >= id; }),
+           L"a new number for the new group");
+    expected.push_back({id, text, newFlags});
+    expectGroups(visitor, expected);
+}};
+constexpr Word renames{[](Visitor& visitor, Text from, Text to) {
+    auto expected = visitor.groupsBefore();
+    rowOf(expected, from).name = to;
+    expectGroups(visitor, expected);
+}};
+constexpr Word removes{[](Visitor& visitor, Text text) {
+    auto expected = visitor.groupsBefore();
+    const GroupRow removed = rowOf(expected, text);
     std::erase(expected, removed);
-    visitor.expectRows(expected);
-    visitor.expectCall(L"Groups.Remove " + std::to_wstring(removed.id));
-}
+    expectGroups(visitor, expected);
+    calls(L"Groups.Remove " + std::to_wstring(removed.id))(visitor);
+}};
 
-std::vector<std::wstring> shownRows(Visitor& visitor)
+/// Clicks a group in the window's list.
+constexpr Word selects{[](Visitor& visitor, Text text) {
+    auto rows = visitor.groups();
+    const GroupRow& wanted = rowOf(rows, text);
+    const auto row = static_cast<int>(&wanted - rows.data());
+    expect(itemOf(visitor.list(), row, 0) == text, quoted(text) + L" in the window's list");
+    visitor.clickAt(visitor.list(), middleOf(visitor.list(), placeOfRow(visitor.list(), row)),
+                    quoted(text) + L" in the window's list");
+    waitFor(L"the row is selected", [&] {
+        long selected = 0;
+        visitor.window().invoke([&] { selected = visitor.window().content().selected(); });
+        return selected == wanted.id;
+    });
+}};
+constexpr Word clickItem{[](Visitor& visitor, Text text) {
+    const HWND listBox = visitor.find(list);
+    visitor.clickAt(listBox, middleOf(listBox, placeOfItem(listBox, text)),
+                    quoted(text) + L" in the dialog's list");
+}};
+constexpr Word doubleClickItem{[](Visitor& visitor, Text text) {
+    const HWND listBox = visitor.find(list);
+    // Elsewhere on the item: a click before must not count as the first one of the two.
+    RECT firstHalf = placeOfItem(listBox, text);
+    firstHalf.right = (firstHalf.left + firstHalf.right) / 2;
+    visitor.doubleClickAt(listBox, middleOf(listBox, firstHalf), quoted(text));
+}};
+constexpr Word clickEmptyPartOfList{[](Visitor& visitor) {
+    visitor.clickAt(visitor.list(), middleOf(visitor.list()), L"the empty part of the list");
+}};
+constexpr Word offers{[](Visitor& visitor, const std::vector<std::wstring>& names) {
+    expect(itemsOf(visitor.find(list)) == names, L"the new groups in the dialog, and no built-in one");
+}};
+constexpr Word showsFirstItem{
+    [](Visitor& visitor) { visitor.waitForText(name, itemsOf(visitor.find(list)).front()); }};
+constexpr Word showsLastItem{
+    [](Visitor& visitor) { visitor.waitForText(name, itemsOf(visitor.find(list)).back()); }};
+
+/// The error box has the data layer's text, source and number, and the dialog waits for it.
+constexpr Word tellsThatNameIsTaken{[](Visitor& visitor) {
+    visitor.waitForBox(errorTitle);
+    expect(visibleChild(visitor.front(), L"Static",
+                        L"There is a group named \"Staff\" already.\n\n"
+                        L"Source: KorvaneData.Groups\nNumber: 0x8004232B") != nullptr,
+           L"the data layer's text, source and number in the error box");
+    expect(!IsWindowEnabled(visitor.dialog()), L"a dialog that waits for the error box");
+}};
+/// The dialog is open still, with what was typed, and nothing is written.
+constexpr Word goesOn{[](Visitor& visitor, Text typed) {
+    const HWND open = visitor.dialog();
+    visitor.waitForDialog(dialogTitle);
+    expect(visitor.dialog() == open, L"the same dialog, open still");
+    visitor.waitForFocus(visitor.find(name), name.name);
+    expect(textOf(visitor.find(name)) == typed, L"the name as it was typed");
+    expect(visitor.groups() == visitor.groupsBefore(), L"the database as it was");
+}};
+
+std::vector<std::wstring> shownRows(const Visitor& visitor)
 {
     std::vector<std::wstring> texts;
-    for (const GroupRow& row : visitor.rows())
+    for (const GroupRow& row : visitor.groups())
         texts.push_back(shown(row));
     return texts;
 }
 
 } // namespace
 
-Chapter groupChapter() noexcept
+Chapter groupChapter()
 {
-    static constexpr Step steps[] = {
-        {L"New group: the menu by keyboard, the name typed, OK by Enter", &addByKeyboard},
-        {L"New group: the menu's key, OK by its button", &addByShortcut},
-        {L"New group: all by mouse but the name", &addByMouse},
-        {L"Rename: chosen in the list by mouse, the name edited, OK by mouse", &rename},
+    const std::vector<std::wstring> newGroups{L"Staff", L"Night shift", L"Training"};
+    const Deed hasNoName = sees(L"no name to edit", [](Visitor& visitor) {
+        return visibleChildren(visitor.dialog(), name.className).empty();
+    });
+    // clang-format off
+    return {L"Groups", {
+        {L"New group: the menu by keyboard, the name typed, OK by Enter",
+         {startsUp(), clickEmptyPartOfList(), endsInList(),
+          press(L"Alt+G"), menuOpens(), press(L"N"), opens(dialogTitle), hasKeyboard(name), enter(name, L"Staff"),
+          picture(L"new"), press(L"Enter"), endsInList(), adds(L"Staff"), calls(L"Groups.Add \"Staff\", 3")}},
+        {L"New group: the menu's key, OK by its button",
+         {press(L"Ctrl+N"), opens(dialogTitle), enter(name, L"Night shift"), click(okButton), endsInList(),
+          adds(L"Night shift")}},
+        {L"New group: all by mouse but the name",
+         {choose(groupsMenu, L"&New..."), opens(dialogTitle), click(name), enter(name, L"Training"), click(okButton),
+          endsInList(), adds(L"Training"), picture(L"main")}},
+        {L"Rename: chosen in the list by mouse, the name edited, OK by mouse",
+         {selects(L"Training"), choose(groupsMenu, L"&Rename..."), opens(dialogTitle), shows(name, L"Training"),
+          offers(newGroups), clickItem(L"Night shift"), shows(name, L"Night shift"), picture(L"rename"),
+          click(name), hasKeyboard(name), press(L"End"), press(L"Backspace", 5),
+          enter(name, L"watch", L"Night "), click(okButton), endsInList(), renames(L"Night shift", L"Night watch")}},
         {L"An error leaves the dialog open: a name that is taken, then a better one",
-         &addWithNameThatIsTaken},
-        {L"Cancel by Esc writes nothing", &cancel},
-        {L"Tab, Shift+Tab and access keys go about in the dialog", &walkByKeyboard},
-        {L"Delete: chosen in the list, confirmed by a double click", &remove},
-        {L"Exit by the menu", [](Visitor& visitor) { visitor.leave(); }},
-    };
-    return {L"Groups", steps, &shownRows};
+         {press(L"Ctrl+N"), opens(dialogTitle), enter(name, L"Staff"), press(L"Enter"),
+          tellsThatNameIsTaken(), picture(L"error"), press(L"Enter"), boxIsGone(errorTitle), goesOn(L"Staff"),
+          press(L"End"), enter(name, L" (part-time)", L"Staff"), click(okButton), endsInList(),
+          adds(L"Staff (part-time)")}},
+        {L"Cancel by Esc writes nothing",
+         {press(L"Ctrl+N"), opens(dialogTitle), enter(name, L"Nobody"), press(L"Esc"), endsInList(),
+          selects(L"Training"), press(L"F2"), opens(dialogTitle), shows(name, L"Training"), click(name),
+          press(L"End"), enter(name, L" course", L"Training"), press(L"Esc"), endsInList(),
+          changesNothing(), callsNot(L"Groups.Add"), callsNot(L"Groups.Update")}},
+        {L"Tab, Shift+Tab and access keys go about in the dialog",
+         {selects(L"Staff"), press(L"F2"), opens(dialogTitle), hasKeyboard(name),
+          press(L"Tab"), hasKeyboard(list), press(L"Tab"), hasKeyboard(okButton),
+          press(L"Tab"), hasKeyboard(cancelButton), press(L"Tab"), hasKeyboard(name),
+          press(L"Shift+Tab"), hasKeyboard(cancelButton), press(L"Alt+M"), hasKeyboard(name),
+          press(L"Alt+E"), hasKeyboard(list), press(L"Home"), showsFirstItem(), press(L"End"), showsLastItem(),
+          press(L"Esc"), endsInList(), changesNothing()}},
+        {L"Delete: chosen in the list, confirmed by a double click",
+         {selects(L"Training"), press(L"Del"), opens(dialogTitle), hasNoName, clickItem(L"Staff (part-time)"),
+          hasKeyboard(list), picture(L"delete"), doubleClickItem(L"Staff (part-time)"), endsInList(),
+          removes(L"Staff (part-time)")}},
+        {L"Exit by the menu", {leave()}},
+    }, &shownRows};
+    // clang-format on
 }
 
 } // namespace korvane::host

@@ -6,6 +6,6 @@
 namespace korvane::host
 {
 
-Chapter groupChapter() noexcept;
+Chapter groupChapter();
 
 } // namespace korvane::host

@@ -101,19 +101,19 @@ void goTo(Visitor& visitor, const std::wstring& resource, OleDate time)
     look(visitor, [&](const ScheduleWindow& schedule) { edge = schedule.firstSlot(); });
     visitor.clickAt(visitor.schedule(), pointOfTime(visitor, resource, edge), L"the row of " + resource);
     visitor.waitForFocus(visitor.schedule(), L"the schedule");
-    const auto pressUntil = [&](WORD key, const std::wstring& keyName, const std::function<bool()>& isThere) {
+    const auto pressUntil = [&](const wchar_t* key, const std::function<bool()>& isThere) {
         for (int presses = 0; !isThere(); ++presses)
         {
-            expect(presses < 100, L"a cursor that follows the key " + keyName);
-            visitor.press({key}, keyName);
+            expect(presses < 100, std::wstring(L"a cursor that follows the key ") + key);
+            visitor.press(key);
         }
     };
     const auto days = [&] { return startOfDay(time).days - startOfDay(cursor()).days; };
     const auto minutes = [&] { return minutesBetween(cursor(), time); };
-    pressUntil(VK_NEXT, L"Page Down", [&] { return days() <= 0; });
-    pressUntil(VK_PRIOR, L"Page Up", [&] { return days() >= 0; });
-    pressUntil(VK_RIGHT, L"Right", [&] { return minutes() <= 0; });
-    pressUntil(VK_LEFT, L"Left", [&] { return minutes() >= 0; });
+    pressUntil(L"Page Down", [&] { return days() <= 0; });
+    pressUntil(L"Page Up", [&] { return days() >= 0; });
+    pressUntil(L"Right", [&] { return minutes() <= 0; });
+    pressUntil(L"Left", [&] { return minutes() >= 0; });
 }
 
 } // namespace korvane::host

@@ -3,24 +3,37 @@
 
 #include "demo/host/tour/Visitor.h"
 
-#include <span>
-
 namespace korvane::host
 {
+
+/// Something that the visitor does, or then sees. What is not as expected is thrown as a Failure with the reason.
+using Deed = std::function<void(Visitor& visitor)>;
+
+/// A word that deeds are written with: what it does, waiting for what it does it with.
+template <class Act> struct Word
+{
+    Act act;
+
+    template <class... Arguments> Deed operator()(Arguments... arguments) const
+    {
+        return [deed = act, arguments...](Visitor& visitor) { std::invoke(deed, visitor, arguments...); };
+    }
+};
+template <class Act> Word(Act) -> Word<Act>;
 
 struct Step
 {
     const wchar_t* title;
-    void (*run)(Visitor& visitor);
+    std::vector<Deed> deeds;
 };
 
 /// Steps that build on each other, in a database of their own.
 struct Chapter
 {
     const wchar_t* title;
-    std::span<const Step> steps;
+    std::vector<Step> steps;
     /// What stands in the database, to be told after each step.
-    std::vector<std::wstring> (*rows)(Visitor& visitor);
+    std::vector<std::wstring> (*rows)(const Visitor& visitor);
 };
 
 } // namespace korvane::host

@@ -1,7 +1,6 @@
 #include "demo/host/tour/Tour.h"
 
 #include "demo/host/tour/Picture.h"
-#include "demo/host/tour/Report.h"
 #include "framework/com/Boundary.h"
 
 #include <cstdlib>
@@ -23,9 +22,9 @@ public:
 
 } // namespace
 
-Tour::Tour(const Chapter& chapter, MainWindow& window, std::wstring folder)
-    : chapter_(chapter), window_(window), folder_(std::move(folder)), visitor_(window, folder_),
-      thread_([this] { succeeded_ = go(); })
+Tour::Tour(const Chapter& chapter, MainWindow& window, std::wstring folder, Report& report)
+    : chapter_(chapter), window_(window), folder_(std::move(folder)), report_(report),
+      visitor_(window, folder_, report), thread_([this] { succeeded_ = go(); })
 {
 }
 
@@ -47,7 +46,7 @@ bool Tour::go()
     });
     if (!failure)
         return passed;
-    print("", L"FAIL: " + std::wstring(failure->description().view()));
+    report_.both(L"FAIL: " + std::wstring(failure->description().view()));
     window_.invoke([] { PostQuitMessage(EXIT_FAILURE); });
     return false;
 }
@@ -56,45 +55,47 @@ bool Tour::takeAll()
 {
     const std::wstring failedPicture = folder_ + L"\\failed.png";
     DeleteFileW(failedPicture.c_str()); // of an earlier tour
-    print("", std::wstring(L"=== ") + chapter_.title);
-    print("", L"");
+    report_.both(std::wstring(L"=== ") + chapter_.title);
     int number = 0;
     for (const Step& step : chapter_.steps)
         if (!take(step, ++number))
         {
             attempt([&] { savePicture(GetDesktopWindow(), failedPicture); });
             visitor_.letGo();
-            print("", L"The tour ends here: later steps build on this one.");
+            report_.both(L"The tour ends here: later steps build on this one.");
             window_.invoke([] { PostQuitMessage(EXIT_FAILURE); });
             return false;
         }
-    print("", L"All " + std::to_wstring(number) + L" steps passed. The pictures are in " + folder_ + L".");
+    report_.both(L"All " + std::to_wstring(number) + L" steps passed. The pictures are in " + folder_ + L".");
     return true;
 }
 
 bool Tour::take(const Step& step, int number)
 {
-    constexpr const char* indentation = "   ";
-    constexpr const char* deeper = "     ";
+    constexpr int deeper = 5;
+    const std::wstring title = std::to_wstring(number) + L". " + step.title;
+    report_.detail(title, 0);
+    auto failure = attempt([&] {
+        visitor_.beginStep();
+        for (const Deed& deed : step.deeds)
+            deed(visitor_);
+    });
 
-    print("", std::to_wstring(number) + L". " + step.title);
-    visitor_.clearTrace();
-    const auto failure = attempt([&] { step.run(visitor_); });
-
-    print(indentation, L"operands:");
-    printLines(deeper, visitor_.takeOrders());
-    print(indentation, L"data layer:");
-    printLines(deeper, visitor_.trace());
-    print(indentation, L"in the database:");
+    report_.detail(L"operands:");
+    report_.detail(visitor_.takeOrders(), deeper);
+    report_.detail(L"data layer:");
+    report_.detail(visitor_.trace(), deeper);
+    report_.detail(L"in the database:");
     const auto unreadable = attempt([&] {
         for (const std::wstring& row : chapter_.rows(visitor_))
-            print(deeper, row);
+            report_.detail(row, deeper);
     });
-    if (unreadable)
-        print(deeper, unreadable->description().view());
-    print(indentation, failure ? L"FAIL: " + std::wstring(failure->description().view()) : L"PASS");
-    print("", L"");
-    return !failure && !unreadable;
+    if (!failure)
+        failure = unreadable;
+    const std::wstring outcome = failure ? L"FAIL: " + std::wstring(failure->description().view()) : L"PASS";
+    report_.detail(outcome);
+    report_.summary(title + L": " + outcome);
+    return !failure;
 }
 
 } // namespace korvane::host

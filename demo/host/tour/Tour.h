@@ -14,7 +14,7 @@ public:
     /// Starts a chapter of the tour on a thread of its own; the window's thread goes on with its messages. At its end the
     /// window is closed.
     /// @param folder where the pictures go.
-    Tour(const Chapter& chapter, MainWindow& window, std::wstring folder);
+    Tour(const Chapter& chapter, MainWindow& window, std::wstring folder, Report& report);
     Tour(const Tour&) = delete;
     Tour& operator=(const Tour&) = delete;
     ~Tour() { succeeded(); }
@@ -27,9 +27,10 @@ private:
     bool takeAll();
     bool take(const Step& step, int number);
 
-    Chapter chapter_;
+    const Chapter& chapter_;
     MainWindow& window_;
     std::wstring folder_;
+    Report& report_;
     Visitor visitor_;
     bool succeeded_ = false;
     std::thread thread_;

@@ -2,6 +2,7 @@
 
 #include "framework/com/Boundary.h"
 
+#include <algorithm>
 #include <iterator>
 
 namespace korvane::host
@@ -10,25 +11,53 @@ namespace korvane::host
 namespace
 {
 
-/// The keys of the block between letters and digits share their scan codes with those of the number block.
+struct KeyName
+{
+    std::wstring_view name;
+    WORD key;
+    bool isExtended = false; ///< of the block that shares its scan codes with the number block
+};
+
+constexpr KeyName keyNames[] = {
+    {L"Alt", VK_MENU},
+    {L"Ctrl", VK_CONTROL},
+    {L"Shift", VK_SHIFT},
+    {L"Enter", VK_RETURN},
+    {L"Esc", VK_ESCAPE},
+    {L"Tab", VK_TAB},
+    {L"Space", VK_SPACE},
+    {L"Backspace", VK_BACK},
+    {L"Plus", VK_OEM_PLUS},
+    {L"Minus", VK_OEM_MINUS},
+    {L"F2", VK_F2},
+    {L"F20", VK_F20},
+    {L"Ins", VK_INSERT, true},
+    {L"Del", VK_DELETE, true},
+    {L"Home", VK_HOME, true},
+    {L"End", VK_END, true},
+    {L"Page Up", VK_PRIOR, true},
+    {L"Page Down", VK_NEXT, true},
+    {L"Left", VK_LEFT, true},
+    {L"Right", VK_RIGHT, true},
+    {L"Up", VK_UP, true},
+    {L"Down", VK_DOWN, true},
+};
+
 bool isExtended(WORD key) noexcept
 {
-    switch (key)
-    {
-    case VK_INSERT:
-    case VK_DELETE:
-    case VK_HOME:
-    case VK_END:
-    case VK_PRIOR:
-    case VK_NEXT:
-    case VK_LEFT:
-    case VK_RIGHT:
-    case VK_UP:
-    case VK_DOWN:
-        return true;
-    default:
-        return false;
-    }
+    return std::any_of(std::begin(keyNames), std::end(keyNames),
+                       [&](const KeyName& each) { return each.key == key && each.isExtended; });
+}
+
+WORD keyNamed(std::wstring_view name)
+{
+    const auto found = std::find_if(std::begin(keyNames), std::end(keyNames),
+                                    [&](const KeyName& each) { return each.name == name; });
+    if (found != std::end(keyNames))
+        return found->key;
+    if (name.size() != 1 || name[0] < L'A' || name[0] > L'Z')
+        throw Failure(E_INVALIDARG, L"Tour", L"There is no key " + std::wstring(name) + L".");
+    return static_cast<WORD>(name[0]); // letters are their own keys
 }
 
 INPUT keyInput(WORD key, bool up) noexcept
@@ -79,6 +108,18 @@ void sendAll(std::vector<INPUT> inputs)
 
 } // namespace
 
+std::vector<WORD> keysNamed(std::wstring_view names)
+{
+    std::vector<WORD> keys;
+    for (auto plus = names.find(L'+'); plus != std::wstring_view::npos; plus = names.find(L'+'))
+    {
+        keys.push_back(keyNamed(names.substr(0, plus)));
+        names.remove_prefix(plus + 1);
+    }
+    keys.push_back(keyNamed(names));
+    return keys;
+}
+
 std::vector<INPUT> keystrokesFor(std::wstring_view text)
 {
     std::vector<INPUT> inputs;
@@ -103,27 +144,35 @@ std::vector<INPUT> keystrokesFor(std::wstring_view text)
     return inputs;
 }
 
-void User::press(std::initializer_list<WORD> keys) const
+void User::press(std::wstring_view names) const
 {
+    const auto keys = keysNamed(names);
+    if (keys.size() > 1)
+        untilAtRest_();
     for (const WORD key : keys)
         send(keyInput(key, false));
-    for (auto key = std::rbegin(keys); key != std::rend(keys); ++key)
+    for (auto key = keys.rbegin(); key != keys.rend(); ++key)
         send(keyInput(*key, true));
 }
 
-void User::hold(WORD key) const
+void User::hold(std::wstring_view key) const
 {
-    send(keyInput(key, false));
+    untilAtRest_();
+    send(keyInput(keyNamed(key), false));
 }
 
-void User::release(WORD key) const
+void User::release(std::wstring_view key) const
 {
-    send(keyInput(key, true));
+    send(keyInput(keyNamed(key), true));
 }
 
 void User::type(std::wstring_view text) const
 {
-    for (const INPUT& input : keystrokesFor(text))
+    const auto inputs = keystrokesFor(text);
+    if (std::any_of(inputs.begin(), inputs.end(),
+                    [](const INPUT& input) { return input.ki.wVk == VK_SHIFT; }))
+        untilAtRest_();
+    for (const INPUT& input : inputs)
         send(input);
 }
 

@@ -4,12 +4,14 @@
 #include "framework/com/Platform.h"
 
 #include <functional>
-#include <initializer_list>
 #include <string_view>
 #include <vector>
 
 namespace korvane::host
 {
+
+/// The keys that a name tells, such as "Ctrl+Shift+M" or "Page Down". Throws a Failure for one that is unknown.
+std::vector<WORD> keysNamed(std::wstring_view names);
 
 /// The keystrokes that give a text on the current keyboard layout; characters that no key gives are sent as
 /// such.
@@ -20,7 +22,12 @@ class User
 public:
     /// @param untilTaken waits until the program has taken its input. A user goes on only then: a Shift that
     /// is released too early can leave a small letter where a capital was meant.
-    explicit User(std::function<void()> untilTaken) : untilTaken_(std::move(untilTaken)) {}
+    /// @param untilAtRest waits until pointer and windows are where they are going to be. A user holds a key down
+    /// only then: what is still to arrive can take it as released.
+    User(std::function<void()> untilTaken, std::function<void()> untilAtRest)
+        : untilTaken_(std::move(untilTaken)), untilAtRest_(std::move(untilAtRest))
+    {
+    }
 
     User(const User&) = delete;
     User& operator=(const User&) = delete;
@@ -30,10 +37,10 @@ public:
     /// way, and what follows would be done with Ctrl.
     void letGo() const noexcept;
 
-    /// Presses keys together, for example VK_MENU and 'G', and releases them.
-    void press(std::initializer_list<WORD> keys) const;
-    void hold(WORD key) const;
-    void release(WORD key) const;
+    /// Presses keys together, for example "Alt+G", and releases them.
+    void press(std::wstring_view keys) const;
+    void hold(std::wstring_view key) const;
+    void release(std::wstring_view key) const;
     void type(std::wstring_view text) const;
 
     // At a place on the screen, in pixels.
@@ -48,6 +55,7 @@ private:
     void note(const INPUT& input) const;
 
     std::function<void()> untilTaken_;
+    std::function<void()> untilAtRest_;
     mutable std::vector<INPUT> releases_; ///< what ends that which is down
 };
 

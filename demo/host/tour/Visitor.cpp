@@ -2,11 +2,10 @@
 
 #include "demo/host/Orders.h"
 #include "demo/host/tour/Picture.h"
-#include "demo/host/tour/Report.h"
 #include "demo/host/tour/Screen.h"
 #include "framework/com/Boundary.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace korvane::host
 {
@@ -16,6 +15,19 @@ namespace
 
 constexpr const wchar_t* menuClass = L"#32768";
 constexpr const wchar_t* messageBoxClass = L"#32770";
+
+/// The place of an item in a menu.
+int indexOf(HMENU menu, const std::wstring& text)
+{
+    for (int index = 0; index < GetMenuItemCount(menu); ++index)
+    {
+        wchar_t item[128];
+        GetMenuStringW(menu, static_cast<UINT>(index), item, ARRAYSIZE(item), MF_BYPOSITION);
+        if (std::wstring(item).starts_with(text))
+            return index;
+    }
+    throw tourFailure(L"there is no " + text + L" in the menu");
+}
 
 } // namespace
 
@@ -30,37 +42,73 @@ std::wstring quoted(const std::wstring& text)
     return L"\"" + text + L"\"";
 }
 
-Visitor::Visitor(MainWindow& window, std::wstring folder)
+Visitor::Visitor(MainWindow& window, std::wstring folder, Report& report)
     : window_(window), main_(window.handle()), list_(window.content().handle()),
-      schedule_(window.schedule().handle()), folder_(std::move(folder)), user_([this] { waitUntilTaken(); })
+      schedule_(window.schedule().handle()), folder_(std::move(folder)), report_(report),
+      user_([this] { waitUntilTaken(); }, [this] { waitUntilAtRest(); })
 {
     window_.onOrder = [this](const Order& order) { orders_ += shown(order) + L"\n"; };
 }
 
+HWND Visitor::front() const noexcept
+{
+    const HWND active = GetForegroundWindow();
+    return IsWindow(active) ? active : main_;
+}
+
+HWND Visitor::find(const Field& field) const
+{
+    auto found = visibleChildren(dialog_, field.className);
+    std::erase_if(found, [&](HWND child) {
+        const auto style = static_cast<DWORD>(GetWindowLongW(child, GWL_STYLE));
+        return (style & field.style) != field.style || (field.caption && textOf(child) != field.caption);
+    });
+    expect(found.size() == 1, std::wstring(L"one control: ") + field.name);
+    return found.front();
+}
+
 // --- what the user does
 
-void Visitor::press(std::initializer_list<WORD> keys, const std::wstring& keyNames)
+void Visitor::press(const std::wstring& keys)
 {
-    print("   ", L"press " + keyNames);
+    report_.detail(L"press " + keys);
     user_.press(keys);
+}
+
+void Visitor::hold(const std::wstring& key)
+{
+    report_.detail(L"hold " + key);
+    user_.hold(key);
+}
+
+void Visitor::release(const std::wstring& key)
+{
+    report_.detail(L"release " + key);
+    user_.release(key);
 }
 
 void Visitor::type(const std::wstring& text)
 {
-    print("   ", L"type " + quoted(text));
+    report_.detail(L"type " + quoted(text));
     user_.type(text);
+}
+
+void Visitor::click(const Field& field)
+{
+    const HWND control = find(field);
+    clickAt(control, middleOf(control), field.name);
 }
 
 void Visitor::clickAt(HWND window, POINT place, const std::wstring& what)
 {
-    print("   ", L"click on " + what);
+    report_.detail(L"click on " + what);
     pointAt(window, place, what);
     user_.click(place);
 }
 
 void Visitor::doubleClickAt(HWND window, POINT place, const std::wstring& what)
 {
-    print("   ", L"double click on " + what);
+    report_.detail(L"double click on " + what);
     pointAt(window, place, what);
     user_.doubleClick(place);
 }
@@ -73,75 +121,42 @@ void Visitor::pointAt(HWND window, POINT place, const std::wstring& what)
 
 void Visitor::dragTo(HWND window, POINT from, POINT to, const std::wstring& what)
 {
-    print("   ", L"drag " + what);
+    report_.detail(L"drag " + what);
     pointAt(window, from, what);
     user_.pressButton(from);
     user_.moveTo({(from.x + to.x) / 2, (from.y + to.y) / 2});
     user_.moveTo(to);
 }
 
-void Visitor::dropAt(POINT place, const std::wstring& what)
+void Visitor::drop()
 {
-    print("   ", L"drop " + what);
+    report_.detail(L"drop it");
+    POINT place{};
+    GetCursorPos(&place);
     user_.releaseButton(place);
 }
 
-void Visitor::hold(WORD key, const std::wstring& keyName)
-{
-    print("   ", L"hold " + keyName);
-    user_.hold(key);
-}
-
-void Visitor::release(WORD key, const std::wstring& keyName)
-{
-    print("   ", L"release " + keyName);
-    user_.release(key);
-}
-
-void Visitor::clickButton(HWND dialog, const wchar_t* caption)
-{
-    const HWND button = visibleChild(dialog, L"Button", caption);
-    expect(button != nullptr, L"a button " + quoted(caption));
-    clickAt(button, middleOf(button), caption);
-}
-
-void Visitor::chooseInMenu(int menu, int item, const std::wstring& what)
+void Visitor::choose(const wchar_t* menu, const wchar_t* item)
 {
     const HMENU bar = GetMenu(main_);
-    wchar_t title[64];
+    const int column = indexOf(bar, menu);
     RECT place{};
-    expect(GetMenuStringW(bar, static_cast<UINT>(menu), title, ARRAYSIZE(title), MF_BYPOSITION) > 0 &&
-               GetMenuItemRect(main_, bar, static_cast<UINT>(menu), &place),
-           L"a menu bar");
-    clickAt(main_, middleOf(place), std::wstring(L"the menu ") + title);
+    expect(GetMenuItemRect(main_, bar, static_cast<UINT>(column), &place) != FALSE, L"a menu bar");
+    clickAt(main_, middleOf(place), std::wstring(L"the menu ") + menu);
     waitForMenu();
-    expect(GetMenuItemRect(nullptr, GetSubMenu(bar, menu), static_cast<UINT>(item), &place) != FALSE,
-           L"an item " + what);
-    clickAt(visibleWindow(menuClass), middleOf(place), what);
+    const HMENU opened = GetSubMenu(bar, column);
+    expect(GetMenuItemRect(nullptr, opened, static_cast<UINT>(indexOf(opened, item)), &place) != FALSE,
+           std::wstring(L"a place of ") + item);
+    clickAt(visibleWindow(menuClass), middleOf(place), item);
 }
 
-void Visitor::selectRow(const std::wstring& name)
+void Visitor::answer(const wchar_t* box, int button, const std::wstring& name)
 {
-    const auto now = rows();
-    const auto found =
-        std::find_if(now.begin(), now.end(), [&](const GroupRow& row) { return row.name == name; });
-    expect(found != now.end(), L"a group " + quoted(name));
-    const auto row = static_cast<int>(found - now.begin());
-    expect(itemOf(list_, row, 0) == name, quoted(name) + L" in the window's list");
-    clickAt(list_, middleOf(list_, placeOfRow(list_, row)), quoted(name) + L" in the window's list");
-    waitFor(L"the row is selected", [&] {
-        long selected = 0;
-        window_.invoke([&] { selected = window_.content().selected(); });
-        return selected == found->id;
-    });
-}
-
-void Visitor::leave()
-{
-    press({VK_MENU, 'F'}, L"Alt+F");
-    waitForMenu();
-    press({'X'}, L"X");
-    waitFor(L"the window is gone", [&] { return !IsWindow(main_); });
+    waitForBox(box);
+    const HWND found = GetDlgItem(front(), button);
+    expect(found != nullptr, L"a button " + name);
+    clickAt(found, middleOf(found), name);
+    waitForBoxToGo(box);
 }
 
 // --- what the user then sees
@@ -160,33 +175,64 @@ void Visitor::waitUntilTaken()
     });
 }
 
-HWND Visitor::dialog(const wchar_t* title)
+/// Under Wine the windows stand on a display that knows nothing of keys that a program sends. Whenever a window there
+/// comes under the pointer or gets the focus, the display says which keys are down, none, and Wine believes it: an Alt
+/// that is held while such word is on its way is up again when the letter comes. So nobody holds a key before the
+/// display has answered the window's thread, and with it has told all that came before. On Windows no word goes lost.
+void Visitor::waitUntilAtRest()
 {
-    HWND found = nullptr;
+    // For a tenth of a second after the last input Wine knows the pointer's place without asking the display.
+    constexpr int quiet = 150; // milliseconds
+    const auto isQuiet = [] {
+        LASTINPUTINFO last{sizeof last, 0};
+        return GetLastInputInfo(&last) && static_cast<int>(GetTickCount() - last.dwTime) > quiet;
+    };
+    const auto askDisplay = [] {
+        POINT pointer{};
+        GetCursorPos(&pointer);
+    };
+    waitFor(L"nothing moves any more", [&] {
+        if (!isQuiet())
+            return false;
+        askDisplay(); // what this thread has sent to it is done
+        bool waiting = false;
+        for (int round = 0; round < 2; ++round) // what it tells may move something else
+            window_.invoke([&] {
+                askDisplay();
+                waiting = HIWORD(GetQueueStatus(QS_ALLEVENTS)) != 0;
+            });
+        return !waiting && isQuiet();
+    });
+}
+
+void Visitor::waitForDialog(const wchar_t* title)
+{
     waitFor(L"a dialog is open and has the keyboard", [&] {
-        found = visibleWindow(CommandDialog::className);
-        return found && GetForegroundWindow() == found && IsChild(found, focusIn(main_));
+        dialog_ = visibleWindow(CommandDialog::className);
+        return dialog_ && GetForegroundWindow() == dialog_ && IsChild(dialog_, focusIn(main_));
     });
     expect(!IsWindowEnabled(main_), L"a window that waits for the dialog");
-    expect(textOf(found) == title, L"the title " + quoted(title));
-    return found;
+    expect(textOf(dialog_) == title, L"the title " + quoted(title));
 }
 
-HWND Visitor::control(HWND dialog, const wchar_t* className)
+void Visitor::waitForBox(const wchar_t* title)
 {
-    const auto found = visibleChildren(dialog, className);
-    expect(found.size() == 1, std::wstring(L"one control of the class ") + className);
-    return found.front();
+    waitFor(std::wstring(L"there is a box ") + title, [&] {
+        const HWND box = visibleWindow(messageBoxClass, title);
+        return box && GetForegroundWindow() == box;
+    });
 }
 
-void Visitor::waitForText(HWND edit, const std::wstring& text, const std::wstring& what)
+void Visitor::waitForBoxToGo(const wchar_t* title)
+{
+    waitFor(L"the box is gone", [&] { return !visibleWindow(messageBoxClass, title); });
+}
+
+void Visitor::waitForText(const Field& field, const std::wstring& text)
 {
     std::wstring seen;
     const auto failure = attempt([&] {
-        waitFor(what + L" is " + quoted(text), [&] {
-            seen = textOf(edit);
-            return seen == text;
-        });
+        waitFor(field.name + (L" is " + quoted(text)), [&] { return (seen = textOf(find(field))) == text; });
     });
     if (failure)
         throw tourFailure(std::wstring(failure->description().view()) + L"; seen last: " + quoted(seen));
@@ -197,28 +243,7 @@ void Visitor::waitForFocus(HWND control, const std::wstring& what)
     waitFor(L"the keyboard is with " + what, [&] { return focusIn(main_) == control; });
 }
 
-HWND Visitor::messageBox(const wchar_t* title)
-{
-    HWND box = nullptr;
-    waitFor(std::wstring(L"there is a box ") + title,
-            [&] { return (box = visibleWindow(messageBoxClass, title)) != nullptr; });
-    return box;
-}
-
-void Visitor::answer(HWND box, int button, const std::wstring& name)
-{
-    const HWND found = GetDlgItem(box, button);
-    expect(found != nullptr, L"a button " + name);
-    clickAt(found, middleOf(found), name);
-    waitFor(L"the box is gone", [&] { return !IsWindow(box); });
-}
-
-void Visitor::waitForEnd()
-{
-    waitForEndIn(list_);
-}
-
-void Visitor::waitForEndIn(HWND part)
+void Visitor::waitForEnd(HWND part)
 {
     waitFor(L"the window has the keyboard", [&] {
         return !visibleWindow(CommandDialog::className) && IsWindowEnabled(main_) &&
@@ -229,8 +254,38 @@ void Visitor::waitForEndIn(HWND part)
 void Visitor::picture(HWND window, const wchar_t* name)
 {
     const std::wstring file = std::wstring(name) + L".png";
-    print("   ", L"picture " + file);
+    report_.detail(L"picture " + file);
     savePicture(window, folder_ + L"\\" + file);
+}
+
+// --- what stands in the database, and what was asked for
+
+void Visitor::beginStep()
+{
+    trace();
+    trace_.clear();
+    groupsBefore_ = groups();
+    bookedBefore_ = bookings().all();
+}
+
+std::vector<GroupRow> Visitor::groups() const
+{
+    return readGroups(window_.database().path());
+}
+
+const std::wstring& Visitor::trace()
+{
+    if (IsWindow(main_))
+        window_.invoke([this] { trace_ += window_.database().takeTrace(); });
+    return trace_;
+}
+
+std::wstring Visitor::takeOrders()
+{
+    std::wstring orders;
+    if (IsWindow(main_))
+        window_.invoke([&] { orders = std::exchange(orders_, {}); });
+    return orders;
 }
 
 } // namespace korvane::host

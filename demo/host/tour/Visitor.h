@@ -5,9 +5,9 @@
 #include "demo/host/MainWindow.h"
 #include "demo/host/tour/Bookings.h"
 #include "demo/host/tour/GroupRows.h"
+#include "demo/host/tour/Report.h"
 #include "demo/host/tour/User.h"
 
-#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -18,11 +18,24 @@ void expect(bool isTheCase, const std::wstring& what);
 
 std::wstring quoted(const std::wstring& text);
 
+/// A control of a dialog, as a user tells it from the others.
+struct Field
+{
+    const wchar_t* name;
+    const wchar_t* className;
+    const wchar_t* caption = nullptr; ///< null where there is one of the class only
+    DWORD style = 0;                  ///< what it has beyond others of its class
+};
+
+// In every dialog.
+inline constexpr Field okButton{L"OK", L"Button", L"OK"};
+inline constexpr Field cancelButton{L"Cancel", L"Button", L"Cancel"};
+
 class Visitor
 {
 public:
     /// @param folder where the pictures go.
-    Visitor(MainWindow& window, std::wstring folder);
+    Visitor(MainWindow& window, std::wstring folder, Report& report);
     Visitor(const Visitor&) = delete;
     Visitor& operator=(const Visitor&) = delete;
     ~Visitor() = default;
@@ -35,66 +48,69 @@ public:
     HWND mainWindow() const noexcept { return main_; }
     HWND list() const noexcept { return list_; }
     HWND schedule() const noexcept { return schedule_; }
+    /// The dialog that was opened last.
+    HWND dialog() const noexcept { return dialog_; }
+    /// The window that takes input now.
+    HWND front() const noexcept;
+    /// A part of the dialog; it must be there, and once.
+    HWND find(const Field& field) const;
 
     // What the user does.
-    void press(std::initializer_list<WORD> keys, const std::wstring& keyNames);
+    /// Keys by their names, such as "Ctrl+N".
+    void press(const std::wstring& keys);
+    void hold(const std::wstring& key);
+    void release(const std::wstring& key);
     void type(const std::wstring& text);
+    void click(const Field& field);
     void clickAt(HWND window, POINT place, const std::wstring& what);
     void doubleClickAt(HWND window, POINT place, const std::wstring& what);
     /// Takes hold of something and draws it elsewhere, without letting it go yet.
     void dragTo(HWND window, POINT from, POINT to, const std::wstring& what);
-    void dropAt(POINT place, const std::wstring& what);
-    void hold(WORD key, const std::wstring& keyName);
-    void release(WORD key, const std::wstring& keyName);
+    /// Lets go of it where it is.
+    void drop();
+    void choose(const wchar_t* menu, const wchar_t* item);
+    void answer(const wchar_t* box, int button, const std::wstring& name);
     /// Lets go of all keys and of the mouse, after a deed that failed.
     void letGo() const noexcept { user_.letGo(); }
-    void clickButton(HWND dialog, const wchar_t* caption);
-    /// Opens a menu of the window and chooses an item of it, both counted from 0.
-    void chooseInMenu(int menu, int item, const std::wstring& what);
-    void selectRow(const std::wstring& name);
-    /// Closes the window by its menu.
-    void leave();
 
     // What the user then sees.
     void waitForMenu();
-    /// The open dialog, once it takes the keyboard; it must have this title.
-    HWND dialog(const wchar_t* title);
-    /// The one visible control of a class.
-    HWND control(HWND dialog, const wchar_t* className);
-    void waitForText(HWND edit, const std::wstring& text, const std::wstring& what);
+    /// The dialog takes the keyboard, and the window waits for it.
+    void waitForDialog(const wchar_t* title);
+    void waitForBox(const wchar_t* title);
+    void waitForBoxToGo(const wchar_t* title);
+    void waitForText(const Field& field, const std::wstring& text);
     void waitForFocus(HWND control, const std::wstring& what);
-    HWND errorBox() { return messageBox(L"Error"); }
-    HWND messageBox(const wchar_t* title);
-    /// Clicks a button of a message box, and waits until the box is gone.
-    void answer(HWND box, int button, const std::wstring& name);
-    /// No dialog any more, and the window takes input again: in the list, or in the schedule.
-    void waitForEnd();
-    void waitForEndIn(HWND part);
+    void waitForEnd(HWND part);
     void picture(HWND window, const wchar_t* name);
 
-    // What then stands in the database, and in the window.
-    std::vector<GroupRow> rows() const;
-    void expectRows(const std::vector<GroupRow>& expected);
+    // What stands in the database, and stood there when the step began.
+    void beginStep();
+    std::vector<GroupRow> groups() const;
+    const std::vector<GroupRow>& groupsBefore() const noexcept { return groupsBefore_; }
+    const std::vector<Booking>& bookedBefore() const noexcept { return bookedBefore_; }
 
-    // What the data layer was asked for.
-    void clearTrace();
+    // What was asked for since the step began: of the data layer, and of the commands.
     const std::wstring& trace();
-    /// What the commands were told since it was last asked, one line for each.
+    bool hasCalled(const std::wstring& line) { return trace().find(line) != std::wstring::npos; }
     std::wstring takeOrders();
-    void expectCall(const std::wstring& line);
-    void expectNoCall(const std::wstring& line);
 
 private:
     void pointAt(HWND window, POINT place, const std::wstring& what);
     void waitUntilTaken();
+    void waitUntilAtRest();
 
     MainWindow& window_;
     HWND main_;
     HWND list_;
     HWND schedule_;
+    HWND dialog_ = nullptr;
     const Bookings* bookings_ = nullptr;
     std::wstring folder_;
+    Report& report_;
     User user_;
+    std::vector<GroupRow> groupsBefore_;
+    std::vector<Booking> bookedBefore_;
     std::wstring trace_;
     std::wstring orders_;
 };

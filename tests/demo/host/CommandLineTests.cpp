@@ -29,13 +29,16 @@ TEST(CommandLine, AsksForNothingWhenEmpty)
     EXPECT_TRUE(options.account.empty());
     EXPECT_FALSE(options.tour());
     EXPECT_FALSE(options.empty);
+    EXPECT_FALSE(options.verbose);
 }
 
 TEST(CommandLine, TakesASwitchWithoutAValue)
 {
     const Options options = read({L"--empty", L"--user", L"employee"});
     EXPECT_TRUE(options.empty);
+    EXPECT_FALSE(options.verbose);
     EXPECT_EQ(options.account, L"employee");
+    EXPECT_TRUE(read({L"--verbose", L"--tour", L"."}).verbose);
 }
 
 TEST(CommandLine, TakesOptionsInAnyOrder)

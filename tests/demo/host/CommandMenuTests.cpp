@@ -65,10 +65,17 @@ TEST(CommandMenu, BeginsWithFileAndExit)
     EXPECT_EQ(entryOf(menuExit), nullptr);
 }
 
-TEST(CommandMenu, HasTheActivitiesThird)
+TEST(CommandMenu, FindsTheMenuThatACommandStandsIn)
 {
     const MenuBar bar;
-    EXPECT_EQ(textOf(bar.get(), 2), newActivity().menu) << "they are a context menu, too";
+    for (const CommandEntry& entry : commandTable())
+    {
+        const HMENU menu = menuWith(bar.get(), entry);
+        ASSERT_NE(menu, nullptr);
+        EXPECT_NE(GetMenuState(menu, static_cast<UINT>(idOf(entry)), MF_BYCOMMAND), static_cast<UINT>(-1));
+    }
+    EXPECT_EQ(menuWith(bar.get(), entryNamed(newActivity)), menuWith(bar.get(), entryNamed(moveActivity)));
+    EXPECT_NE(menuWith(bar.get(), entryNamed(newActivity)), menuWith(bar.get(), commandTable().front()));
 }
 
 TEST(CommandMenu, EndsWithTheView)

@@ -1,5 +1,7 @@
 #include "demo/host/CommandTable.h"
 
+#include "framework/com/Boundary.h"
+
 #include <gtest/gtest.h>
 
 #include <cwctype>
@@ -26,6 +28,17 @@ TEST(CommandTable, TellsEntriesByTheirId)
     EXPECT_EQ(entryOf(idOf(commandTable().front()) - 1), nullptr);
     EXPECT_EQ(entryOf(idOf(commandTable().back()) + 1), nullptr);
     EXPECT_EQ(entryOf(0), nullptr);
+}
+
+TEST(CommandTable, FindsAnEntryByItsName)
+{
+    std::set<std::wstring_view> seen;
+    for (const CommandEntry& entry : commandTable())
+    {
+        EXPECT_TRUE(seen.insert(entry.name).second) << "a name stands twice";
+        EXPECT_EQ(&entryNamed(entry.name), &entry);
+    }
+    EXPECT_TRUE(attempt([] { entryNamed(L"Activity.Forget"); }));
 }
 
 TEST(CommandTable, KeepsTheEntriesOfAMenuTogether)

@@ -76,14 +76,14 @@ Bar bar()
 
 TEST(Orders, OpenANewActivityInItsSlot)
 {
-    EXPECT_EQ(told(orderForSlot(newActivity(), 4, 20, {1, at(9), at(9.5)})),
+    EXPECT_EQ(told(orderForSlot(entryNamed(newActivity), 4, 20, {1, at(9), at(9.5)})),
               (Calls{L"Operation 1", L"Root", L"GroupID = 4", L"N0 = 20", L"T0 at 540", L"T1 at 570",
                      L"Granted", L"Prepare"}));
 }
 
 TEST(Orders, OpenAnOccurrenceForChange)
 {
-    EXPECT_EQ(told(orderForBar(changeActivity(), 4, bar())),
+    EXPECT_EQ(told(orderForBar(entryNamed(changeActivity), 4, bar())),
               (Calls{L"Operation 3", L"Root", L"EventID = 5", L"Instance = 3", L"GroupID = 4", L"N0 = 20",
                      L"Granted", L"Prepare"}));
 }
@@ -94,9 +94,9 @@ TEST(Orders, MoveFromOneResourceToAnother)
                          L"N1 = 30", L"T0 at 660",   L"T1 at 720",    L"Granted",     L"Prepare"};
     Calls expected{L"Operation 3"};
     expected.insert(expected.end(), operands.begin(), operands.end());
-    EXPECT_EQ(told(orderForLanding(moveActivity(false), 4, bar(), 30, {2, at(11), at(12)})), expected);
+    EXPECT_EQ(told(orderForLanding(entryNamed(moveActivity), 4, bar(), 30, {2, at(11), at(12)})), expected);
     expected.front() = L"Operation 4";
-    EXPECT_EQ(told(orderForLanding(moveActivity(true), 4, bar(), 30, {2, at(11), at(12)})), expected);
+    EXPECT_EQ(told(orderForLanding(entryNamed(copyActivity), 4, bar(), 30, {2, at(11), at(12)})), expected);
 }
 
 TEST(Orders, GoNoFurtherWithoutTheRight)
@@ -113,12 +113,12 @@ TEST(Orders, GoNoFurtherWithoutTheRight)
 
 TEST(Orders, TellMouseAndMenuTheSameCommands)
 {
-    EXPECT_EQ(newActivity().target, Target::slot);
-    EXPECT_EQ(changeActivity().target, Target::bar);
+    EXPECT_EQ(entryNamed(newActivity).target, Target::slot);
+    EXPECT_EQ(entryNamed(changeActivity).target, Target::bar);
     for (const bool copies : {false, true})
     {
-        EXPECT_EQ(moveActivity(copies).target, Target::movingBar);
-        EXPECT_EQ(moveActivity(copies).operation, copies ? 4 : 3);
+        EXPECT_EQ(entryNamed(copies ? copyActivity : moveActivity).target, Target::movingBar);
+        EXPECT_EQ(entryNamed(copies ? copyActivity : moveActivity).operation, copies ? 4 : 3);
     }
 }
 

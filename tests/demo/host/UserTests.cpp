@@ -51,6 +51,15 @@ TEST(Keystrokes, AreNoneForNothing)
     EXPECT_TRUE(keystrokesFor(L"").empty());
 }
 
+TEST(Keys, AreToldByTheirNames)
+{
+    EXPECT_EQ(keysNamed(L"X"), (std::vector<WORD>{'X'}));
+    EXPECT_EQ(keysNamed(L"Page Down"), (std::vector<WORD>{VK_NEXT}));
+    EXPECT_EQ(keysNamed(L"Ctrl+Shift+M"), (std::vector<WORD>{VK_CONTROL, VK_SHIFT, 'M'}));
+    for (const wchar_t* unknown : {L"", L"x", L"Ctrl+", L"+M", L"Any"})
+        EXPECT_TRUE(attempt([&] { keysNamed(unknown); })) << unknown;
+}
+
 class UserTest : public testing::Test
 {
 protected:
@@ -60,15 +69,31 @@ protected:
     template <class Deed> static void fails(Deed&& deed) { EXPECT_TRUE(attempt(deed)); }
 
     bool taken = false;
+    int rests = 0;
     User user{[this] {
-        if (!taken)
-            throw Failure(E_ABORT);
-    }};
+                  if (!taken)
+                      throw Failure(E_ABORT);
+              },
+              [this] { ++rests; }};
 };
+
+TEST_F(UserTest, HoldsAKeyDownOnlyOnceAllIsAtRest)
+{
+    taken = true;
+    user.press(L"F20");
+    user.type(L"all small");
+    EXPECT_EQ(rests, 0);
+    user.press(L"Ctrl+F20");
+    EXPECT_EQ(rests, 1);
+    user.type(L"One Capital And More");
+    EXPECT_EQ(rests, 2) << "typing moves nothing";
+    user.hold(L"Shift");
+    EXPECT_EQ(rests, 3);
+}
 
 TEST_F(UserTest, LetsGoOfWhatADeedLeftDown)
 {
-    fails([&] { user.press({VK_SHIFT, VK_F20}); });
+    fails([&] { user.press(L"Shift+F20"); });
     fails([&] { user.pressButton({5, 5}); });
     EXPECT_TRUE(isDown(VK_SHIFT));
     EXPECT_TRUE(isDown(VK_LBUTTON));
@@ -80,18 +105,18 @@ TEST_F(UserTest, LetsGoOfWhatADeedLeftDown)
 TEST_F(UserTest, KeepsHoldingWhatItHoldsUntilItIsReleased)
 {
     taken = true;
-    user.hold(VK_SHIFT);
-    user.press({VK_F20});
+    user.hold(L"Shift");
+    user.press(L"F20");
     EXPECT_TRUE(isDown(VK_SHIFT));
-    user.release(VK_SHIFT);
+    user.release(L"Shift");
     EXPECT_FALSE(isDown(VK_SHIFT));
 }
 
 TEST_F(UserTest, HoldsNothingAtItsEnd)
 {
     {
-        const User other([] {});
-        other.hold(VK_SHIFT);
+        const User other([] {}, [] {});
+        other.hold(L"Shift");
         EXPECT_TRUE(isDown(VK_SHIFT));
     }
     EXPECT_FALSE(isDown(VK_SHIFT));

@@ -1,0 +1,41 @@
+#include "framework/control/Label.h"
+
+#include "framework/control/DialogWindow.h"
+
+namespace korvane
+{
+
+HWND Label::createWindow(HWND parent, int id)
+{
+    // A label starts a group, so that the arrow keys do not lead out of the option buttons before it. With a tooltip
+    // it gets the pointer itself, which otherwise goes to what is behind it.
+    const DWORD pointing = ToolTipText().empty() ? 0 : SS_NOTIFY;
+    return makeWindow(parent, id, L"Static", SS_LEFT | WS_GROUP | pointing, 0);
+}
+
+float Label::captionWidth() const
+{
+    std::wstring shown = Caption();
+    std::erase(shown, L'&');
+    const SIZE extent = dialog_.font().measure(shown.c_str(), dialog_.dpi());
+    return static_cast<float>(extent.cx) * 1440.0f / static_cast<float>(dialog_.dpi());
+}
+
+void Label::labels(const Control& control) const noexcept
+{
+    // The dialog manager and the accessibility support both read the order of the windows.
+    if (!window() || !control.window())
+        return;
+    const HWND before = GetWindow(control.window(), GW_HWNDPREV);
+    if (before != window())
+        SetWindowPos(window(), before ? before : HWND_TOP, 0, 0, 0, 0,
+                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+/// Where its control is disabled, the dialog manager would lead on to the next one.
+bool Label::isWithinReach() const noexcept
+{
+    return Control::isWithinReach() && IsWindowEnabled(GetWindow(window(), GW_HWNDNEXT));
+}
+
+} // namespace korvane

@@ -1,0 +1,41 @@
+// A list to choose one item from.
+#pragma once
+
+#include "framework/control/Control.h"
+
+namespace korvane
+{
+
+class ListBox : public Control
+{
+public:
+    ListBox(Surface surface, const Design& design) : Control(surface, design) {}
+
+    /// Adds an item at the end, with its data. Throws E_OUTOFMEMORY when the list is full.
+    void AddItem(BSTR text, long itemData) { InsertItem(-1, text, itemData); }
+    /// Adds an item before another one; -1 for the end.
+    void InsertItem(int index, const wchar_t* text, long itemData);
+    void RemoveItem(int index) const noexcept;
+    /// Moves an item to the place of another one and selects it. What is not between the two is not drawn anew.
+    void MoveItem(int from, int to);
+    void Clear();
+    int ListCount() const noexcept;
+    int ListIndex() const noexcept; ///< -1 without a selection
+    /// Selects an item and shows it; -1 selects none. Does not raise onClick.
+    void setListIndex(int index) const noexcept;
+    long ItemData(int index) const noexcept;
+    std::wstring List(int index) const;
+
+    std::function<void()> onClick;    ///< the selection was made, by mouse or keyboard
+    std::function<void()> onDblClick; ///< comes after onClick
+
+    void notify(WORD code) override;
+
+protected:
+    HWND createWindow(HWND parent, int id) override;
+
+private:
+    void invalidate(int index) const noexcept;
+};
+
+} // namespace korvane
