@@ -64,7 +64,7 @@ void ctlMoveEvents::move()
 {
     if (!isReady() || !std::exchange(prepared_, false))
         return;
-    UpdateWindow(lblPromptWait.window());
+    lblPromptWait.showNow();
     if (const auto failure = attempt([&] { confirm(); }))
     {
         raiseError(*failure);

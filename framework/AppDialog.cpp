@@ -100,7 +100,7 @@ STDMETHODIMP AppDialog::get_Font(IFontDisp** value)
 
 STDMETHODIMP AppDialog::putref_Font(IFontDisp* value)
 {
-    return guard([&] {
+    return held([&] {
         const Batch batch(*this);
         applyFont(notNull(value));
     });

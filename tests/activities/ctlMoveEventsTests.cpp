@@ -152,17 +152,38 @@ TEST_F(ctlMoveEventsTests, AContainerThatDoesNotExecuteEndsTheDialogAsCancelled)
     EXPECT_THAT(container.done, ElementsAre(true));
 }
 
-TEST_F(ctlMoveEventsTests, AContainerThatFailsAtTheEndIsToldAgainAndNothingIsMovedTwice)
+TEST_F(ctlMoveEventsTests, TheEndIsToldOnceAlsoWhereTheContainerFailsInIt)
 {
     EXPECT_TRUE(show(3, 12));
-    const auto end = container.site->onDone;
-    container.site->onDone = [&](bool) {
-        container.site->onDone = end;
+    std::vector<bool> told;
+    container.site->onDone = [&](bool cancelled) {
+        told.push_back(cancelled);
         throw Failure(static_cast<HRESULT>(0x80043333), L"host", L"busy");
     };
     EXPECT_THAT(executed(), ElementsAre("Root.Events()", StartsWith("Events.Update(50")));
     EXPECT_THAT(container.errors, ElementsAre(ErrorInfo{static_cast<HRESULT>(0x80043333), L"host", L"busy"}));
-    EXPECT_THAT(container.done, ElementsAre(false)); // it was moved
+    SetFocus(container.window());
+    EXPECT_THAT(executed(), IsEmpty());
+    EXPECT_THAT(told, ElementsAre(false)); // it was moved
+    EXPECT_EQ(container.submitted, 1);
+}
+
+TEST_F(ctlMoveEventsTests, IsExecutedWhenItIsShownWithoutTheFocus)
+{
+    EXPECT_TRUE(show(3, 12));
+    EXPECT_EQ(container.submitted, 0); // not before Ready has told its result
+    container.pump();
+    EXPECT_EQ(container.submitted, 1);
+    EXPECT_THAT(container.done, ElementsAre(false));
+}
+
+TEST_F(ctlMoveEventsTests, IsExecutedWhenItIsReadWhileItHasTheFocus)
+{
+    EXPECT_FALSE(show(5, 12)); // an operation that it does not know
+    EXPECT_THAT(executed(), IsEmpty());
+    call(command, &IAppCommand::put_Operation, 3L);
+    EXPECT_TRUE(container.ready());
+    container.pump();
     EXPECT_EQ(container.submitted, 1);
 }
 

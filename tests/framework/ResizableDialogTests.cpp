@@ -136,6 +136,8 @@ TEST_F(ResizableDialogTests, AMessageThatComesFromNoWindowIsNoControls)
     SendMessageW(container.dialogWindow(), WM_COMMAND, MAKEWPARAM(200, 1), 0); // of an accelerator
     SendMessageW(container.dialogWindow(), WM_VSCROLL, SB_LINEDOWN, 0);
     EXPECT_EQ(dialog->fraAll.told, 0);
+    container.pump(); // the dialog has been shown
+    dialog->posts = 0;
     dialog->postToDialog();
     container.pump();
     EXPECT_EQ(dialog->posts, 1);
