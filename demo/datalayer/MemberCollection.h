@@ -7,16 +7,14 @@
 
 #include <KorvaneData.h>
 
-#include <tuple>
-
 namespace korvane::store
 {
 
-/// The class says how the trace calls its Load, reads the items of a group, and tells which values of an item are
-/// announced.
-template <class Class, class Interface, class Events>
-class MemberCollection
-    : public Object<Class, Inherits<Interface, Announcer<Events>>, Interface, IConnectionPointContainer>
+/// The item says how the trace calls Load, reads the items of a group, and tells which of its values are announced.
+template <class Item, class Interface, class Events>
+class MemberCollection final
+    : public Object<MemberCollection<Item, Interface, Events>, Inherits<Interface, Announcer<Events>>,
+                    Interface, IConnectionPointContainer>
 {
 public:
     explicit MemberCollection(std::shared_ptr<Store> store) : store_(std::move(store)) {}
@@ -24,12 +22,12 @@ public:
     STDMETHODIMP Load(long groupId, VARIANT_BOOL* result) override
     {
         return returns(result, [&] {
-            return traced(trace(), line(Class::loading, groupId), [&] {
-                const auto items = Class::itemsOf(groupId, store_->connection());
+            return traced(trace(), line(Item::loading, groupId), [&] {
+                const auto items = Item::allOf(groupId, store_->connection());
                 this->announceClear(trace());
                 for (const auto& item : items)
                     std::apply([&](const auto&... values) { this->announceItem(trace(), values...); },
-                               Class::announced(item));
+                               item.announced());
                 return true;
             });
         });

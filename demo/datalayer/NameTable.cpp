@@ -3,7 +3,7 @@
 namespace korvane::store
 {
 
-std::vector<Name> namesOf(long group, const Connection& connection)
+std::vector<Name> Name::allOf(long group, const Connection& connection)
 {
     std::vector<Name> names;
     Statement row(connection,

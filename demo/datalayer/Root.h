@@ -4,15 +4,19 @@
 #include "demo/datalayer/EventLinks.h"
 #include "demo/datalayer/Events.h"
 #include "demo/datalayer/Groups.h"
-#include "demo/datalayer/Names.h"
+#include "demo/datalayer/MemberCollection.h"
+#include "demo/datalayer/NameTable.h"
 #include "demo/datalayer/Store.h"
-#include "demo/datalayer/Types.h"
+#include "demo/datalayer/TypeTable.h"
 #include "framework/com/Object.h"
 
 #include <KorvaneData.h>
 
 namespace korvane::store
 {
+
+using Names = MemberCollection<Name, INames, INamesEvents>;
+using Types = MemberCollection<Type, ITypes, ITypesEvents>;
 
 class Root final : public Object<Root, Inherits<IRoot>, IRoot>
 {

@@ -3,7 +3,7 @@
 namespace korvane::store
 {
 
-std::vector<Type> typesOf(long group, const Connection& connection)
+std::vector<Type> Type::allOf(long group, const Connection& connection)
 {
     std::vector<Type> types;
     Statement row(connection,

@@ -430,7 +430,7 @@ LSTATUS WINAPI redirect(HKEY key, HKEY replacement)
 HRESULT WINAPI registerLibrary(ITypeLib* described, wchar_t* path, wchar_t* help)
 {
     registering.emplace_back("library");
-    return RegisterTypeLib(described, path, help);
+    return RegisterTypeLib(described, const_cast<wchar_t*>(path), const_cast<wchar_t*>(help)); // only read
 }
 
 } // namespace

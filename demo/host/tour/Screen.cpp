@@ -10,7 +10,7 @@ namespace korvane::host
 namespace
 {
 
-constexpr DWORD patience = 30'000; // milliseconds
+constexpr DWORD patience = 120'000; // milliseconds; a machine may have much else to do first
 
 bool isOfClass(HWND window, const wchar_t* className)
 {
