@@ -87,6 +87,16 @@ struct ThreadsExceptions
 /// last exceptions may come after all destructors.
 const DWORD slot = TlsAlloc();
 
+static_assert(sizeof(pthread_mutex_t) == sizeof(SRWLOCK));
+
+/// What stands in a mutex. One that is initialised statically is marked as such until it is first locked.
+SRWLOCK* lockOf(pthread_mutex_t* mutex) noexcept
+{
+    InterlockedCompareExchangePointer(reinterpret_cast<void**>(mutex), nullptr,
+                                      reinterpret_cast<void*>(PTHREAD_MUTEX_INITIALIZER));
+    return reinterpret_cast<SRWLOCK*>(mutex);
+}
+
 } // namespace
 
 extern "C"
@@ -110,23 +120,39 @@ ThreadsExceptions* __cxa_get_globals() noexcept
     return made;
 }
 
-int __real_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attributes);
+// Linked in between the runtime and the threads library: what the runtime locks, and does once, without the memory that
+// the library would take, on its first use when memory is short already, and never give back.
+
 int __wrap_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attributes);
-
-/// Linked in between the runtime and the threads library. A mutex there takes its memory on its first use, and that of
-/// the runtime's reserve for exceptions is first used when memory is short: so it is used at once.
-int __wrap_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attributes)
-{
-    const int result = __real_pthread_mutex_init(mutex, attributes);
-    if (result == 0 && pthread_mutex_lock(mutex) == 0)
-        pthread_mutex_unlock(mutex);
-    return result;
-}
-
+int __wrap_pthread_mutex_destroy(pthread_mutex_t* mutex);
+int __wrap_pthread_mutex_lock(pthread_mutex_t* mutex);
+int __wrap_pthread_mutex_unlock(pthread_mutex_t* mutex);
 int __wrap_pthread_once(pthread_once_t* once, void (*initialize)());
 
-/// In the same way, for what the runtime does once: that is in the first exception, which the module raises itself while
-/// it is loaded, on one thread. The threads library would make a record of the thread for it and never free that.
+int __wrap_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t*)
+{
+    InitializeSRWLock(lockOf(mutex));
+    return 0;
+}
+
+int __wrap_pthread_mutex_destroy(pthread_mutex_t*)
+{
+    return 0;
+}
+
+int __wrap_pthread_mutex_lock(pthread_mutex_t* mutex)
+{
+    AcquireSRWLockExclusive(lockOf(mutex));
+    return 0;
+}
+
+int __wrap_pthread_mutex_unlock(pthread_mutex_t* mutex)
+{
+    ReleaseSRWLockExclusive(lockOf(mutex));
+    return 0;
+}
+
+/// The module raises its first exception itself, while it is loaded: there is no other thread yet.
 int __wrap_pthread_once(pthread_once_t* once, void (*initialize)())
 {
     if (*once == PTHREAD_ONCE_INIT)

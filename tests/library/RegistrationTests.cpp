@@ -427,7 +427,7 @@ LSTATUS WINAPI redirect(HKEY key, HKEY replacement)
     return RegOverridePredefKey(key, replacement);
 }
 
-HRESULT WINAPI registerLibrary(ITypeLib* described, const wchar_t* path, const wchar_t* help)
+HRESULT WINAPI registerLibrary(ITypeLib* described, wchar_t* path, wchar_t* help)
 {
     registering.emplace_back("library");
     return RegisterTypeLib(described, const_cast<wchar_t*>(path), const_cast<wchar_t*>(help)); // only read
