@@ -135,11 +135,11 @@ report_cases() {
             fi
             outcome=passes
             GTEST_FILTER=$name timeout 130 ctest --preset "$preset" -R "^$program\$" </dev/null >"$scratch.log" 2>&1 ||
-                outcome=fails
+                outcome=$([[ $? = 124 ]] && echo "does not end" || echo fails)
             if [[ " ${bad[*]} " = *" $name "* ]]; then
                 printf '  %s: did not pass with the others, %s alone\n' "$name" "$outcome"
-            elif [[ $outcome = fails ]]; then
-                printf '  %s: fails alone only\n' "$name"
+            elif [[ $outcome != passes ]]; then
+                printf '  %s: passed with the others, %s alone\n' "$name" "$outcome"
                 without_passed_cases <"$scratch.log" | sed 's/^/    /'
             fi
         done
