@@ -93,7 +93,8 @@ void measureOperands(Report& report, const Effort& effort)
                        repeated([&] { get(*dictionary, DISPID_VALUE, key); })));
     report.add(group, "finding the name", "Scripting.Dictionary, Item",
                compare(samples, repeated([&] { findName(*late, L"Operand"); }),
-                       repeated([&] { findName(*dictionary, L"Item"); })));
+                       repeated([&] { findName(*dictionary, L"Item"); })),
+               1.5);
 }
 
 void measureEvents(Report& report, const Effort& effort)

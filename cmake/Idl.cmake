@@ -60,3 +60,52 @@ function(korvane_idl name file)
   set_property(GLOBAL APPEND PROPERTY korvane_idl_ids "${ids}")
   set_property(GLOBAL APPEND PROPERTY korvane_idl_libraries "${tlb}")
 endfunction()
+
+# korvane_describe(<name> <program id>)
+#
+# Reads an interface definition and sets what assembly manifests tell of it: <name>_ID of its type library,
+# <name>_CLASSES, whose ProgIDs begin with <program id>, and <name>_PROXIES, those of its dual interfaces.
+
+function(korvane_describe name program)
+  get_property(path GLOBAL PROPERTY korvane_idl_${name})
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${path}")
+  file(READ "${path}" text)
+  # Brackets and semicolons have a meaning of their own in lists.
+  string(REPLACE "[" "<" text "${text}")
+  string(REPLACE "]" ">" text "${text}")
+  string(REPLACE ";" "" text "${text}")
+  set(attributes "<[^<>]*uuid[^<>]*>[ \r\n]*")
+  set(id ".*uuid.([0-9A-Fa-f-]+).*")
+
+  string(REGEX MATCH "${attributes}library" library "${text}")
+  string(REGEX REPLACE "${id}" "{\\1}" library "${library}")
+
+  set(status recomposeonresize,cantlinkinside,insideout,activatewhenvisible,setclientsitefirst)
+  string(REGEX MATCHALL "${attributes}coclass +[A-Za-z]+" classes "${text}")
+  set(class_elements "")
+  foreach(class IN LISTS classes)
+    string(REGEX REPLACE "${id}" "{\\1}" class_id "${class}")
+    string(REGEX REPLACE ".* " "" class_name "${class}")
+    set(control "")
+    if(class MATCHES ", *control>")
+      set(control "\n              miscStatusContent=\"${status}\"")
+    endif()
+    string(APPEND class_elements "
+    <comClass clsid=\"${class_id}\" progid=\"${program}.${class_name}\"
+              tlbid=\"${library}\" threadingModel=\"Apartment\"${control}/>")
+  endforeach()
+
+  string(REGEX MATCHALL "${attributes}interface +[A-Za-z]+" interfaces "${text}")
+  set(proxies "")
+  foreach(interface IN LISTS interfaces)
+    string(REGEX REPLACE "${id}" "{\\1}" interface_id "${interface}")
+    string(REGEX REPLACE ".* " "" interface_name "${interface}")
+    string(APPEND proxies "
+  <comInterfaceExternalProxyStub name=\"${interface_name}\" iid=\"${interface_id}\" tlbid=\"${library}\"
+                                 proxyStubClsid32=\"{00020424-0000-0000-C000-000000000046}\"/>")
+  endforeach()
+
+  set(${name}_ID "${library}" PARENT_SCOPE)
+  set(${name}_CLASSES "${class_elements}" PARENT_SCOPE)
+  set(${name}_PROXIES "${proxies}" PARENT_SCOPE)
+endfunction()

@@ -15,9 +15,6 @@ namespace
 constexpr const wchar_t* textOk = L"1002";
 constexpr const wchar_t* textCancel = L"1003";
 
-/// The sample whose extent says how much larger one font is than another.
-constexpr const wchar_t* fontSample = L"gM";
-
 } // namespace
 
 AppDialog::AppDialog(REFCLSID classId, long titleId, float width, float height)
@@ -98,7 +95,7 @@ STDMETHODIMP AppDialog::get_Resources(IResources** value)
 
 STDMETHODIMP AppDialog::get_Font(IFontDisp** value)
 {
-    return returns(value, [&] { return font().object(); });
+    return returns(value, [&] { return font().copy(); });
 }
 
 STDMETHODIMP AppDialog::putref_Font(IFontDisp* value)
@@ -158,13 +155,7 @@ void AppDialog::ApplyContainerFont()
 /// Sets the dialog's font and rescales the layout by how much larger the font is than the former one.
 void AppDialog::applyFont(IUnknown* newFont)
 {
-    const SIZE before = font().measure(fontSample, dpi());
-    font().set(newFont);
-    const SIZE after = font().measure(fontSample, dpi());
-    if (before.cx == 0 || before.cy == 0)
-        return;
-    const float fx = static_cast<float>(after.cx) / static_cast<float>(before.cx);
-    const float fy = static_cast<float>(after.cy) / static_cast<float>(before.cy);
+    const auto [fx, fy] = font().set(newFont, dpi());
     for (Control* control : controls())
     {
         const Place& place = control->place();

@@ -1,5 +1,6 @@
 #include "framework/modKorvaneDlg.h"
 
+#include "framework/Pictures.h"
 #include "framework/com/Apartment.h"
 #include "framework/com/ClassFactory.h"
 #include "framework/com/Decimal.h"
@@ -13,6 +14,21 @@
 
 namespace korvane
 {
+
+namespace
+{
+
+/// Whether an object is of the library's own Resources class: that alone answers for its class id.
+bool areOwn(const ComPtr<IUnknown>& resources)
+{
+    void* object = nullptr; // the C++ object
+    if (!resources || FAILED(resources->QueryInterface(__uuidof(::Resources), &object)))
+        return false;
+    resources->Release();
+    return true;
+}
+
+} // namespace
 
 void RaiseAppError(long code, std::wstring_view source, std::wstring_view description)
 {
@@ -69,15 +85,27 @@ Bstr resourceText(long id)
     return fetch(requireResources(), &IResources::GetString, id);
 }
 
+ComPtr<IPictureDisp> resourceBitmap(long id, int dpi)
+{
+    const auto resources = requireResources();
+    if (areOwn(resources.as<IUnknown>()))
+        return loadBitmap(id, dpi);
+    ComPtr<IPictureDisp> picture;
+    call(resources, &IResources::GetBitmap, id, picture.put());
+    return picture;
+}
+
 long liveObjects() noexcept
 {
-    long held = 0;
-    if (const auto* state = existingApartment(); state && state->resources)
-        if (queryFor<IResourceLibrary>(state->resources.get()))
-        {
-            state->resources->AddRef();
-            held = state->resources->Release() == 1 ? 1 : 0;
-        }
+    const auto* state = existingApartment();
+    if (!state)
+        return module::lockCount();
+    long held = 1; // the state itself
+    if (areOwn(state->resources))
+    {
+        state->resources->AddRef();
+        held += state->resources->Release() == 1 ? 1 : 0;
+    }
     return module::lockCount() - held;
 }
 

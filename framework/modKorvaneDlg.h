@@ -34,6 +34,10 @@ ComPtr<IResources> requireResources();
 /// A text of the current resources.
 Bstr resourceText(long id);
 
+/// A bitmap of the current resources for a dialog of this resolution: the library's own have larger ones for larger
+/// screens, a host's are as they are.
+ComPtr<IPictureDisp> resourceBitmap(long id, int dpi);
+
 /// What keeps the library loaded, without the resources that only the library itself still holds.
 long liveObjects() noexcept;
 

@@ -3,6 +3,7 @@
 
 #include "framework/com/Apartment.h"
 #include "framework/com/Boundary.h"
+#include "framework/com/Runtime.h"
 #include "framework/control/ActivationContext.h"
 #include "framework/modKorvaneDlg.h"
 
@@ -22,15 +23,19 @@ HRESULT changeRegistration(bool add, Scope scope) noexcept
 extern "C"
 {
 
-BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* processEnds)
+BOOL WINAPI DllMain(HINSTANCE, DWORD reason, void* processEnds)
 {
     if (reason == DLL_PROCESS_ATTACH)
     {
-        DisableThreadLibraryCalls(instance);
         prepareForFailures(); // while there is memory, or else there is no library
     }
+    else if (reason == DLL_THREAD_DETACH)
+        runtime::threadEnds();
     else if (reason == DLL_PROCESS_DETACH && !processEnds)
+    {
         forgetApartments();
+        runtime::moduleGoes();
+    }
     return TRUE;
 }
 

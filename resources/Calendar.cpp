@@ -9,6 +9,26 @@
 namespace korvane
 {
 
+namespace
+{
+
+constexpr DISPID idOfGetFirst = 41;
+constexpr DISPID idOfGetNext = 42;
+
+} // namespace
+
+/// What GetFirst and GetNext are given is declared by the host's library: a late-bound caller may give them anything.
+STDMETHODIMP Resources::Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* arguments,
+                               VARIANT* result, EXCEPINFO* exception, UINT* badArgument)
+{
+    if ((id != idOfGetFirst && id != idOfGetNext) || (flags & DISPATCH_METHOD) == 0 || reserved != IID_NULL)
+        return Object::Invoke(id, reserved, locale, flags, arguments, result, exception, badArgument);
+    return guard([&] {
+        if (result)
+            *result = Variant(false).detach();
+    });
+}
+
 STDMETHODIMP Resources::GetFirst(VARIANT, DATE, VARIANT_BOOL* found)
 {
     return returns(found, [] { return false; });

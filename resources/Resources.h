@@ -16,6 +16,9 @@ public:
     /// Throws a Failure when string 0, the locale of the texts, is missing or no number.
     Resources();
 
+    /// The class id: the frame recognises the library's own resources by it.
+    static const GUID* privateId() noexcept { return &__uuidof(::Resources); }
+
     // IResources: no member raises, what is missing is empty. (Resources.cpp, Pictures.cpp)
     STDMETHODIMP GetIcon(long id, IPictureDisp** picture) override;
     STDMETHODIMP GetBitmap(long id, IPictureDisp** picture) override;
@@ -33,6 +36,8 @@ public:
     STDMETHODIMP GetNext(DATE previous, VARIANT_BOOL* found) override;
     STDMETHODIMP Easter(long year, DATE* sunday) override;
     STDMETHODIMP IsLeapYear(long year, VARIANT_BOOL* result) override;
+    STDMETHODIMP Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* arguments,
+                        VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override;
 
 private:
     long locale_;

@@ -76,9 +76,9 @@ soak_tests() {
     cd "$korvane_root/build/$preset"
     # Strings are to be freed at once: the platform's cache of them would hide a leak.
     export KORVANE_SOAK=$rounds OANOCACHE=1
-    for program in *leak_tests.exe korvane_activity_command_tests.exe; do
-        log=$results/${program%.exe}-$preset.log
-        run "$log" "./$program" --gtest_filter='*Leak*:*PropertyTests.*' || fail "$preset" "$program" "$log"
+    for program in korvane_leak_tests korvane_activity_command_tests; do
+        log=$results/$program-$preset.log
+        run "$log" "./$program.exe" --gtest_filter='*Leak*:*PropertyTests.*' || fail "$preset" "$program" "$log"
         grep -qE '^\[  PASSED  \] [1-9]' "$log" || fail "$preset" "$program ran no case" "$log"
         say "$preset" "$program: $rounds times the rounds, ok"
         [[ ! -e $stopped ]] || return 0

@@ -91,10 +91,10 @@ wine_failures() {
 
 # Of a failed program's cases, only those that did not pass are worth reading.
 without_passed_cases() {
-    awk 'function tell() { if (held != "") print held; held = "" }
+    awk 'function tell() { if (held != "") print held; held = ""; fflush() }
          /^\[ RUN  / { tell(); held = $0; next }
          /^\[       OK / && held != "" { held = ""; next }
-         /^\[  FAILED  \]|^ *[0-9]+\/[0-9]+ Test +#|^ +Start +[0-9]+: / { tell(); print; next }
+         /^\[  FAILED  \]|^ *[0-9]+\/[0-9]+ Test +#|^ +Start +[0-9]+: / { tell(); print; fflush(); next }
          held != "" { held = held "\n" $0; next }
          !/^\[-+\]/ { print }
          END { tell() }'

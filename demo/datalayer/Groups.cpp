@@ -28,8 +28,8 @@ STDMETHODIMP Groups::Fetch(long id, BSTR* text, long* flags, VARIANT_BOOL* resul
     return returns(result, [&] {
         notNull(text);
         notNull(flags);
-        const auto group = traced(
-            trace(), line(L"Groups.Fetch", id), [&] { return table_.find(id); }, shownResult);
+        const auto find = [&] { return table_.find(id); };
+        const auto group = traced(trace(), line(L"Groups.Fetch", id), find, shownResult);
         if (group)
         {
             const auto replaced = Bstr::adopt(std::exchange(*text, Bstr(group->name).detach()));

@@ -106,8 +106,8 @@ template <class Body> auto traced(Trace& trace, std::wstring call, Body&& body)
 /// As above, for a call without a result.
 template <class Body> void tracedCall(Trace& trace, std::wstring call, Body&& body)
 {
-    traced(
-        trace, std::move(call), [&] { return body(), true; }, [](bool) { return std::wstring(); });
+    const auto succeeds = [&] { return body(), true; };
+    traced(trace, std::move(call), succeeds, [](bool) { return std::wstring(); });
 }
 
 } // namespace korvane::store

@@ -1,8 +1,7 @@
 #include "framework/com/Apartment.h"
 
-#include "framework/com/Platform.h"
+#include "framework/com/Object.h"
 
-#include <memory>
 #include <new>
 
 namespace korvane
@@ -11,40 +10,23 @@ namespace korvane
 namespace
 {
 
-/// The state, and the watch on COM that ends it. It does not count as a lock of the module.
-class WatchedState final : public IInitializeSpy
+/// The state, and the watch on COM that ends it. As an object of the module it keeps the module loaded, for COM is
+/// going to call it.
+class WatchedState final : public Object<WatchedState, Inherits<IInitializeSpy>, IInitializeSpy>
 {
 public:
-    WatchedState() { require(CoRegisterInitializeSpy(this, &cookie_)); }
-
-    WatchedState(const WatchedState&) = delete;
-    WatchedState& operator=(const WatchedState&) = delete;
-    virtual ~WatchedState() = default;
-
+    void watch() { require(CoRegisterInitializeSpy(this, &cookie_)); }
     void stopWatching() noexcept { CoRevokeInitializeSpy(cookie_); }
-
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override
-    {
-        if (!object)
-            return E_POINTER;
-        *object = iid == IID_IUnknown || iid == IID_IInitializeSpy ? this : nullptr;
-        return *object ? S_OK : E_NOINTERFACE;
-    }
-
-    // The thread's slot owns it.
-    STDMETHODIMP_(ULONG) AddRef() override { return 1; }
-    STDMETHODIMP_(ULONG) Release() override { return 1; }
 
     STDMETHODIMP PreInitialize(DWORD, DWORD) override { return S_OK; }
     STDMETHODIMP PostInitialize(HRESULT result, DWORD, DWORD) override { return result; }
 
     STDMETHODIMP PreUninitialize(DWORD initializations) override
     {
-        if (initializations == 1) // the last one: COM still works, and is gone when this returns
-        {
-            state.resources.reset();
-            state.currentError.reset();
-        }
+        // The last one: COM still works. When it is done it may have unloaded the module, whatever is still alive, so
+        // that nothing may be left for it to call.
+        if (initializations == 1)
+            releaseApartment();
         return S_OK;
     }
 
@@ -71,13 +53,14 @@ ApartmentState& apartment()
 {
     if (auto* existing = watchedState())
         return existing->state;
-    auto made = std::make_unique<WatchedState>();
+    auto made = make<WatchedState>();
+    made->watch();
     if (!TlsSetValue(slot, made.get()))
     {
         made->stopWatching();
         throw std::bad_alloc();
     }
-    return made.release()->state;
+    return made.detach()->state;
 }
 
 ApartmentState* existingApartment() noexcept
@@ -88,11 +71,12 @@ ApartmentState* existingApartment() noexcept
 
 void releaseApartment() noexcept
 {
-    const std::unique_ptr<WatchedState> ended(watchedState());
-    if (!ended)
-        return;
-    TlsSetValue(slot, nullptr);
-    ended->stopWatching();
+    // What is released may belong to the host, and call back so that the state is made anew.
+    while (const auto ended = ComPtr<WatchedState>::adopt(watchedState()))
+    {
+        TlsSetValue(slot, nullptr);
+        ended->stopWatching();
+    }
 }
 
 void forgetApartments() noexcept

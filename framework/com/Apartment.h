@@ -10,7 +10,7 @@ namespace korvane
 {
 
 /// Per-apartment state. It goes when the apartment ends or, for the thread that asks, when the module is about to be
-/// unloaded.
+/// unloaded. As long as it is there it counts once among what keeps the module loaded.
 struct ApartmentState
 {
     ComPtr<IUnknown> resources;          ///< the texts and pictures of all dialogs of the apartment

@@ -35,8 +35,9 @@ HRESULT idsOfNames(ClassMembers members, REFIID reserved, LPOLESTR* names, UINT 
     });
 }
 
-HRESULT invoke(ClassMembers members, std::span<IDispatch* const> faces, DISPID id, REFIID reserved, WORD flags,
-               DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept
+HRESULT invoke(ClassMembers members, std::span<IDispatch* const> faces, DISPID id, REFIID reserved,
+               WORD flags, DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception,
+               UINT* badArgument) noexcept
 {
     if (reserved != IID_NULL)
         return DISP_E_UNKNOWNINTERFACE;

@@ -17,8 +17,9 @@ using ClassMembers = const MemberTable& (*)();
 HRESULT typeInfoOf(ClassMembers members, UINT index, ITypeInfo** information) noexcept;
 HRESULT idsOfNames(ClassMembers members, REFIID reserved, LPOLESTR* names, UINT count, DISPID* ids) noexcept;
 /// @param faces the object's interfaces, as they stand in the table.
-HRESULT invoke(ClassMembers members, std::span<IDispatch* const> faces, DISPID id, REFIID reserved, WORD flags,
-               DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept;
+HRESULT invoke(ClassMembers members, std::span<IDispatch* const> faces, DISPID id, REFIID reserved,
+               WORD flags, DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception,
+               UINT* badArgument) noexcept;
 
 /// Implements IDispatch on top of a base that inherits it, once for all of the base's dual interfaces.
 template <class Class, class Base, class... Interfaces> class LateBound : public Base

@@ -17,7 +17,8 @@ std::atomic<MemberTableSlot*> filledSlots;
 /// Members are named in ASCII, and their case does not count.
 wchar_t folded(wchar_t character) noexcept
 {
-    return character >= L'A' && character <= L'Z' ? static_cast<wchar_t>(character + (L'a' - L'A')) : character;
+    return character >= L'A' && character <= L'Z' ? static_cast<wchar_t>(character + (L'a' - L'A'))
+                                                  : character;
 }
 
 bool precedes(std::wstring_view left, std::wstring_view right) noexcept
@@ -86,9 +87,9 @@ void MemberTable::add(ITypeInfo* information, std::size_t face)
 
 const MemberEntry* MemberTable::find(std::wstring_view name) const noexcept
 {
-    const auto found =
-        std::lower_bound(members_.begin(), members_.end(), name,
-                         [](const MemberEntry& member, std::wstring_view wanted) { return precedes(member.name, wanted); });
+    const auto found = std::lower_bound(
+        members_.begin(), members_.end(), name,
+        [](const MemberEntry& member, std::wstring_view wanted) { return precedes(member.name, wanted); });
     return found == members_.end() || precedes(name, found->name) ? nullptr : &*found;
 }
 

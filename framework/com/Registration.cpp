@@ -64,6 +64,7 @@ public:
     explicit ClassesRoot(Scope scope)
         : classes_(scope == Scope::machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER, L"Software\\Classes")
     {
+        enableForTypeLibraries();
         requireRegistry(RegOverridePredefKey(HKEY_CLASSES_ROOT, classes_.get()));
     }
     ClassesRoot(const ClassesRoot&) = delete;
@@ -71,6 +72,16 @@ public:
     ~ClassesRoot() { RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr); }
 
 private:
+    /// The platform's type library registration has a mind of its own since Windows Vista: it writes to the machine's
+    /// part, whatever the key is, unless it was told otherwise. Looked up by name: not every platform has it.
+    static void enableForTypeLibraries() noexcept
+    {
+        const auto enable = reinterpret_cast<void(WINAPI*)()>(reinterpret_cast<void*>(
+            GetProcAddress(GetModuleHandleW(L"oleaut32"), "OaEnablePerUserTLibRegistration")));
+        if (enable)
+            enable();
+    }
+
     Key classes_;
 };
 

@@ -1,5 +1,7 @@
 // What a DLL of ours takes in place of parts of the compiler's static runtime, linked into the DLL itself so that
 // the runtime's own parts stay out. Together they would be a third of the DLL's code.
+#include "framework/com/Runtime.h"
+
 #ifdef __MINGW32__
 
 #include "framework/com/Failure.h"
@@ -16,6 +18,8 @@ namespace __gnu_cxx
 {
 
 [[noreturn]] void __verbose_terminate_handler();
+
+void __freeres(); // frees the reserve for exceptions; declared nowhere
 
 /// The runtime's handler prints the type of an exception that nobody catches, and brings a demangler and formatted
 /// output along for a text that a program with windows never shows.
@@ -69,8 +73,42 @@ void __throw_bad_function_call()
 
 } // namespace std
 
+namespace
+{
+
+/// What the C++ ABI keeps of a thread's exceptions.
+struct ThreadsExceptions
+{
+    void* caught;
+    unsigned int uncaught;
+};
+
+/// The runtime's own thread-local storage sets up a good dozen of blocks that it never frees. Without a destructor: the
+/// last exceptions may come after all destructors.
+const DWORD slot = TlsAlloc();
+
+} // namespace
+
 extern "C"
 {
+
+ThreadsExceptions* __cxa_get_globals_fast() noexcept;
+ThreadsExceptions* __cxa_get_globals() noexcept;
+
+ThreadsExceptions* __cxa_get_globals_fast() noexcept
+{
+    return static_cast<ThreadsExceptions*>(TlsGetValue(slot));
+}
+
+ThreadsExceptions* __cxa_get_globals() noexcept
+{
+    if (auto* existing = __cxa_get_globals_fast())
+        return existing;
+    auto* const made = static_cast<ThreadsExceptions*>(std::calloc(1, sizeof(ThreadsExceptions)));
+    if (!made || !TlsSetValue(slot, made))
+        std::abort();
+    return made;
+}
 
 int __real_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attributes);
 int __wrap_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attributes);
@@ -85,8 +123,45 @@ int __wrap_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t*
     return result;
 }
 
+int __wrap_pthread_once(pthread_once_t* once, void (*initialize)());
+
+/// In the same way, for what the runtime does once: that is in the first exception, which the module raises itself while
+/// it is loaded, on one thread. The threads library would make a record of the thread for it and never free that.
+int __wrap_pthread_once(pthread_once_t* once, void (*initialize)())
+{
+    if (*once == PTHREAD_ONCE_INIT)
+    {
+        *once = PTHREAD_ONCE_INIT + 1;
+        initialize();
+    }
+    return 0;
+}
+
 } // extern "C"
 
 // NOLINTEND(bugprone-reserved-identifier)
+
+namespace korvane::runtime
+{
+
+void threadEnds() noexcept
+{
+    std::free(TlsGetValue(slot));
+    TlsSetValue(slot, nullptr);
+}
+
+void moduleGoes() noexcept
+{
+    __gnu_cxx::__freeres();
+    threadEnds();
+    TlsFree(slot);
+}
+
+} // namespace korvane::runtime
+
+#else
+
+void korvane::runtime::threadEnds() noexcept {}
+void korvane::runtime::moduleGoes() noexcept {}
 
 #endif

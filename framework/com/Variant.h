@@ -59,6 +59,9 @@ public:
         return &value_;
     }
 
+    /// The address for a parameter that takes a value and gives one back.
+    VARIANT* inOut() noexcept { return &value_; }
+
     /// Gives the value away.
     VARIANT detach() noexcept { return std::exchange(value_, VARIANT{}); }
 

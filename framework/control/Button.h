@@ -3,7 +3,8 @@
 
 #include "framework/control/Control.h"
 
-#include <functional>
+#include <memory>
+#include <optional>
 
 namespace korvane
 {
@@ -11,11 +12,22 @@ namespace korvane
 class Button : public Control
 {
 public:
-    Button(Surface surface, const Design& design) : Control(surface, design) {}
+    /// @param picture id of an icon that is shown in place of the caption, which stays the button's name for screen
+    /// readers; 0 for none.
+    Button(Surface surface, const Design& design, long picture = 0)
+        : Control(surface, design), picture_(picture)
+    {
+    }
+
+    /// Fills the button with a colour (RGB; below 1 for none) from now on.
+    void setFillColor(long color);
 
     std::function<void()> onClick; ///< by the user
 
+    void placed() override;
+    void closing() noexcept override { icon_.reset(); }
     void notify(WORD code) override;
+    LRESULT notified(const NMHDR& notification) override;
     const std::wstring* accessCaption(std::size_t index) const noexcept override
     {
         return index == 0 ? &Caption() : nullptr;
@@ -23,6 +35,19 @@ public:
 
 protected:
     HWND createWindow(HWND parent, int id) override;
+
+private:
+    void drawFilled(HDC context, RECT place, UINT state) const;
+
+    struct IconDeleter
+    {
+        void operator()(HICON icon) const noexcept { DestroyIcon(icon); }
+    };
+
+    long picture_;
+    std::unique_ptr<std::remove_pointer_t<HICON>, IconDeleter> icon_;
+    int iconSize_ = 0;
+    std::optional<long> fillColor_;
 };
 
 } // namespace korvane

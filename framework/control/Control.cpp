@@ -183,12 +183,13 @@ void Control::forgetWindow() noexcept
 
 void Control::notify(WORD) {}
 
-void Control::notified(const NMHDR& notification)
+LRESULT Control::notified(const NMHDR& notification)
 {
     if (notification.code == NM_SETFOCUS)
         focusNotified(true);
     else if (notification.code == NM_KILLFOCUS)
         focusNotified(false);
+    return 0;
 }
 
 void Control::focusNotified(bool arrived) const noexcept

@@ -125,7 +125,7 @@ public:
     /// The window is about to go.
     virtual void closing() noexcept {}
     virtual void notify(WORD code);
-    virtual void notified(const NMHDR& notification);
+    virtual LRESULT notified(const NMHDR& notification);
     virtual void scrolled() {}
     virtual void draw(const DRAWITEMSTRUCT&) const {}
     bool takesKey(WORD key, DWORD modifiers) const noexcept;

@@ -54,12 +54,12 @@ void DateTimePicker::setValue(OleDate value) const
         throw Failure(DISP_E_OVERFLOW);
 }
 
-void DateTimePicker::notified(const NMHDR& notification)
+LRESULT DateTimePicker::notified(const NMHDR& notification)
 {
-    if (notification.code == DTN_DATETIMECHANGE)
-        raise(onChange);
-    else
-        Control::notified(notification);
+    if (notification.code != DTN_DATETIMECHANGE)
+        return Control::notified(notification);
+    raise(onChange);
+    return 0;
 }
 
 /// A field that is half typed counts when the picker is left, which the default key does not do.

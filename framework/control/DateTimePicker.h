@@ -19,7 +19,7 @@ public:
 
     std::function<void()> onChange; ///< by the user; setValue does not raise it
 
-    void notified(const NMHDR& notification) override;
+    LRESULT notified(const NMHDR& notification) override;
     void completeEdit() override;
 
 protected:

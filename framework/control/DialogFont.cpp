@@ -1,6 +1,6 @@
 #include "framework/control/DialogFont.h"
 
-#include "framework/com/Call.h"
+#include "framework/com/Boundary.h"
 
 #include <cwchar>
 
@@ -9,6 +9,20 @@ namespace korvane
 
 namespace
 {
+
+/// The sample whose extent says how much larger one font is than another.
+constexpr const wchar_t* sample = L"gM";
+
+constexpr int maximumHeight = 10; // inches: with letters of that height no dialog fits in a window
+
+ComPtr<IFont> copyOf(const ComPtr<IFont>& font)
+{
+    ComPtr<IFont> copy;
+    call(font, &IFont::Clone, copy.put());
+    if (!copy)
+        throw Failure(E_FAIL);
+    return copy;
+}
 
 /// IFont::IsEqual may take the other font for one of its own kind, which a container's need not be.
 bool areSame(const ComPtr<IFont>& one, const ComPtr<IFont>& other)
@@ -53,17 +67,24 @@ DialogFont::DialogFont()
     require(OleCreateFontIndirect(&design, IID_IFont, font_.putVoid()));
 }
 
-void DialogFont::set(IUnknown* font)
+DialogFont::Scale DialogFont::set(IUnknown* font, int dpi)
 {
     const auto original = queryFor<IFont>(font);
     if (!original)
         throw Failure(E_NOINTERFACE);
     if (areSame(original, font_))
-        return;
-    ComPtr<IFont> copy;
-    call(original, &IFont::Clone, copy.put());
-    font_ = std::move(copy);
-    dpi_ = 0;
+        return {};
+    DialogFont next(copyOf(original));
+    const SIZE after = next.measure(sample, dpi);
+    if (after.cx <= 0 || after.cy <= 0 || after.cy > maximumHeight * dpi)
+        throw Failure(E_INVALIDARG);
+    SIZE before{}; // of a font that fails by now nothing is known
+    attempt([&] { before = measure(sample, dpi); });
+    *this = std::move(next);
+    if (before.cx <= 0 || before.cy <= 0)
+        return {};
+    return {static_cast<float>(after.cx) / static_cast<float>(before.cx),
+            static_cast<float>(after.cy) / static_cast<float>(before.cy)};
 }
 
 HFONT DialogFont::handle(int dpi) const
@@ -73,14 +94,21 @@ HFONT DialogFont::handle(int dpi) const
     dpi_ = dpi;
     HFONT handle = nullptr;
     call(font_, &IFont::get_hFont, &handle);
+    if (GetObjectType(handle) != OBJ_FONT)
+        throw Failure(E_HANDLE);
     return handle;
 }
 
-SIZE DialogFont::measure(const wchar_t* sample, int dpi) const
+ComPtr<IFontDisp> DialogFont::copy() const
+{
+    return copyOf(font_).as<IFontDisp>();
+}
+
+SIZE DialogFont::measure(const wchar_t* text, int dpi) const
 {
     SIZE extent{};
     withFont(handle(dpi), [&](HDC context) {
-        GetTextExtentPoint32W(context, sample, static_cast<int>(std::wcslen(sample)), &extent);
+        GetTextExtentPoint32W(context, text, static_cast<int>(std::wcslen(text)), &extent);
     });
     return extent;
 }

@@ -15,22 +15,33 @@ public:
     /// Starts as the font in which the layouts are designed.
     DialogFont();
 
+    /// How much larger one font is than another.
+    struct Scale
+    {
+        float x = 1;
+        float y = 1;
+    };
+
     /// Takes over a copy of a font: the container's own is not changed by the dialog's resolution. Throws a
-    /// Failure, and keeps the former font, when the font cannot be copied. A font like the former one changes
-    /// nothing.
-    void set(IUnknown* font);
+    /// Failure, and keeps the former font, when the font cannot be copied, scaled to the resolution or measured, or
+    /// when no dialog could be laid out with it. A font like the former one changes nothing.
+    /// @return how much larger it is than the former one.
+    Scale set(IUnknown* font, int dpi);
 
     /// For a resolution in pixels per inch. Valid until the font is set again or asked for another one.
     HFONT handle(int dpi) const;
 
-    /// Extent of a sample text in pixels.
-    SIZE measure(const wchar_t* sample, int dpi) const;
-    /// Extent of a text in pixels, its lines broken where they are wider than a width in pixels.
+    /// Extent of a text in pixels.
+    SIZE measure(const wchar_t* text, int dpi) const;
+    /// The same, its lines broken where they are wider than a width in pixels.
     SIZE measure(std::wstring_view text, int dpi, int width) const;
 
-    ComPtr<IFontDisp> object() const { return font_.as<IFontDisp>(); }
+    /// A copy: who changes it sets it, and the layout follows.
+    ComPtr<IFontDisp> copy() const;
 
 private:
+    explicit DialogFont(ComPtr<IFont> font) noexcept : font_(std::move(font)) {}
+
     ComPtr<IFont> font_;
     mutable int dpi_ = 0; ///< what the font was last asked for: asking anew would replace its handle
 };

@@ -29,22 +29,14 @@ wchar_t upperCase(wchar_t letter) noexcept
     return letter;
 }
 
-/// The letter after a lone ampersand, in upper case; 0 without one.
+/// The letter after a lone ampersand; 0 without one.
 wchar_t accessKey(const std::wstring& caption) noexcept
 {
     for (std::size_t at = caption.find(L'&'); at != std::wstring::npos && at + 1 < caption.size();
          at = caption.find(L'&', at + 2))
         if (caption[at + 1] != L'&')
-            return upperCase(caption[at + 1]);
+            return caption[at + 1];
     return 0;
-}
-
-/// Visits the access keys that lead to a control now.
-template <class Visit> void forAccessKeysOf(const Control& control, Visit&& visit)
-{
-    for (std::size_t index = 0; const std::wstring* caption = control.accessCaption(index); ++index)
-        if (const wchar_t key = accessKey(*caption); key != 0 && control.isWithinReach())
-            visit(key);
 }
 
 /// The focus stays where it is until the container gives it.
@@ -225,26 +217,46 @@ void DialogWindow::arrange() noexcept
         RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
-HWND DialogWindow::controlOfAccessKey(wchar_t key) const noexcept
+DialogWindow::AccessKey DialogWindow::findAccessKey(wchar_t key) const noexcept
 {
-    HWND found = nullptr;
-    for (const Control* control : controls_)
-        forAccessKeysOf(*control, [&](wchar_t own) {
-            if (!found && own == upperCase(key))
-                found = control->window();
-        });
-    return found;
+    for (Control* control : controls_)
+        for (std::size_t index = 0; const std::wstring* caption = control->accessCaption(index); ++index)
+            if (const wchar_t spelled = accessKey(*caption);
+                spelled != 0 && upperCase(spelled) == upperCase(key) && control->isWithinReach())
+                return {control, index, spelled};
+    return {};
 }
 
 std::wstring DialogWindow::accessKeys() const
 {
     std::wstring keys;
     for (const Control* control : controls_)
-        forAccessKeysOf(*control, [&](wchar_t own) {
-            if (keys.find(own) == std::wstring::npos)
-                keys += own;
-        });
+        for (std::size_t index = 0; const std::wstring* caption = control->accessCaption(index); ++index)
+            if (const wchar_t key = upperCase(accessKey(*caption));
+                key != 0 && control->isWithinReach() && keys.find(key) == std::wstring::npos)
+                keys += key;
     return keys;
+}
+
+bool DialogWindow::followAccessKey(MSG message) noexcept
+{
+    const AccessKey found = findAccessKey(static_cast<wchar_t>(message.wParam));
+    if (!found.control)
+        return false;
+    bool followed = true; // also where that fails
+    const auto follow = [&] { followed = found.control->accessKeyPressed(found.caption); };
+    run(std::cref(follow));
+    if (followed || !window_)
+        return true;
+    // The dialog manager finds the letter as the caption has it; not on every platform in the other case too.
+    message.wParam = found.spelled;
+    return IsDialogMessageW(window_, &message) != FALSE;
+}
+
+HICON DialogWindow::loadIcon(long id, int size) const noexcept
+{
+    return static_cast<HICON>(
+        LoadImageW(module::instance(), MAKEINTRESOURCEW(id), IMAGE_ICON, size, size, 0));
 }
 
 HWND DialogWindow::lastTabStop() const noexcept
@@ -327,72 +339,70 @@ LRESULT CALLBACK DialogWindow::procedure(HWND window, UINT message, WPARAM first
         return DefDlgProcW(window, message, first, second);
     // The container may end the dialog and let go of it in whatever the message leads to.
     const ComPtr<IUnknown> alive(dialog->identity());
-    return dialog->handle(message, first, second) ? 0 : DefDlgProcW(window, message, first, second);
+    const auto result = dialog->handle(message, first, second);
+    return result ? *result : DefDlgProcW(window, message, first, second);
 }
 
-bool DialogWindow::handle(UINT message, WPARAM first, LPARAM second) noexcept
+std::optional<LRESULT> DialogWindow::handle(UINT message, WPARAM first, LPARAM second) noexcept
 {
     switch (message)
     {
     case WM_COMMAND:
         if (Control* control = controlOf(reinterpret_cast<HWND>(second)))
             control->notify(HIWORD(first));
-        return true;
+        return 0;
     case WM_NOTIFY:
     {
         const auto& notification = *reinterpret_cast<const NMHDR*>(second);
         if (Control* control = controlOf(notification.hwndFrom))
-        {
-            control->notified(notification);
-            return true;
-        }
-        return false;
+            return control->notified(notification);
+        return std::nullopt;
     }
     case WM_VSCROLL:
         // The end of scrolling comes after the last change, and is none itself.
         if (Control* control = controlOf(reinterpret_cast<HWND>(second));
             control && LOWORD(first) != SB_ENDSCROLL)
             control->scrolled();
-        return true;
+        return 0;
     case WM_SETCURSOR:
         // Comes here from the control under the pointer, with what the pointer does there.
         relayToToolTips(reinterpret_cast<HWND>(first), HIWORD(second));
-        return false;
+        return std::nullopt;
     case WM_DRAWITEM:
     {
         const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(second);
         if (const Control* control = controlOf(item.hwndItem))
             control->draw(item);
-        return true;
+        return 0;
     }
     case postedMessage:
         if (Control* control = controlOf(reinterpret_cast<HWND>(first)))
             control->posted(second);
         else if (first == 0)
             run([this] { postedToDialog(); });
-        return true;
+        return 0;
     case WM_SETFOCUS:
         focusArrived();
         windowFocused();
-        return false;
+        return std::nullopt;
     case WM_SHOWWINDOW:
         if (first != FALSE)
             windowShown();
-        return false;
+        return std::nullopt;
     case WM_MOUSEACTIVATE:
         focusArrived();
-        return false;
+        return std::nullopt;
     case dpiChangedAfterParent:
         if (const int dpi = windowDpi(window_); dpi != dpi_)
         {
             dpi_ = dpi;
             run([this] { dpiChanged(); });
         }
-        return true;
+        return 0;
     case WM_DESTROY:
         for (Control* control : controls_)
             control->closing();
-        return false;
+        return std::nullopt;
     case WM_NCDESTROY:
         // A container may destroy its window, and this one in it, before it lets go of the control.
         SetWindowLongPtrW(window_, DWLP_USER, 0);
@@ -401,9 +411,9 @@ bool DialogWindow::handle(UINT message, WPARAM first, LPARAM second) noexcept
         controlsCreated_ = false;
         for (Control* control : controls_)
             control->forgetWindow();
-        return false;
+        return std::nullopt;
     default:
-        return false;
+        return std::nullopt;
     }
 }
 

@@ -5,6 +5,7 @@
 #include "framework/control/DialogFont.h"
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace korvane
@@ -25,10 +26,10 @@ public:
     /// The object that the window belongs to. It is held while the window handles a message.
     virtual IUnknown* identity() noexcept = 0;
 
-    /// The visible and enabled control that an access key leads to; null when there is none.
-    HWND controlOfAccessKey(wchar_t key) const noexcept;
     /// The access keys that lead to a control, in upper case.
     std::wstring accessKeys() const;
+    /// Does what the access key of a message leads to. False when it is none of a visible and enabled control.
+    bool followAccessKey(MSG message) noexcept;
 
     // The ends of the tab order; null in a dialog without a control that takes the focus.
     HWND firstTabStop() const noexcept { return GetNextDlgTabItem(window_, nullptr, FALSE); }
@@ -42,6 +43,8 @@ public:
     virtual void run(const std::function<void()>& handler) noexcept = 0;
     virtual void focusArrived() noexcept = 0;
     virtual void focusLeft() noexcept = 0;
+    /// The icon with an id, as wide and high as a number of pixels; null when there is none. The caller destroys it.
+    virtual HICON loadIcon(long id, int size) const noexcept;
     /// Lets a control come back to something once the message at hand is over.
     void post(const Control& control, LPARAM value) const noexcept;
 
@@ -90,8 +93,17 @@ protected:
     void postToDialog() const noexcept;
 
 private:
+    struct AccessKey
+    {
+        Control* control = nullptr;
+        std::size_t caption = 0;
+        wchar_t spelled = 0; ///< as the caption has it
+    };
+    AccessKey findAccessKey(wchar_t key) const noexcept;
+
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM first, LPARAM second) noexcept;
-    bool handle(UINT message, WPARAM first, LPARAM second) noexcept;
+    /// The result of a message; none for what is left to the platform.
+    std::optional<LRESULT> handle(UINT message, WPARAM first, LPARAM second) noexcept;
     Control* controlOf(HWND window) const noexcept;
     void createToolTips();
     void relayToToolTips(HWND control, UINT mouseMessage) const noexcept;

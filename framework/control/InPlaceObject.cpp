@@ -1,5 +1,7 @@
 #include "framework/control/OleControl.h"
 
+#include <algorithm>
+
 namespace korvane
 {
 
@@ -173,7 +175,13 @@ STDMETHODIMP OleControl::SetObjectRects(LPCRECT place, LPCRECT clip)
     if (!place)
         return E_POINTER;
     return held([&] {
-        position_ = {place->left, place->top};
+        const auto coordinate = [](LONG wanted) {
+            return std::clamp(wanted, -32768L, 32767L);
+        }; // of a window
+        position_ = {coordinate(place->left), coordinate(place->top)};
+        if (const RECT own = placeInContainer(); resizable() && !EqualRect(&own, place))
+            takeSize(toTwips(static_cast<float>(place->right) - static_cast<float>(place->left), dpi()),
+                     toTwips(static_cast<float>(place->bottom) - static_cast<float>(place->top), dpi()));
         moveWindow(clip ? *clip : *place);
         const RECT own = placeInContainer();
         if (!EqualRect(&own, place))

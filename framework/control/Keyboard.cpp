@@ -77,14 +77,12 @@ bool OleControl::translates(LPMSG message) noexcept
         return isDialogKey(message->wParam) && window() && IsDialogMessageW(window(), message);
     case WM_SYSCHAR:
         // A key that is none of the dialog's may belong to a menu or a neighbour.
-        return controlOfAccessKey(static_cast<wchar_t>(message->wParam)) &&
-               IsDialogMessageW(window(), message);
+        return followAccessKey(*message);
     case WM_CHAR:
     {
         const bool wantsText =
             (SendMessageW(message->hwnd, WM_GETDLGCODE, 0, 0) & (DLGC_WANTCHARS | DLGC_WANTALLKEYS)) != 0;
-        return !wantsText && controlOfAccessKey(static_cast<wchar_t>(message->wParam)) &&
-               IsDialogMessageW(window(), message);
+        return !wantsText && followAccessKey(*message);
     }
     default:
         return false;
@@ -171,7 +169,7 @@ STDMETHODIMP OleControl::OnMnemonic(LPMSG message)
             for (const wchar_t key : accessKeys())
                 if (virtualKeyOf(key) == message->wParam)
                     character.wParam = key;
-        IsDialogMessageW(window(), &character);
+        followAccessKey(character);
         return S_OK;
     });
 }

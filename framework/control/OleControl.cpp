@@ -1,5 +1,7 @@
 #include "framework/control/OleControl.h"
 
+#include <algorithm>
+
 namespace korvane
 {
 
@@ -14,7 +16,21 @@ void OleControl::setSize(float width, float height)
         return;
     width_ = width;
     height_ = height;
+    if (resizable())
+        run([this] { resized(); });
     extentChanged();
+}
+
+/// What the container gives a resizable dialog, in twips.
+void OleControl::takeSize(float width, float height) noexcept
+{
+    constexpr int largestWindow = 32767; // pixels
+    const float largest = toTwips(largestWindow, dpi());
+    const Extent least = minimumSize();
+    width_ = std::clamp(width, std::min(least.width, largest), largest);
+    height_ = std::clamp(height, std::min(least.height, largest), largest);
+    run([this] { resized(); });
+    viewChanged();
 }
 
 void OleControl::extentChanged()

@@ -112,7 +112,13 @@ public:
 protected:
     OleControl(REFCLSID classId, float width, float height);
 
-    /// Size of the dialog in twips. A dialog is of fixed size: what a container gives it is given back.
+    /// Size of the dialog in twips. A dialog is of fixed size, and what a container gives it is given back, unless the
+    /// dialog is resizable: then it takes what it is given, and lays itself out in it.
+    virtual bool resizable() const noexcept { return false; }
+    /// A resizable dialog has another size: it puts its controls where they belong.
+    virtual void resized() {}
+    /// What a resizable dialog needs at least; it insists on that.
+    virtual Extent minimumSize() const noexcept { return {}; }
     float Width() const noexcept { return width_; }
     float Height() const noexcept { return height_; }
     void setSize(float width, float height);
@@ -185,6 +191,7 @@ private:
     }
     void hide() noexcept;
     void end() noexcept;
+    void takeSize(float width, float height) noexcept;
     RECT placeInContainer() const noexcept;
     void moveWindow(const RECT& clip) noexcept;
     void insistOnSize() noexcept;

@@ -142,7 +142,16 @@ STDMETHODIMP OleControl::SetExtent(DWORD aspect, SIZEL* extent)
     if (aspect != DVASPECT_CONTENT)
         return DV_E_DVASPECT;
     return held([&] {
-        if (extent->cx != toHimetric(width_) || extent->cy != toHimetric(height_))
+        const auto isOwn = [&] {
+            return extent->cx == toHimetric(width_) && extent->cy == toHimetric(height_);
+        };
+        if (isOwn())
+            return;
+        if (resizable())
+            takeSize(fromHimetric(extent->cx), fromHimetric(extent->cy));
+        if (isOwn())
+            moveWindow(placeInContainer());
+        else
             insistOnSize();
     });
 }

@@ -41,7 +41,7 @@ STDMETHODIMP OleControl::InitNew()
 
 STDMETHODIMP OleControl::Load(IStream* stream)
 {
-    return guard([&] {
+    return held([&] {
         Stored stored{};
         ULONG read = 0;
         require(notNull(stream)->Read(&stored, sizeof stored, &read));
@@ -54,9 +54,12 @@ STDMETHODIMP OleControl::Load(IStream* stream)
 
 STDMETHODIMP OleControl::Save(IStream* stream, BOOL clearDirty)
 {
-    return guard([&] {
+    return held([&] {
         const Stored stored{currentVersion, enabled_ ? 1UL : 0UL};
-        require(notNull(stream)->Write(&stored, sizeof stored, nullptr));
+        ULONG written = sizeof stored; // unless the stream says otherwise
+        require(notNull(stream)->Write(&stored, sizeof stored, &written));
+        if (written != sizeof stored)
+            throw Failure(STG_E_MEDIUMFULL);
         dirty_ = dirty_ && !clearDirty;
     });
 }
@@ -71,20 +74,18 @@ STDMETHODIMP OleControl::GetSizeMax(ULARGE_INTEGER* size)
 
 STDMETHODIMP OleControl::Load(IPropertyBag* bag, IErrorLog* log)
 {
-    return guard([&] {
-        VARIANT value;
-        VariantInit(&value);
-        value.vt = VT_BOOL; // the type that the bag is to convert to
-        const HRESULT result = notNull(bag)->Read(enabledName, &value, log);
-        setEnabled(FAILED(result) ||
-                   value.boolVal != VARIANT_FALSE); // a property that is missing has its default
+    return held([&] {
+        Variant value(false); // of the type that the bag is to convert to, which not every bag does
+        const HRESULT result = notNull(bag)->Read(enabledName, value.inOut(), log);
+        // A property that is missing has its default.
+        setEnabled(FAILED(result) || value.isEmpty() || toBool(value.get()));
         dirty_ = false;
     });
 }
 
 STDMETHODIMP OleControl::Save(IPropertyBag* bag, BOOL clearDirty, BOOL)
 {
-    return guard([&] {
+    return held([&] {
         VARIANT value = Variant(enabled_).get();
         require(notNull(bag)->Write(enabledName, &value));
         dirty_ = dirty_ && !clearDirty;

@@ -118,7 +118,7 @@ void TreeView::closing() noexcept
 }
 
 /// The tree tells of a click or key before it toggles the node: it is asked once that is over.
-void TreeView::notified(const NMHDR& notification)
+LRESULT TreeView::notified(const NMHDR& notification)
 {
     if (!setting_)
         posted(0); // what is still to be asked for has happened by now
@@ -138,11 +138,11 @@ void TreeView::notified(const NMHDR& notification)
             toggled_ = reinterpret_cast<const NMTVITEMCHANGE&>(notification).hItem;
         break;
     default:
-        Control::notified(notification);
-        return;
+        return Control::notified(notification);
     }
     if (toggled_)
         dialog_.post(*this, 0);
+    return 0;
 }
 
 void TreeView::posted(LPARAM)

@@ -31,7 +31,7 @@ public:
 
     void placed() override;
     void closing() noexcept override;
-    void notified(const NMHDR& notification) override;
+    LRESULT notified(const NMHDR& notification) override;
     void posted(LPARAM value) override;
 
 protected:

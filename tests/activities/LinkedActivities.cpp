@@ -11,7 +11,7 @@ namespace
 std::string shownValues(long nameId, const ActivityValues& values)
 {
     return shown(nameId) + ':' + shown(values.typeId) + ' ' + shown(static_cast<long>(values.t0 * 24)) + '-' +
-           shown(static_cast<long>(values.t1 * 24)) + quoted(values.text);
+           shown(static_cast<long>(values.t1 * 24)) + test::quoted(values.text);
 }
 
 std::string shownBooking(const Booking& booking)

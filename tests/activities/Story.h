@@ -141,10 +141,9 @@ protected:
         ComPtr<IEventLinks> links;
         call(root, &IRoot::get_EventLinks, links.put());
         EventConnection connection;
-        connection.connect(links.get(), __uuidof(IEventLinksEvents),
-                           {.add = [&](const EventArguments& arguments) {
-                               names.push_back(arguments.number(1));
-                           }});
+        connection.connect(
+            links.get(), __uuidof(IEventLinksEvents),
+            {.add = [&](const EventArguments& arguments) { names.push_back(arguments.number(1)); }});
         Variant link;
         connection.during([&] { call(links, &IEventLinks::Load, eventId, link.put()); });
         return names;

@@ -1,4 +1,4 @@
-// What the data layer announces to an activity dialog that could not get ready.
+// What the data layer announces to an activity dialog after its Ready, and what it is asked meanwhile.
 #include "tests/activities/ActivityDialog.h"
 #include "tests/support/Allocation.h"
 
@@ -36,6 +36,34 @@ TEST_F(ActivityDialog, WhatIsAnnouncedAfterAFailedReadyIsShownOnce)
         SetErrorInfo(0, nullptr);
     }
     EXPECT_GT(refused, 1);
+}
+
+TEST_F(ActivityDialog, WhatIsAnnouncedLaterIsShownToo)
+{
+    showed(1);
+    const auto lines = treeLines().size();
+    const LRESULT offered = SendMessageW(types(), CB_GETCOUNT, 0, 0);
+    data.announceGroup({6, L"Cranes", 3});
+    data.announceName({30, L"Dora", 6});
+    data.announceType({9, L"Holiday", 0x00FF00});
+    EXPECT_EQ(treeLines().size(), lines + 2);
+    EXPECT_TRUE(node(L"Dora", L"Cranes"));
+    EXPECT_EQ(SendMessageW(types(), CB_GETCOUNT, 0, 0), offered + 1);
+    toggleByKey(node(L"Dora", L"Cranes"));
+    EXPECT_EQ(number(L"N0"), 30);
+    data.announceClear(EventsOf::types);
+    EXPECT_EQ(SendMessageW(types(), CB_GETCOUNT, 0, 0), 0);
+    EXPECT_THAT(container.errors, testing::IsEmpty());
+}
+
+TEST_F(ActivityDialog, TheQuestionComesBeforeTheScopeIsOpened)
+{
+    questions.onAsked = [this] {
+        EXPECT_FALSE(data.calls.empty());
+        EXPECT_THAT(data.calls, testing::Each(testing::Not(testing::StartsWith("Root.OpenScope"))));
+    };
+    showed(3, 3);
+    EXPECT_EQ(questions.asked.size(), 1U);
 }
 
 } // namespace korvane::test

@@ -357,45 +357,6 @@ TEST_F(ctlEditEventsTests, AfterAFailedDeletionOkSavesAgain)
     EXPECT_TRUE(data.event(50));
 }
 
-TEST_F(ctlEditEventsTests, AFailureLeavesEverythingAndACorrectedOkBooksOnce)
-{
-    for (const char* call :
-         {"Events.Add", "EventLinks.Create", "EventLinks.AddNames", "EventLinks.SetRecurrence"})
-    {
-        SCOPED_TRACE(call);
-        data.events.clear();
-        showed(1);
-        SetFocus(textBox());
-        container.type(L"Tyres");
-        toggleByKey(node(L"Ben", L"Drivers"));
-        Container::click(repeat());
-        const auto before = treeLines();
-        data.fail(call, locked);
-        Container::click(ok());
-        EXPECT_THAT(container.errors, ElementsAre(locked));
-        EXPECT_THAT(container.done, IsEmpty());
-        EXPECT_EQ(Container::text(textBox()), L"Tyres");
-        EXPECT_EQ(treeLines(), before);
-        EXPECT_TRUE(isChecked(repeat()));
-
-        Container::click(ok());
-        EXPECT_THAT(container.done, ElementsAre(false));
-        std::vector<long> names;
-        for (const Event& event : data.events)
-        {
-            names.push_back(event.nameId);
-            EXPECT_EQ(event.text, L"Tyres");
-            EXPECT_TRUE(event.rule);
-            EXPECT_EQ(event.link, data.events.front().link);
-        }
-        EXPECT_THAT(names, testing::UnorderedElementsAre(10, 11));
-        container.close();
-        container.errors.clear();
-        container.done.clear();
-        command = create<IAppCommand>(__uuidof(::EditEvents));
-    }
-}
-
 TEST_F(ctlEditEventsTests, AFailedDetachmentKeepsTheDialogOpenAndTheNextOkCompletesIt)
 {
     data.events[0].link = 50;

@@ -1,5 +1,7 @@
 // What holds for every dialog: it opens, fails, is tried again and closes at any time, and leaves nothing open.
+#include "framework/com/Boundary.h"
 #include "tests/classes/Cases.h"
+#include "tests/framework/Fakes.h"
 #include "tests/support/ComRules.h"
 
 #include <gmock/gmock.h>
@@ -192,6 +194,7 @@ TEST_P(DialogTests, AFailureOfItsCommandIsToldAndLeavesEverythingAsItWas)
 {
     fillIn();
     const auto calls = callsOf([&] { confirm(); });
+    const auto written = data.content();
     EXPECT_FALSE(calls.empty());
     for (const FailingCall& failing : calls)
     {
@@ -214,6 +217,7 @@ TEST_P(DialogTests, AFailureOfItsCommandIsToldAndLeavesEverythingAsItWas)
         confirm();
         EXPECT_THAT(container.done, ElementsAre(false));
         EXPECT_EQ(container.errors.size(), 1U);
+        EXPECT_EQ(data.content(), written); // as if it had not failed
     }
 }
 
@@ -272,6 +276,57 @@ TEST_P(DialogTests, TheHostMayCloseItWhileItIsToldSomething)
     };
     confirm();
     EXPECT_FALSE(container.dialog);
+}
+
+TEST_P(DialogTests, TheHostMayCloseItWhileTheDataLayerIsAsked)
+{
+    const auto begin = [this] { tested.runsByItself() ? show() : activate(); };
+    const auto use = [this] {
+        if (!tested.runsByItself())
+            tested.use(container);
+        confirm();
+    };
+    begin();
+    const auto calls = callsOf(use);
+    for (std::size_t index = 0; index < calls.size(); ++index)
+    {
+        SCOPED_TRACE(calls[index].upToTheFailure.back());
+        renew();
+        begin();
+        std::size_t made = 0;
+        data.during = [&](const std::string&) {
+            if (made++ == index)
+                container.close();
+        };
+        attempt(use); // the user finds no dialog any more
+        data.during = nullptr;
+        EXPECT_FALSE(container.dialog);
+    }
+}
+
+TEST_P(DialogTests, AHostsOwnTextsStandInItUntilThereAreOthers)
+{
+    place();
+    for (const wchar_t* word : {L"first", L"second"})
+    {
+        const auto texts = make<HostResources>();
+        texts->word = word;
+        call(container.dialog, &IAppDialog::putref_Resources, texts.get());
+        ASSERT_TRUE(container.ready());
+        Bstr title;
+        call(container.dialog, &IAppDialog::get_Name, title.put());
+        EXPECT_THAT(std::wstring(title.view()), testing::StartsWith(word));
+        int captions = 0;
+        for (const HWND window : windowsOn(container.dialogWindow()))
+            if (const auto kind = classOf(window); kind == L"Static" || kind == L"Button")
+                if (const std::wstring caption = Container::text(window); !caption.empty())
+                {
+                    EXPECT_THAT(caption, testing::StartsWith(word));
+                    ++captions;
+                }
+        EXPECT_GT(captions, 0);
+    }
+    call(container.dialog, &IAppDialog::putref_Resources, nullptr);
 }
 
 TEST_P(DialogTests, ReadyItObeysTheRulesOfCom)

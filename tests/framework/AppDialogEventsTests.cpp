@@ -119,6 +119,21 @@ TEST_F(AppDialogEventsTests, AnErrorObjectOfTheThreadIsToldOnce)
     EXPECT_EQ(sink->errors[0].description, L"It did not work.");
 }
 
+TEST_F(AppDialogEventsTests, LateBoundItTellsTheSameErrors)
+{
+    connect(sink);
+    const auto raiseError = [&] {
+        DISPPARAMS none{};
+        return events->Invoke(2, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, nullptr, nullptr,
+                              nullptr);
+    };
+    leaveError(E_FAIL, L"a host's dialog", L"It did not work.");
+    EXPECT_EQ(raiseError(), S_OK);
+    EXPECT_EQ(raiseError(), S_OK);
+    ASSERT_EQ(sink->errors.size(), 1U);
+    EXPECT_EQ(sink->errors[0].description, L"It did not work.");
+}
+
 TEST_F(AppDialogEventsTests, WithoutASinkTheErrorStays)
 {
     setCurrentError(E_FAIL, L"source", L"kept");

@@ -62,6 +62,68 @@ private:
     HWND window_;
 };
 
+/// A host's own font, in front of one of the platform's, that fails where it is told to.
+class HostFont final : public Object<HostFont, Inherits<IFont>, IFont>
+{
+public:
+    enum class Failing
+    {
+        clone,
+        nullClone,
+        ratio,
+        handle,
+        nullHandle,
+        strangeHandle
+    };
+
+    HostFont(const ComPtr<IFont>& font, Failing failing) : font_(font), failing_(failing) {}
+
+    STDMETHODIMP get_Name(BSTR* name) override { return font_->get_Name(name); }
+    STDMETHODIMP put_Name(BSTR name) override { return font_->put_Name(name); }
+    STDMETHODIMP get_Size(CY* size) override { return font_->get_Size(size); }
+    STDMETHODIMP put_Size(CY size) override { return font_->put_Size(size); }
+    STDMETHODIMP get_Bold(BOOL* bold) override { return font_->get_Bold(bold); }
+    STDMETHODIMP put_Bold(BOOL bold) override { return font_->put_Bold(bold); }
+    STDMETHODIMP get_Italic(BOOL* italic) override { return font_->get_Italic(italic); }
+    STDMETHODIMP put_Italic(BOOL italic) override { return font_->put_Italic(italic); }
+    STDMETHODIMP get_Underline(BOOL* underline) override { return font_->get_Underline(underline); }
+    STDMETHODIMP put_Underline(BOOL underline) override { return font_->put_Underline(underline); }
+    STDMETHODIMP get_Strikethrough(BOOL* through) override { return font_->get_Strikethrough(through); }
+    STDMETHODIMP put_Strikethrough(BOOL through) override { return font_->put_Strikethrough(through); }
+    STDMETHODIMP get_Weight(SHORT* weight) override { return font_->get_Weight(weight); }
+    STDMETHODIMP put_Weight(SHORT weight) override { return font_->put_Weight(weight); }
+    STDMETHODIMP get_Charset(SHORT* charset) override { return font_->get_Charset(charset); }
+    STDMETHODIMP put_Charset(SHORT charset) override { return font_->put_Charset(charset); }
+    STDMETHODIMP get_hFont(HFONT* font) override
+    {
+        *font = failing_ == Failing::strangeHandle ? reinterpret_cast<HFONT>(GetStockObject(WHITE_BRUSH))
+                                                   : nullptr;
+        return failing_ == Failing::handle ? E_FAIL : S_OK;
+    }
+    STDMETHODIMP Clone(IFont** copy) override
+    {
+        *copy = nullptr;
+        if (failing_ == Failing::clone)
+            return E_FAIL;
+        if (failing_ != Failing::nullClone)
+            *copy = make<HostFont>(font_, failing_).detach();
+        return S_OK;
+    }
+    STDMETHODIMP IsEqual(IFont*) override { return S_FALSE; }
+    STDMETHODIMP SetRatio(long, long) override { return failing_ == Failing::ratio ? E_FAIL : S_OK; }
+    STDMETHODIMP QueryTextMetrics(TEXTMETRICOLE* metrics) override
+    {
+        return font_->QueryTextMetrics(metrics);
+    }
+    STDMETHODIMP AddRefHfont(HFONT) override { return E_NOTIMPL; }
+    STDMETHODIMP ReleaseHfont(HFONT) override { return E_NOTIMPL; }
+    STDMETHODIMP SetHdc(HDC) override { return E_NOTIMPL; }
+
+private:
+    ComPtr<IFont> font_;
+    Failing failing_;
+};
+
 class DialogFontTests : public DialogTest
 {
 protected:
@@ -201,6 +263,47 @@ TEST_F(DialogFontTests, ANewSizeOfTheFontIsTheDesignSize)
     const RECT other{0, 0, 30, 30};
     EXPECT_EQ(dialog->SetObjectRects(&other, &other), S_OK);
     EXPECT_TRUE(size() == own);
+}
+
+TEST_F(DialogFontTests, AFontThatCannotBeUsedIsRefusedAndTheNextIsTaken)
+{
+    const auto plain = host::makeFont(L"MS Shell Dlg", 20).as<IFont>();
+    using Failing = HostFont::Failing;
+    for (const auto failing : {Failing::clone, Failing::nullClone, Failing::ratio, Failing::handle,
+                               Failing::nullHandle, Failing::strangeHandle})
+    {
+        DialogFont font;
+        const HFONT former = font.handle(96);
+        const auto bad = make<HostFont>(plain, failing);
+        EXPECT_THROW(font.set(bad.as<IFont>().get(), 96), Failure) << static_cast<int>(failing);
+        EXPECT_EQ(font.handle(96), former);
+        EXPECT_GT(font.set(plain.get(), 96).y, 1.5F);
+    }
+}
+
+TEST_F(DialogFontTests, AFontOfAbsurdSizeIsRefusedAndTheLayoutStays)
+{
+    ASSERT_TRUE(show());
+    const SIZE own = size();
+    EXPECT_EQ(dialog->putref_Font(host::makeFont(L"MS Shell Dlg", 5000).get()), E_INVALIDARG);
+    EXPECT_TRUE(size() == own);
+    const auto font = host::makeFont(L"MS Shell Dlg", 12);
+    EXPECT_EQ(dialog->putref_Font(font.get()), S_OK);
+    expectScaled(factors(font));
+}
+
+TEST_F(DialogFontTests, TheFontThatIsGivenOutIsACopy)
+{
+    ASSERT_TRUE(show());
+    ComPtr<IFontDisp> own;
+    EXPECT_EQ(dialog->get_Font(own.put()), S_OK);
+    CY larger{};
+    larger.int64 = 160000;
+    EXPECT_EQ(own.as<IFont>()->put_Size(larger), S_OK);
+    EXPECT_NEAR(heightOf(dialog->txtName.window()), MulDiv(8, dialog->dpi(), 72), 1);
+    expectScaled({1, 1});
+    EXPECT_EQ(dialog->putref_Font(own.get()), S_OK);
+    expectScaled(factors(own));
 }
 
 TEST_F(DialogFontTests, TheContainersFontIsNotTheDialogsOwn)

@@ -1,7 +1,10 @@
 // What a container stores of a dialog, and how it draws one that is not active.
+#include "tests/framework/Fakes.h"
 #include "tests/framework/TestDialog.h"
 
 #include <gmock/gmock.h>
+
+#include <cstring>
 
 namespace korvane::test
 {
@@ -27,7 +30,8 @@ public:
     STDMETHODIMP Read(LPCOLESTR readName, VARIANT* value, IErrorLog*) override
     {
         if (!written || name != readName)
-            return E_INVALIDARG;
+            return missing;
+        VariantClear(value);
         return VariantCopy(value, const_cast<VARIANT*>(&stored.get()));
     }
     STDMETHODIMP Write(LPCOLESTR writtenName, VARIANT* value) override
@@ -41,6 +45,37 @@ public:
     bool written = false;
     std::wstring name;
     Variant stored;
+    HRESULT missing = E_INVALIDARG;
+};
+
+/// A stream that takes and gives less than it is asked for.
+class ShortStream final : public Object<ShortStream, Inherits<IStream>, IStream>
+{
+public:
+    STDMETHODIMP Read(void* bytes, ULONG size, ULONG* read) override
+    {
+        std::memset(bytes, 1, size / 2);
+        *read = size / 2;
+        return S_FALSE;
+    }
+    STDMETHODIMP Write(const void*, ULONG size, ULONG* written) override
+    {
+        if (written)
+            *written = size / 2;
+        return S_OK;
+    }
+    STDMETHODIMP Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) override { return E_NOTIMPL; }
+    STDMETHODIMP SetSize(ULARGE_INTEGER) override { return E_NOTIMPL; }
+    STDMETHODIMP CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*) override
+    {
+        return E_NOTIMPL;
+    }
+    STDMETHODIMP Commit(DWORD) override { return E_NOTIMPL; }
+    STDMETHODIMP Revert() override { return E_NOTIMPL; }
+    STDMETHODIMP LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
+    STDMETHODIMP UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
+    STDMETHODIMP Stat(STATSTG*, DWORD) override { return E_NOTIMPL; }
+    STDMETHODIMP Clone(IStream**) override { return E_NOTIMPL; }
 };
 
 /// A picture of the dialog, drawn as a container draws a control that is not active.
@@ -176,6 +211,39 @@ TEST_F(DialogStateTests, AnEmptyPropertyBagIsADialogAsDesigned)
     EXPECT_EQ(dialog->put_Enabled(VARIANT_FALSE), S_OK);
     EXPECT_EQ(bag->Load(make<PropertyBag>().get(), nullptr), S_OK);
     EXPECT_TRUE(enabled(dialog));
+}
+
+TEST_F(DialogStateTests, WhatAPropertyBagAnswersIsConvertedOrRefused)
+{
+    const auto stored = make<PropertyBag>();
+    stored->written = true;
+    stored->name = L"Enabled";
+    const auto load = [&](Variant answer) {
+        stored->stored = std::move(answer);
+        return bag->Load(stored.get(), nullptr);
+    };
+    EXPECT_EQ(load(Variant(Bstr(L"0"))), S_OK);
+    EXPECT_FALSE(enabled(dialog));
+    EXPECT_EQ(load(Variant(1L)), S_OK);
+    EXPECT_TRUE(enabled(dialog));
+    EXPECT_EQ(load(Variant(0L)), S_OK);
+    EXPECT_FALSE(enabled(dialog));
+    EXPECT_EQ(load(Variant(Bstr(L"perhaps"))), DISP_E_TYPEMISMATCH);
+    EXPECT_FALSE(enabled(dialog));
+    EXPECT_TRUE(FAILED(load(Variant(make<HostResources>().as<IDispatch>())))); // released, or it stays alive
+    EXPECT_FALSE(enabled(dialog));
+    EXPECT_EQ(load(Variant()), S_OK); // as if there were none
+    EXPECT_TRUE(enabled(dialog));
+}
+
+TEST_F(DialogStateTests, AStreamThatEndsTooEarlyIsRefused)
+{
+    EXPECT_EQ(dialog->put_Enabled(VARIANT_FALSE), S_OK);
+    const auto shortStream = make<ShortStream>();
+    EXPECT_TRUE(FAILED(stream->Load(shortStream.get())));
+    EXPECT_FALSE(enabled(dialog));
+    EXPECT_EQ(stream->Save(shortStream.get(), TRUE), STG_E_MEDIUMFULL);
+    EXPECT_EQ(stream->IsDirty(), S_OK);
 }
 
 TEST_F(DialogStateTests, ADisabledDialogTakesNoInput)

@@ -16,7 +16,7 @@ STDMETHODIMP HostResources::GetString(long id, BSTR* text)
     return returns(text, [&] {
         if (id == failing)
             throw Failure(E_FAIL, L"host", L"no such text");
-        return Bstr(L"host text " + decimal(id));
+        return Bstr(word + L" text " + decimal(id));
     });
 }
 

@@ -24,7 +24,8 @@ public:
     STDMETHODIMP GetString(long id, BSTR* text) override;
     STDMETHODIMP get_LocaleID(long* locale) override;
 
-    long failing = -1; ///< the text with this id fails
+    long failing = -1;           ///< the text with this id fails
+    std::wstring word = L"host"; ///< what every text begins with
 
 private:
     static HRESULT nothing(IPictureDisp** picture);

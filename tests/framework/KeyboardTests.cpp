@@ -1,5 +1,6 @@
 // The keyboard, between a dialog and the container that it stands in.
 #include "tests/framework/TestDialog.h"
+#include "tests/support/Allocation.h"
 
 #include <gmock/gmock.h>
 
@@ -48,6 +49,65 @@ private:
     bool load() override { return true; }
     void takeValues() override {}
 };
+
+/// A dialog in a language with letters of its own.
+class ForeignDialog final : public Dialog<ForeignDialog, TestDialogCommand>
+{
+public:
+    static const GUID* classId() noexcept
+    {
+        static constexpr GUID id{
+            0x6E2A5B10, 0x2C41, 0x4F0E, {0x9B, 0x51, 0x0D, 0x7A, 0x31, 0x5E, 0x88, 0x06}};
+        return &id;
+    }
+
+    ForeignDialog() : Dialog(22000, 4500, 1200)
+    {
+        cmdChange.onClick = [this] { ++changed; };
+        cmdUndo.onClick = [this] { ++undone; };
+    }
+
+    int changed = 0;
+    int undone = 0;
+
+    TextBox txtName{*this, {.name = L"txtName", .place = {120, 120, 1500, 315}}};
+    Button cmdChange{*this, {.name = L"cmdChange", .place = {120, 600, 1200, 345}, .text = L"&\u00C6ndre"}};
+    Button cmdUndo{*this, {.name = L"cmdUndo", .place = {1500, 600, 1200, 345}, .text = L"Fortr&\u00F8d"}};
+
+private:
+    bool load() override { return true; }
+    void takeValues() override {}
+};
+
+class ForeignKeyTests : public DialogTestOf<ForeignDialog>
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(show());
+        container.site->activateUi();
+        container.pump();
+    }
+
+    static MSG pressed(UINT message, WPARAM key, HWND window)
+    {
+        return {window, message, key, 0x20000001, 0, {}};
+    }
+
+    CONTROLINFO keys()
+    {
+        CONTROLINFO info{};
+        info.cb = sizeof info;
+        EXPECT_EQ(dialog->GetControlInfo(&info), S_OK);
+        return info;
+    }
+};
+
+/// A keyboard that has the letter AE on a key of its own.
+SHORT WINAPI danishKeyOf(WCHAR character)
+{
+    return character == 0xE6 ? VK_OEM_3 : SHORT{-1};
+}
 
 /// The Shift key, held down for this thread.
 class HeldShift
@@ -306,6 +366,52 @@ TEST_F(KeyboardTests, ALetterAloneIsAnAccessKeyOnlyWhereNothingIsTyped)
     focus(last());
     container.type(L"a");
     EXPECT_EQ(dialog->applied, 1);
+}
+
+TEST_F(ForeignKeyTests, AnAccessKeyOfAnyAlphabetWorksWithinTheDialog)
+{
+    for (const wchar_t key : {L'\u00E6', L'\u00C6'})
+    {
+        MSG message = pressed(WM_SYSCHAR, key, dialog->txtName.window());
+        EXPECT_EQ(dialog->TranslateAccelerator(&message), S_OK);
+    }
+    MSG message = pressed(WM_SYSCHAR, L'\u00D8', dialog->txtName.window());
+    EXPECT_EQ(dialog->TranslateAccelerator(&message), S_OK);
+    container.pump();
+    EXPECT_EQ(dialog->changed, 2);
+    EXPECT_EQ(dialog->undone, 1);
+}
+
+TEST_F(ForeignKeyTests, TheContainerKnowsItByItsCharacter)
+{
+    const CONTROLINFO info = keys();
+    for (const wchar_t key : {L'\u00E6', L'\u00C6', L'\u00F8', L'\u00D8'})
+    {
+        MSG message = pressed(WM_SYSCHAR, key, container.window());
+        EXPECT_TRUE(IsAccelerator(info.hAccel, info.cAccel, &message, nullptr)) << static_cast<int>(key);
+        EXPECT_EQ(dialog->OnMnemonic(&message), S_OK);
+        container.pump();
+    }
+    EXPECT_EQ(dialog->changed, 2);
+    EXPECT_EQ(dialog->undone, 2);
+}
+
+TEST_F(ForeignKeyTests, TheContainerKnowsItByItsKeyWhereTheKeyboardHasOne)
+{
+    const ImportPatch keyboard(GetModuleHandleW(nullptr), "VkKeyScanW",
+                               reinterpret_cast<void*>(&danishKeyOf));
+    const CONTROLINFO info = keys();
+    std::vector<ACCEL> table(info.cAccel);
+    CopyAcceleratorTableW(info.hAccel, table.data(), info.cAccel);
+    std::vector<WORD> byKey;
+    for (const ACCEL& entry : table)
+        if (entry.fVirt == (FVIRTKEY | FALT))
+            byKey.push_back(entry.key);
+    EXPECT_THAT(byKey, ElementsAre(VK_OEM_3)); // the other letter is on no key
+    MSG message = pressed(WM_SYSKEYDOWN, VK_OEM_3, container.window());
+    EXPECT_EQ(dialog->OnMnemonic(&message), S_OK);
+    container.pump();
+    EXPECT_EQ(dialog->changed, 1);
 }
 
 TEST_F(KeyboardTests, EnterConfirmsWhereverTheFocusIs)

@@ -13,13 +13,37 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+/// A control with two tabs, as their captions are all that matters.
+class Tabs final : public Control
+{
+public:
+    using Control::Control;
+
+    std::wstring captions[2] = {L"&Message", L"&Info"};
+    std::vector<std::size_t> pressed;
+
+    const std::wstring* accessCaption(std::size_t index) const noexcept override
+    {
+        return index < 2 ? &captions[index] : nullptr;
+    }
+    bool accessKeyPressed(std::size_t index) override
+    {
+        pressed.push_back(index);
+        return true;
+    }
+
+private:
+    HWND createWindow(HWND parent, int id) override { return makeWindow(parent, id, L"Static", 0, 0); }
+};
+
 struct KeysLayout
 {
     explicit KeysLayout(DialogWindow& dialog)
         : lstWatched{dialog, {.name = L"lstWatched", .place = {120, 120, 1500, 600}}},
           txtWatched{dialog, {.name = L"txtWatched", .place = {1800, 120, 1500, 315}}},
           txtPlain{dialog, {.name = L"txtPlain", .place = {1800, 500, 1500, 315}}},
-          cmdApply{dialog, {.name = L"cmdApply", .place = {120, 900, 1500, 345}, .text = L"&Apply"}}
+          cmdApply{dialog, {.name = L"cmdApply", .place = {120, 900, 1500, 345}, .text = L"&Apply"}},
+          tabs{dialog, {.name = L"tabs", .place = {1800, 900, 1500, 345}}}
     {
         lstWatched.onKeyDown = txtWatched.onKeyDown = [this](WORD key, DWORD modifiers) {
             keys.emplace_back(key, modifiers);
@@ -36,6 +60,7 @@ struct KeysLayout
     TextBox txtWatched;
     TextBox txtPlain;
     Button cmdApply;
+    Tabs tabs;
     std::vector<std::pair<WORD, DWORD>> keys;
     std::function<bool(WORD, DWORD)> onKey;
     std::wstring characters;
@@ -106,6 +131,16 @@ TEST_F(KeysTests, ACharacterThatIsTakenIsNotTyped)
     container.type(L"axb");
     EXPECT_EQ(layout().characters, L"axb");
     EXPECT_EQ(layout().txtWatched.Text(), L"ab");
+}
+
+TEST_F(KeysTests, EachTabHasItsAccessKey)
+{
+    container.press('I', false, true);
+    container.press('M', false, true);
+    EXPECT_THAT(layout().tabs.pressed, ElementsAre(1, 0));
+    layout().tabs.setEnabled(false);
+    container.press('I', false, true);
+    EXPECT_EQ(layout().tabs.pressed.size(), 2u);
 }
 
 TEST_F(KeysTests, KeysOfTheDialogAreLeftToIt)

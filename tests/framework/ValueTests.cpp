@@ -173,7 +173,8 @@ TEST(ComPtrTests, AsksForOtherInterfaces)
 
 TEST(TypeInfoTests, ComesFromEveryLibraryOfTheModule)
 {
-    for (const IID& iid : {__uuidof(IEditGroups), __uuidof(IAppCommand), __uuidof(IAppDialog), __uuidof(IRoot)})
+    for (const IID& iid :
+         {__uuidof(IEditGroups), __uuidof(IAppCommand), __uuidof(IAppDialog), __uuidof(IRoot)})
     {
         const auto information = typeInfoOf(iid);
         TYPEATTR* attributes = nullptr;

@@ -189,9 +189,9 @@ TEST(CurrentResourcesTests, BelongToTheirThread)
         setCurrentResources(ComPtr<IResources>(make<HostResources>().get()));
         EXPECT_EQ(resourceText(21000), L"host text 21000");
         alive = module::lockCount();
-        CoUninitialize(); // lets go of the thread's resources
-        EXPECT_EQ(module::lockCount(), alive - 1);
-        releaseApartment();
+        CoUninitialize();                          // lets go of the thread's resources
+        EXPECT_EQ(module::lockCount(), alive - 2); // and of its own state
+        EXPECT_EQ(existingApartment(), nullptr);
     }).join();
     EXPECT_EQ(CurrentResources().get(), own.get());
     setCurrentResources(nullptr);
@@ -207,8 +207,90 @@ TEST(CurrentResourcesTests, GoWithTheLastUninitializationOnly)
         EXPECT_TRUE(CurrentResources());
         CoUninitialize();
         EXPECT_FALSE(CurrentResources());
-        releaseApartment();
     }).join();
+}
+
+// COM would come back for them at the end of that apartment.
+TEST(CurrentResourcesTests, KeepTheLibraryLoadedForAnotherThreadThatHasThem)
+{
+    std::thread([] {
+        require(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
+        apartment().currentError = Failure(E_FAIL);
+        EXPECT_EQ(liveObjects(), 0);
+        std::thread([] { EXPECT_EQ(liveObjects(), 1); }).join();
+        CoUninitialize();
+        EXPECT_EQ(liveObjects(), 0);
+    }).join();
+}
+
+namespace
+{
+
+/// Resources of a host's that have every interface of the library's own.
+class WrappedResources final
+    : public Object<WrappedResources, Inherits<IResources, IResourceLibrary>, IResources, IResourceLibrary>
+{
+public:
+    STDMETHODIMP GetIcon(long, IPictureDisp**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetBitmap(long id, IPictureDisp** picture) override
+    {
+        asked = id;
+        *picture = nullptr;
+        return S_OK;
+    }
+    STDMETHODIMP GetCursor(long, IPictureDisp**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetString(long, BSTR*) override { return E_NOTIMPL; }
+    STDMETHODIMP get_LocaleID(long*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetString(VARIANT, BSTR*) override { return E_NOTIMPL; }
+    STDMETHODIMP Export(VARIANT, VARIANT, BSTR, VARIANT_BOOL*) override { return E_NOTIMPL; }
+
+    long asked = 0;
+};
+
+int widthOf(const ComPtr<IPictureDisp>& picture)
+{
+    OLE_HANDLE handle = 0;
+    const auto drawn = picture.as<IPicture>();
+    EXPECT_TRUE(drawn && drawn->get_Handle(&handle) == S_OK);
+    BITMAP bitmap{};
+    GetObjectW(reinterpret_cast<HBITMAP>(static_cast<UINT_PTR>(handle)), sizeof bitmap, &bitmap);
+    return bitmap.bmWidth;
+}
+
+} // namespace
+
+TEST(CurrentResourcesTests, OfAHostCountWhateverInterfacesTheyHave)
+{
+    ComPtr<IResources> held(make<WrappedResources>().get());
+    setCurrentResources(held);
+    EXPECT_EQ(liveObjects(), 1);
+    held.reset();
+    EXPECT_EQ(liveObjects(), 1); // the library's own would not count
+    setCurrentResources(nullptr);
+    EXPECT_EQ(liveObjects(), 0);
+    requireResources();
+    EXPECT_EQ(liveObjects(), 0);
+    held = CurrentResources();
+    EXPECT_EQ(liveObjects(), 1);
+}
+
+TEST(ResourceBitmapTests, OfTheLibraryHasTheSizeOfTheResolution)
+{
+    EXPECT_EQ(widthOf(resourceBitmap(21000, 96)), 16);
+    EXPECT_EQ(widthOf(resourceBitmap(21000, 120)), 16);
+    EXPECT_EQ(widthOf(resourceBitmap(21000, 144)), 24);
+    EXPECT_EQ(widthOf(resourceBitmap(21000, 192)), 32);
+    EXPECT_EQ(widthOf(resourceBitmap(21000, 288)), 32);
+    EXPECT_FALSE(resourceBitmap(99, 192));
+}
+
+TEST(ResourceBitmapTests, OfAHostIsTheOneThatTheHostGives)
+{
+    const auto hosts = make<WrappedResources>();
+    setCurrentResources(ComPtr<IResources>(hosts.get()));
+    EXPECT_FALSE(resourceBitmap(21000, 192));
+    EXPECT_EQ(hosts->asked, 21000);
+    setCurrentResources(nullptr);
 }
 
 } // namespace korvane::test

@@ -1,3 +1,4 @@
+#include "framework/com/Call.h"
 #include "framework/com/Variant.h"
 #include "tests/support/Library.h"
 #include "tests/support/RecordingData.h"

@@ -111,8 +111,8 @@ TEST_P(ComRulesTests, TypeInformationTellsWhatLateBindingAccepts)
         EXPECT_EQ(dispatch->GetIDsOfNames(IID_NULL, asked, 1, LOCALE_USER_DEFAULT, &id), S_OK);
         EXPECT_EQ(id, member.id);
         DISPPARAMS none{};
-        EXPECT_NE(dispatch->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, static_cast<WORD>(member.kind), &none, nullptr,
-                                   nullptr, nullptr),
+        EXPECT_NE(dispatch->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, static_cast<WORD>(member.kind), &none,
+                                   nullptr, nullptr, nullptr),
                   DISP_E_MEMBERNOTFOUND);
     }
 
@@ -126,6 +126,28 @@ TEST_P(ComRulesTests, TypeInformationTellsWhatLateBindingAccepts)
                 accepted.emplace(member.name, member.kind);
     }
     EXPECT_EQ(told, accepted);
+}
+
+// As a script does that assigns an object without Set.
+TEST_P(ComRulesTests, APropertyThatHoldsAnObjectIsPutByValueToo)
+{
+    const auto dispatch = object.as<IDispatch>();
+    for (const IID& iid : dualInterfacesOf(object.get()))
+        for (const Member& member : membersOf(vtableInfo(iid).get()))
+        {
+            if (member.kind != INVOKE_PROPERTYPUTREF)
+                continue;
+            VARIANT nothing{};
+            nothing.vt = VT_DISPATCH;
+            DISPID put = DISPID_PROPERTYPUT;
+            DISPPARAMS parameters{&nothing, &put, 1, 1};
+            const auto outcome = [&](WORD kind) {
+                return dispatch->Invoke(member.id, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters, nullptr,
+                                        nullptr, nullptr);
+            };
+            EXPECT_NE(outcome(DISPATCH_PROPERTYPUT), DISP_E_MEMBERNOTFOUND) << narrow(member.name);
+            EXPECT_EQ(outcome(DISPATCH_PROPERTYPUT), outcome(DISPATCH_PROPERTYPUTREF)) << narrow(member.name);
+        }
 }
 
 TEST_P(ComRulesTests, ReferencesAreBalanced)

@@ -1,10 +1,13 @@
 // The DLL as a module: what it asks of the system, what it offers, and how long it stays.
 #include "tests/library/PortableExecutable.h"
 #include "tests/support/ComRules.h"
+#include "tests/support/Leaks.h"
 
 #include <KorvaneDlg.h>
 
 #include <gmock/gmock.h>
+
+#include <thread>
 
 namespace korvane::test
 {
@@ -147,21 +150,50 @@ TEST(ModuleTests, ResourcesThatAHostHoldsKeepItLoaded)
 namespace
 {
 
-// What COM does when it unloads, without COM's delay: the module answers, and then it really goes.
+/// The library once more, as a module that can be unloaded as COM does it, without COM's delay.
+class LoadedCopy
+{
+public:
+    LoadedCopy()
+    {
+        EXPECT_TRUE(CopyFileW((folderOfTests() + L"\\KorvaneDlg.dll").c_str(), path_.c_str(), FALSE));
+        module_ = LoadLibraryW(path_.c_str());
+        EXPECT_NE(module_, nullptr);
+    }
+    LoadedCopy(const LoadedCopy&) = delete;
+    LoadedCopy& operator=(const LoadedCopy&) = delete;
+    ~LoadedCopy() { EXPECT_TRUE(DeleteFileW(path_.c_str())); }
+
+    bool isLoaded() const { return GetModuleHandleW(path_.c_str()) != nullptr; }
+    HRESULT canUnload() const { return entry<HRESULT WINAPI()>("DllCanUnloadNow")(); }
+    void free() const { EXPECT_TRUE(FreeLibrary(module_)); }
+
+    ComPtr<IAppDialog> dialog() const
+    {
+        ComPtr<IClassFactory> factory;
+        require(entry<HRESULT WINAPI(REFCLSID, REFIID, void**)>("DllGetClassObject")(
+            __uuidof(::ctlEditGroups), IID_IClassFactory, factory.putVoid()));
+        ComPtr<IAppDialog> made;
+        require(factory->CreateInstance(nullptr, __uuidof(IAppDialog), made.putVoid()));
+        return made;
+    }
+
+private:
+    template <class Function> Function* entry(const char* name) const
+    {
+        return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
+    }
+
+    std::wstring path_ =
+        folderOfTests() + L"\\KorvaneDlgCopy" + std::to_wstring(GetCurrentProcessId()) + L".dll";
+    HMODULE module_ = nullptr;
+};
+
 void useAndFreeCopy()
 {
-    const std::wstring copy =
-        folderOfTests() + L"\\KorvaneDlgCopy" + std::to_wstring(GetCurrentProcessId()) + L".dll";
-    ASSERT_TRUE(CopyFileW((folderOfTests() + L"\\KorvaneDlg.dll").c_str(), copy.c_str(), FALSE));
-    const HMODULE module = LoadLibraryW(copy.c_str());
-    ASSERT_NE(module, nullptr);
+    const LoadedCopy copy;
     {
-        const auto getCopysClassObject = reinterpret_cast<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>(
-            reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
-        ComPtr<IClassFactory> factory;
-        ASSERT_EQ(getCopysClassObject(__uuidof(::ctlEditGroups), IID_IClassFactory, factory.putVoid()), S_OK);
-        ComPtr<IAppDialog> dialog;
-        ASSERT_EQ(factory->CreateInstance(nullptr, __uuidof(IAppDialog), dialog.putVoid()), S_OK);
+        const auto dialog = copy.dialog();
         Bstr title;
         EXPECT_EQ(dialog->get_Name(title.put()), S_OK);
         VARIANT_BOOL ready = VARIANT_FALSE;
@@ -170,12 +202,9 @@ void useAndFreeCopy()
         EXPECT_EQ(dialog->GetTypeInfo(0, LOCALE_USER_DEFAULT, information.put()), S_OK);
     }
     SetErrorInfo(0, nullptr);
-    const auto canCopyUnload = reinterpret_cast<HRESULT(WINAPI*)()>(
-        reinterpret_cast<void*>(GetProcAddress(module, "DllCanUnloadNow")));
-    EXPECT_EQ(canCopyUnload(), S_OK);
-    EXPECT_TRUE(FreeLibrary(module));
-    EXPECT_EQ(GetModuleHandleW(copy.c_str()), nullptr);
-    EXPECT_TRUE(DeleteFileW(copy.c_str()));
+    EXPECT_EQ(copy.canUnload(), S_OK);
+    copy.free();
+    EXPECT_FALSE(copy.isLoaded());
 }
 
 DWORD nextSlot()
@@ -194,6 +223,121 @@ TEST(ModuleTests, ACopyIsGoneAfterItWasUsedAndFreed)
     useAndFreeCopy();
     // The library gives its thread slot back; the thread runtime of the compiler that it is built with keeps its own.
     EXPECT_LE(nextSlot(), slot + 1);
+}
+
+TEST(ModuleTests, ACopyLeavesNoMemoryBehind)
+{
+    useAndFreeCopy();
+    useAndFreeCopy();
+    const long before = LeakWatch::instance().living().heapBlocks;
+    for (int round = 0; round < 5; ++round)
+        useAndFreeCopy();
+    EXPECT_LT(LeakWatch::instance().living().heapBlocks, before + 5);
+}
+
+namespace
+{
+
+/// A thread with an apartment of its own that uses a dialog.
+template <class Use> void inApartment(Use&& use)
+{
+    std::thread([&] {
+        require(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
+        use();
+        CoUninitialize();
+    }).join();
+}
+
+void askForTitle(const ComPtr<IAppDialog>& dialog)
+{
+    Bstr title;
+    EXPECT_EQ(dialog->get_Name(title.put()), S_OK);
+    EXPECT_EQ(title, L"Group");
+}
+
+} // namespace
+
+TEST(ModuleTests, AFinishedApartmentLeavesNoMemoryBehind)
+{
+    const auto use = [] { inApartment([] { askForTitle(create<IAppDialog>(__uuidof(::ctlEditGroups))); }); };
+    use();
+    use();
+    const Living before = LeakWatch::instance().living();
+    for (int round = 0; round < 10; ++round)
+        use();
+    const Living after = LeakWatch::instance().living();
+    EXPECT_EQ(after.libraryBlocks, before.libraryBlocks);
+    EXPECT_LT(after.heapBlocks, before.heapBlocks + 10);
+}
+
+// COM would come back for the end of that apartment.
+TEST(ModuleTests, AnotherApartmentThatUsedItKeepsItLoadedUntilItEnds)
+{
+    inApartment([] {
+        // It lives no longer than this line, and the library's state is for the apartment.
+        ASSERT_EQ(create<IAppDialog>(__uuidof(::ctlEditGroups))->putref_Resources(nullptr), S_OK);
+        std::thread([] { EXPECT_EQ(canUnload(), S_FALSE); }).join();
+    });
+    EXPECT_EQ(canUnload(), S_OK);
+}
+
+namespace
+{
+
+/// One of two watches on COM, of which the second one to hear of the end of an apartment frees a module, as COM does
+/// then without asking it.
+class Unloader final : public IInitializeSpy
+{
+public:
+    explicit Unloader(const LoadedCopy& copy, int& told) : copy_(copy), told_(told)
+    {
+        require(CoRegisterInitializeSpy(this, &cookie_));
+    }
+    virtual ~Unloader() { CoRevokeInitializeSpy(cookie_); }
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override
+    {
+        *object = iid == IID_IUnknown || iid == IID_IInitializeSpy ? this : nullptr;
+        return *object ? S_OK : E_NOINTERFACE;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return 1; }
+    STDMETHODIMP_(ULONG) Release() override { return 1; }
+    STDMETHODIMP PreInitialize(DWORD, DWORD) override { return S_OK; }
+    STDMETHODIMP PostInitialize(HRESULT result, DWORD, DWORD) override { return result; }
+    STDMETHODIMP PreUninitialize(DWORD) override
+    {
+        if (++told_ == 2)
+            copy_.free();
+        return S_OK;
+    }
+    STDMETHODIMP PostUninitialize(DWORD) override { return S_OK; }
+
+private:
+    const LoadedCopy& copy_;
+    int& told_;
+    ULARGE_INTEGER cookie_{};
+};
+
+} // namespace
+
+// One watch stands before the library's and one after it: whatever order COM calls them in, the last one unloads.
+TEST(ModuleTests, ComMayUnloadItAtTheEndOfAnApartmentWhateverIsStillAlive)
+{
+    const LoadedCopy copy;
+    IAppDialog* leaked = nullptr;
+    std::thread([&] {
+        require(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
+        int told = 0;
+        const Unloader first(copy, told);
+        auto dialog = copy.dialog();
+        askForTitle(dialog);
+        leaked = dialog.detach();
+        const Unloader second(copy, told);
+        CoUninitialize();
+        EXPECT_EQ(told, 2);
+    }).join();
+    EXPECT_NE(leaked, nullptr);
+    EXPECT_FALSE(copy.isLoaded());
 }
 
 } // namespace korvane::test

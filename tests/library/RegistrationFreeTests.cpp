@@ -193,6 +193,21 @@ TEST(RegistrationFreeTests, ResourcesAnswerToTheNamesOfTheirContracts)
     EXPECT_EQ(get(resources, L"GetBitmap", {Variant(21000L)}).type(), VT_DISPATCH);
 }
 
+TEST(RegistrationFreeTests, AControlsStatusIsTheOneThatItTellsItself)
+{
+    for (const PublicClass& publicClass : publicClasses())
+    {
+        if (!publicClass.control)
+            continue;
+        DWORD told = 0;
+        ASSERT_EQ(createByName(publicClass.name).as<IOleObject>()->GetMiscStatus(DVASPECT_CONTENT, &told),
+                  S_OK);
+        DWORD declared = 0;
+        EXPECT_EQ(OleRegGetMiscStatus(publicClass.id, DVASPECT_CONTENT, &declared), S_OK);
+        EXPECT_EQ(declared, told) << narrow(publicClass.name);
+    }
+}
+
 TEST(RegistrationFreeTests, TheTypeLibrariesAreFoundByTheirIds)
 {
     const std::pair<const GUID&, const wchar_t*> expected[] = {

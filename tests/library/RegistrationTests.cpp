@@ -1,4 +1,5 @@
 // Registration with the system: what it writes, what it leaves alone, and that nothing of it stays.
+#include "tests/support/Allocation.h"
 #include "tests/support/ComRules.h"
 #include "tests/support/Registry.h"
 
@@ -401,6 +402,55 @@ TEST_F(RegistrationTests, ForTheUserItWritesInTheUsersPartOnly)
 
     ASSERT_EQ(install(false, L"user"), S_OK);
     EXPECT_THAT(changes(), IsEmpty());
+}
+
+namespace
+{
+
+std::vector<std::string> registering; ///< what was called, in its order
+
+void WINAPI enableForUser()
+{
+    registering.emplace_back("enable");
+}
+
+FARPROC WINAPI findFunction(HMODULE module, const char* name)
+{
+    return std::string_view(name) == "OaEnablePerUserTLibRegistration"
+               ? reinterpret_cast<FARPROC>(&enableForUser)
+               : GetProcAddress(module, name);
+}
+
+LSTATUS WINAPI redirect(HKEY key, HKEY replacement)
+{
+    registering.emplace_back(replacement ? "redirect" : "end");
+    return RegOverridePredefKey(key, replacement);
+}
+
+HRESULT WINAPI registerLibrary(ITypeLib* described, const wchar_t* path, const wchar_t* help)
+{
+    registering.emplace_back("library");
+    return RegisterTypeLib(described, const_cast<wchar_t*>(path), const_cast<wchar_t*>(help)); // only read
+}
+
+} // namespace
+
+// Where the platform is Windows, its type library registration follows a redirected root only when it was told to, and
+// a user without rights to the machine's part could not register. Wine follows in any case: all that can be seen here is
+// that it is told in time.
+TEST_F(RegistrationTests, ThePlatformIsToldThatTheRootOfClassesIsRedirected)
+{
+    const ImportPatch find(library(), "GetProcAddress", reinterpret_cast<void*>(&findFunction));
+    const ImportPatch override(library(), "RegOverridePredefKey", reinterpret_cast<void*>(&redirect));
+    const ImportPatch registration(library(), "RegisterTypeLib", reinterpret_cast<void*>(&registerLibrary));
+    ASSERT_TRUE(find.isInPlace() && override.isInPlace() && registration.isInPlace());
+    registering.clear();
+    ASSERT_EQ(install(true, L"user"), S_OK);
+    EXPECT_THAT(registering, testing::ElementsAre("enable", "redirect", "library", "library", "library",
+                                                  "library", "end"));
+    registering.clear();
+    ASSERT_EQ(install(false, L"user"), S_OK);
+    EXPECT_THAT(registering, testing::ElementsAre("enable", "redirect", "end"));
 }
 
 TEST_F(RegistrationTests, TheUserIsNamedInAnyCase)

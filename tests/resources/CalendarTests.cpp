@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include <vector>
+
 namespace korvane::test
 {
 
@@ -146,6 +148,34 @@ TEST_F(CalendarTests, AnArgumentIsLeftAsItIs)
     EXPECT_EQ(rule.type(), VT_BSTR);
     EXPECT_EQ(rule.get().bstrVal, text);
     EXPECT_EQ(view(text), L"weekly");
+}
+
+// Their arguments are declared by the host's library, whatever they are there.
+TEST_F(CalendarTests, OccurrencesAreAskedForLateBoundWithAnyArguments)
+{
+    const auto late = calendar.as<IDispatch>();
+    std::vector<Variant> arguments;
+    for (int count = 0; count < 4; ++count)
+    {
+        std::vector<VARIANT> given;
+        for (const Variant& argument : arguments)
+            given.push_back(argument.get());
+        DISPPARAMS parameters{given.data(), nullptr, static_cast<UINT>(given.size()), 0};
+        for (const DISPID member : {41, 42}) // GetFirst, GetNext
+        {
+            Variant found;
+            EXPECT_EQ(late->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT,
+                                   DISPATCH_METHOD | DISPATCH_PROPERTYGET, &parameters, found.put(), nullptr,
+                                   nullptr),
+                      S_OK);
+            EXPECT_EQ(found.type(), VT_BOOL);
+            EXPECT_FALSE(toBool(found.get()));
+            EXPECT_EQ(late->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
+                                   nullptr, nullptr, nullptr),
+                      S_OK);
+        }
+        arguments.emplace_back(Bstr(L"no date"));
+    }
 }
 
 } // namespace korvane::test

@@ -1,4 +1,5 @@
 #include "framework/com/Variant.h"
+#include "tests/support/Allocation.h"
 #include "tests/support/Library.h"
 
 #include <KorvaneDlg.h>
@@ -84,7 +85,48 @@ std::set<int> storedSizes(const wchar_t* kind, long id)
     return sizes;
 }
 
+int WINAPI fineScreen(HDC, int)
+{
+    return 192; // pixels per inch
+}
+
+HRESULT WINAPI refusePicture(PICTDESC*, REFIID, BOOL, void** picture)
+{
+    *picture = nullptr;
+    return E_OUTOFMEMORY;
+}
+
+std::vector<HGDIOBJ> destroyed;
+
+BOOL WINAPI noteDestroyed(HGDIOBJ object)
+{
+    destroyed.push_back(object);
+    return DeleteObject(object);
+}
+
+BOOL WINAPI noteDestroyedIcon(HICON icon)
+{
+    destroyed.push_back(icon);
+    return DestroyIcon(icon);
+}
+
 } // namespace
+
+TEST_F(PictureTests, AnImageWhosePictureCannotBeMadeIsDestroyed)
+{
+    const ImportPatch make(library(), "OleCreatePictureIndirect", reinterpret_cast<void*>(&refusePicture));
+    const ImportPatch bitmap(library(), "DeleteObject", reinterpret_cast<void*>(&noteDestroyed));
+    const ImportPatch icon(library(), "DestroyIcon", reinterpret_cast<void*>(&noteDestroyedIcon));
+    ASSERT_TRUE(make.isInPlace());
+    destroyed.clear();
+    EXPECT_FALSE(picture(&IResources::GetBitmap, 21000));
+    EXPECT_EQ(destroyed.size(), 1U);
+    EXPECT_FALSE(picture(&IResources::GetIcon, 21000));
+    EXPECT_EQ(destroyed.size(), 2U);
+    EXPECT_FALSE(picture(&IResources::GetCursor, 25500));
+    EXPECT_EQ(destroyed.size(), 3U);
+    EXPECT_THAT(destroyed, testing::Each(testing::NotNull()));
+}
 
 TEST_F(PictureTests, EveryIconIsAnIconOfTheSystemsSize)
 {
@@ -104,12 +146,12 @@ TEST_F(PictureTests, EveryIconHasTheSizesOfAllScales)
         EXPECT_THAT(storedSizes(RT_GROUP_ICON, id), testing::IsSupersetOf({16, 24, 32})) << id;
 }
 
-TEST_F(PictureTests, EveryBitmapHasTheSizeOfTheScreensResolution)
+// An image list of a host takes no pictures of another size than its own.
+TEST_F(PictureTests, EveryBitmapIsTheResourceWithThatNumberWhateverTheResolution)
 {
-    const HDC screen = GetDC(nullptr);
-    const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
-    ReleaseDC(nullptr, screen);
-    const long expected = dpi >= 192 ? 32 : dpi >= 144 ? 24 : 16;
+    const ImportPatch screen(library(), "GetDeviceCaps", reinterpret_cast<void*>(&fineScreen));
+    ASSERT_TRUE(screen.isInPlace());
+    const long expected = 16;
     for (const long id : bitmaps)
     {
         const auto found = picture(&IResources::GetBitmap, id);

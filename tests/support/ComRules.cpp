@@ -254,7 +254,14 @@ bool isObject(VARTYPE type)
 bool same(const VARIANT& left, const VARIANT& right)
 {
     if (isObject(left.vt) && isObject(right.vt))
-        return queryFor<IUnknown>(left.punkVal).get() == queryFor<IUnknown>(right.punkVal).get();
+    {
+        // A font is given out as a copy.
+        const auto font = queryFor<IFont>(left.punkVal);
+        const auto other = queryFor<IFont>(right.punkVal);
+        return font && other
+                   ? font->IsEqual(other.get()) == S_OK
+                   : queryFor<IUnknown>(left.punkVal).get() == queryFor<IUnknown>(right.punkVal).get();
+    }
     if (left.vt != right.vt)
         return false;
     switch (left.vt)

@@ -82,6 +82,7 @@ void Questions::note(HWND box)
     }
     asked.push_back(std::move(question));
     noted_ = box;
+    onAsked();
     const bool isLetter = answerKey >= 'A' && answerKey <= 'Z';
     PostMessageW(box, isLetter ? WM_SYSCHAR : WM_KEYDOWN, answerKey, isLetter ? 1L << 29 | 1 : 1);
 }

@@ -3,6 +3,7 @@
 
 #include "framework/com/Platform.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,8 @@ public:
     WORD answerKey = VK_RETURN;
 
     std::vector<Asked> asked;
+    /// Called while a box is open, before it is answered.
+    std::function<void()> onAsked = [] {};
 
 private:
     static LRESULT CALLBACK hook(int code, WPARAM first, LPARAM second);

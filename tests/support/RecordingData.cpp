@@ -135,6 +135,20 @@ RecordingData::~RecordingData()
     EXPECT_EQ(rootOf(*this).referenceCount(), 1U) << "the root is still held";
 }
 
+std::vector<std::string> RecordingData::content() const
+{
+    std::vector<std::string> lines;
+    for (const Group& group : groups)
+        lines.push_back("group " + shown(group.id) + ' ' + test::quoted(group.name) + ' ' +
+                        shown(group.flags));
+    for (const Event& event : events)
+        lines.push_back("activity " + shown(event.id) + ' ' + shown(event.nameId) + ' ' +
+                        shown(event.typeId) + ' ' + stamp(event.t0) + ' ' + stamp(event.t1) + ' ' +
+                        test::quoted(event.text) + ' ' + shown(event.link.value_or(0)) + ' ' +
+                        shownRule(event.rule) + ' ' + shown(event.exception));
+    return lines;
+}
+
 std::vector<std::string> RecordingData::takeCalls()
 {
     return std::exchange(calls, {});

@@ -80,6 +80,9 @@ struct RecordingData
     /// Whoever used it has let go of all that it gave out.
     ~RecordingData();
 
+    /// All that it holds, without the calls.
+    std::vector<std::string> content() const;
+
     /// The calls so far, for example `Groups.Fetch(4)`, and forgets them.
     std::vector<std::string> takeCalls();
 

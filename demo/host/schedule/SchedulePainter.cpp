@@ -13,8 +13,8 @@ namespace
 /// All on one line.
 std::wstring joinedLines(std::wstring text)
 {
-    std::replace_if(
-        text.begin(), text.end(), [](wchar_t each) { return each < L' '; }, L' ');
+    const auto controls = [](wchar_t each) { return each < L' '; };
+    std::replace_if(text.begin(), text.end(), controls, L' ');
     return text;
 }
 
