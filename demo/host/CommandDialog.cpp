@@ -1,9 +1,9 @@
 #include "demo/host/CommandDialog.h"
 
-#include "demo/host/Create.h"
 #include "demo/host/Display.h"
 #include "demo/host/ErrorBox.h"
 #include "framework/com/Boundary.h"
+#include "framework/com/LateBound.h"
 
 #include <algorithm>
 #include <string>
@@ -50,7 +50,7 @@ bool CommandDialog::open(const ComPtr<IAppCommand>& command)
 {
     Bstr progId;
     call(command, &IAppCommand::get_DialogClass, progId.put());
-    const auto dialog = createByProgId<IAppDialog>(progId.c_str());
+    const auto dialog = createByProgId<IAppDialog>(progId.view());
     site_->host(dialog.as<IUnknown>());
     call(dialog, &IAppDialog::putref_Resources, resources_.get());
     call(dialog, &IAppDialog::putref_Command, command.as<IDispatch>().get());

@@ -1,8 +1,8 @@
 #include "demo/host/MainWindow.h"
 
-#include "demo/host/Create.h"
 #include "demo/host/Display.h"
 #include "framework/com/Boundary.h"
+#include "framework/com/LateBound.h"
 #include "framework/com/Module.h"
 
 #include <windowsx.h>

@@ -1,7 +1,7 @@
 #include "demo/host/OpenDatabase.h"
 
-#include "demo/host/Create.h"
 #include "framework/com/EventConnection.h"
+#include "framework/com/LateBound.h"
 
 #include <shlobj.h>
 

@@ -1,6 +1,6 @@
 #include "demo/host/PreparedCommand.h"
 
-#include "demo/host/Create.h"
+#include "framework/com/LateBound.h"
 
 namespace korvane::host
 {
