@@ -304,7 +304,7 @@ TEST_P(DialogTests, TheHostMayCloseItWhileTheDataLayerIsAsked)
     }
 }
 
-TEST_P(DialogTests, AHostsOwnTextsStandInItUntilThereAreOthers)
+TEST_P(DialogTests, AHostsOwnTextsStandInItAndACaptionThatWasReadStays)
 {
     place();
     for (const wchar_t* word : {L"first", L"second"})
@@ -321,7 +321,7 @@ TEST_P(DialogTests, AHostsOwnTextsStandInItUntilThereAreOthers)
             if (const auto kind = classOf(window); kind == L"Static" || kind == L"Button")
                 if (const std::wstring caption = Container::text(window); !caption.empty())
                 {
-                    EXPECT_THAT(caption, testing::StartsWith(word));
+                    EXPECT_THAT(caption, testing::AnyOf(testing::StartsWith(word), testing::StartsWith(L"first")));
                     ++captions;
                 }
         EXPECT_GT(captions, 0);
