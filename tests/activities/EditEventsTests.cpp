@@ -91,6 +91,35 @@ TEST_F(EditEventsTests, TheStoredValuesReplaceThoseOfTheHost)
     EXPECT_EQ(number(L"Instance"), 0);
 }
 
+TEST_F(EditEventsTests, ADataLayerThatFillsNothingErasesNothing)
+{
+    let(L"N0", 7L);
+    let(L"TypeID", 77L);
+    let(L"T0", nine);
+    let(L"Text", Variant(Bstr(L"unstored")));
+    data.fetchFillsNothing = true;
+    open(11, 3);
+    EXPECT_EQ(number(L"N0"), 7);
+    EXPECT_EQ(number(L"TypeID"), 77);
+    EXPECT_EQ(time(L"T0"), nine);
+    EXPECT_EQ(text(L"Text"), L"unstored");
+}
+
+TEST_F(EditEventsTests, WhatTheLinksAnnounceToOthersDoesNotTouchTheChoice)
+{
+    open(20, 3);
+    const auto before = chosen();
+    ASSERT_GT(before.size(), 1U);
+    data.announceClear(EventsOf::links);
+    EXPECT_EQ(chosen(), before);
+    const auto other = create<IAppCommand>(__uuidof(::EditEvents)); // of the same database, and the same links
+    call(other, &IAppCommand::put_Operand, Bstr(L"Root").get(), Variant(data.root.as<IDispatch>()).get());
+    call(other, &IAppCommand::put_Operand, Bstr(L"EventID").get(), Variant(11L).get());
+    call(other, &IAppCommand::put_Operation, 3L);
+    EXPECT_TRUE(fetch(other, &IAppCommand::Prepare));
+    EXPECT_EQ(chosen(), before);
+}
+
 TEST_F(EditEventsTests, AnOccurrenceIsReadByItsNumber)
 {
     let(L"EventID", 11L);

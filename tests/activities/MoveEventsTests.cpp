@@ -40,6 +40,17 @@ protected:
     void updateAll(VARIANT_BOOL all) { call(command.as<IMoveEvents>(), &IMoveEvents::put_UpdateAll, all); }
 };
 
+TEST_F(MoveEventsTests, ADataLayerThatFillsNothingErasesNothing)
+{
+    let(L"TypeID", 77L);
+    let(L"Text", Variant(Bstr(L"unstored")));
+    data.fetchFillsNothing = true;
+    drag(20, 5, 6);
+    EXPECT_EQ(number(L"TypeID"), 77);
+    EXPECT_EQ(toText(get(L"Text").get()), L"unstored");
+    EXPECT_EQ(source(), 5);
+}
+
 TEST_F(MoveEventsTests, MovesAndCopiesReadTheActivityAndItsLinks)
 {
     for (const long operation : {3L, 4L})

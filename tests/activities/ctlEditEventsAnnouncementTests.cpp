@@ -56,6 +56,19 @@ TEST_F(ActivityDialog, WhatIsAnnouncedLaterIsShownToo)
     EXPECT_THAT(container.errors, testing::IsEmpty());
 }
 
+TEST_F(ActivityDialog, AResourceWithoutAGroupThatIsShownStandsInTheCommandsGroup)
+{
+    data.names.push_back({30, L"Dora", Name::withoutGroup});
+    data.names.push_back({31, L"Emil", 99});
+    data.names.push_back({32, L"Super", 1}); // of a group that is never shown
+    showed(1);
+    for (const wchar_t* name : {L"Dora", L"Emil", L"Super"})
+        EXPECT_TRUE(node(name, L"Drivers")) << name;
+    EXPECT_FALSE(node(L"Dora", L"Vans"));
+    toggleByKey(node(L"Dora", L"Drivers"));
+    EXPECT_EQ(number(L"N0"), 30);
+}
+
 TEST_F(ActivityDialog, TheQuestionComesBeforeTheScopeIsOpened)
 {
     questions.onAsked = [this] {

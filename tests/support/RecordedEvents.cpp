@@ -105,6 +105,8 @@ STDMETHODIMP RecordedEvents::Fetch(long eventId, long instance, long* nameId, lo
     const Event* const stored = data_.event(eventId);
     if (!stored)
         return unknownActivity();
+    if (data_.fetchFillsNothing)
+        return S_OK;
     *nameId = stored->nameId;
     *typeId = stored->typeId;
     *T0 = stored->t0;

@@ -5,7 +5,10 @@ namespace korvane::test
 
 void RecordedNames::announce(const Name& name)
 {
-    raise(2, {Variant(name.id), Variant(Bstr(name.text)), Variant(name.group), Variant(name.color)});
+    if (name.group == Name::withoutGroup)
+        raise(2, {Variant(name.id), Variant(Bstr(name.text))});
+    else
+        raise(2, {Variant(name.id), Variant(Bstr(name.text)), Variant(name.group), Variant(name.color)});
 }
 
 STDMETHODIMP RecordedNames::Load(long groupId, VARIANT_BOOL* result)

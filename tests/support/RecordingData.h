@@ -32,6 +32,9 @@ struct Group
 /// A resource as a member of a group.
 struct Name
 {
+    /// It is announced by id and text alone.
+    static constexpr long withoutGroup = -1;
+
     long id;
     std::wstring text;
     long group = 1;
@@ -98,6 +101,7 @@ struct RecordingData
     std::vector<Name> names;
     std::vector<Type> types;
     std::vector<Event> events;
+    bool fetchFillsNothing = false; ///< Events.Fetch leaves the values as they are
     bool mayCreateForOthers = true; ///< the access to link groups of level 1
     bool mayEditForOthers = true;   ///< and of level 3
     /// The id that the next UpdateLinked gives the link group, where it is not to stay the same.
