@@ -2,7 +2,7 @@
 
 #include "framework/com/Boundary.h"
 
-#include <algorithm>
+#include <unordered_set>
 
 namespace korvane
 {
@@ -21,13 +21,14 @@ void ResourceTree::clearGroups()
 {
     tvwNames.Clear();
     names_.clear();
+    unsettled_.clear();
     groupsById_.clear();
     groups_.clear();
 }
 
 void ResourceTree::addGroup(long id, BSTR text)
 {
-    if (hasGroup(id))
+    if (groupsById_.contains(id))
         return;
     auto group = std::make_unique<Group>();
     group->id = id;
@@ -42,6 +43,7 @@ void ResourceTree::addGroup(long id, BSTR text)
 
 void ResourceTree::clearNames()
 {
+    unsettled_.clear();
     names_.clear();
     for (const auto& group : groups_)
     {
@@ -54,7 +56,12 @@ void ResourceTree::clearNames()
 void ResourceTree::addName(long id, BSTR text, long groupId)
 {
     const auto found = groupsById_.find(groupId);
-    if (found == groupsById_.end() || names_.contains(key(id, groupId)))
+    if (found == groupsById_.end())
+    {
+        unsettled_.push_back({id, Bstr(view(text))});
+        return;
+    }
+    if (names_.contains(key(id, groupId)))
         return;
     Group& group = *found->second;
     Node& name = group.names.emplace_back();
@@ -70,6 +77,18 @@ void ResourceTree::addName(long id, BSTR text, long groupId)
             names_.erase(key(id, groupId));
             group.names.pop_back();
         });
+}
+
+void ResourceTree::settleNames(long groupId)
+{
+    if (unsettled_.empty() || !groupsById_.contains(groupId))
+        return;
+    std::unordered_set<long> shown;
+    for (const auto& [place, name] : names_)
+        shown.insert(name->id);
+    for (const Unsettled& name : std::exchange(unsettled_, {}))
+        if (shown.insert(name.id).second)
+            addName(name.id, name.text.get(), groupId);
 }
 
 void ResourceTree::toggled(TreeView::Node changed)

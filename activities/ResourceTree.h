@@ -1,6 +1,7 @@
 // The tree of groups and their resources, in which the user chooses what an activity is booked for.
 #pragma once
 
+#include "framework/com/Bstr.h"
 #include "framework/control/TreeView.h"
 
 #include <cstdint>
@@ -24,11 +25,13 @@ public:
 
     void clearGroups();
     void addGroup(long id, BSTR text);
-    bool hasGroup(long id) const { return groupsById_.contains(id); }
     /// Removes the resources of all groups.
     void clearNames();
-    /// Adds a resource to a group; nothing happens where the group is not shown, or the resource is there already.
+    /// Adds a resource to a group, unless it is there already. Where the group is not shown, the resource has to be
+    /// settled.
     void addName(long id, BSTR text, long groupId);
+    /// Adds the resources that no group shows to a group.
+    void settleNames(long groupId);
 
     /// Brings every check in line with the choice, so that a resource of several groups shows one state everywhere
     /// and a group is checked when all of its resources are.
@@ -55,6 +58,12 @@ private:
         std::deque<Node> names; // nodes keep their address: the tree knows them by it
     };
 
+    struct Unsettled
+    {
+        long id;
+        Bstr text;
+    };
+
     static std::uint64_t key(long nameId, long groupId) noexcept;
 
     void toggled(TreeView::Node changed);
@@ -63,6 +72,7 @@ private:
     std::vector<std::unique_ptr<Group>> groups_;
     std::unordered_map<long, Group*> groupsById_;
     std::unordered_map<std::uint64_t, Node*> names_;
+    std::vector<Unsettled> unsettled_;
 };
 
 } // namespace korvane

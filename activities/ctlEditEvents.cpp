@@ -67,6 +67,7 @@ void ctlEditEvents::Init()
         fetch(command().asCommand(), &IAppCommand::Prepare);
         mGroups.load(&IGroups::Load);
         mNames.load(&INames::Load, allGroups);
+        tree.settleNames(command().GroupID);
         mTypes.load(&ITypes::Load, command().GroupID);
     });
     tree.showChoice();
@@ -78,11 +79,13 @@ void ctlEditEvents::addGroup(const EventArguments& group)
         tree.addGroup(group.number(0), group.text(1).get());
 }
 
-/// A resource that is announced without a group, or with one that is not shown, stands in the command's group.
+/// A resource that is announced without a group, or only with groups that are not shown, stands in the command's group.
 void ctlEditEvents::addName(const EventArguments& name)
 {
-    const bool hasGroup = name.count() > 2 && tree.hasGroup(name.number(2));
+    const bool hasGroup = name.count() > 2;
     tree.addName(name.number(0), name.text(1).get(), hasGroup ? name.number(2) : command().GroupID);
+    if (!mNames.isLoading()) // else it may still be announced with a group that is
+        tree.settleNames(command().GroupID);
 }
 
 void ctlEditEvents::clearTypes()

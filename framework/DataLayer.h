@@ -51,10 +51,10 @@ public:
     explicit Subscription(EventOwner* owner = nullptr) noexcept : connection_(owner) {}
 
     /// Takes the collection of a database and hears its announcements from now on.
-    void connect(const ComPtr<IRoot>& root, EventHandlers handlers)
+    void connect(const ComPtr<IRoot>& root, const EventHandlers& handlers)
     {
         collection_ = collection<Collection>(root);
-        connection_.connect(collection_.get(), CollectionTraits<Collection>::events(), std::move(handlers));
+        connection_.connect(collection_.get(), CollectionTraits<Collection>::events(), handlers);
     }
 
     const ComPtr<Collection>& get() const noexcept { return collection_; }

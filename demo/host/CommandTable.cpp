@@ -73,7 +73,7 @@ const CommandEntry* entryOf(int id) noexcept
 
 const CommandEntry& entryNamed(std::wstring_view name)
 {
-    const auto found = std::find_if(std::begin(table), std::end(table),
+    const auto* const found = std::find_if(std::begin(table), std::end(table),
                                     [&](const CommandEntry& entry) { return entry.name == name; });
     if (found == std::end(table))
         throw Failure(E_INVALIDARG, L"KorvaneHost", L"There is no command " + std::wstring(name) + L".");

@@ -183,11 +183,11 @@ private:
     HRESULT activateUi(const MSG* message);
     /// Tells the container of the user interface's activation, unless it has turned that round meanwhile.
     template <class Told, class Interface, class... Parameters, class... Arguments>
-    void tellUi(bool active, const ComPtr<Told>& told,
+    void tellUi(bool active, ComPtr<Told> told, // held: the container may take it away in the call
                 HRESULT (STDMETHODCALLTYPE Interface::*method)(Parameters...), Arguments... arguments)
     {
-        if (const auto receiver = told; receiver && uiActive_ == active)
-            (receiver.get()->*method)(arguments...);
+        if (told && uiActive_ == active)
+            (told.get()->*method)(arguments...);
     }
     void hide() noexcept;
     void end() noexcept;

@@ -60,11 +60,15 @@ TEST_F(ActivityDialog, AResourceWithoutAGroupThatIsShownStandsInTheCommandsGroup
 {
     data.names.push_back({30, L"Dora", Name::withoutGroup});
     data.names.push_back({31, L"Emil", 99});
-    data.names.push_back({32, L"Super", 1}); // of a group that is never shown
+    data.names.push_back({32, L"Fritz", 1}); // of a group that is never shown
+    data.names.insert(data.names.begin(), {20, L"Van 1", 1}); // of that one too
     showed(1);
-    for (const wchar_t* name : {L"Dora", L"Emil", L"Super"})
+    data.announceName({33, L"Gerda", 98});
+    for (const wchar_t* name : {L"Dora", L"Emil", L"Fritz", L"Gerda"})
         EXPECT_TRUE(node(name, L"Drivers")) << name;
     EXPECT_FALSE(node(L"Dora", L"Vans"));
+    EXPECT_TRUE(node(L"Van 1", L"Vans"));
+    EXPECT_FALSE(node(L"Van 1", L"Drivers"));
     toggleByKey(node(L"Dora", L"Drivers"));
     EXPECT_EQ(number(L"N0"), 30);
 }

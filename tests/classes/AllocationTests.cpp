@@ -223,8 +223,9 @@ INSTANTIATE_TEST_SUITE_P(EveryClass, ClassAllocationTests,
 
 TEST_P(DialogAllocationTests, ReadyFailsAndSucceedsTheNextTime)
 {
-    Round(*this, 0,
-          extent()); // the first object of a thread brings what the runtime needs for its exceptions
+    {
+        const Round first(*this, 0, extent()); // brings what the runtime needs for a thread's exceptions
+    }
     std::vector<std::string> whole;
     std::vector<std::string> look;
     std::vector<std::string> held;

@@ -37,6 +37,7 @@ protected:
     std::vector<long> data() const
     {
         std::vector<long> all;
+        all.reserve(static_cast<std::size_t>(list().ListCount()));
         for (int index = 0; index < list().ListCount(); ++index)
             all.push_back(list().ItemData(index));
         return all;

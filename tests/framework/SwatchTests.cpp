@@ -137,7 +137,7 @@ TEST_F(SwatchTests, AButtonShowsAColourAndStaysAButton)
 TEST_F(SwatchTests, AButtonShowsAPictureAndKeepsItsName)
 {
     Button& button = layout().cmdUp;
-    const auto icon = reinterpret_cast<HICON>(SendMessageW(button.window(), BM_GETIMAGE, IMAGE_ICON, 0));
+    auto* const icon = reinterpret_cast<HICON>(SendMessageW(button.window(), BM_GETIMAGE, IMAGE_ICON, 0));
     ICONINFO parts{};
     ASSERT_TRUE(GetIconInfo(icon, &parts));
     BITMAP picture{};

@@ -158,6 +158,7 @@ TEST_F(CalendarTests, OccurrencesAreAskedForLateBoundWithAnyArguments)
     for (int count = 0; count < 4; ++count)
     {
         std::vector<VARIANT> given;
+        given.reserve(arguments.size());
         for (const Variant& argument : arguments)
             given.push_back(argument.get());
         DISPPARAMS parameters{given.data(), nullptr, static_cast<UINT>(given.size()), 0};

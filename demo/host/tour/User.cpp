@@ -51,7 +51,7 @@ bool isExtended(WORD key) noexcept
 
 WORD keyNamed(std::wstring_view name)
 {
-    const auto found = std::find_if(std::begin(keyNames), std::end(keyNames),
+    const auto* const found = std::find_if(std::begin(keyNames), std::end(keyNames),
                                     [&](const KeyName& each) { return each.name == name; });
     if (found != std::end(keyNames))
         return found->key;

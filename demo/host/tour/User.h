@@ -38,7 +38,7 @@ public:
     void letGo() const noexcept;
 
     /// Presses keys together, for example "Alt+G", and releases them.
-    void press(std::wstring_view keys) const;
+    void press(std::wstring_view names) const;
     void hold(std::wstring_view key) const;
     void release(std::wstring_view key) const;
     void type(std::wstring_view text) const;

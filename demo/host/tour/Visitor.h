@@ -21,8 +21,8 @@ std::wstring quoted(const std::wstring& text);
 /// A control of a dialog, as a user tells it from the others.
 struct Field
 {
-    const wchar_t* name;
-    const wchar_t* className;
+    const wchar_t* name = L"";
+    const wchar_t* className = L"";
     const wchar_t* caption = nullptr; ///< null where there is one of the class only
     DWORD style = 0;                  ///< what it has beyond others of its class
 };
