@@ -131,7 +131,7 @@ void PrintTo(const DialogCase& tested, std::ostream* stream)
     *stream << tested.name;
 }
 
-DialogOnCase::DialogOnCase(const DialogCase& tested, Container::Offer offer)
+DialogOnCase::DialogOnCase(const DialogCase& described, Container::Offer offer)
     : tested(described), container(offer)
 {
     questions.answerKey = tested.answer;

@@ -104,7 +104,7 @@ std::vector<FailingCall> eachOf(const std::vector<std::string>& calls);
 class DialogOnCase
 {
 public:
-    explicit DialogOnCase(const DialogCase& tested, Container::Offer offer = {});
+    explicit DialogOnCase(const DialogCase& described, Container::Offer offer = {});
 
     /// Begins anew: the data as they were, and a new command.
     void renew();
