@@ -67,7 +67,8 @@ void LinkGroup::detach(long nameId) const
 
 void LinkGroup::updateLinked(long instance, long typeId, OleDate T0, OleDate T1, const Bstr& text)
 {
-    id = fetch(mLinks.get(), &IEventLinks::UpdateLinked, id.get(), instance, typeId, T0.days, T1.days, text.get());
+    id = fetch(mLinks.get(), &IEventLinks::UpdateLinked, id.get(), instance, typeId, T0.days, T1.days,
+               text.get());
 }
 
 void LinkGroup::removeOccurrence(long instance) const

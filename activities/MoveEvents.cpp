@@ -19,7 +19,7 @@ bool MoveEvents::prepare()
     // Type and text as they are stored; the times are those that the activity goes to.
     stored_ = fetchStored({stored_.nameId, TypeID, stored_.T0, stored_.T1, Text});
     TypeID = stored_.typeId;
-    Text = stored_.text;
+    Text = std::move(stored_.text);
     if (SourceName == 0)
         SourceName = stored_.nameId;
     if (TargetName == 0)

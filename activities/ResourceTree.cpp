@@ -34,8 +34,9 @@ void ResourceTree::addGroup(long id, BSTR text)
     // The tree knows the group by its address: nothing may fail once it is added.
     groups_.reserve(groups_.size() + 1);
     const auto place = groupsById_.emplace(id, group.get()).first;
-    undoOnFailure([&] { group->node = tvwNames.AddNode(nullptr, text, static_cast<Node*>(group.get()), false); },
-                  [&] { groupsById_.erase(place); });
+    undoOnFailure(
+        [&] { group->node = tvwNames.AddNode(nullptr, text, static_cast<Node*>(group.get()), false); },
+        [&] { groupsById_.erase(place); });
     groups_.push_back(std::move(group));
 }
 

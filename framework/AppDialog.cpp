@@ -270,18 +270,19 @@ void AppDialog::close(bool cancelled)
     // Set before the call: the container may destroy the dialog in it.
     const State before = std::exchange(state_, State::ended);
     const auto events = events_;
-    undoOnFailure([&] { call(events, &IAppDialogEvents::RaiseDone, cancelled ? VARIANT_TRUE : VARIANT_FALSE); },
-                  [&] {
-                      if (state_ != State::ended)
-                          return; // the container has begun anew
-                      // The dialog still stands, and every way out of it is to work.
-                      state_ = before;
-                      if (before != State::submitting && before != State::submitted)
-                          return;
-                      state_ = State::submitted;
-                      cancelled_ = cancelled;
-                      freeze(true);
-                  });
+    undoOnFailure(
+        [&] { call(events, &IAppDialogEvents::RaiseDone, cancelled ? VARIANT_TRUE : VARIANT_FALSE); },
+        [&] {
+            if (state_ != State::ended)
+                return; // the container has begun anew
+            // The dialog still stands, and every way out of it is to work.
+            state_ = before;
+            if (before != State::submitting && before != State::submitted)
+                return;
+            state_ = State::submitted;
+            cancelled_ = cancelled;
+            freeze(true);
+        });
 }
 
 /// Posted, so that the dialog is seen before anything comes of it.

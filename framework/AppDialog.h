@@ -133,17 +133,16 @@ private:
     long titleId_;
     ComPtr<AppDialogEvents> events_;
     State state_ = State::made;
-    bool cancelled_ = false;    ///< what the container is still to be told when submitted
-    bool localized_ = false;    ///< the fonts of the container count from then on
-    bool toBeShown_ = false;    ///< the dialog is ready and has not been seen yet
+    bool cancelled_ = false; ///< what the container is still to be told when submitted
+    bool localized_ = false; ///< the fonts of the container count from then on
+    bool toBeShown_ = false; ///< the dialog is ready and has not been seen yet
 };
 
 /// A dialog for one command class, on the frame or on a base between them, which may answer further interfaces.
 template <class Class, class Command, class Base = AppDialog, class... Further>
-class Dialog
-    : public Object<Class, Base, IDialogControl, IAppDialog, Further..., IOleObject, IOleInPlaceObject,
-                    IOleInPlaceActiveObject, IOleControl, IViewObject2, IPersistStreamInit,
-                    IPersistPropertyBag, IProvideClassInfo2>
+class Dialog : public Object<Class, Base, IDialogControl, IAppDialog, Further..., IOleObject,
+                             IOleInPlaceObject, IOleInPlaceActiveObject, IOleControl, IViewObject2,
+                             IPersistStreamInit, IPersistPropertyBag, IProvideClassInfo2>
 {
 protected:
     template <class... More>

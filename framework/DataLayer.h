@@ -21,8 +21,7 @@ struct CollectionOf
     static const IID& events() noexcept { return __uuidof(EventsInterface); }
 };
 
-template <>
-struct CollectionTraits<IGroups> : CollectionOf<IGroups, IGroupsEvents, &IRoot::get_Groups>
+template <> struct CollectionTraits<IGroups> : CollectionOf<IGroups, IGroupsEvents, &IRoot::get_Groups>
 {
 };
 template <> struct CollectionTraits<INames> : CollectionOf<INames, INamesEvents, &IRoot::get_Names>
@@ -31,8 +30,7 @@ template <> struct CollectionTraits<INames> : CollectionOf<INames, INamesEvents,
 template <> struct CollectionTraits<ITypes> : CollectionOf<ITypes, ITypesEvents, &IRoot::get_Types>
 {
 };
-template <>
-struct CollectionTraits<IEvents> : CollectionOf<IEvents, IEventsEvents, &IRoot::get_Events>
+template <> struct CollectionTraits<IEvents> : CollectionOf<IEvents, IEventsEvents, &IRoot::get_Events>
 {
 };
 template <>

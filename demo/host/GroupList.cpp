@@ -50,18 +50,18 @@ void GroupList::follow(const ComPtr<IRoot>& root)
 {
     ComPtr<IGroups> groups;
     call(root, &IRoot::get_Groups, groups.put());
-    events_.connect(groups.get(), __uuidof(IGroupsEvents),
-                    {.clear =
-                         [this] {
-                             groups_.clear();
-                             refreshLater();
-                         },
-                     .add =
-                         [this](const EventArguments& group) {
-                             groups_.push_back(
-                                 {group.number(0), std::wstring(group.text(1).view()), group.number(2)});
-                             refreshLater();
-                         }});
+    events_.connect(
+        groups.get(), __uuidof(IGroupsEvents),
+        {.clear =
+             [this] {
+                 groups_.clear();
+                 refreshLater();
+             },
+         .add =
+             [this](const EventArguments& group) {
+                 groups_.push_back({group.number(0), std::wstring(group.text(1).view()), group.number(2)});
+                 refreshLater();
+             }});
     events_.during([&] {
         VARIANT_BOOL ignored = VARIANT_FALSE;
         call(groups, &IGroups::Load, &ignored);

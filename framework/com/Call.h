@@ -81,7 +81,8 @@ auto fetchIfAny(const ComPtr<Object>& object, HRESULT (STDMETHODCALLTYPE Interfa
                 Arguments&&... arguments) noexcept
 {
     LastOut<Parameters...> out{};
-    const bool came = object && SUCCEEDED((object.get()->*method)(std::forward<Arguments>(arguments)..., &out));
+    const bool came =
+        object && SUCCEEDED((object.get()->*method)(std::forward<Arguments>(arguments)..., &out));
     return owned(came ? out : LastOut<Parameters...>{});
 }
 

@@ -17,7 +17,8 @@ Failure failureIn(EXCEPINFO& exception)
     const Bstr source = Bstr::adopt(exception.bstrSource);
     const Bstr description = Bstr::adopt(exception.bstrDescription);
     const Bstr help = Bstr::adopt(exception.bstrHelpFile);
-    const HRESULT number = exception.scode != 0 ? exception.scode : MAKE_HRESULT(1, FACILITY_CONTROL, exception.wCode);
+    const HRESULT number =
+        exception.scode != 0 ? exception.scode : MAKE_HRESULT(1, FACILITY_CONTROL, exception.wCode);
     return {number, source.view(), description.view()};
 }
 
@@ -41,8 +42,8 @@ Variant callByName(const ComPtr<IDispatch>& object, std::wstring_view member, WO
     DISPPARAMS parameters{values.data(), nullptr, static_cast<UINT>(values.size()), 0};
     EXCEPINFO exception{};
     VARIANT result{};
-    const HRESULT outcome = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters, &result,
-                                           &exception, nullptr);
+    const HRESULT outcome =
+        object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters, &result, &exception, nullptr);
     if (outcome == DISP_E_EXCEPTION)
         throw failureIn(exception);
     require(outcome);
@@ -66,8 +67,8 @@ Variant getIfAny(const ComPtr<IDispatch>& object, std::wstring_view property)
         return {};
     DISPPARAMS none{};
     VARIANT value{};
-    const HRESULT outcome = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &value,
-                                           nullptr, nullptr);
+    const HRESULT outcome = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
+                                           &value, nullptr, nullptr);
     return owned(SUCCEEDED(outcome) ? value : VARIANT{});
 }
 

@@ -321,7 +321,8 @@ TEST_P(DialogTests, AHostsOwnTextsStandInItAndACaptionThatWasReadStays)
             if (const auto kind = classOf(window); kind == L"Static" || kind == L"Button")
                 if (const std::wstring caption = Container::text(window); !caption.empty())
                 {
-                    EXPECT_THAT(caption, testing::AnyOf(testing::StartsWith(word), testing::StartsWith(L"first")));
+                    EXPECT_THAT(caption,
+                                testing::AnyOf(testing::StartsWith(word), testing::StartsWith(L"first")));
                     ++captions;
                 }
         EXPECT_GT(captions, 0);

@@ -1,6 +1,7 @@
 // From Ready to the end: OK, Cancel, errors, and a container that does not behave.
 #include "tests/framework/Fakes.h"
 #include "tests/framework/TestDialog.h"
+#include "tests/support/Questions.h"
 
 #include <gmock/gmock.h>
 
@@ -83,6 +84,18 @@ TEST_F(DialogLifeTests, ResourcesAreThoseOfTheThread)
     ComPtr<IResources> read;
     EXPECT_EQ(make<TestDialog>()->get_Resources(read.put()), S_OK);
     EXPECT_EQ(read.get(), own.get());
+}
+
+TEST_F(DialogLifeTests, TheLibrarysResourcesComeIntoBeingWhenATextIsNeeded)
+{
+    place();
+    ComPtr<IResources> resources;
+    EXPECT_EQ(container.dialog->get_Resources(resources.put()), S_OK);
+    EXPECT_FALSE(resources);
+    Bstr title;
+    EXPECT_EQ(container.dialog->get_Name(title.put()), S_OK);
+    EXPECT_EQ(container.dialog->get_Resources(resources.put()), S_OK);
+    EXPECT_TRUE(resources);
 }
 
 TEST_F(DialogLifeTests, OkTakesTheValuesSubmitsAndEnds)
@@ -170,6 +183,131 @@ TEST_F(DialogLifeTests, WhatIsExecutedIsNotExecutedAgainForAContainerThatFailsAt
     clickCancel(); // the command is done, whichever way the user leaves
     EXPECT_THAT(container.done, ElementsAre(false));
     EXPECT_EQ(command->executions, 1);
+}
+
+TEST_F(DialogLifeTests, NothingCanBeEnteredAfterAnExecutionWhoseEndTheContainerFailsIn)
+{
+    ASSERT_TRUE(show());
+    const auto end = container.site->onDone;
+    container.site->onDone = [](bool) { throw Failure(E_FAIL); };
+    SetFocus(dialog->txtName.window());
+    clickOk();
+    for (const Control* field :
+         {static_cast<const Control*>(&dialog->txtName), static_cast<const Control*>(&dialog->cmdPlain),
+          static_cast<const Control*>(&dialog->lstInner)})
+        EXPECT_FALSE(IsWindowEnabled(field->window())) << field->name();
+    EXPECT_TRUE(IsWindowEnabled(dialog->fraCommands.cmdOk.window()));
+    EXPECT_EQ(GetFocus(), dialog->fraCommands.cmdCancel.window()); // the keyboard leads out
+    EXPECT_EQ(dialog->taken, 1);
+    clickOk();
+    EXPECT_EQ(dialog->taken, 1);
+
+    container.site->onDone = end;
+    ASSERT_TRUE(container.ready()); // the host begins anew
+    EXPECT_TRUE(IsWindowEnabled(dialog->txtName.window()));
+    clickOk();
+    EXPECT_EQ(command->executions, 2);
+}
+
+TEST_F(DialogLifeTests, ADialogThatGoesOnSubmitsAsOftenAsOkIsPressed)
+{
+    ASSERT_TRUE(show());
+    std::vector<bool> answers;
+    dialog->onSubmitted = [&](bool executed) { answers.push_back(executed); };
+    clickOk();
+    container.onSubmit = [](IAppCommand&) { return false; };
+    clickOk();
+    container.onSubmit = [](IAppCommand&) -> bool { throw Failure(E_ACCESSDENIED); };
+    clickOk();
+    EXPECT_THAT(answers, ElementsAre(true, false));
+    EXPECT_THAT(container.done, IsEmpty());
+    EXPECT_EQ(container.submitted, 3);
+    clickCancel();
+    EXPECT_THAT(container.done, ElementsAre(true));
+}
+
+TEST_F(DialogLifeTests, AFailureOfWhatFollowsASubmissionLeavesTheDialogToTheUser)
+{
+    ASSERT_TRUE(show());
+    dialog->onSubmitted = [](bool) { throw Failure(E_ACCESSDENIED); };
+    clickOk();
+    EXPECT_EQ(container.errors.size(), 1U);
+    EXPECT_TRUE(IsWindowEnabled(dialog->txtName.window()));
+    clickOk();
+    EXPECT_EQ(container.submitted, 2);
+}
+
+TEST_F(DialogLifeTests, NothingIsSubmittedUntilAReadyHasSucceeded)
+{
+    dialog->onLoad = []() -> bool { throw Failure(E_ACCESSDENIED); };
+    EXPECT_THROW(show(), Failure);
+    clickOk();
+    container.press(VK_RETURN);
+    EXPECT_EQ(container.submitted, 0);
+    EXPECT_EQ(dialog->taken, 0);
+    clickCancel();
+    EXPECT_THAT(container.done, ElementsAre(true));
+
+    dialog->onLoad = [] { return true; };
+    ASSERT_TRUE(container.ready());
+    clickOk();
+    EXPECT_EQ(container.submitted, 1);
+}
+
+TEST_F(DialogLifeTests, AnotherCommandBeginsAnew)
+{
+    ASSERT_TRUE(show());
+    clickOk();
+    const auto next = make<TestDialogCommand>();
+    call(container.dialog, &IAppDialog::putref_Command, next.as<IDispatch>().get());
+    clickOk(); // nobody has read Ready for it
+    EXPECT_EQ(container.submitted, 1);
+    ASSERT_TRUE(container.ready());
+    clickOk();
+    EXPECT_EQ(next->executions, 1);
+    EXPECT_THAT(container.done, ElementsAre(false, false));
+}
+
+TEST_F(DialogLifeTests, ACommandThatTheContainerSetsWhileItExecutesIsNotEndedWithTheFirst)
+{
+    ASSERT_TRUE(show());
+    const auto next = make<TestDialogCommand>();
+    command->onExecute = [&] {
+        call(container.dialog, &IAppDialog::putref_Command, next.as<IDispatch>().get());
+        container.ready();
+    };
+    clickOk();
+    EXPECT_THAT(container.done, IsEmpty());
+    clickOk();
+    EXPECT_EQ(next->executions, 1);
+    EXPECT_THAT(container.done, ElementsAre(false));
+}
+
+TEST_F(DialogLifeTests, ItIsShownOnceForEachReady)
+{
+    ASSERT_TRUE(show());
+    EXPECT_EQ(dialog->shows, 0); // not before Ready has told its result
+    container.pump();
+    ShowWindow(container.dialogWindow(), SW_HIDE);
+    ShowWindow(container.dialogWindow(), SW_SHOWNA);
+    container.pump();
+    EXPECT_EQ(dialog->shows, 1);
+    container.ready();
+    container.pump();
+    EXPECT_EQ(dialog->shows, 2);
+}
+
+TEST_F(DialogLifeTests, AQuestionHasTheDialogsTitleUnlessItHasItsOwn)
+{
+    ASSERT_TRUE(show());
+    Questions questions;
+    questions.answerKey = L'N';
+    EXPECT_EQ(dialog->ask(22092, MB_YESNO), IDNO);
+    EXPECT_EQ(dialog->ask(22092, MB_YESNO, 21000), IDNO);
+    ASSERT_EQ(questions.asked.size(), 2U);
+    EXPECT_EQ(questions.asked[0].title, L"Resource");
+    EXPECT_EQ(questions.asked[1].title, L"Group");
+    EXPECT_EQ(questions.asked[1].text, L"The text box name must be entered.");
 }
 
 TEST_F(DialogLifeTests, NothingIsSubmittedTwice)

@@ -51,7 +51,11 @@ public:
     int loads = 0;
     int taken = 0;
     std::function<bool()> onLoad = [] { return true; };
+    int shows = 0;
     std::function<void()> onTake;
+    std::function<void(bool)> onSubmitted; ///< instead of the end
+
+    using AppDialog::ask;
 
     using DialogWindow::controls;
     using DialogWindow::dpi;
@@ -77,6 +81,16 @@ private:
         ++loads;
         return onLoad();
     }
+
+    void submitted(bool executed) override
+    {
+        if (onSubmitted)
+            onSubmitted(executed);
+        else
+            Dialog::submitted(executed);
+    }
+
+    void shown() override { ++shows; }
 
     void takeValues() override
     {

@@ -35,13 +35,13 @@ ScheduleData::ScheduleData(const ComPtr<IRoot>& root)
     if (!schedule_)
         throw Failure(E_NOINTERFACE);
 
-    namesEvents_.connect(names_.get(), __uuidof(INamesEvents),
-                         whileLoading([this] { resources_.clear(); },
-                                      [this](const EventArguments& name) {
-                                          resources_.push_back(
-                                              {name.number(0), std::wstring(name.text(1).view())});
-                                      },
-                                      [this] { groupOfResources_.reset(); }));
+    namesEvents_.connect(
+        names_.get(), __uuidof(INamesEvents),
+        whileLoading([this] { resources_.clear(); },
+                     [this](const EventArguments& name) {
+                         resources_.push_back({name.number(0), std::wstring(name.text(1).view())});
+                     },
+                     [this] { groupOfResources_.reset(); }));
     typesEvents_.connect(types_.get(), __uuidof(ITypesEvents),
                          whileLoading([this] { colors_.clear(); },
                                       [this](const EventArguments& type) {

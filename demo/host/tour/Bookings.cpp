@@ -45,10 +45,9 @@ std::vector<Booking> Bookings::all() const
     std::vector<Occurrence> found;
     {
         EventConnection announcements;
-        announcements.connect(events_.get(), __uuidof(IEventsEvents),
-                              {.add = [&](const EventArguments& occurrence) {
-                                  found.push_back(occurrenceIn(occurrence));
-                              }});
+        announcements.connect(
+            events_.get(), __uuidof(IEventsEvents),
+            {.add = [&](const EventArguments& occurrence) { found.push_back(occurrenceIn(occurrence)); }});
         announcements.during([&] {
             call(events_.as<ISchedule>(), &ISchedule::Load, later(now(), -oneYear).days,
                  later(now(), oneYear).days);
