@@ -54,7 +54,7 @@ private:
 
 using OnCall = std::function<void(const char* call)>;
 
-/// Tells each call before it answers.
+/// Tells each call before it answers; that it is asked for an interface, the first time.
 class HostileSite final : public host::ControlSite
 {
 public:
@@ -65,7 +65,11 @@ public:
 
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override
     {
-        return told("QueryInterface", ControlSite::QueryInterface(iid, object));
+        const HRESULT answer = ControlSite::QueryInterface(iid, object);
+        const bool known = std::find(asked_.begin(), asked_.end(), iid) != asked_.end();
+        if (!known)
+            asked_.push_back(iid);
+        return known ? answer : told("QueryInterface", answer);
     }
     STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* arguments,
                         VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override
@@ -121,6 +125,7 @@ private:
 
     HWND window_;
     OnCall onCall_;
+    std::vector<IID> asked_;
 };
 
 class AdviseSink final : public Object<AdviseSink, Inherits<IAdviseSink>, IAdviseSink>
@@ -136,6 +141,27 @@ public:
 
 private:
     OnCall onCall_;
+};
+
+/// One for the lives of a test, as long as none destroys it: to make it takes as long as half a life.
+class ContainerWindow
+{
+public:
+    ContainerWindow() = default;
+    ContainerWindow(const ContainerWindow&) = delete;
+    ContainerWindow& operator=(const ContainerWindow&) = delete;
+    ~ContainerWindow() { DestroyWindow(window_); }
+
+    HWND get()
+    {
+        if (!IsWindow(window_))
+            window_ = CreateWindowExW(WS_EX_CONTROLPARENT, L"Static", L"Container", WS_OVERLAPPEDWINDOW, 40,
+                                      40, 500, 400, nullptr, nullptr, nullptr, nullptr);
+        return window_;
+    }
+
+private:
+    HWND window_ = nullptr;
 };
 
 /// The whole life of a dialog in a container, with each kind of call that the dialog makes to it.
@@ -159,11 +185,11 @@ public:
     };
 
     /// @param at the call in which the host acts, counted from 0.
-    Life(const Act* act, std::size_t at) : act_(act), at_(at) {}
-    Life() : Life(nullptr, 0) {}
+    Life(HWND window, const Act* act, std::size_t at) : act_(act), at_(at), window_(window) {}
+    explicit Life(HWND window) : Life(window, nullptr, 0) {}
     Life(const Life&) = delete;
     Life& operator=(const Life&) = delete;
-    ~Life() { DestroyWindow(window_); }
+    ~Life() { SetFocus(nullptr); }
 
     /// The calls that the dialog made.
     std::vector<std::string> live()
@@ -339,8 +365,7 @@ private:
     std::vector<std::string> calls_;
     const OnCall hear_ = [this](const char* call) { hear(call); };
 
-    HWND window_ = CreateWindowExW(WS_EX_CONTROLPARENT, L"Static", L"Container", WS_OVERLAPPEDWINDOW, 40, 40,
-                                   500, 400, nullptr, nullptr, nullptr, nullptr);
+    HWND window_;
     ComPtr<HostileSite> site_ = make<HostileSite>(window_, hear_);
     ComPtr<AdviseSink> view_ = make<AdviseSink>(hear_);
     ComPtr<SmallDialog> dialog_ = make<SmallDialog>();
@@ -376,7 +401,8 @@ class HostileSiteTests : public testing::TestWithParam<Life::Act>
 
 TEST(HostileSiteTests, TheLifeHasEachCallOfADialogToItsContainer)
 {
-    Life life;
+    ContainerWindow window;
+    Life life(window.get());
     EXPECT_THAT(life.live(), IsSupersetOf({"QueryInterface",
                                            "Invoke",
                                            "GetContainer",
@@ -404,12 +430,13 @@ TEST(HostileSiteTests, TheLifeHasEachCallOfADialogToItsContainer)
 
 TEST_P(HostileSiteTests, InEachCallTheDialogSurvivesAndNothingIsLeftBehind)
 {
-    const auto calls = Life().live();
+    ContainerWindow window;
+    const auto calls = Life(window.get()).live();
     const long before = liveObjects();
     for (std::size_t at = 0; at < calls.size() && !HasFailure(); ++at)
     {
         SCOPED_TRACE(calls[at] + ", call " + std::to_string(at));
-        Life(&GetParam(), at).live();
+        Life(window.get(), &GetParam(), at).live();
         EXPECT_EQ(liveObjects(), before);
     }
 }

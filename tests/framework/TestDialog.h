@@ -57,6 +57,7 @@ public:
 
     using AppDialog::ask;
 
+    using AppDialog::raiseResize;
     using DialogWindow::controls;
     using DialogWindow::dpi;
     using OleControl::Height;

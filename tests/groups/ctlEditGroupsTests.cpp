@@ -1,5 +1,6 @@
 #include "framework/com/Variant.h"
 #include "framework/control/Geometry.h"
+#include "tests/framework/Fakes.h"
 #include "tests/support/Container.h"
 #include "tests/support/RecordingData.h"
 
@@ -191,6 +192,19 @@ TEST_F(ctlEditGroupsTests, ReadAgainForAnUnknownOperationTheLayoutStays)
     EXPECT_TRUE(container.visible(list()));
     EXPECT_FALSE(container.visible(nameBox()));
     EXPECT_THAT(items(list()), ElementsAre(L"Vans", L"Drivers"));
+}
+
+TEST_F(ctlEditGroupsTests, ReadAgainWithOtherTextsTitleAndHeadingFollowAndWhatTheLayoutGivesStays)
+{
+    showed(1);
+    call(container.dialog, &IAppDialog::putref_Resources, make<HostResources>().get());
+    ASSERT_TRUE(container.ready());
+    EXPECT_EQ(fetch(container.dialog, &IAppDialog::get_Name), L"host text 21000");
+    EXPECT_EQ(Container::text(heading()), L"host text 21001");
+    for (const wchar_t* caption : {L"OK", L"Cancel"})
+        EXPECT_TRUE(container.button(caption)) << caption;
+    EXPECT_EQ(accessibleName(nameBox()), L"host text 21001");
+    call(container.dialog, &IAppDialog::putref_Resources, nullptr);
 }
 
 TEST_F(ctlEditGroupsTests, InTheNewLayoutTheButtonsFollowTheNameDirectly)
