@@ -74,7 +74,7 @@ const CommandEntry* entryOf(int id) noexcept
 const CommandEntry& entryNamed(std::wstring_view name)
 {
     const auto* const found = std::find_if(std::begin(table), std::end(table),
-                                    [&](const CommandEntry& entry) { return entry.name == name; });
+                                           [&](const CommandEntry& entry) { return entry.name == name; });
     if (found == std::end(table))
         throw Failure(E_INVALIDARG, L"KorvaneHost", L"There is no command " + std::wstring(name) + L".");
     return *found;

@@ -114,8 +114,8 @@ ThreadsExceptions* __cxa_get_globals() noexcept
     if (auto* existing = __cxa_get_globals_fast())
         return existing;
     // Plain memory: an allocation that throws would come back here.
-    auto* const made =
-        static_cast<ThreadsExceptions*>(std::calloc(1, sizeof(ThreadsExceptions))); // NOLINT(cppcoreguidelines-no-malloc)
+    auto* const made = static_cast<ThreadsExceptions*>(
+        std::calloc(1, sizeof(ThreadsExceptions))); // NOLINT(cppcoreguidelines-no-malloc)
     if (!made || !TlsSetValue(slot, made))
         std::abort();
     return made;

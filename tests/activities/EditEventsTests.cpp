@@ -112,7 +112,8 @@ TEST_F(EditEventsTests, WhatTheLinksAnnounceToOthersDoesNotTouchTheChoice)
     ASSERT_GT(before.size(), 1U);
     data.announceClear(EventsOf::links);
     EXPECT_EQ(chosen(), before);
-    const auto other = create<IAppCommand>(__uuidof(::EditEvents)); // of the same database, and the same links
+    const auto other =
+        create<IAppCommand>(__uuidof(::EditEvents)); // of the same database, and the same links
     call(other, &IAppCommand::put_Operand, Bstr(L"Root").get(), Variant(data.root.as<IDispatch>()).get());
     call(other, &IAppCommand::put_Operand, Bstr(L"EventID").get(), Variant(11L).get());
     call(other, &IAppCommand::put_Operation, 3L);

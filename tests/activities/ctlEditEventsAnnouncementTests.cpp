@@ -60,7 +60,7 @@ TEST_F(ActivityDialog, AResourceWithoutAGroupThatIsShownStandsInTheCommandsGroup
 {
     data.names.push_back({30, L"Dora", Name::withoutGroup});
     data.names.push_back({31, L"Emil", 99});
-    data.names.push_back({32, L"Fritz", 1}); // of a group that is never shown
+    data.names.push_back({32, L"Fritz", 1});                  // of a group that is never shown
     data.names.insert(data.names.begin(), {20, L"Van 1", 1}); // of that one too
     showed(1);
     data.announceName({33, L"Gerda", 98});

@@ -11,6 +11,7 @@
 #include <malloc.h>
 
 // Freed memory is overwritten in this program: what is used after its end is found out.
+// NOLINTBEGIN(cppcoreguidelines-no-malloc, misc-new-delete-overloads): memory comes from where it always comes from
 void operator delete(void* memory) noexcept
 {
     if (memory)
@@ -22,6 +23,7 @@ void operator delete(void* memory, std::size_t) noexcept
 {
     operator delete(memory);
 }
+// NOLINTEND(cppcoreguidelines-no-malloc, misc-new-delete-overloads)
 
 namespace korvane::test
 {
@@ -58,7 +60,7 @@ using OnCall = std::function<void(const char* call)>;
 class HostileSite final : public host::ControlSite
 {
 public:
-    HostileSite(HWND window, OnCall onCall) : ControlSite(window), window_(window), onCall_(std::move(onCall))
+    HostileSite(HWND window, OnCall onCall) : ControlSite(window), onCall_(std::move(onCall))
     {
         font = host::makeFont(L"MS Shell Dlg", 8);
     }
@@ -123,7 +125,6 @@ private:
         return answer;
     }
 
-    HWND window_;
     OnCall onCall_;
     std::vector<IID> asked_;
 };
@@ -342,7 +343,7 @@ private:
 
     struct Windows
     {
-        HWND container;
+        HWND container = nullptr;
         int ofDialog = 0;
     };
 

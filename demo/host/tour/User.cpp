@@ -52,7 +52,7 @@ bool isExtended(WORD key) noexcept
 WORD keyNamed(std::wstring_view name)
 {
     const auto* const found = std::find_if(std::begin(keyNames), std::end(keyNames),
-                                    [&](const KeyName& each) { return each.name == name; });
+                                           [&](const KeyName& each) { return each.name == name; });
     if (found != std::end(keyNames))
         return found->key;
     if (name.size() != 1 || name[0] < L'A' || name[0] > L'Z')
