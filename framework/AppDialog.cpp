@@ -326,6 +326,13 @@ void AppDialog::run(const std::function<void()>& handler) noexcept
         raiseError(*failure);
 }
 
+HICON AppDialog::loadIcon(long id, int size) const noexcept
+{
+    HICON icon = nullptr;
+    attempt([&] { icon = resourceIcon(id, size); });
+    return icon;
+}
+
 void AppDialog::raiseError(const Failure& failure) noexcept
 {
     attempt([&] {

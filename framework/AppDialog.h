@@ -60,6 +60,7 @@ public:
     void cancel();
 
     void run(const std::function<void()>& handler) noexcept override;
+    HICON loadIcon(long id, int size) const noexcept override;
 
     // EventOwner
     ComPtr<IUnknown> keptAlive() noexcept override { return ComPtr<IUnknown>(identity()); }

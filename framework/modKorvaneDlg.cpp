@@ -90,9 +90,23 @@ ComPtr<IPictureDisp> resourceBitmap(long id, int dpi)
     const auto resources = requireResources();
     if (areOwn(resources.as<IUnknown>()))
         return loadBitmap(id, dpi);
-    ComPtr<IPictureDisp> picture;
-    call(resources, &IResources::GetBitmap, id, picture.put());
-    return picture;
+    return fetch(resources, &IResources::GetBitmap, id);
+}
+
+HICON resourceIcon(long id, int size)
+{
+    const auto resources = requireResources();
+    if (areOwn(resources.as<IUnknown>()))
+        return static_cast<HICON>(
+            LoadImageW(module::instance(), MAKEINTRESOURCEW(id), IMAGE_ICON, size, size, 0));
+    const auto picture = fetch(resources, &IResources::GetIcon, id).as<IPicture>();
+    short type = PICTYPE_NONE;
+    OLE_HANDLE handle = 0;
+    if (!picture || FAILED(picture->get_Type(&type)) || type != PICTYPE_ICON ||
+        FAILED(picture->get_Handle(&handle)))
+        return nullptr;
+    return static_cast<HICON>(
+        CopyImage(reinterpret_cast<HICON>(static_cast<UINT_PTR>(handle)), IMAGE_ICON, size, size, 0));
 }
 
 long liveObjects() noexcept

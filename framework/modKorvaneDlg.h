@@ -38,6 +38,9 @@ Bstr resourceText(long id);
 /// screens, a host's are as they are.
 ComPtr<IPictureDisp> resourceBitmap(long id, int dpi);
 
+/// An icon of the current resources as the caller's own, in pixels; null when it is missing.
+HICON resourceIcon(long id, int size);
+
 /// What keeps the library loaded, without the resources that only the library itself still holds.
 long liveObjects() noexcept;
 

@@ -253,12 +253,6 @@ bool DialogWindow::followAccessKey(MSG message) noexcept
     return IsDialogMessageW(window_, &message) != FALSE;
 }
 
-HICON DialogWindow::loadIcon(long id, int size) const noexcept
-{
-    return static_cast<HICON>(
-        LoadImageW(module::instance(), MAKEINTRESOURCEW(id), IMAGE_ICON, size, size, 0));
-}
-
 HWND DialogWindow::lastTabStop() const noexcept
 {
     // The one before the first: platforms differ on what comes before no control at all.

@@ -44,7 +44,7 @@ public:
     virtual void focusArrived() noexcept = 0;
     virtual void focusLeft() noexcept = 0;
     /// The icon with an id, as wide and high as a number of pixels; null when there is none. The caller destroys it.
-    virtual HICON loadIcon(long id, int size) const noexcept;
+    virtual HICON loadIcon(long id, int size) const noexcept = 0;
     /// Lets a control come back to something once the message at hand is over.
     void post(const Control& control, LPARAM value) const noexcept;
 

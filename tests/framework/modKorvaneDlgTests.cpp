@@ -1,5 +1,7 @@
 #include "framework/modKorvaneDlg.h"
 
+#include "framework/Pictures.h"
+
 #include "framework/com/Apartment.h"
 #include "framework/com/Boundary.h"
 #include "tests/framework/Fakes.h"
@@ -231,7 +233,11 @@ class WrappedResources final
     : public Object<WrappedResources, Inherits<IResources, IResourceLibrary>, IResources, IResourceLibrary>
 {
 public:
-    STDMETHODIMP GetIcon(long, IPictureDisp**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIcon(long id, IPictureDisp** picture) override
+    {
+        asked = id;
+        return returns(picture, [&] { return given; });
+    }
     STDMETHODIMP GetBitmap(long id, IPictureDisp** picture) override
     {
         asked = id;
@@ -245,7 +251,22 @@ public:
     STDMETHODIMP Export(VARIANT, VARIANT, BSTR, VARIANT_BOOL*) override { return E_NOTIMPL; }
 
     long asked = 0;
+    ComPtr<IPictureDisp> given;
 };
+
+/// The width of an icon, which is destroyed; 0 for none.
+int widthOf(HICON icon)
+{
+    ICONINFO parts{};
+    BITMAP bitmap{};
+    if (!icon || !GetIconInfo(icon, &parts))
+        return 0;
+    GetObjectW(parts.hbmMask, sizeof bitmap, &bitmap);
+    DeleteObject(parts.hbmMask);
+    DeleteObject(parts.hbmColor);
+    DestroyIcon(icon);
+    return bitmap.bmWidth;
+}
 
 int widthOf(const ComPtr<IPictureDisp>& picture)
 {
@@ -289,6 +310,20 @@ TEST(ResourceBitmapTests, OfAHostIsTheOneThatTheHostGives)
     const auto hosts = make<WrappedResources>();
     setCurrentResources(ComPtr<IResources>(hosts.get()));
     EXPECT_FALSE(resourceBitmap(21000, 192));
+    EXPECT_EQ(hosts->asked, 21000);
+    setCurrentResources(nullptr);
+}
+
+TEST(ResourceIconTests, HasTheSizeThatIsAskedForWhoeverGivesIt)
+{
+    EXPECT_EQ(widthOf(resourceIcon(21000, 24)), 24);
+    EXPECT_EQ(widthOf(resourceIcon(99, 24)), 0);
+    const auto hosts = make<WrappedResources>();
+    setCurrentResources(ComPtr<IResources>(hosts.get()));
+    EXPECT_EQ(widthOf(resourceIcon(21000, 24)), 0);
+    hosts->given = loadPicture(21000, IMAGE_ICON);
+    ASSERT_TRUE(hosts->given);
+    EXPECT_EQ(widthOf(resourceIcon(21000, 24)), 24);
     EXPECT_EQ(hosts->asked, 21000);
     setCurrentResources(nullptr);
 }
