@@ -1,6 +1,6 @@
 #include "framework/control/Control.h"
 
-#include "framework/com/Failure.h"
+#include "framework/com/Boundary.h"
 #include "framework/com/Module.h"
 #include "framework/control/DialogWindow.h"
 #include "framework/control/Frame.h"
@@ -19,8 +19,7 @@ template <class Handler> bool isTaken(DialogWindow& dialog, const Handler& handl
 {
     const ComPtr<IUnknown> alive(dialog.identity()); // the container may let go of the dialog in it
     bool taken = true;
-    const auto body = [&] { taken = handler(); };
-    dialog.run(std::cref(body));
+    attempt([&] { dialog.run([&] { taken = handler(); }); });
     return taken;
 }
 

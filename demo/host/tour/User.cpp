@@ -151,8 +151,7 @@ void User::press(std::wstring_view names) const
         untilAtRest_();
     for (const WORD key : keys)
         send(keyInput(key, false));
-    for (auto key = keys.rbegin(); key != keys.rend(); ++key)
-        send(keyInput(*key, true));
+    std::for_each(keys.rbegin(), keys.rend(), [this](WORD key) { send(keyInput(key, true)); });
 }
 
 void User::hold(std::wstring_view key) const
