@@ -62,7 +62,7 @@ public:
     void run(const std::function<void()>& handler) noexcept override;
 
     // EventOwner
-    ComPtr<IUnknown> keptAlive() noexcept override { return ComPtr<IUnknown>(identity()); }
+    ComPtr<IUnknown> keptAlive() noexcept override { return ComPtr<IUnknown>(static_cast<IDialogControl*>(this)); }
     void announcementFailed(const Failure& failure) noexcept override { raiseError(failure); }
 
 protected:
