@@ -63,7 +63,7 @@ public:
     HICON loadIcon(long id, int size) const noexcept override;
 
     // EventOwner
-    ComPtr<IUnknown> keptAlive() noexcept override { return ComPtr<IUnknown>(identity()); }
+    ComPtr<IUnknown> keptAlive() noexcept override { return ComPtr<IUnknown>(static_cast<IDialogControl*>(this)); }
     void announcementFailed(const Failure& failure) noexcept override { raiseError(failure); }
 
 protected:

@@ -50,6 +50,19 @@ template <class Body> std::optional<Failure> attempt(Body&& body) noexcept
     }
 }
 
+/// The same where the failure is told to somebody at once, and success is to cost nothing.
+template <class Body, class Tell> void attempt(Body&& body, Tell&& tell) noexcept
+{
+    try
+    {
+        body();
+    }
+    catch (...)
+    {
+        tell(currentFailure());
+    }
+}
+
 /// Runs a body and, where it fails, takes back what it has begun. The body's failure is the one that is thrown.
 template <class Body, class Undo> void undoOnFailure(Body&& body, Undo&& undo)
 {

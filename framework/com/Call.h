@@ -21,11 +21,11 @@ HRESULT call(const ComPtr<Object>& object, HRESULT (STDMETHODCALLTYPE Interface:
              Arguments&&... arguments)
 {
     if (!object)
-        throw Failure(E_POINTER);
+        throwFailure(E_POINTER);
     SetErrorInfo(0, nullptr); // what is there belongs to an earlier call
     const HRESULT result = (object.get()->*method)(std::forward<Arguments>(arguments)...);
     if (FAILED(result))
-        throw Failure::ofCall(result, static_cast<Interface*>(object.get()), __uuidof(Interface));
+        throwFailureOfCall(result, static_cast<Interface*>(object.get()), __uuidof(Interface));
     return result;
 }
 

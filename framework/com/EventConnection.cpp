@@ -6,13 +6,6 @@
 namespace korvane
 {
 
-const VARIANT& EventArguments::at(UINT index) const
-{
-    if (index >= parameters_.cArgs)
-        throw Failure(DISP_E_BADPARAMCOUNT);
-    return parameters_.rgvarg[parameters_.cArgs - 1 - index]; // arguments arrive last first
-}
-
 /// What the source holds: it may outlive the connection, which cuts itself off when it ends.
 class EventConnection::Sink final : public IDispatch
 {
@@ -76,13 +69,14 @@ public:
         // A handler may end the connection, and whoever it calls its owner.
         const ComPtr<Sink> alive(this);
         const ComPtr<IUnknown> owner = connection_->owner_ ? connection_->owner_->keptAlive() : nullptr;
-        auto failure = attempt([&] { handle(event, EventArguments(*parameters)); });
-        if (!failure)
-            return S_OK;
-        const HRESULT number = failure->number();
-        if (connection_)
-            connection_->failed(std::move(*failure));
-        return number;
+        HRESULT result = S_OK;
+        attempt([&] { handle(event, EventArguments(*parameters)); },
+                [&](Failure&& failure) {
+                    result = failure.number();
+                    if (connection_)
+                        connection_->failed(std::move(failure));
+                });
+        return result;
     }
 
 private:

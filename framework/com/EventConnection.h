@@ -24,11 +24,16 @@ public:
 
     long number(UINT index) const { return toLong(at(index)); }
     OleDate date(UINT index) const { return toDate(at(index)); }
-    Bstr text(UINT index) const { return toText(at(index)); }
+    LentText text(UINT index) const { return LentText(at(index)); } ///< good as long as the arguments are
     UINT count() const noexcept { return parameters_.cArgs; }
 
 private:
-    const VARIANT& at(UINT index) const;
+    const VARIANT& at(UINT index) const
+    {
+        if (index >= parameters_.cArgs)
+            throwFailure(DISP_E_BADPARAMCOUNT);
+        return parameters_.rgvarg[parameters_.cArgs - 1 - index]; // arguments arrive last first
+    }
 
     const DISPPARAMS& parameters_;
 };

@@ -51,6 +51,16 @@ Failure Failure::ofCall(HRESULT number, IUnknown* object, REFIID calledInterface
     return failure;
 }
 
+void throwFailure(HRESULT number)
+{
+    throw Failure(number);
+}
+
+void throwFailureOfCall(HRESULT number, IUnknown* object, REFIID calledInterface)
+{
+    throw Failure::ofCall(number, object, calledInterface);
+}
+
 Bstr Failure::source() const
 {
     return isOfPlatform() ? Bstr(module::programName()) : fetchIfAny(information_, &IErrorInfo::GetSource);

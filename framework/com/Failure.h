@@ -38,11 +38,15 @@ private:
     ComPtr<IErrorInfo> information_;
 };
 
+// Out of line: what hardly ever happens is not to stand in the way of what always does.
+[[noreturn]] void throwFailure(HRESULT number);
+[[noreturn]] void throwFailureOfCall(HRESULT number, IUnknown* object, REFIID calledInterface);
+
 /// Throws a Failure for a failed platform call.
 inline HRESULT require(HRESULT result)
 {
     if (FAILED(result))
-        throw Failure(result);
+        throwFailure(result);
     return result;
 }
 

@@ -72,9 +72,9 @@ Variant converted(const VARIANT& value, VARTYPE type, USHORT flags = 0)
 
 } // namespace
 
-long toLong(const VARIANT& value)
+long convertedToLong(const VARIANT& value)
 {
-    return value.vt == VT_I4 ? value.lVal : converted(value, VT_I4).get().lVal;
+    return converted(value, VT_I4).get().lVal;
 }
 
 long toLong(std::wstring_view text)

@@ -71,13 +71,39 @@ private:
 
 // Conversions by OLE Automation's rules for the user's locale. They follow references and the default
 // property of objects, and throw DISP_E_TYPEMISMATCH or DISP_E_OVERFLOW for what cannot be converted.
-long toLong(const VARIANT& value);
+long convertedToLong(const VARIANT& value); ///< of what is no long already
+inline long toLong(const VARIANT& value)
+{
+    return value.vt == VT_I4 ? value.lVal : convertedToLong(value);
+}
 long toLong(std::wstring_view text);
 /// The same for a text that may well be no number.
 std::optional<long> numberIn(std::wstring_view text);
 bool toBool(const VARIANT& value);
 OleDate toDate(const VARIANT& value);
 Bstr toText(const VARIANT& value);
+
+/// The text of a value that stays: lent where the value is a text, a converted copy otherwise. Its BSTR is never null.
+class LentText
+{
+public:
+    explicit LentText(const VARIANT& value)
+        : converted_(isText(value) ? Bstr() : toText(value)),
+          text_(isText(value) ? value.bstrVal : converted_.get())
+    {
+    }
+    LentText(const LentText&) = delete;
+    LentText& operator=(const LentText&) = delete;
+
+    BSTR get() const noexcept { return text_; }
+    std::wstring_view view() const noexcept { return korvane::view(text_); }
+
+private:
+    static bool isText(const VARIANT& value) noexcept { return value.vt == VT_BSTR && value.bstrVal; }
+
+    Bstr converted_;
+    BSTR text_;
+};
 
 /// The object that a value holds, by reference or not; empty for Nothing. Throws DISP_E_TYPEMISMATCH for
 /// a value that holds no object.

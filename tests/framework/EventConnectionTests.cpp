@@ -112,6 +112,22 @@ TEST_F(EventConnectionTests, EventsArriveInTheirOrderWithTheirArguments)
     EXPECT_THAT(texts, ElementsAre(L"Drivers", L"Drivers"));
 }
 
+TEST_F(EventConnectionTests, AnArgumentIsATextWhateverItsType)
+{
+    connect();
+    std::vector<std::wstring> texts;
+    onEvent = [&](const EventArguments& item) {
+        const LentText text = item.text(1);
+        EXPECT_NE(text.get(), nullptr);
+        texts.emplace_back(text.view());
+    };
+    source->raise(2, {Variant(4L), Variant(12L)});
+    VARIANT null{};
+    null.vt = VT_BSTR;
+    source->raise(2, {Variant(4L), Variant::adopt(null)});
+    EXPECT_THAT(texts, ElementsAre(L"12", L""));
+}
+
 TEST_F(EventConnectionTests, ADisconnectedHandlerHearsNothing)
 {
     connect();
