@@ -52,12 +52,6 @@ bool ctlMoveEvents::decideUpdateAll()
     return answer != IDCANCEL;
 }
 
-/// The focus comes again where the dialog was seen before it was ready, or the container has begun anew.
-void ctlMoveEvents::windowFocused() noexcept
-{
-    run([this] { move(); });
-}
-
 /// Executes the command, once, with the label to be seen meanwhile. There is nothing to correct here: of a failure the
 /// user is told, and the dialog ends.
 void ctlMoveEvents::move()

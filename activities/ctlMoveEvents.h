@@ -20,7 +20,6 @@ private:
     void takeValues() override {} // there is nothing to enter
     void submitted(bool executed) override { close(!executed); }
     long titleId() const override;
-    void windowFocused() noexcept override;
     void shown() override { move(); }
 
     bool prepareCommand();

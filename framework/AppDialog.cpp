@@ -285,7 +285,14 @@ void AppDialog::close(bool cancelled)
         });
 }
 
-/// Posted, so that the dialog is seen before anything comes of it.
+/// Where the container shows its own window last, the focus is what tells that the dialog is seen.
+void AppDialog::focusArrived() noexcept
+{
+    OleControl::focusArrived();
+    windowShown();
+}
+
+/// Posted, so that the dialog is seen, and the container's call over, before anything comes of it.
 void AppDialog::windowShown() noexcept
 {
     if (toBeShown_)

@@ -127,6 +127,7 @@ private:
 
     void ambientFontChanged() override;
     void dpiChanged() override;
+    void focusArrived() noexcept override;
     void windowShown() noexcept override;
     void postedToDialog() override;
     void closing() noexcept override;

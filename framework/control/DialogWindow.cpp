@@ -377,7 +377,6 @@ std::optional<LRESULT> DialogWindow::handle(UINT message, WPARAM first, LPARAM s
         return 0;
     case WM_SETFOCUS:
         focusArrived();
-        windowFocused();
         return std::nullopt;
     case WM_SHOWWINDOW:
         if (first != FALSE)

@@ -85,8 +85,6 @@ protected:
 
     /// The resolution of the window has changed.
     virtual void dpiChanged() = 0;
-    /// The window itself has the focus: the dialog has no control to give it to.
-    virtual void windowFocused() noexcept {}
     /// The window is about to be seen.
     virtual void windowShown() noexcept {}
     virtual void postedToDialog() {}
