@@ -63,7 +63,10 @@ public:
     HICON loadIcon(long id, int size) const noexcept override;
 
     // EventOwner
-    ComPtr<IUnknown> keptAlive() noexcept override { return ComPtr<IUnknown>(static_cast<IDialogControl*>(this)); }
+    ComPtr<IUnknown> keptAlive() noexcept override
+    {
+        return ComPtr<IUnknown>(static_cast<IDialogControl*>(this));
+    }
     void announcementFailed(const Failure& failure) noexcept override { raiseError(failure); }
 
 protected:

@@ -81,6 +81,19 @@ TEST_F(ctlEditGroupsTests, ReadyForAChangeLoadsTheGroupsWithinScopes)
     EXPECT_EQ(data.openScopes, 0);
 }
 
+TEST_F(ctlEditGroupsTests, TheSizeFollowsTheLayoutOnceTheListIsLoaded)
+{
+    SIZE whileLoading{-1, -1};
+    data.during = [&](const std::string& call) {
+        if (call == "Groups.Load")
+            whileLoading = container.extent;
+    };
+    EXPECT_TRUE(show(2)); // a shorter layout than the designed one
+    data.during = nullptr;
+    EXPECT_GE(whileLoading.cy, 0);
+    EXPECT_NE(whileLoading.cy, container.extent.cy);
+}
+
 TEST_F(ctlEditGroupsTests, AlsoForADeletionTheRightToChangeIsAsked)
 {
     EXPECT_TRUE(show(2));
