@@ -3,6 +3,7 @@
 #include "bench/Announcer.h"
 #include "framework/com/Decimal.h"
 #include "framework/com/Variant.h"
+#include "tests/support/EmptyData.h"
 
 namespace korvane::bench
 {
@@ -157,7 +158,7 @@ public:
     STDMETHODIMP Close(long, long) override { return S_OK; }
 };
 
-class ActivityData::Root final : public Object<Root, Inherits<IRoot>, IRoot>
+class ActivityData::Root final : public Object<Root, Inherits<test::EmptyRoot>, IRoot>
 {
 public:
     explicit Root(ActivityData& data)
@@ -176,17 +177,8 @@ public:
         *scope = ComPtr<IScope>(make<Scope>().get()).detach();
         return S_OK;
     }
-    STDMETHODIMP get_Accounts(IAccounts** collection) override { return lacks(collection); }
-    STDMETHODIMP get_Messages(IMessages** collection) override { return lacks(collection); }
-    STDMETHODIMP NewRecurrence(long, IRecurrence** rule) override { return lacks(rule); }
 
 private:
-    template <class Interface> static HRESULT lacks(Interface** result)
-    {
-        *result = nullptr;
-        return E_NOTIMPL;
-    }
-
     template <class Class, class Interface>
     static HRESULT give(const ComPtr<Class>& object, Interface** result)
     {

@@ -4,6 +4,7 @@
 #include "bench/Library.h"
 #include "bench/Measurement.h"
 #include "framework/com/Decimal.h"
+#include "tests/support/EmptyData.h"
 
 namespace korvane::bench
 {
@@ -66,7 +67,7 @@ private:
     MemoryData& data_;
 };
 
-class MemoryData::Root final : public Object<Root, Inherits<IRoot>, IRoot>
+class MemoryData::Root final : public Object<Root, Inherits<test::EmptyRoot>, IRoot>
 {
 public:
     explicit Root(MemoryData& data) : data_(data) {}
@@ -84,21 +85,7 @@ public:
         return S_OK;
     }
 
-    STDMETHODIMP get_Names(INames** collection) override { return lacks(collection); }
-    STDMETHODIMP get_Types(ITypes** collection) override { return lacks(collection); }
-    STDMETHODIMP get_Accounts(IAccounts** collection) override { return lacks(collection); }
-    STDMETHODIMP get_Events(IEvents** collection) override { return lacks(collection); }
-    STDMETHODIMP get_EventLinks(IEventLinks** collection) override { return lacks(collection); }
-    STDMETHODIMP get_Messages(IMessages** collection) override { return lacks(collection); }
-    STDMETHODIMP NewRecurrence(long, IRecurrence** rule) override { return lacks(rule); }
-
 private:
-    template <class Interface> static HRESULT lacks(Interface** result)
-    {
-        *result = nullptr;
-        return E_NOTIMPL;
-    }
-
     MemoryData& data_;
 };
 

@@ -40,8 +40,7 @@ STDMETHODIMP NotifiedDialog::Request(BSTR, VARIANT, VARIANT* answer)
 
 HRESULT NotifiedDialog::notified() noexcept
 {
-    const ComPtr<IUnknown> alive(identity());
-    return guard([&] {
+    return held([&] {
         if (!isLoaded())
             return;
         const Batch batch(*this);

@@ -31,7 +31,7 @@ bool ctlEditGroups::load()
         fetch(command().asCommand(), &IAppCommand::Prepare); // reports False in every case
     });
     const bool known = prepareLayout();
-    setSize(Width(), height_);
+    setSize(Width(), fraCommands.bottom());
     return known;
 }
 
@@ -65,12 +65,12 @@ void ctlEditGroups::layOut(long caption, std::initializer_list<Frame*> frames)
     lblGroups.setCaption(resourceText(caption).view());
     fraEdit.setVisible(false);
     fraGroups.setVisible(false);
-    height_ = 0;
+    float top = 0;
     for (Frame* frame : frames)
     {
         frame->setVisible(true);
-        frame->setTop(height_);
-        height_ += frame->Height();
+        frame->setTop(top);
+        top = frame->bottom();
     }
 }
 

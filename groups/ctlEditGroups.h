@@ -30,7 +30,6 @@ private:
     void confirmDeletion();
 
     Subscription<IGroups> mGroups{this};
-    float height_ = Height(); ///< the one that the layout needs
 
     Label lblGroups{*this, {.name = L"lblGroups", .place = {120, 165, 1185, 210}}};
 

@@ -74,8 +74,14 @@ void Control::setEnabled(bool enabled)
     if (enabled == enabled_)
         return;
     enabled_ = enabled;
+    showEnabled();
+}
+
+void Control::showEnabled() const noexcept
+{
+    const bool leadsOut = id_ == IDOK || id_ == IDCANCEL;
     if (window_)
-        EnableWindow(window_, enabled);
+        EnableWindow(window_, enabled_ && (leadsOut || !dialog_.isFrozen()));
 }
 
 std::wstring Control::windowText() const

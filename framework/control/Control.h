@@ -111,6 +111,8 @@ public:
     };
 
     // For the dialog's window.
+    /// In a frozen dialog only the ways out are enabled.
+    void showEnabled() const noexcept;
     void create(HWND parent, int id);
     void forgetWindow() noexcept;
     Place placeOnDialog() const noexcept;

@@ -17,8 +17,7 @@ constexpr int maximumHeight = 10; // inches: with letters of that height no dial
 
 ComPtr<IFont> copyOf(const ComPtr<IFont>& font)
 {
-    ComPtr<IFont> copy;
-    call(font, &IFont::Clone, copy.put());
+    auto copy = fetch(font, &IFont::Clone);
     if (!copy)
         throw Failure(E_FAIL);
     return copy;
@@ -32,16 +31,14 @@ bool areSame(const ComPtr<IFont>& one, const ComPtr<IFont>& other)
         return SUCCEEDED((one.get()->*property)(&value)) &&
                SUCCEEDED((other.get()->*property)(&otherValue)) && value == otherValue;
     };
-    Bstr name;
-    Bstr otherName;
+    const Bstr name = fetchIfAny(one, &IFont::get_Name);
     CY size{};
     CY otherSize{};
-    return SUCCEEDED(one->get_Name(name.put())) && SUCCEEDED(other->get_Name(otherName.put())) &&
-           name.view() == otherName.view() && SUCCEEDED(one->get_Size(&size)) &&
-           SUCCEEDED(other->get_Size(&otherSize)) && size.int64 == otherSize.int64 &&
-           haveSame(&IFont::get_Weight, short{}) && haveSame(&IFont::get_Charset, short{}) &&
-           haveSame(&IFont::get_Italic, BOOL{}) && haveSame(&IFont::get_Underline, BOOL{}) &&
-           haveSame(&IFont::get_Strikethrough, BOOL{});
+    return !name.empty() && fetchIfAny(other, &IFont::get_Name) == name.view() &&
+           SUCCEEDED(one->get_Size(&size)) && SUCCEEDED(other->get_Size(&otherSize)) &&
+           size.int64 == otherSize.int64 && haveSame(&IFont::get_Weight, short{}) &&
+           haveSame(&IFont::get_Charset, short{}) && haveSame(&IFont::get_Italic, BOOL{}) &&
+           haveSame(&IFont::get_Underline, BOOL{}) && haveSame(&IFont::get_Strikethrough, BOOL{});
 }
 
 template <class Measure> void withFont(HFONT font, const Measure& measure) noexcept

@@ -152,11 +152,7 @@ void DialogWindow::freeze(bool frozen) noexcept
     if (frozen && IsChild(window_, GetFocus()))
         SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetDlgItem(window_, IDCANCEL)), TRUE);
     for (const Control* control : controls_)
-    {
-        const int id = control->window() ? GetDlgCtrlID(control->window()) : IDOK;
-        if (id != IDOK && id != IDCANCEL)
-            EnableWindow(control->window(), control->Enabled() && !frozen);
-    }
+        control->showEnabled();
 }
 
 void DialogWindow::applyFont()

@@ -36,6 +36,7 @@ public:
     HWND lastTabStop() const noexcept;
 
     // For the controls.
+    bool isFrozen() const noexcept { return frozen_; }
     void add(Control& control) { controls_.push_back(&control); }
     void layoutChanged() noexcept;
     void toolTipChanged(const Control& control);

@@ -59,8 +59,8 @@ void OleControl::enterContainer()
         inPlaceSite_ = site;
         const auto failure = attempt([&] {
             HWND parent = nullptr;
-            ComPtr<IOleInPlaceFrame> frame;
-            ComPtr<IOleInPlaceUIWindow> document;
+            IOleInPlaceFrame* frame = nullptr;
+            IOleInPlaceUIWindow* document = nullptr;
             OLEINPLACEFRAMEINFO frameInfo{};
             frameInfo.cb = sizeof frameInfo;
             call(site, &IOleInPlaceSite::OnInPlaceActivate);
@@ -68,11 +68,12 @@ void OleControl::enterContainer()
             requireActivation();
             call(site, &IOleWindow::GetWindow, &parent);
             requireActivation();
-            call(site, &IOleInPlaceSite::GetWindowContext, frame.put(), document.put(), &place, &clip,
-                 &frameInfo);
+            call(site, &IOleInPlaceSite::GetWindowContext, &frame, &document, &place, &clip, &frameInfo);
+            auto ownFrame = owned(frame);
+            auto ownDocument = owned(document);
             requireActivation();
-            frame_ = std::move(frame);
-            document_ = std::move(document);
+            frame_ = std::move(ownFrame);
+            document_ = std::move(ownDocument);
             attachWindow(parent);
             requireActivation();
         });

@@ -51,11 +51,11 @@ Variant OleControl::ambientProperty(DISPID property) const
 {
     const auto ambient = clientSite().as<IDispatch>();
     DISPPARAMS none{};
-    Variant value;
-    if (ambient)
-        ambient->Invoke(property, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, value.put(),
-                        nullptr, nullptr);
-    return value;
+    VARIANT value{};
+    const bool came =
+        ambient && SUCCEEDED(ambient->Invoke(property, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET,
+                                             &none, &value, nullptr, nullptr));
+    return owned(came ? value : VARIANT{});
 }
 
 void OleControl::controlInfoChanged() noexcept

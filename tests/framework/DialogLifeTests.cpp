@@ -198,6 +198,9 @@ TEST_F(DialogLifeTests, NothingCanBeEnteredAfterAnExecutionWhoseEndTheContainerF
         EXPECT_FALSE(IsWindowEnabled(field->window())) << field->name();
     EXPECT_TRUE(IsWindowEnabled(dialog->fraCommands.cmdOk.window()));
     EXPECT_EQ(GetFocus(), dialog->fraCommands.cmdCancel.window()); // the keyboard leads out
+    dialog->cmdPlain.setEnabled(false);
+    dialog->cmdPlain.setEnabled(true); // as an announcement that comes late might
+    EXPECT_FALSE(IsWindowEnabled(dialog->cmdPlain.window()));
     EXPECT_EQ(dialog->taken, 1);
     clickOk();
     EXPECT_EQ(dialog->taken, 1);
