@@ -16,7 +16,7 @@ constexpr long activity = 1;
 
 } // namespace
 
-class ActivityData::Groups final : public Announcer<Groups, IGroups, IGroupsEvents>
+class ActivityData::Groups final : public Announcer<Groups, IGroups, IGroupsEvents, test::EmptyGroups>
 {
 public:
     explicit Groups(ActivityData& data) : data_(data) {}
@@ -34,17 +34,11 @@ public:
         return S_OK;
     }
 
-    STDMETHODIMP Fetch(long, BSTR*, long*, VARIANT_BOOL*) override { return E_NOTIMPL; }
-    STDMETHODIMP HasAccess(long, long, VARIANT_BOOL*) override { return E_NOTIMPL; }
-    STDMETHODIMP Add(BSTR, long, long*) override { return E_NOTIMPL; }
-    STDMETHODIMP Remove(long, long*) override { return E_NOTIMPL; }
-    STDMETHODIMP Update(long, BSTR, long, long*) override { return E_NOTIMPL; }
-
 private:
     ActivityData& data_;
 };
 
-class ActivityData::Names final : public Announcer<Names, INames, INamesEvents>
+class ActivityData::Names final : public Announcer<Names, INames, INamesEvents, test::EmptyNames>
 {
 public:
     explicit Names(ActivityData& data) : data_(data) {}
@@ -68,7 +62,7 @@ private:
     ActivityData& data_;
 };
 
-class ActivityData::Types final : public Announcer<Types, ITypes, ITypesEvents>
+class ActivityData::Types final : public Announcer<Types, ITypes, ITypesEvents, test::EmptyTypes>
 {
 public:
     STDMETHODIMP Load(long, VARIANT_BOOL* result) override
@@ -79,7 +73,7 @@ public:
     }
 };
 
-class ActivityData::Events final : public Announcer<Events, IEvents, IEventsEvents>
+class ActivityData::Events final : public Announcer<Events, IEvents, IEventsEvents, test::EmptyEvents>
 {
 public:
     STDMETHODIMP Add(long, long, DATE, DATE, BSTR, long* eventId) override
@@ -109,7 +103,8 @@ public:
     }
 };
 
-class ActivityData::Links final : public Announcer<Links, IEventLinks, IEventLinksEvents>
+class ActivityData::Links final
+    : public Announcer<Links, IEventLinks, IEventLinksEvents, test::EmptyEventLinks>
 {
 public:
     explicit Links(ActivityData& data) : data_(data) {}

@@ -7,9 +7,10 @@
 namespace korvane::bench
 {
 
-template <class Class, class Interface, class Events>
-class Announcer : public Object<Class, Inherits<Interface, IConnectionPointContainer, IConnectionPoint>,
-                                Interface, IConnectionPointContainer, IConnectionPoint>
+/// @tparam Base answers for the members of the interface that the bench does not call.
+template <class Class, class Interface, class Events, class Base>
+class Announcer : public Object<Class, Inherits<Base, IConnectionPointContainer, IConnectionPoint>, Interface,
+                                IConnectionPointContainer, IConnectionPoint>
 {
 public:
     bool hasSubscriber() const noexcept { return static_cast<bool>(subscriber_); }

@@ -9,7 +9,7 @@
 namespace korvane::bench
 {
 
-class MemoryData::Groups final : public Announcer<Groups, IGroups, IGroupsEvents>
+class MemoryData::Groups final : public Announcer<Groups, IGroups, IGroupsEvents, test::EmptyGroups>
 {
 public:
     explicit Groups(MemoryData& data) : data_(data) {}
@@ -43,10 +43,6 @@ public:
         *result = VARIANT_TRUE;
         return S_OK;
     }
-
-    STDMETHODIMP Add(BSTR, long, long*) override { return E_NOTIMPL; }
-    STDMETHODIMP Remove(long, long*) override { return E_NOTIMPL; }
-    STDMETHODIMP Update(long, BSTR, long, long*) override { return E_NOTIMPL; }
 
 private:
     MemoryData& data_;

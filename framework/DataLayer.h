@@ -30,6 +30,14 @@ template <> struct CollectionTraits<INames> : CollectionOf<INames, INamesEvents,
 template <> struct CollectionTraits<ITypes> : CollectionOf<ITypes, ITypesEvents, &IRoot::get_Types>
 {
 };
+template <>
+struct CollectionTraits<IAccounts> : CollectionOf<IAccounts, IAccountsEvents, &IRoot::get_Accounts>
+{
+};
+template <>
+struct CollectionTraits<IMessages> : CollectionOf<IMessages, IMessagesEvents, &IRoot::get_Messages>
+{
+};
 template <> struct CollectionTraits<IEvents> : CollectionOf<IEvents, IEventsEvents, &IRoot::get_Events>
 {
 };

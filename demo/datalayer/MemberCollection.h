@@ -4,17 +4,29 @@
 #include "demo/datalayer/Announcer.h"
 #include "demo/datalayer/Store.h"
 #include "framework/com/Object.h"
+#include "tests/support/EmptyData.h"
 
 #include <KorvaneData.h>
 
 namespace korvane::store
 {
 
+template <class Interface> struct Unanswered;
+template <> struct Unanswered<INames>
+{
+    using Base = test::EmptyNames;
+};
+template <> struct Unanswered<ITypes>
+{
+    using Base = test::EmptyTypes;
+};
+
 /// The item says how the trace calls Load, reads the items of a group, and tells which of its values are announced.
 template <class Item, class Interface, class Events>
 class MemberCollection final
-    : public Object<MemberCollection<Item, Interface, Events>, Inherits<Interface, Announcer<Events>>,
-                    Interface, IConnectionPointContainer>
+    : public Object<MemberCollection<Item, Interface, Events>,
+                    Inherits<typename Unanswered<Interface>::Base, Announcer<Events>>, Interface,
+                    IConnectionPointContainer>
 {
 public:
     explicit MemberCollection(std::shared_ptr<Store> store) : store_(std::move(store)) {}

@@ -23,6 +23,7 @@ public:
     explicit EventArguments(const DISPPARAMS& parameters) noexcept : parameters_(parameters) {}
 
     long number(UINT index) const { return toLong(at(index)); }
+    bool flag(UINT index) const { return toBool(at(index)); }
     OleDate date(UINT index) const { return toDate(at(index)); }
     LentText text(UINT index) const { return LentText(at(index)); } ///< good as long as the arguments are
     UINT count() const noexcept { return parameters_.cArgs; }

@@ -37,18 +37,60 @@ public:
     STDMETHODIMP Add(BSTR, long, long*) override { return E_NOTIMPL; }
     STDMETHODIMP Remove(long, long*) override { return E_NOTIMPL; }
     STDMETHODIMP Update(long, BSTR, long, long*) override { return E_NOTIMPL; }
+    STDMETHODIMP SetPosition(long, long) override { return E_NOTIMPL; }
 };
 
 class EmptyNames : public INames
 {
 public:
     STDMETHODIMP Load(long, VARIANT_BOOL*) override { return E_NOTIMPL; }
+    STDMETHODIMP Fetch(long, BSTR*, long*, long*, BSTR*, long*, long*) override { return E_NOTIMPL; }
+    STDMETHODIMP HasAccess(long, long, VARIANT_BOOL*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetRole(long, long*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetMailbox(long, BSTR*) override { return E_NOTIMPL; }
+    STDMETHODIMP Add(BSTR, long, long, long*) override { return E_NOTIMPL; }
+    STDMETHODIMP Update(long, BSTR, long, long, long*) override { return E_NOTIMPL; }
+    STDMETHODIMP AddToGroup(long, long, long, long*) override { return E_NOTIMPL; }
+    STDMETHODIMP RemoveFromGroup(long, long, long*) override { return E_NOTIMPL; }
+    STDMETHODIMP SetSyncLogin(long, BSTR) override { return E_NOTIMPL; }
+    STDMETHODIMP SetRole(long, long) override { return E_NOTIMPL; }
+    STDMETHODIMP LoadInfo(long, VARIANT_BOOL*) override { return E_NOTIMPL; }
+    STDMETHODIMP SetInfo(long, BSTR, long, BSTR) override { return E_NOTIMPL; }
 };
 
 class EmptyTypes : public ITypes
 {
 public:
     STDMETHODIMP Load(long, VARIANT_BOOL*) override { return E_NOTIMPL; }
+    STDMETHODIMP Fetch(long, BSTR*, long*, long*, long*) override { return E_NOTIMPL; }
+    STDMETHODIMP HasAccess(long, long, VARIANT_BOOL*) override { return E_NOTIMPL; }
+    STDMETHODIMP Add(BSTR, long, long, long*) override { return E_NOTIMPL; }
+    STDMETHODIMP Update(long, BSTR, long, long, long*) override { return E_NOTIMPL; }
+    STDMETHODIMP AddToGroup(long, long, long, long*) override { return E_NOTIMPL; }
+    STDMETHODIMP RemoveFromGroup(long, long, long*) override { return E_NOTIMPL; }
+};
+
+class EmptyAccounts : public IAccounts
+{
+public:
+    STDMETHODIMP Load(VARIANT_BOOL*) override { return E_NOTIMPL; }
+    STDMETHODIMP Lookup(BSTR, long*, long*, long*) override { return E_NOTIMPL; }
+    STDMETHODIMP Add(BSTR, long, VARIANT, long*) override { return E_NOTIMPL; }
+    STDMETHODIMP Attach(long, BSTR, VARIANT_BOOL*) override { return E_NOTIMPL; }
+    STDMETHODIMP Detach(long, VARIANT_BOOL*) override { return E_NOTIMPL; }
+    STDMETHODIMP Remove(BSTR, VARIANT_BOOL*) override { return E_NOTIMPL; }
+};
+
+class EmptyMessages : public IMessages
+{
+public:
+    STDMETHODIMP LoadFor(long, long, VARIANT_BOOL*) override { return E_NOTIMPL; }
+    STDMETHODIMP Fetch(long, BSTR*, DATE*, BSTR*, BSTR*, BSTR*, long*, VARIANT_BOOL*) override
+    {
+        return E_NOTIMPL;
+    }
+    STDMETHODIMP Add(long, DATE, BSTR, BSTR, BSTR, long, long*) override { return E_NOTIMPL; }
+    STDMETHODIMP Remove(long) override { return E_NOTIMPL; }
 };
 
 class EmptyEvents : public IEvents
