@@ -10,6 +10,7 @@
 #include "groups/ctlEditGroups.h"
 #include "messages/InfoMessage.h"
 #include "messages/ShowMessage.h"
+#include "messages/ctlShowMessage.h"
 #include "resources/Resources.h"
 #include "resources/pictures/PictureIds.h"
 
@@ -35,6 +36,8 @@ std::span<const ClassEntry> classCatalogue() noexcept
          &createInstance<InfoMessage>},
         {&__uuidof(::ShowMessage), L"ShowMessage", L"Korvane message viewer command",
          &createInstance<ShowMessage>},
+        {&__uuidof(::ctlShowMessage), L"ctlShowMessage", L"Korvane message viewer",
+         &createInstance<ctlShowMessage>, PICTURE_MESSAGES},
     };
     return classes;
 }
