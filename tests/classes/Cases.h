@@ -68,6 +68,8 @@ struct DialogCase
     std::wstring sharedKeys = {};
     /// The key that answers the dialog's questions.
     WORD answer = VK_RETURN;
+    /// The access key of the button that confirms; 0 where Enter does.
+    WORD confirmKey = 0;
 
     bool runsByItself() const noexcept { return !use; }
 };
