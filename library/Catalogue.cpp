@@ -8,6 +8,9 @@
 #include "framework/AppDialogEvents.h"
 #include "groups/EditGroups.h"
 #include "groups/ctlEditGroups.h"
+#include "messages/InfoMessage.h"
+#include "messages/ShowMessage.h"
+#include "messages/ctlShowMessage.h"
 #include "resources/Resources.h"
 #include "resources/pictures/PictureIds.h"
 
@@ -29,6 +32,12 @@ std::span<const ClassEntry> classCatalogue() noexcept
         {&__uuidof(::EditGroups), L"EditGroups", L"Korvane group command", &createInstance<EditGroups>},
         {&__uuidof(::ctlEditGroups), L"ctlEditGroups", L"Korvane group dialog",
          &createInstance<ctlEditGroups>, PICTURE_GROUPS},
+        {&__uuidof(::InfoMessage), L"InfoMessage", L"Korvane information and message command",
+         &createInstance<InfoMessage>},
+        {&__uuidof(::ShowMessage), L"ShowMessage", L"Korvane message viewer command",
+         &createInstance<ShowMessage>},
+        {&__uuidof(::ctlShowMessage), L"ctlShowMessage", L"Korvane message viewer",
+         &createInstance<ctlShowMessage>, PICTURE_MESSAGES},
     };
     return classes;
 }

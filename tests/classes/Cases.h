@@ -47,6 +47,10 @@ struct CommandCase
     bool refusesUnknown;
     void (*fill)(RecordingData& data);
     std::vector<CommandUse> uses;
+    /// What executing an unknown operation takes from the data layer before it does nothing.
+    std::vector<std::string> takenForUnknown = {};
+    /// Whether Prepare has anything to do.
+    bool prepares = true;
 };
 
 struct DialogCase
