@@ -12,15 +12,23 @@ void MessageList::clear()
 
 void MessageList::add(long id, bool read)
 {
-    if (!known_.insert(id).second)
-        return;
     ids_.push_back(id);
+    if (known_)
+        known_->insert(id);
     if (read)
         return;
     ++unread_;
     if (!startIsUnread_)
         start_ = all() - 1;
     startIsUnread_ = true;
+}
+
+void MessageList::addIfNew(long id, bool read)
+{
+    if (!known_)
+        known_.emplace(ids_.begin(), ids_.end());
+    if (!known_->contains(id))
+        add(id, read);
 }
 
 bool MessageList::show(long id, bool wasRead)
@@ -41,7 +49,7 @@ void MessageList::remove(long id)
     if (index == all())
         return;
     ids_.erase(ids_.begin() + static_cast<std::ptrdiff_t>(index));
-    known_.erase(id);
+    known_.reset();
     unread_ = std::min(unread_, all());
     if (index < position_)
         --position_;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <unordered_set>
 #include <vector>
 
@@ -13,8 +14,10 @@ class MessageList
 public:
     void clear();
 
-    /// Appends a message, unless it is in the list.
+    /// Appends a message.
     void add(long id, bool read);
+    /// The same for one that may be in the list already.
+    void addIfNew(long id, bool read);
 
     bool empty() const noexcept { return ids_.empty(); }
     std::size_t all() const noexcept { return ids_.size(); }
@@ -45,7 +48,7 @@ private:
     std::size_t indexOf(long id) const noexcept;
 
     std::vector<long> ids_;
-    std::unordered_set<long> known_; ///< the same: 100,000 messages are announced one by one
+    std::optional<std::unordered_set<long>> known_; ///< the same, once it is asked for
     std::size_t unread_ = 0;
     std::size_t start_ = 0;
     bool startIsUnread_ = false;

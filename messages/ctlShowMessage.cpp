@@ -61,32 +61,42 @@ ctlShowMessage::ctlShowMessage()
 bool ctlShowMessage::load()
 {
     list_.clear();
-    showNothing();
-    inScope(command().Root, L"ctlShowMessage.Init", [this] {
-        listen();
-        mMessages.load(&IMessages::LoadFor, command().NameID, allMessages);
+    const auto begin = [this] {
+        inScope(command().Root, L"ctlShowMessage.Init", [this] {
+            listen();
+            mMessages.load(&IMessages::LoadFor, command().NameID, allMessages);
+        });
+        if (!list_.empty())
+            show(list_.first());
+    };
+    undoOnFailure(begin, [this] {
+        list_.clear();
+        showNothing();
     });
-    showCounts();
     if (list_.empty())
-        return false;
-    show(list_.first());
-    return true;
+        showNothing();
+    return !list_.empty();
+}
+
+void ctlShowMessage::listen()
+{
+    const auto clear = [this] {
+        if (mMessages.isLoading())
+            list_.clear();
+    };
+    const auto add = [this](const EventArguments& message) {
+        addMessage(message.number(0), message.flag(6));
+    };
+    mMessages.connect(command().Root, {.clear = clear, .add = add});
 }
 
 /// What is announced after the list has been read is either new, and appended, or what somebody else has asked for.
-void ctlShowMessage::listen()
+void ctlShowMessage::addMessage(long id, bool read)
 {
-    mMessages.connect(command().Root, {.clear =
-                                           [this] {
-                                               if (mMessages.isLoading())
-                                                   list_.clear();
-                                           },
-                                       .add =
-                                           [this](const EventArguments& message) {
-                                               list_.add(message.number(0), message.flag(6));
-                                               if (!mMessages.isLoading())
-                                                   showCounts();
-                                           }});
+    if (mMessages.isLoading())
+        return list_.add(id, read);
+    list_.addIfNew(id, read);
+    showCounts();
 }
 
 /// Reads a message, which counts as read from then on, and shows it.

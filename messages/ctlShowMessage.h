@@ -25,6 +25,7 @@ private:
     void submitted(bool executed) override;
 
     void listen();
+    void addMessage(long id, bool read);
     void show(long id);
     void showNothing();
     void showKind(long kind);

@@ -48,14 +48,19 @@ TEST(MessageListTests, AMessageThatIsShownForTheFirstTimeBecomesRead)
     EXPECT_EQ(list.unread(), 0U);
 }
 
-TEST(MessageListTests, OneThatIsAddedTwiceCountsOnce)
+TEST(MessageListTests, OneThatIsInItIsNotNew)
 {
-    auto list = listOf({{5, true}, {5, false}, {6, true}});
-    EXPECT_EQ(list.all(), 2U);
-    EXPECT_EQ(list.unread(), 0U);
+    auto list = listOf({{5, true}, {6, true}});
+    list.addIfNew(5, false);
+    list.addIfNew(7, false);
+    list.addIfNew(7, false);
+    list.add(8, true);
+    list.addIfNew(8, false);
+    EXPECT_EQ(list.all(), 4U);
+    EXPECT_EQ(list.unread(), 1U);
     list.remove(5);
-    list.add(5, true); // a data layer may give an id once more
-    EXPECT_EQ(list.all(), 2U);
+    list.addIfNew(5, true); // a data layer may give an id once more
+    EXPECT_EQ(list.all(), 4U);
 }
 
 TEST(MessageListTests, BehindARemovedMessageComesTheOneThatFollowedIt)
