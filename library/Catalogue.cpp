@@ -16,6 +16,8 @@
 #include "masterdata/ctlArrangeGroups.h"
 #include "masterdata/ctlArrangeNames.h"
 #include "masterdata/ctlArrangeTypes.h"
+#include "masterdata/ctlEditNames.h"
+#include "masterdata/ctlEditTypes.h"
 #include "resources/Resources.h"
 #include "resources/pictures/PictureIds.h"
 
@@ -50,7 +52,11 @@ std::span<const ClassEntry> classCatalogue() noexcept
         {&__uuidof(::ctlArrangeTypes), L"ctlArrangeTypes", L"Korvane activity type order dialog",
          &createInstance<ctlArrangeTypes>, PICTURE_ACTIVITY_TYPES},
         {&__uuidof(::EditNames), L"EditNames", L"Korvane resource command", &createInstance<EditNames>},
+        {&__uuidof(::ctlEditNames), L"ctlEditNames", L"Korvane resource dialog",
+         &createInstance<ctlEditNames>, PICTURE_RESOURCES},
         {&__uuidof(::EditTypes), L"EditTypes", L"Korvane activity type command", &createInstance<EditTypes>},
+        {&__uuidof(::ctlEditTypes), L"ctlEditTypes", L"Korvane activity type dialog",
+         &createInstance<ctlEditTypes>, PICTURE_ACTIVITY_TYPES},
     };
     return classes;
 }

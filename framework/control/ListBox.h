@@ -27,7 +27,7 @@ public:
     long ItemData(int index) const noexcept;
     std::wstring List(int index) const;
 
-    std::function<void()> onClick;    ///< the selection was made, by mouse or keyboard
+    std::function<void()> onClick;    ///< the selection was made or taken back, by mouse or keyboard
     std::function<void()> onDblClick; ///< comes after onClick
     /// The selected item is dragged to the place of another one, where its owner may move it. To be bound before the
     /// list has its window.
