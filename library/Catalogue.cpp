@@ -10,6 +10,7 @@
 #include "groups/ctlEditGroups.h"
 #include "messages/InfoMessage.h"
 #include "messages/ShowMessage.h"
+#include "messages/ctlInfoMessage.h"
 #include "resources/Resources.h"
 #include "resources/pictures/PictureIds.h"
 
@@ -33,6 +34,8 @@ std::span<const ClassEntry> classCatalogue() noexcept
          &createInstance<ctlEditGroups>, PICTURE_GROUPS},
         {&__uuidof(::InfoMessage), L"InfoMessage", L"Korvane information and message command",
          &createInstance<InfoMessage>},
+        {&__uuidof(::ctlInfoMessage), L"ctlInfoMessage", L"Korvane information and message dialog",
+         &createInstance<ctlInfoMessage>, PICTURE_MESSAGES},
         {&__uuidof(::ShowMessage), L"ShowMessage", L"Korvane message viewer command",
          &createInstance<ShowMessage>},
     };
