@@ -77,6 +77,7 @@ void Grid::setRows(int rows)
     layout_.setRows(rows, heightOf(1));
     if (rows > before)
         measureAnew(before, rows - 1);
+    settled_ = false;
     current_ = layout_.nearest(current_);
     invalidateFrom(std::min(before, rows));
     if (window())
@@ -138,12 +139,14 @@ void Grid::measureAnew(int first, int last)
 {
     for (int row = first; row <= last; ++row)
         unmeasured_.push_back(row);
+    settled_ = false;
 }
 
 void Grid::measureAll()
 {
     unmeasured_.resize(static_cast<std::size_t>(Rows()));
     std::iota(unmeasured_.begin(), unmeasured_.end(), 0);
+    settled_ = false;
 }
 
 /// A row is a little higher than its text.
@@ -160,7 +163,7 @@ int Grid::widthOfText(int column) const
 /// Afterwards the layout is what the texts make it.
 void Grid::settle()
 {
-    if (unmeasured_.empty() || !window())
+    if (settled_ || !window())
         return;
     const TextContext context(window(), font_);
     const int width = std::max(1, widthOfText(tallColumn_));
@@ -177,6 +180,7 @@ void Grid::settle()
         changed = std::min(changed, row);
     }
     unmeasured_.clear();
+    settled_ = true;
     if (changed < Rows())
         invalidateFrom(changed);
     const int position = layout_.position();

@@ -120,6 +120,7 @@ private:
     HFONT font_ = nullptr; ///< the dialog's
     int lineHeight_ = 1;
     std::vector<int> unmeasured_; ///< rows whose heights are not known
+    bool settled_ = false;        ///< the layout is what the texts make it
     Cell pressed_{GridLayout::none, GridLayout::none};
     int dragged_ = GridLayout::none; ///< the column whose edge is dragged
     int wheel_ = 0;                  ///< what is left of the wheel's turning

@@ -136,6 +136,7 @@ long GridAccessible::childCount() const
 
 Cell GridAccessible::elementOf(const VARIANT& child) const
 {
+    const int columns = grid().Cols();
     if (child.vt != VT_I4)
         throw Failure(E_INVALIDARG);
     if (child.lVal == CHILDID_SELF)
@@ -144,9 +145,9 @@ Cell GridAccessible::elementOf(const VARIANT& child) const
         return element_.row == whole ? Cell{static_cast<int>(child.lVal) - 1, whole}
                                      : Cell{element_.row, static_cast<int>(child.lVal) - 1};
     const long cell = -(child.lVal + 1);
-    if (child.lVal > 0 || element_.row != whole || cell / grid().Cols() >= grid().Rows())
+    if (child.lVal > 0 || element_.row != whole || cell / columns >= grid().Rows())
         throw Failure(E_INVALIDARG);
-    return {static_cast<int>(cell) / grid().Cols(), static_cast<int>(cell) % grid().Cols()};
+    return {static_cast<int>(cell) / columns, static_cast<int>(cell) % columns};
 }
 
 /// The cell that a call is about. Throws for what is none that can be the current one.

@@ -8,7 +8,8 @@ namespace korvane
 {
 
 GridLayout::GridLayout(int fixedRows, int fixedColumns, std::vector<float> shares)
-    : fixedRows_(fixedRows), fixedColumns_(fixedColumns), shares_(std::move(shares))
+    : fixedRows_(fixedRows), fixedColumns_(fixedColumns), shares_(std::move(shares)),
+      heights_(static_cast<std::size_t>(fixedRows))
 {
 }
 
@@ -26,7 +27,7 @@ void GridLayout::setSize(SIZE size, int fixedWidth)
 
 void GridLayout::setRows(int rows, int height)
 {
-    heights_.resize(static_cast<std::size_t>(rows), height);
+    heights_.resize(static_cast<std::size_t>(std::max(rows, fixedRows_)), height);
     tops_.resize(std::min(tops_.size(), heights_.size() + 1));
 }
 

@@ -36,7 +36,7 @@ public:
     Cell nearest(Cell cell) const noexcept;
 
     void setSize(SIZE size, int fixedWidth);
-    /// Further rows come at the end, all of one height.
+    /// Further rows come at the end, all of one height. The fixed rows are always there.
     void setRows(int rows, int height);
     void setHeight(int row, int height);
     int height(int row) const { return heights_.at(static_cast<std::size_t>(row)); }

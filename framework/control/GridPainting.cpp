@@ -35,7 +35,8 @@ void Grid::paint(HDC context, const RECT& stale)
                 paintCell(context, {row, column}, place);
     };
     for (int row = 0; row < FixedRows(); ++row)
-        paintRow(row);
+        if (layout_.top(row) + layout_.height(row) > stale.top)
+            paintRow(row);
 
     // Rows that have scrolled are cut off by the headings.
     const int upper = std::max<int>(layout_.fixedHeight(), stale.top);
