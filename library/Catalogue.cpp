@@ -20,6 +20,7 @@
 #include "masterdata/ctlEditTypes.h"
 #include "messages/InfoMessage.h"
 #include "messages/ShowMessage.h"
+#include "messages/ctlInfoMessage.h"
 #include "messages/ctlShowMessage.h"
 #include "resources/Resources.h"
 #include "resources/pictures/PictureIds.h"
@@ -62,6 +63,8 @@ std::span<const ClassEntry> classCatalogue() noexcept
          &createInstance<ctlEditTypes>, PICTURE_ACTIVITY_TYPES},
         {&__uuidof(::InfoMessage), L"InfoMessage", L"Korvane information and message command",
          &createInstance<InfoMessage>},
+        {&__uuidof(::ctlInfoMessage), L"ctlInfoMessage", L"Korvane information and message dialog",
+         &createInstance<ctlInfoMessage>, PICTURE_MESSAGES},
         {&__uuidof(::ShowMessage), L"ShowMessage", L"Korvane message viewer command",
          &createInstance<ShowMessage>},
         {&__uuidof(::ctlShowMessage), L"ctlShowMessage", L"Korvane message viewer",

@@ -59,7 +59,8 @@ const std::vector<CommandCase>& commandCases()
 
 const std::vector<DialogCase>& dialogCases()
 {
-    static const auto cases = joined({groupDialogs(), activityDialogs(), listEditorDialogs(), messageDialogs()});
+    static const auto cases =
+        joined({groupDialogs(), activityDialogs(), listEditorDialogs(), messageDialogs()});
     return cases;
 }
 
