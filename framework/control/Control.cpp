@@ -151,7 +151,7 @@ float Control::textHeight(std::wstring_view text, float width) const
 void Control::create(HWND parent, int id)
 {
     window_ = createWindow(parent, id_ != 0 ? id_ : id);
-    if (onKeyDown || onKeyPress)
+    if (onKeyDown || onKeyPress || !tellsOfFocus())
         watchKeys(keyWindow(), *this);
 }
 
@@ -163,6 +163,11 @@ bool Control::takesKey(WORD key, DWORD modifiers) const noexcept
 bool Control::takesCharacter(wchar_t character) const noexcept
 {
     return onKeyPress && isTaken(dialog_, [&] { return onKeyPress(character); });
+}
+
+bool Control::takesDialogKey(WORD key) const noexcept
+{
+    return onDialogKey && isTaken(dialog_, [&] { return onDialogKey(key); });
 }
 
 Place Control::placeOnDialog() const noexcept
