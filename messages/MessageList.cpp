@@ -1,7 +1,5 @@
 #include "messages/MessageList.h"
 
-#include <algorithm>
-
 namespace korvane
 {
 
@@ -33,13 +31,25 @@ void MessageList::addIfNew(long id, bool read)
 
 bool MessageList::show(long id, bool wasRead)
 {
+    if (!goTo(id, true))
+        return false;
+    if (!wasRead && unread_ > 0) // the data layer may count otherwise
+        --unread_;
+    return true;
+}
+
+void MessageList::pass(long id)
+{
+    goTo(id, false);
+}
+
+bool MessageList::goTo(long id, bool shown) noexcept
+{
     const std::size_t index = indexOf(id);
     if (index == all())
         return false;
     position_ = index;
-    shown_ = true;
-    if (!wasRead && unread_ > 0) // the data layer may count otherwise
-        --unread_;
+    shown_ = shown;
     return true;
 }
 
@@ -51,10 +61,10 @@ void MessageList::remove(long id)
     ids_.erase(ids_.begin() + static_cast<std::ptrdiff_t>(index));
     known_.reset();
     unread_ = std::min(unread_, all());
-    if (index < position_)
-        --position_;
-    else if (index == position_)
+    if (index == position_)
         shown_ = false;
+    if (index < position_ || position_ == all())
+        position_ -= position_ > 0 ? 1 : 0;
 }
 
 std::size_t MessageList::indexOf(long id) const noexcept

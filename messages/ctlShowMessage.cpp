@@ -99,8 +99,18 @@ void ctlShowMessage::addMessage(long id, bool read)
     showCounts();
 }
 
-/// Reads a message, which counts as read from then on, and shows it.
+/// Shows a message, or nothing where it cannot be read: the reader stands there all the same, and can go on.
 void ctlShowMessage::show(long id)
+{
+    undoOnFailure([&] { fetchAndShow(id); },
+                  [&] {
+                      list_.pass(id);
+                      showNothing();
+                  });
+}
+
+/// Reads a message, which counts as read from then on.
+void ctlShowMessage::fetchAndShow(long id)
 {
     Bstr from;
     Bstr tlf;
@@ -121,7 +131,6 @@ void ctlShowMessage::show(long id)
     txtContact.setText(contact.view());
     txtAbout.setText(about.view());
     showKind(kind & kindMask);
-    lblActive.setCaption(digits(list_.place()));
     showCounts();
 }
 
@@ -130,7 +139,6 @@ void ctlShowMessage::showNothing()
     for (TextBox* box : {&txtFrom, &txtDtg, &txtContact, &txtTlf, &txtAbout})
         box->setText({});
     showKind(0);
-    lblActive.setCaption({});
     showCounts();
 }
 
@@ -147,6 +155,7 @@ void ctlShowMessage::showKind(long kind)
 
 void ctlShowMessage::showCounts()
 {
+    lblActive.setCaption(list_.empty() ? L"" : digits(list_.place()));
     lblAll.setCaption(digits(list_.all()));
     lblRead.setCaption(digits(list_.read()));
     lblUnread.setCaption(digits(list_.unread()));
@@ -172,7 +181,7 @@ void ctlShowMessage::remove()
 {
     if (!isReady() || !list_.isShown())
         return;
-    removed_ = list_.shown();
+    removed_ = list_.current();
     command().MsgID = removed_;
     command().operation = operationDelete;
     confirm();
@@ -187,8 +196,7 @@ void ctlShowMessage::submitted(bool executed)
         return close(false);
     if (list_.isShown())
         return showCounts(); // the container has had the list read anew meanwhile
-    undoOnFailure([this] { show(list_.hasNext() ? list_.next() : list_.previous()); },
-                  [this] { showNothing(); }); // what is gone is not to be seen, nor deleted once more
+    show(list_.current());
 }
 
 } // namespace korvane

@@ -27,6 +27,7 @@ private:
     void listen();
     void addMessage(long id, bool read);
     void show(long id);
+    void fetchAndShow(long id);
     void showNothing();
     void showKind(long kind);
     void showCounts();
