@@ -47,21 +47,11 @@ bool ListEditor::load()
         begin();
     useDefaultColor();
     show();
-    switch (operation())
-    {
-    case operationAdd:
-        label(texts_.add);
-        return true;
-    case operationDelete:
-        label(texts_.remove);
-        return true;
-    case operationChange:
-        label(texts_.change);
-        return true;
-    default:
-        label(0);
-        return false;
-    }
+    const bool known = operation() >= operationAdd && operation() <= operationChange;
+    const long headings[]{texts_.add, texts_.remove, texts_.change};
+    const Bstr heading = known ? resourceText(headings[operation() - operationAdd]) : Bstr();
+    lblName.setCaption(heading.view());
+    return known;
 }
 
 /// Begins with the item that the host has named, or a new one.
@@ -156,7 +146,7 @@ void ListEditor::select()
         return;
     if (changed_ && ask(texts_.askToDiscard, MB_YESNO | MB_ICONQUESTION, texts_.askCaption) != IDYES)
         return selectItem();
-    if (!isReady()) // any more: the container has gone on while the question was open
+    if (!isReady() || !window()) // any more: the container has gone on while the question was open
         return;
     const auto failure = attempt([&] {
         if (id == 0)
