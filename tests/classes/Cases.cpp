@@ -45,16 +45,18 @@ std::vector<CommandCase> groupCommands();
 std::vector<DialogCase> groupDialogs();
 std::vector<CommandCase> activityCommands();
 std::vector<DialogCase> activityDialogs();
+std::vector<CommandCase> masterdataCommands();
+std::vector<DialogCase> arrangeDialogs();
 
 const std::vector<CommandCase>& commandCases()
 {
-    static const auto cases = joined({groupCommands(), activityCommands()});
+    static const auto cases = joined({groupCommands(), activityCommands(), masterdataCommands()});
     return cases;
 }
 
 const std::vector<DialogCase>& dialogCases()
 {
-    static const auto cases = joined({groupDialogs(), activityDialogs()});
+    static const auto cases = joined({groupDialogs(), activityDialogs(), arrangeDialogs()});
     return cases;
 }
 
