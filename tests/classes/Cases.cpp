@@ -45,18 +45,20 @@ std::vector<CommandCase> groupCommands();
 std::vector<DialogCase> groupDialogs();
 std::vector<CommandCase> activityCommands();
 std::vector<DialogCase> activityDialogs();
-std::vector<CommandCase> listEditorCommands();
+std::vector<CommandCase> masterdataCommands();
+std::vector<DialogCase> arrangeDialogs();
 std::vector<DialogCase> listEditorDialogs();
 
 const std::vector<CommandCase>& commandCases()
 {
-    static const auto cases = joined({groupCommands(), activityCommands(), listEditorCommands()});
+    static const auto cases = joined({groupCommands(), activityCommands(), masterdataCommands()});
     return cases;
 }
 
 const std::vector<DialogCase>& dialogCases()
 {
-    static const auto cases = joined({groupDialogs(), activityDialogs(), listEditorDialogs()});
+    static const auto cases =
+        joined({groupDialogs(), activityDialogs(), arrangeDialogs(), listEditorDialogs()});
     return cases;
 }
 
