@@ -8,6 +8,10 @@
 #include "framework/AppDialogEvents.h"
 #include "groups/EditGroups.h"
 #include "groups/ctlEditGroups.h"
+#include "masterdata/EditNames.h"
+#include "masterdata/EditTypes.h"
+#include "masterdata/ctlEditNames.h"
+#include "masterdata/ctlEditTypes.h"
 #include "resources/Resources.h"
 #include "resources/pictures/PictureIds.h"
 
@@ -29,6 +33,12 @@ std::span<const ClassEntry> classCatalogue() noexcept
         {&__uuidof(::EditGroups), L"EditGroups", L"Korvane group command", &createInstance<EditGroups>},
         {&__uuidof(::ctlEditGroups), L"ctlEditGroups", L"Korvane group dialog",
          &createInstance<ctlEditGroups>, PICTURE_GROUPS},
+        {&__uuidof(::EditNames), L"EditNames", L"Korvane resource command", &createInstance<EditNames>},
+        {&__uuidof(::ctlEditNames), L"ctlEditNames", L"Korvane resource dialog",
+         &createInstance<ctlEditNames>, PICTURE_RESOURCES},
+        {&__uuidof(::EditTypes), L"EditTypes", L"Korvane activity type command", &createInstance<EditTypes>},
+        {&__uuidof(::ctlEditTypes), L"ctlEditTypes", L"Korvane activity type dialog",
+         &createInstance<ctlEditTypes>, PICTURE_ACTIVITY_TYPES},
     };
     return classes;
 }

@@ -45,11 +45,13 @@ HMENU createMenuBar()
 {
     const HMENU bar = CreateMenu();
     require(bar != nullptr);
-    require(AppendMenuW(addMenu(bar, L"&File"), MF_STRING, menuExit, L"E&xit\tAlt+F4"));
+    HMENU menu = addMenu(bar, L"&File");
+    addMenu(menu, L"&Log in as");
+    require(AppendMenuW(menu, MF_SEPARATOR, 0, nullptr));
+    require(AppendMenuW(menu, MF_STRING, menuExit, L"E&xit\tAlt+F4"));
 
     // Commands of one menu stand together in the table.
     const wchar_t* caption = L"";
-    HMENU menu = nullptr;
     for (const CommandEntry& entry : commandTable())
     {
         if (std::wcscmp(caption, entry.menu) != 0)
@@ -61,6 +63,11 @@ HMENU createMenuBar()
     for (const ViewItem& item : viewItems)
         require(AppendMenuW(menu, MF_STRING, item.id, item.text));
     return bar;
+}
+
+HMENU accountMenu(HMENU bar) noexcept
+{
+    return GetSubMenu(GetSubMenu(bar, 0), 0);
 }
 
 HMENU menuWith(HMENU bar, const CommandEntry& entry) noexcept
@@ -76,7 +83,7 @@ Keys createKeys(Part part)
 {
     std::vector<ACCEL> keys;
     for (const CommandEntry& entry : commandTable())
-        if (entry.key.key != 0 && entry.isOfSchedule() == (part == Part::schedule))
+        if (entry.key.key != 0 && entry.countsIn(part))
             keys.push_back({entry.key.fVirt, entry.key.key, static_cast<WORD>(idOf(entry))});
     for (const ViewItem& item : viewItems)
         keys.push_back(item.key);

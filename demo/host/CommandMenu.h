@@ -16,21 +16,18 @@ enum MenuItem
     menuZoomIn,
     menuZoomOut,
     menuToday,
-    menuOtherPart
+    menuOtherPart,
+    menuFirstAccount = 2000 ///< and one more for each account, behind all others
 };
 
 /// The menu bar; it belongs to the window that it is given to.
 HMENU createMenuBar();
 
+/// The menu of a bar for the accounts: empty until it is filled.
+HMENU accountMenu(HMENU bar) noexcept;
+
 /// The menu of a bar that a command stands in.
 HMENU menuWith(HMENU bar, const CommandEntry& entry) noexcept;
-
-/// The part of the window that has the keyboard: keys mean something of their own there.
-enum class Part
-{
-    groups,
-    schedule
-};
 
 struct DestroyKeys
 {

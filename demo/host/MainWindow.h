@@ -1,6 +1,7 @@
 // The host's window: the menu with the commands, the groups, the schedule of the selected one, and a status bar.
 #pragma once
 
+#include "demo/host/AccountMenu.h"
 #include "demo/host/CommandDialog.h"
 #include "demo/host/CommandMenu.h"
 #include "demo/host/CommandTable.h"
@@ -34,6 +35,9 @@ public:
     std::function<void(const Order& order)> onOrder;
 
     const GroupList& content() const noexcept { return *content_; }
+    /// Goes on as somebody else, with the same database.
+    void logIn(const std::wstring& login);
+
     ScheduleWindow& schedule() const noexcept { return *schedule_; }
     OpenDatabase& database() const noexcept { return database_; }
 
@@ -52,7 +56,12 @@ private:
     void createStatusBar();
     void createParts();
     void layOut() noexcept;
+    void showStatus(std::size_t part, const std::wstring& text) const noexcept;
     void showSelection() const;
+    void showAccount() const;
+    void showChanges(bool tells);
+    void lookForChanges();
+    const Resource& resourceOf(const Slot& slot) const;
     void showMenuAt(POINT place) const;
     void chosen(int id);
     void run(const CommandEntry& entry);
@@ -65,7 +74,9 @@ private:
     void goToOtherPart() noexcept;
 
     OpenDatabase& database_;
+    bool outdated_ = false; ///< something that has changed could not be read yet
     ComPtr<IResources> resources_;
+    AccountMenu accounts_;
     ComPtr<IPictureDisp> icon_;       ///< owns the window's icon
     ComPtr<IPictureDisp> moveCursor_; ///< like the icon, theirs are used in the schedule
     ComPtr<IPictureDisp> copyCursor_;

@@ -19,8 +19,8 @@ public:
     {
     }
 
-    /// Fills the button with a colour (RGB; below 1 for none) from now on.
-    void setFillColor(long color);
+    /// Fills the button with a colour (RGB; below 1 for none); without one it looks like any other button.
+    void setFillColor(std::optional<long> color);
 
     std::function<void()> onClick; ///< by the user
 

@@ -90,7 +90,7 @@ std::wstring ListBox::List(int index) const
 
 void ListBox::notify(WORD code)
 {
-    if (code == LBN_SELCHANGE)
+    if (code == LBN_SELCHANGE || code == LBN_SELCANCEL)
         raise(onClick);
     else if (code == LBN_DBLCLK)
         raise(onDblClick);

@@ -26,7 +26,7 @@ public:
     long ItemData(int index) const noexcept;
     std::wstring List(int index) const;
 
-    std::function<void()> onClick;    ///< the selection was made, by mouse or keyboard
+    std::function<void()> onClick;    ///< the selection was made or taken back, by mouse or keyboard
     std::function<void()> onDblClick; ///< comes after onClick
 
     void notify(WORD code) override;

@@ -57,12 +57,17 @@ TEST(CommandMenu, HoldsEveryCommandInItsMenu)
     EXPECT_EQ(found, expected);
 }
 
-TEST(CommandMenu, BeginsWithFileAndExit)
+TEST(CommandMenu, BeginsWithFileWhereTheUserLogsInAndLeaves)
 {
     const MenuBar bar;
+    const HMENU file = GetSubMenu(bar.get(), 0);
     EXPECT_EQ(textOf(bar.get(), 0), L"&File");
-    EXPECT_EQ(GetMenuItemID(GetSubMenu(bar.get(), 0), 0), static_cast<UINT>(menuExit));
+    EXPECT_EQ(textOf(file, 0), L"&Log in as");
+    EXPECT_EQ(GetSubMenu(file, 0), accountMenu(bar.get()));
+    EXPECT_NE(accountMenu(bar.get()), nullptr);
+    EXPECT_EQ(GetMenuItemID(file, GetMenuItemCount(file) - 1), static_cast<UINT>(menuExit));
     EXPECT_EQ(entryOf(menuExit), nullptr);
+    EXPECT_EQ(entryOf(menuFirstAccount), nullptr);
 }
 
 TEST(CommandMenu, FindsTheMenuThatACommandStandsIn)
@@ -76,6 +81,9 @@ TEST(CommandMenu, FindsTheMenuThatACommandStandsIn)
     }
     EXPECT_EQ(menuWith(bar.get(), entryNamed(newActivity)), menuWith(bar.get(), entryNamed(moveActivity)));
     EXPECT_NE(menuWith(bar.get(), entryNamed(newActivity)), menuWith(bar.get(), commandTable().front()));
+    for (const wchar_t* const name : {L"Message.Leave", L"Message.Info"})
+        EXPECT_EQ(menuWith(bar.get(), entryNamed(name)), menuWith(bar.get(), entryNamed(editResource)))
+            << "the menu of a resource has all that can be done with it";
 }
 
 TEST(CommandMenu, EndsWithTheView)
@@ -109,8 +117,9 @@ TEST(CommandMenu, HasTheKeyOfEveryCommandInItsPartOnly)
     const auto schedule = keysOf(Part::schedule);
     for (const CommandEntry& entry : commandTable())
     {
-        EXPECT_EQ(isThere(groups, entry.key, idOf(entry)), !entry.isOfSchedule());
-        EXPECT_EQ(isThere(schedule, entry.key, idOf(entry)), entry.isOfSchedule());
+        const bool hasKey = entry.key.key != 0;
+        EXPECT_EQ(isThere(groups, entry.key, idOf(entry)), hasKey && entry.countsIn(Part::groups));
+        EXPECT_EQ(isThere(schedule, entry.key, idOf(entry)), hasKey && entry.countsIn(Part::schedule));
     }
 }
 
