@@ -21,6 +21,11 @@ void MainWindow::chosen(int id)
         logIn(std::wstring(*login)); // the menu may be filled anew meanwhile
         return;
     }
+    if (const std::wstring* language = languages_.languageOf(id))
+    {
+        speak(std::wstring(*language));
+        return;
+    }
     switch (id)
     {
     case menuExit:

@@ -53,12 +53,12 @@ SIZE firstSize()
 } // namespace
 
 MainWindow::MainWindow(OpenDatabase& database)
-    : database_(database), resources_(createByProgId<IResources>(L"KorvaneDlg.Resources")),
-      groupKeys_(createKeys(Part::groups)), scheduleKeys_(createKeys(Part::schedule))
+    : database_(database), library_(createByProgId<IResources>(L"KorvaneDlg.Resources")),
+      resources_(library_), groupKeys_(createKeys(Part::groups)), scheduleKeys_(createKeys(Part::schedule))
 {
     create({L"KorvaneHost.Main", L"Korvane", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0,
             reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1)},
-           nullptr, createMenuBar(), firstSize());
+           nullptr, createMenuBar(resources_), firstSize());
     useIcon();
     createStatusBar();
     createParts();
@@ -136,8 +136,7 @@ LRESULT MainWindow::receive(UINT message, WPARAM first, LPARAM second)
             SetFocus(lastFocus_ ? lastFocus_ : content_->handle());
         return 0;
     case WM_INITMENUPOPUP:
-        if (const HMENU menu = accountMenu(GetMenu(handle())); reinterpret_cast<HMENU>(first) == menu)
-            accounts_.fill(menu, database_.view(), database_.login());
+        fillMenu(reinterpret_cast<HMENU>(first));
         return 0;
     case WM_TIMER:
         attempt([this] { lookForChanges(); }); // what is refused is tried again, and need not be told
@@ -256,6 +255,33 @@ void MainWindow::logIn(const std::wstring& login)
     database_.logIn(login);
     content_->follow(database_.view());
     schedule_->follow(database_.view());
+    showAccount();
+}
+
+/// Those that are other ones each time they are opened.
+void MainWindow::fillMenu(HMENU menu)
+{
+    if (menu == accountMenu(GetMenu(handle())))
+        accounts_.fill(menu, database_.view(), database_.login());
+    else if (menu == languageMenu(GetMenu(handle())))
+        languages_.fill(menu, languageFolder(), language_);
+}
+
+/// What is opened from now on is in the language. So are the errors of commands without a dialog: the library takes its
+/// texts from what a dialog was given last.
+void MainWindow::speak(const std::wstring& language)
+{
+    if (dialog_)
+        return;
+    auto resources = resourcesIn(language, library_);
+    const HMENU bar = createMenuBar(resources);
+    call(createByProgId<IAppDialog>(L"KorvaneDlg.ctlEditGroups"), &IAppDialog::putref_Resources,
+         resources.get());
+    resources_ = std::move(resources);
+    language_ = language;
+    const HMENU former = GetMenu(handle());
+    SetMenu(handle(), bar);
+    DestroyMenu(former);
     showAccount();
 }
 

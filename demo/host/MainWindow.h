@@ -6,6 +6,7 @@
 #include "demo/host/CommandMenu.h"
 #include "demo/host/CommandTable.h"
 #include "demo/host/GroupList.h"
+#include "demo/host/LanguageMenu.h"
 #include "demo/host/OpenDatabase.h"
 #include "demo/host/PreparedCommand.h"
 #include "demo/host/schedule/ScheduleWindow.h"
@@ -37,6 +38,8 @@ public:
     const GroupList& content() const noexcept { return *content_; }
     /// Goes on as somebody else, with the same database.
     void logIn(const std::wstring& login);
+    /// Goes on in another language: that of a file beside the program, or without a name the library's own.
+    void speak(const std::wstring& language);
 
     ScheduleWindow& schedule() const noexcept { return *schedule_; }
     OpenDatabase& database() const noexcept { return database_; }
@@ -53,6 +56,7 @@ private:
 
     void useIcon();
     void useCursors();
+    void fillMenu(HMENU menu);
     void createStatusBar();
     void createParts();
     void layOut() noexcept;
@@ -74,8 +78,11 @@ private:
     void goToOtherPart() noexcept;
 
     OpenDatabase& database_;
-    bool outdated_ = false; ///< something that has changed could not be read yet
+    bool outdated_ = false;      ///< something that has changed could not be read yet
+    ComPtr<IResources> library_; ///< the library's own resources
     ComPtr<IResources> resources_;
+    std::wstring language_;
+    LanguageMenu languages_;
     AccountMenu accounts_;
     ComPtr<IPictureDisp> icon_;       ///< owns the window's icon
     ComPtr<IPictureDisp> moveCursor_; ///< like the icon, theirs are used in the schedule

@@ -1,7 +1,9 @@
 #include "demo/host/CommandMenu.h"
 
 #include "demo/host/CommandTable.h"
+#include "tests/support/Library.h"
 
+#include <KorvaneDlg.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -18,7 +20,7 @@ namespace
 class MenuBar
 {
 public:
-    MenuBar() : bar_(createMenuBar()) {}
+    MenuBar() : bar_(createMenuBar(korvane::test::create<IResources>(__uuidof(::Resources)))) {}
     MenuBar(const MenuBar&) = delete;
     MenuBar& operator=(const MenuBar&) = delete;
     ~MenuBar() { DestroyMenu(bar_); }
