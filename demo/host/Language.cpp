@@ -106,6 +106,13 @@ Texts readTextFile(const std::wstring& path)
     return readTexts(lines, file.filename().wstring());
 }
 
+std::wstring languageFolder()
+{
+    wchar_t program[MAX_PATH];
+    module::path(program);
+    return (std::filesystem::path(program).parent_path() / L"languages").wstring();
+}
+
 Language::Language(Texts texts, ComPtr<IResources> library)
     : texts_(std::move(texts)), library_(std::move(library)), locale_(toLong(texts_[0]))
 {

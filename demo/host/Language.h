@@ -23,6 +23,9 @@ using Texts = std::map<long, std::wstring>;
 Texts readTexts(std::string_view lines, std::wstring_view name);
 Texts readTextFile(const std::wstring& path);
 
+/// The folder of the languages beside the program.
+std::wstring languageFolder();
+
 class Language final : public Object<Language, Inherits<IResources>, IResources>
 {
 public:

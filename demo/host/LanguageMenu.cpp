@@ -2,7 +2,6 @@
 
 #include "demo/host/CommandMenu.h"
 #include "demo/host/Language.h"
-#include "framework/com/Module.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -28,13 +27,6 @@ std::vector<std::wstring> languagesIn(const std::wstring& folder)
 }
 
 } // namespace
-
-std::wstring languageFolder()
-{
-    wchar_t program[MAX_PATH];
-    module::path(program);
-    return (std::filesystem::path(program).parent_path() / L"languages").wstring();
-}
 
 ComPtr<IResources> resourcesIn(const std::wstring& language, const ComPtr<IResources>& library)
 {

@@ -11,9 +11,6 @@
 namespace korvane::host
 {
 
-/// The folder of the languages beside the program.
-std::wstring languageFolder();
-
 /// The resources in a language, which is called as its file is. Without a name, they are the library's own.
 ComPtr<IResources> resourcesIn(const std::wstring& language, const ComPtr<IResources>& library);
 

@@ -1,6 +1,7 @@
 #include "demo/host/MainWindow.h"
 
 #include "demo/host/Display.h"
+#include "demo/host/Language.h"
 #include "demo/host/Notice.h"
 #include "framework/com/Boundary.h"
 #include "framework/com/LateBound.h"

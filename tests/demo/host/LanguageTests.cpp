@@ -1,6 +1,5 @@
 #include "demo/host/Language.h"
 
-#include "demo/host/LanguageMenu.h"
 #include "framework/com/Boundary.h"
 #include "tests/support/Library.h"
 
