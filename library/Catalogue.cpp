@@ -12,6 +12,8 @@
 #include "masterdata/EditTypes.h"
 #include "masterdata/ctlEditNames.h"
 #include "masterdata/ctlEditTypes.h"
+#include "messages/InfoMessage.h"
+#include "messages/ShowMessage.h"
 #include "resources/Resources.h"
 #include "resources/pictures/PictureIds.h"
 
@@ -39,6 +41,10 @@ std::span<const ClassEntry> classCatalogue() noexcept
         {&__uuidof(::EditTypes), L"EditTypes", L"Korvane activity type command", &createInstance<EditTypes>},
         {&__uuidof(::ctlEditTypes), L"ctlEditTypes", L"Korvane activity type dialog",
          &createInstance<ctlEditTypes>, PICTURE_ACTIVITY_TYPES},
+        {&__uuidof(::InfoMessage), L"InfoMessage", L"Korvane information and message command",
+         &createInstance<InfoMessage>},
+        {&__uuidof(::ShowMessage), L"ShowMessage", L"Korvane message viewer command",
+         &createInstance<ShowMessage>},
     };
     return classes;
 }
