@@ -8,8 +8,14 @@
 #include "framework/AppDialogEvents.h"
 #include "groups/EditGroups.h"
 #include "groups/ctlEditGroups.h"
+#include "masterdata/ArrangeGroups.h"
+#include "masterdata/ArrangeNames.h"
+#include "masterdata/ArrangeTypes.h"
 #include "masterdata/EditNames.h"
 #include "masterdata/EditTypes.h"
+#include "masterdata/ctlArrangeGroups.h"
+#include "masterdata/ctlArrangeNames.h"
+#include "masterdata/ctlArrangeTypes.h"
 #include "masterdata/ctlEditNames.h"
 #include "masterdata/ctlEditTypes.h"
 #include "messages/InfoMessage.h"
@@ -35,6 +41,18 @@ std::span<const ClassEntry> classCatalogue() noexcept
         {&__uuidof(::EditGroups), L"EditGroups", L"Korvane group command", &createInstance<EditGroups>},
         {&__uuidof(::ctlEditGroups), L"ctlEditGroups", L"Korvane group dialog",
          &createInstance<ctlEditGroups>, PICTURE_GROUPS},
+        {&__uuidof(::ArrangeGroups), L"ArrangeGroups", L"Korvane group order command",
+         &createInstance<ArrangeGroups>},
+        {&__uuidof(::ctlArrangeGroups), L"ctlArrangeGroups", L"Korvane group order dialog",
+         &createInstance<ctlArrangeGroups>, PICTURE_GROUPS},
+        {&__uuidof(::ArrangeNames), L"ArrangeNames", L"Korvane resource order command",
+         &createInstance<ArrangeNames>},
+        {&__uuidof(::ctlArrangeNames), L"ctlArrangeNames", L"Korvane resource order dialog",
+         &createInstance<ctlArrangeNames>, PICTURE_RESOURCES},
+        {&__uuidof(::ArrangeTypes), L"ArrangeTypes", L"Korvane activity type order command",
+         &createInstance<ArrangeTypes>},
+        {&__uuidof(::ctlArrangeTypes), L"ctlArrangeTypes", L"Korvane activity type order dialog",
+         &createInstance<ctlArrangeTypes>, PICTURE_ACTIVITY_TYPES},
         {&__uuidof(::EditNames), L"EditNames", L"Korvane resource command", &createInstance<EditNames>},
         {&__uuidof(::ctlEditNames), L"ctlEditNames", L"Korvane resource dialog",
          &createInstance<ctlEditNames>, PICTURE_RESOURCES},
