@@ -70,7 +70,7 @@ bool take(const Chapter& chapter, OpenDatabase& database, const std::wstring& fo
 }
 
 /// A chapter in a database of its own.
-struct Part
+struct ChapterOfTour
 {
     Chapter (*chapter)();
     const wchar_t* file;
@@ -78,7 +78,7 @@ struct Part
 };
 
 // The activities and messages need resources, groups and departments are told from an almost empty database.
-constexpr Part parts[] = {
+constexpr ChapterOfTour chapters[] = {
     {&bookingChapter, L"booking.sqlite", true},
     {&departmentChapter, L"department.sqlite", false},
 };
@@ -87,7 +87,7 @@ bool takeTour(const Options& options)
 {
     const std::wstring& folder = options.tourFolder;
     Report report(folder + L"\\tour.txt", options.verbose);
-    for (const Part& part : parts)
+    for (const ChapterOfTour& part : chapters)
     {
         OpenDatabase database(freshDatabase(folder, part.file), {});
         if (part.withSample)

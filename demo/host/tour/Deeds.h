@@ -95,8 +95,7 @@ inline constexpr Word boxIsGone{&Visitor::waitForBoxToGo};
 inline constexpr Word shows{&Visitor::waitForText};
 /// The window's title, with the notice of what there is to read.
 inline constexpr Word hasTitle{[](Visitor& visitor, const std::wstring& title) {
-    waitFor(L"the window's title is " + quoted(title),
-            [&] { return textOf(visitor.mainWindow()) == title; });
+    waitFor(L"the window's title is " + quoted(title), [&] { return textOf(visitor.mainWindow()) == title; });
 }};
 /// The error box begins like this, and the dialog waits for it. It is read, and goes.
 inline constexpr Word tellsError{[](Visitor& visitor, const std::wstring& text, Text pictureName) {

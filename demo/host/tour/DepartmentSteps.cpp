@@ -23,6 +23,7 @@ constexpr Text anna = L"Anna Berg";
 constexpr Text tom = L"Tom Field";
 constexpr Text kim = L"Kim Long";
 constexpr Text lathe = L"Lathe";
+constexpr Text activity = L"Activity"; // built in, in every group
 constexpr Text repair = L"Repair";
 constexpr Text inspection = L"Inspection";
 
@@ -67,15 +68,16 @@ constexpr Word hasGroups{[](Visitor& visitor, const Names& names) {
     });
 }};
 /// A resource of the workshop, with its login and role.
-constexpr Word isKnownAs{[](Visitor& visitor, Text name, const std::wstring& login, long role, bool isSynchronised) {
-    waitFor(name + std::wstring(L" has login, role and synchronisation"), [&] {
-        const auto all = visitor.roster().resources(workshop);
-        return std::any_of(all.begin(), all.end(), [&](const RosterItem& each) {
-            return each.name == name && each.login == login && each.role == role &&
-                   each.isSynchronised == isSynchronised;
+constexpr Word isKnownAs{
+    [](Visitor& visitor, Text name, const std::wstring& login, long role, bool isSynchronised) {
+        waitFor(name + std::wstring(L" has login, role and synchronisation"), [&] {
+            const auto all = visitor.roster().resources(workshop);
+            return std::any_of(all.begin(), all.end(), [&](const RosterItem& each) {
+                return each.name == name && each.login == login && each.role == role &&
+                       each.isSynchronised == isSynchronised;
+            });
         });
-    });
-}};
+    }};
 constexpr Word hasColor{[](Visitor& visitor, bool isType, Text name, COLORREF color) {
     waitFor(name + std::wstring(L" has its colour"), [&] {
         const auto all = isType ? visitor.roster().types(workshop) : visitor.roster().resources(workshop);
@@ -86,8 +88,7 @@ constexpr Word hasColor{[](Visitor& visitor, bool isType, Text name, COLORREF co
 }};
 /// The schedule shows the resources in their order at once, also while a dialog is open.
 constexpr Word showsRows{[](Visitor& visitor, const Names& names) {
-    waitFor(L"the schedule shows what is in the database",
-            [&] { return rowsOfSchedule(visitor) == names; });
+    waitFor(L"the schedule shows what is in the database", [&] { return rowsOfSchedule(visitor) == names; });
 }};
 
 std::vector<std::wstring> shownRoster(const Visitor& visitor)
@@ -112,8 +113,8 @@ Chapter departmentChapter()
     using namespace itemPage;
     const auto newGroup = [](Text text) {
         const Field groupName{L"the name", L"Edit"};
-        return std::vector<Deed>{press(L"Ctrl+N"), opens(groupTitle), enter(groupName, text), press(L"Enter"),
-                                 endsInList(), selects(text)};
+        return std::vector<Deed>{press(L"Ctrl+N"), opens(groupTitle), enter(groupName, text),
+                                 press(L"Enter"),  endsInList(),      selects(text)};
     };
     // clang-format off
     return {L"Setting up a department", {
@@ -135,7 +136,7 @@ Chapter departmentChapter()
         {L"Activity types, one in a colour of its own",
          {choose(typesMenu, L"&New..."), opens(typeTitle), fill(name, repair), click(swatch(L"#FF88AA")),
           picture(L"type-new"), saves(), fill(name, inspection), mixes(rust, L"type-colours"), saves(),
-          fill(name, L"Nothing"), saves(), hasTypes(workshop, Names{repair, inspection, L"Nothing"}),
+          fill(name, L"Nothing"), saves(), hasTypes(workshop, Names{activity, repair, inspection, L"Nothing"}),
           hasColor(true, inspection, rust), press(L"Esc"), endsInList()}},
         {L"Edit: what was entered is not lost without a question",
          {choose(resourcesMenu, L"&Edit..."), opens(resourceTitle), clickItem(list, kim), shows(name, kim),
@@ -147,17 +148,14 @@ Chapter departmentChapter()
           press(L"Esc"), endsInList(),
           choose(typesMenu, L"&Edit..."), opens(typeTitle), clickItem(list, repair), shows(name, repair),
           picture(L"type-edit"), press(L"Esc"), endsInList()}},
-        {L"Another group, to which a resource and a type are added that are there already",
+        {L"Another group, to which a resource is added that is there already",
          [&] {
              auto deeds = newGroup(yard);
              for (const Deed& deed : std::vector<Deed>{
                       choose(resourcesMenu, L"&New..."), opens(resourceTitle),
                       offers(list, Names{anna, tom, kim, lathe}), clickItem(list, kim), shows(name, kim),
                       picture(L"resource-existing"), saves(), hasResources(yard, Names{kim}),
-                      offers(list, Names{anna, tom, lathe}), press(L"Esc"), endsInList(),
-                      choose(typesMenu, L"&New..."), opens(typeTitle), clickItem(list, repair),
-                      shows(name, repair), saves(), hasTypes(yard, Names{repair}),
-                      press(L"Esc"), endsInList()})
+                      offers(list, Names{anna, tom, lathe}), press(L"Esc"), endsInList()})
                  deeds.push_back(deed);
              return deeds;
          }()},
@@ -166,7 +164,9 @@ Chapter departmentChapter()
           shows(name, kim), picture(L"resource-remove"), saves(), hasResources(workshop, Names{anna, tom, lathe}),
           hasResources(yard, Names{kim}), press(L"Esc"), endsInList(),
           choose(typesMenu, L"&Remove..."), opens(typeTitle), clickItem(list, L"Nothing"), shows(name, L"Nothing"),
-          picture(L"type-remove"), saves(), hasTypes(workshop, Names{repair, inspection}),
+          picture(L"type-remove"), saves(), hasTypes(workshop, Names{activity, repair, inspection}),
+          press(L"Esc"), endsInList(),
+          choose(typesMenu, L"&New..."), opens(typeTitle), offers(list, Names{L"Nothing"}), picture(L"type-existing"),
           press(L"Esc"), endsInList()}},
         {L"The order of the groups, with keys",
          {choose(arrangeMenu, L"&Groups..."), opens(groupTitle), hasKeyboard(arrangePage::list),
@@ -182,10 +182,10 @@ Chapter departmentChapter()
         {L"The order of the activity types, by buttons",
          {choose(arrangeMenu, L"Activity &types of the group..."), opens(typeTitle),
           clickItem(arrangePage::list, inspection), click(arrangePage::toTop),
-          offers(arrangePage::list, Names{inspection, repair}), click(arrangePage::toBottom),
-          click(arrangePage::up), offers(arrangePage::list, Names{inspection, repair}),
+          offers(arrangePage::list, Names{inspection, activity, repair}), click(arrangePage::toBottom),
+          click(arrangePage::up), offers(arrangePage::list, Names{activity, inspection, repair}),
           picture(L"arrange-types"), click(okButton), endsInList(),
-          hasTypes(workshop, Names{inspection, repair})}},
+          hasTypes(workshop, Names{activity, inspection, repair})}},
         {L"Somebody who may not: the data layer refuses, and the dialog waits",
          {logInAs(L"tom"), picture(L"login-window"), choose(resourcesMenu, L"&New..."), opens(resourceTitle),
           fill(name, L"Nobody"), click(okButton), tellsError(L"You are not authorized", L"resource-forbidden"),

@@ -23,7 +23,8 @@ void announced(const ComPtr<IRoot>& root, Add&& add, Arguments... arguments)
 
 std::wstring shown(const RosterItem& item)
 {
-    std::wstring text = std::to_wstring(item.id) + L"  " + item.name + L" | colour " + std::to_wstring(item.color);
+    std::wstring text =
+        std::to_wstring(item.id) + L"  " + item.name + L" | colour " + std::to_wstring(item.color);
     if (!item.login.empty())
         text += L" | login " + item.login + L", role " + std::to_wstring(item.role);
     return item.isSynchronised ? text + L", synchronised" : text;
@@ -32,8 +33,7 @@ std::wstring shown(const RosterItem& item)
 std::vector<std::wstring> Roster::groups() const
 {
     std::vector<std::wstring> names;
-    announced<IGroups>(root_,
-                       [&](const EventArguments& group) { names.emplace_back(group.text(1).view()); });
+    announced<IGroups>(root_, [&](const EventArguments& group) { names.emplace_back(group.text(1).view()); });
     return names;
 }
 

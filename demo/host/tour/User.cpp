@@ -55,8 +55,8 @@ WORD keyNamed(std::wstring_view name)
                                            [&](const KeyName& each) { return each.name == name; });
     if (found != std::end(keyNames))
         return found->key;
-    const bool isOwnKey = name.size() == 1 && ((name[0] >= L'A' && name[0] <= L'Z') ||
-                                               (name[0] >= L'0' && name[0] <= L'9'));
+    const bool isOwnKey =
+        name.size() == 1 && ((name[0] >= L'A' && name[0] <= L'Z') || (name[0] >= L'0' && name[0] <= L'9'));
     if (!isOwnKey)
         throw Failure(E_INVALIDARG, L"Tour", L"There is no key " + std::wstring(name) + L".");
     return static_cast<WORD>(name[0]);

@@ -136,7 +136,10 @@ void Visitor::rightClickAt(HWND window, POINT place, const std::wstring& what)
 void Visitor::pointAt(HWND window, POINT place, const std::wstring& what)
 {
     user_.moveTo(place);
-    waitFor(L"nothing is in front of " + what, [&] { return WindowFromPoint(place) == window; });
+    waitFor(L"nothing is in front of " + what, [&] {
+        const HWND front = WindowFromPoint(place);
+        return front == window || IsChild(window, front);
+    });
 }
 
 void Visitor::dragTo(HWND window, POINT from, POINT to, const std::wstring& what)
