@@ -21,6 +21,7 @@
 #include "messages/InfoMessage.h"
 #include "messages/ShowMessage.h"
 #include "messages/ctlInfoMessage.h"
+#include "messages/ctlShowMessage.h"
 #include "resources/Resources.h"
 #include "resources/pictures/PictureIds.h"
 
@@ -66,6 +67,8 @@ std::span<const ClassEntry> classCatalogue() noexcept
          &createInstance<ctlInfoMessage>, PICTURE_MESSAGES},
         {&__uuidof(::ShowMessage), L"ShowMessage", L"Korvane message viewer command",
          &createInstance<ShowMessage>},
+        {&__uuidof(::ctlShowMessage), L"ctlShowMessage", L"Korvane message viewer",
+         &createInstance<ctlShowMessage>, PICTURE_MESSAGES},
     };
     return classes;
 }

@@ -2,8 +2,8 @@
 // for each item, with the item's values.
 #pragma once
 
-#include "demo/datalayer/ConnectionPoint.h"
 #include "demo/datalayer/Trace.h"
+#include "framework/com/ConnectionPoint.h"
 #include "framework/com/EventConnection.h"
 
 #include <string>

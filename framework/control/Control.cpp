@@ -115,7 +115,12 @@ bool Control::hasFocus() const noexcept
 
 void Control::setFocus() const noexcept
 {
-    if (window_)
+    if (!window_)
+        return;
+    // The dialog manager makes the button with the focus the one that Enter presses; in a text box it would select all.
+    if ((send(WM_GETDLGCODE) & DLGC_BUTTON) != 0)
+        SendMessageW(dialog_.window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(window_), TRUE);
+    else
         SetFocus(window_);
 }
 
