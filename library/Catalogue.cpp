@@ -20,6 +20,8 @@
 #include "masterdata/ctlEditTypes.h"
 #include "messages/InfoMessage.h"
 #include "messages/ShowMessage.h"
+#include "messages/ctlInfoMessage.h"
+#include "messages/ctlShowMessage.h"
 #include "resources/Resources.h"
 #include "resources/pictures/PictureIds.h"
 
@@ -61,8 +63,12 @@ std::span<const ClassEntry> classCatalogue() noexcept
          &createInstance<ctlEditTypes>, PICTURE_ACTIVITY_TYPES},
         {&__uuidof(::InfoMessage), L"InfoMessage", L"Korvane information and message command",
          &createInstance<InfoMessage>},
+        {&__uuidof(::ctlInfoMessage), L"ctlInfoMessage", L"Korvane information and message dialog",
+         &createInstance<ctlInfoMessage>, PICTURE_MESSAGES},
         {&__uuidof(::ShowMessage), L"ShowMessage", L"Korvane message viewer command",
          &createInstance<ShowMessage>},
+        {&__uuidof(::ctlShowMessage), L"ctlShowMessage", L"Korvane message viewer",
+         &createInstance<ctlShowMessage>, PICTURE_MESSAGES},
     };
     return classes;
 }

@@ -45,16 +45,18 @@ std::vector<CommandCase> groupCommands();
 std::vector<DialogCase> groupDialogs();
 std::vector<CommandCase> activityCommands();
 std::vector<DialogCase> activityDialogs();
+std::vector<CommandCase> messageCommands();
+std::vector<DialogCase> messageDialogs();
 
 const std::vector<CommandCase>& commandCases()
 {
-    static const auto cases = joined({groupCommands(), activityCommands()});
+    static const auto cases = joined({groupCommands(), activityCommands(), messageCommands()});
     return cases;
 }
 
 const std::vector<DialogCase>& dialogCases()
 {
-    static const auto cases = joined({groupDialogs(), activityDialogs()});
+    static const auto cases = joined({groupDialogs(), activityDialogs(), messageDialogs()});
     return cases;
 }
 
@@ -173,6 +175,8 @@ void DialogOnCase::confirm()
 {
     if (tested.runsByItself())
         container.site->activateUi();
+    else if (tested.confirmKey != 0)
+        container.press(tested.confirmKey, false, true);
     else
         container.press(VK_RETURN);
     container.pump();

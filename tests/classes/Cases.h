@@ -47,6 +47,10 @@ struct CommandCase
     bool refusesUnknown;
     void (*fill)(RecordingData& data);
     std::vector<CommandUse> uses;
+    /// What executing an unknown operation takes from the data layer before it does nothing.
+    std::vector<std::string> takenForUnknown = {};
+    /// Whether Prepare has anything to do.
+    bool prepares = true;
 };
 
 struct DialogCase
@@ -64,6 +68,8 @@ struct DialogCase
     std::wstring sharedKeys = {};
     /// The key that answers the dialog's questions.
     WORD answer = VK_RETURN;
+    /// The access key of the button that confirms; 0 where Enter does.
+    WORD confirmKey = 0;
 
     bool runsByItself() const noexcept { return !use; }
 };

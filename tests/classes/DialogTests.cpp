@@ -319,7 +319,8 @@ TEST_P(DialogTests, AHostsOwnTextsStandInItAndACaptionThatWasReadStays)
         int captions = 0;
         for (const HWND window : windowsOn(container.dialogWindow()))
             if (const auto kind = classOf(window); kind == L"Static" || kind == L"Button")
-                if (const std::wstring caption = Container::text(window); !caption.empty())
+                if (const std::wstring caption = Container::text(window);
+                    !caption.empty() && !numberIn(caption)) // a number is counted, and no text
                 {
                     EXPECT_THAT(caption,
                                 testing::AnyOf(testing::StartsWith(word), testing::StartsWith(L"first")));

@@ -3,11 +3,11 @@
 namespace korvane::host
 {
 
-GroupRow& rowOf(std::vector<GroupRow>& rows, const std::wstring& name)
+GroupRow& rowOf(std::vector<GroupRow>& rows, std::wstring_view name)
 {
     const auto found =
         std::find_if(rows.begin(), rows.end(), [&](const GroupRow& row) { return row.name == name; });
-    expect(found != rows.end(), L"a group " + quoted(name) + L" in the database");
+    expect(found != rows.end(), L"a group " + quoted(std::wstring(name)) + L" in the database");
     return *found;
 }
 

@@ -7,7 +7,7 @@ namespace korvane::host
 {
 
 /// The one with a name. Throws where there is none.
-GroupRow& rowOf(std::vector<GroupRow>& rows, const std::wstring& name);
+GroupRow& rowOf(std::vector<GroupRow>& rows, std::wstring_view name);
 
 /// Clicks a group, and waits until it is selected.
 void selectGroup(Visitor& visitor, Text name);
