@@ -2,6 +2,7 @@
 
 #include "demo/host/Display.h"
 #include "demo/host/ErrorBox.h"
+#include "demo/host/Notice.h"
 #include "framework/com/Boundary.h"
 #include "framework/com/LateBound.h"
 
@@ -55,9 +56,8 @@ bool CommandDialog::open(const ComPtr<IAppCommand>& command)
     call(dialog, &IAppDialog::putref_Resources, resources_.get());
     call(dialog, &IAppDialog::putref_Command, command.as<IDispatch>().get());
 
-    Bstr name;
-    call(dialog, &IAppDialog::get_Name, name.put());
-    SetWindowTextW(handle(), name.c_str());
+    const Bstr name = fetch(dialog, &IAppDialog::get_Name);
+    SetWindowTextW(handle(), withoutAccessKey(name.view()).c_str());
     centre(); // a question that comes first appears on this monitor
     VARIANT_BOOL ready = VARIANT_FALSE;
     call(dialog, &IAppDialog::get_Ready, &ready);

@@ -6,6 +6,7 @@
 #include "demo/host/tour/BookingSteps.h"
 #include "demo/host/tour/DepartmentSteps.h"
 #include "demo/host/tour/GroupSteps.h"
+#include "demo/host/tour/MessageSteps.h"
 #include "demo/host/tour/Report.h"
 #include "demo/host/tour/Tour.h"
 #include "framework/com/Boundary.h"
@@ -81,6 +82,7 @@ struct ChapterOfTour
 constexpr ChapterOfTour chapters[] = {
     {&bookingChapter, L"booking.sqlite", true},
     {&departmentChapter, L"department.sqlite", false},
+    {&messageChapter, L"messages.sqlite", true},
 };
 
 bool takeTour(const Options& options)

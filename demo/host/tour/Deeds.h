@@ -27,6 +27,7 @@ inline constexpr Word drop{&Visitor::drop};
 inline constexpr Word choose{&Visitor::choose};
 /// Clicks a button of a message box, and waits until the box is gone.
 inline constexpr Word answer{&Visitor::answer};
+inline constexpr Word writes{&Visitor::type};
 /// Types into the part that has the keyboard, which then shows it behind what it had.
 inline constexpr Word enter{[](Visitor& visitor, Field field, Text typed, Text before = L"") {
     visitor.type(typed);
@@ -48,6 +49,15 @@ inline constexpr Word chooseIn{[](Visitor& visitor, Field box, Text item) {
     for (int tries = 0; tries == 0 || (textOf(visitor.find(box)) != item && tries <= 10); ++tries)
         visitor.type(std::wstring(1, *item)); // several may begin alike
     visitor.waitForText(box, item);
+}};
+/// Goes on with Tab until a field has the keyboard.
+inline constexpr Word tabTo{[](Visitor& visitor, Field field) {
+    const HWND wanted = visitor.find(field);
+    for (int presses = 0; focusIn(visitor.dialog()) != wanted; ++presses)
+    {
+        expect(presses < 30, std::wstring(L"a tab order that leads to ") + field.name);
+        visitor.press(L"Tab");
+    }
 }};
 inline constexpr Word clickItem{[](Visitor& visitor, Field list, Text text) {
     const HWND listBox = visitor.find(list);

@@ -1,5 +1,6 @@
 #include "demo/host/tour/Roster.h"
 
+#include "demo/host/schedule/Moment.h"
 #include "framework/DataLayer.h"
 
 #include <algorithm>
@@ -70,6 +71,38 @@ std::vector<RosterItem> Roster::types(const std::wstring& group) const
         },
         idOf(group));
     return items;
+}
+
+std::vector<std::wstring> Roster::info(const std::wstring& group, const std::wstring& resource) const
+{
+    constexpr DISPID eventInfoClear = 3;
+    constexpr DISPID eventInfoAdd = 4;
+    std::vector<std::wstring> rows;
+    Subscription<INames> names;
+    names.connect(root_, {.further = [&](DISPID event, const EventArguments& row) {
+                      if (event == eventInfoClear)
+                          rows.clear();
+                      else if (event == eventInfoAdd)
+                          rows.push_back(std::wstring(row.text(1).view()) + L": " +
+                                         std::wstring(row.text(2).view()));
+                  }});
+    names.load(&INames::LoadInfo, idOf(group, resource));
+    return rows;
+}
+
+void Roster::leaveMessage(const std::wstring& group, const std::wstring& resource, const wchar_t* about) const
+{
+    constexpr long other = 4;
+    fetch(collection<IMessages>(root_), &IMessages::Add, idOf(group, resource), now().days, Bstr(about).get(),
+          Bstr().get(), Bstr().get(), other);
+}
+
+long Roster::idOf(const std::wstring& group, const std::wstring& resource) const
+{
+    for (const RosterItem& each : resources(group))
+        if (each.name == resource)
+            return each.id;
+    throw Failure(E_INVALIDARG, L"Tour", L"There is no resource " + resource + L".");
 }
 
 long Roster::idOf(const std::wstring& group) const

@@ -33,9 +33,15 @@ public:
     std::vector<std::wstring> groups() const;
     // Of a group, in their order.
     std::vector<RosterItem> resources(const std::wstring& group) const;
+    /// Information rows, each as "label: value".
+    std::vector<std::wstring> info(const std::wstring& group, const std::wstring& resource) const;
     std::vector<RosterItem> types(const std::wstring& group) const;
 
+    /// Leaves a message, as another host does.
+    void leaveMessage(const std::wstring& group, const std::wstring& resource, const wchar_t* about) const;
+
 private:
+    long idOf(const std::wstring& group, const std::wstring& resource) const;
     long idOf(const std::wstring& group) const;
 
     ComPtr<IRoot> root_;

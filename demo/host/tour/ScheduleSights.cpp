@@ -49,6 +49,22 @@ OleDate tourTime(long day, long hour) noexcept
     return later(tourMonday(), day * minutesPerDay + hour * 60);
 }
 
+POINT pointOfName(Visitor& visitor, const std::wstring& resource)
+{
+    RECT place{};
+    waitFor(L"the schedule shows the name " + resource, [&] {
+        std::optional<std::size_t> row;
+        look(visitor, [&](const ScheduleWindow& schedule) {
+            row = rowOf(schedule.content(), resource);
+            const ScheduleLayout layout = schedule.layout();
+            if (row)
+                place = layout.placeOfName(*row);
+        });
+        return row.has_value();
+    });
+    return onScreen(visitor, place);
+}
+
 POINT pointOfTime(Visitor& visitor, const std::wstring& resource, OleDate time)
 {
     RECT place{};

@@ -24,7 +24,20 @@ COLORREF colorOfBar(Visitor& visitor, const std::wstring& resource, OleDate star
 /// Goes through days and hours with the keyboard until the cursor is at a time, which the schedule then shows.
 void goTo(Visitor& visitor, const std::wstring& resource, OleDate time);
 
+/// A place in the name of a resource.
+POINT pointOfName(Visitor& visitor, const std::wstring& resource);
+
 inline constexpr Word goesTo{&goTo};
+inline constexpr Word clickName{[](Visitor& visitor, Text resource) {
+    visitor.clickAt(visitor.schedule(), pointOfName(visitor, resource),
+                    std::wstring(L"the name ") + resource);
+}};
+/// The menu of a resource.
+inline constexpr Word rightClickName{[](Visitor& visitor, Text resource) {
+    visitor.rightClickAt(visitor.schedule(), pointOfName(visitor, resource),
+                         std::wstring(L"the name ") + resource);
+    visitor.waitForMenu();
+}};
 inline constexpr Word openSlot{[](Visitor& visitor, Text resource, OleDate time) {
     visitor.doubleClickAt(visitor.schedule(), pointOfTime(visitor, resource, time),
                           L"the empty slot at " + shownTime(time));
