@@ -70,8 +70,12 @@ struct DialogCase
     WORD answer = VK_RETURN;
     /// The access key of the button that confirms; 0 where Enter does.
     WORD confirmKey = 0;
+    /// Whether it goes on with a further item after OK.
+    bool staysOpen = false;
 
     bool runsByItself() const noexcept { return !use; }
+    /// What the container is told after OK.
+    std::vector<bool> doneAfterOk() const { return staysOpen ? std::vector<bool>{} : std::vector{false}; }
 };
 
 const std::vector<CommandCase>& commandCases();
