@@ -2,6 +2,7 @@
 
 #include "demo/host/Display.h"
 #include "demo/host/ErrorBox.h"
+#include "demo/host/Notice.h"
 #include "framework/com/Boundary.h"
 #include "framework/com/LateBound.h"
 
@@ -16,14 +17,14 @@ namespace
 
 constexpr long textError = 1000; // in the library's string table
 constexpr DWORD commonStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
+constexpr DWORD extendedStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
 
 } // namespace
 
 CommandDialog::CommandDialog(HWND owner, ComPtr<IResources> resources, bool resizable)
-    : owner_(owner), resources_(std::move(resources)), style_(commonStyle | (resizable ? WS_THICKFRAME : 0)),
-      extendedStyle_(WS_EX_CONTROLPARENT | (resizable ? 0 : WS_EX_DLGMODALFRAME))
+    : owner_(owner), resources_(std::move(resources)), style_(commonStyle | (resizable ? WS_THICKFRAME : 0))
 {
-    create({className, L"", style_, extendedStyle_, reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1)}, owner,
+    create({className, L"", style_, extendedStyle, reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1)}, owner,
            nullptr, {});
     EnableWindow(owner_, FALSE);
 
@@ -55,9 +56,8 @@ bool CommandDialog::open(const ComPtr<IAppCommand>& command)
     call(dialog, &IAppDialog::putref_Resources, resources_.get());
     call(dialog, &IAppDialog::putref_Command, command.as<IDispatch>().get());
 
-    Bstr name;
-    call(dialog, &IAppDialog::get_Name, name.put());
-    SetWindowTextW(handle(), name.c_str());
+    const Bstr name = fetch(dialog, &IAppDialog::get_Name);
+    SetWindowTextW(handle(), withoutAccessKey(name.view()).c_str());
     centre(); // a question that comes first appears on this monitor
     VARIANT_BOOL ready = VARIANT_FALSE;
     call(dialog, &IAppDialog::get_Ready, &ready);
@@ -141,7 +141,7 @@ void CommandDialog::showError(HRESULT number, std::wstring_view source, std::wst
 void CommandDialog::fit(SIZE extent) const
 {
     RECT place{0, 0, extent.cx, extent.cy};
-    AdjustWindowRectEx(&place, style_, FALSE, extendedStyle_);
+    AdjustWindowRectEx(&place, style_, FALSE, extendedStyle);
     SetWindowPos(handle(), nullptr, 0, 0, place.right - place.left, place.bottom - place.top,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     RECT own{};

@@ -55,7 +55,6 @@ private:
     HWND owner_;
     ComPtr<IResources> resources_;
     DWORD style_;
-    DWORD extendedStyle_;
     SIZE smallest_{}; ///< of a window that can be resized
     ComPtr<ControlSite> site_;
     ComPtr<IXtExecuteEvents> notifier_;

@@ -24,6 +24,13 @@ std::wstring messageNotice(const ComPtr<IResources>& resources, long unread)
     return text;
 }
 
+std::wstring withoutAccessKey(std::wstring_view text)
+{
+    std::wstring shown(text);
+    std::erase(shown, L'&');
+    return shown;
+}
+
 std::wstring titleFor(const std::wstring& login, long unread, const std::wstring& notice)
 {
     return L"Korvane - " + login + (unread > 0 ? L" - " + notice : L"");

@@ -34,11 +34,11 @@ std::vector<OperandRow> operands()
             {L"About", VT_BSTR, L"About"}};
 }
 
-/// The user confirms in the viewer by deleting.
-void goToDelete(Container& container)
+/// The user reads on, and confirms by deleting.
+void readOn(Container& container)
 {
-    for (int steps = 0; GetFocus() != container.button(L"Dele&te") && steps < 20; ++steps)
-        container.press(VK_TAB);
+    SetFocus(container.control(L"Edit", 4));
+    container.press(VK_NEXT);
 }
 
 } // namespace
@@ -77,7 +77,8 @@ std::vector<DialogCase> messageDialogs()
              .operation = 2,
              .operands = message(),
              .fill = fill,
-             .use = goToDelete}};
+             .use = readOn,
+             .confirmKey = 'T'}};
 }
 
 } // namespace korvane::test

@@ -50,6 +50,11 @@ RECT ScheduleLayout::placeOf(const Slot& slot) const noexcept
     return {left, top + 1, std::max(pixelOf(slot.end), left + narrowestBar), top + rowHeight(slot.row) - 1};
 }
 
+RECT ScheduleLayout::placeOfName(std::size_t row) const noexcept
+{
+    return {0, rowTop(row), metrics_.nameWidth, rowTop(row) + rowHeight(row)};
+}
+
 std::optional<Hit> ScheduleLayout::at(POINT point) const noexcept
 {
     if (point.x < metrics_.nameWidth || point.y < metrics_.headerHeight())

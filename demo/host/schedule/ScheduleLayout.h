@@ -69,6 +69,8 @@ public:
     /// All lanes of the row.
     RECT placeOf(const Slot& slot) const noexcept;
 
+    RECT placeOfName(std::size_t row) const noexcept;
+
     /// Empty in the header and among the names.
     std::optional<Hit> at(POINT point) const noexcept;
     /// The row whose name is at a point.

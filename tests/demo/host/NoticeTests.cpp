@@ -20,6 +20,12 @@ TEST(Notice, TellsHowManyMessagesHaveNotBeenRead)
     EXPECT_EQ(messageNotice(resources, 1234), L"You have 1234 messages");
 }
 
+TEST(Notice, LeavesAccessKeysOutOfTitles)
+{
+    EXPECT_EQ(withoutAccessKey(L"&Message"), L"Message");
+    EXPECT_EQ(withoutAccessKey(L"Group"), L"Group");
+}
+
 TEST(Notice, StandsInTheTitleWhereThereIsSomethingToRead)
 {
     EXPECT_EQ(titleFor(L"admin", 0, L"You have no messages"), L"Korvane - admin");
