@@ -151,17 +151,26 @@ private:
     bool toBeShown_ = false; ///< the dialog is ready and has not been seen yet
 };
 
+/// The COM object of a dialog: its tables, and the steps from one interface to another, are there once for all dialogs
+/// of a base.
+template <class Base, class... Further>
+class DialogObject
+    : public Object<DialogObject<Base, Further...>, Base, IDialogControl, IAppDialog, Further..., IOleObject,
+                    IOleInPlaceObject, IOleInPlaceActiveObject, IOleControl, IViewObject2, IPersistStreamInit,
+                    IPersistPropertyBag, IProvideClassInfo2, IConnectionPointContainer>
+{
+protected:
+    using DialogObject::Object::Object;
+};
+
 /// A dialog for one command class, on the frame or on a base between them, which may answer further interfaces.
 template <class Class, class Command, class Base = AppDialog, class... Further>
-class Dialog
-    : public Object<Class, Base, IDialogControl, IAppDialog, Further..., IOleObject, IOleInPlaceObject,
-                    IOleInPlaceActiveObject, IOleControl, IViewObject2, IPersistStreamInit,
-                    IPersistPropertyBag, IProvideClassInfo2, IConnectionPointContainer>
+class Dialog : public DialogObject<Base, Further...>
 {
 protected:
     template <class... More>
     Dialog(long titleId, float width, float height, More&&... more)
-        : Dialog::Object(*Class::classId(), titleId, width, height, std::forward<More>(more)...)
+        : Dialog::DialogObject(*Class::classId(), titleId, width, height, std::forward<More>(more)...)
     {
     }
 

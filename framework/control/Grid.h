@@ -124,7 +124,7 @@ private:
     Cell pressed_{GridLayout::none, GridLayout::none};
     int dragged_ = GridLayout::none; ///< the column whose edge is dragged
     int wheel_ = 0;                  ///< what is left of the wheel's turning
-    std::shared_ptr<Grid*> self_;    ///< for who may outlive the window
+    ComPtr<IUnknown> self_;          ///< for who may outlive the window
 };
 
 } // namespace korvane

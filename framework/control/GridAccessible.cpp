@@ -32,11 +32,20 @@ template <class Function> Function* support(const char* name) noexcept
 
 constexpr int whole = GridLayout::none; ///< the row of the table, and the column of a row
 
+/// Where the grid is, for who may outlive it; null once it is gone.
+class GridLink final : public Object<GridLink, Inherits<IUnknown>, IUnknown>
+{
+public:
+    explicit GridLink(Grid& linked) noexcept : grid(&linked) {}
+
+    Grid* grid;
+};
+
 /// The table, one of its rows or one of its cells.
 class GridAccessible final : public Object<GridAccessible, Inherits<IAccessible>, IAccessible>
 {
 public:
-    GridAccessible(std::shared_ptr<Grid*> grid, Cell element) : grid_(std::move(grid)), element_(element) {}
+    GridAccessible(ComPtr<GridLink> grid, Cell element) : grid_(std::move(grid)), element_(element) {}
 
     STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
     STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
@@ -117,16 +126,16 @@ private:
     long stateOf(Cell element) const;
     RECT placeOf(Cell element) const; ///< on the window
 
-    std::shared_ptr<Grid*> grid_;
+    ComPtr<GridLink> grid_;
     Cell element_;
 };
 
 /// Throws when the window has gone.
 Grid& GridAccessible::grid() const
 {
-    if (!*grid_)
+    if (!grid_->grid)
         throw Failure(CO_E_OBJNOTCONNECTED);
-    return **grid_;
+    return *grid_->grid;
 }
 
 long GridAccessible::childCount() const
@@ -347,15 +356,15 @@ LRESULT Grid::answer(WPARAM request)
     if (!toResult)
         return 0;
     if (!self_)
-        self_ = std::make_shared<Grid*>(this);
-    const auto table = make<GridAccessible>(self_, Cell{whole, whole});
+        self_ = ComPtr<IUnknown>(make<GridLink>(*this).get());
+    const auto table = make<GridAccessible>(ComPtr<GridLink>(static_cast<GridLink*>(self_.get())), Cell{whole, whole});
     return toResult(IID_IAccessible, request, static_cast<IAccessible*>(table.get()));
 }
 
 void Grid::closing() noexcept
 {
     if (self_)
-        *self_ = nullptr;
+        static_cast<GridLink*>(self_.get())->grid = nullptr;
     self_.reset();
 }
 
