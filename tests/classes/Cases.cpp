@@ -47,6 +47,7 @@ std::vector<CommandCase> activityCommands();
 std::vector<DialogCase> activityDialogs();
 std::vector<CommandCase> masterdataCommands();
 std::vector<DialogCase> arrangeDialogs();
+std::vector<DialogCase> listEditorDialogs();
 
 const std::vector<CommandCase>& commandCases()
 {
@@ -56,7 +57,8 @@ const std::vector<CommandCase>& commandCases()
 
 const std::vector<DialogCase>& dialogCases()
 {
-    static const auto cases = joined({groupDialogs(), activityDialogs(), arrangeDialogs()});
+    static const auto cases =
+        joined({groupDialogs(), activityDialogs(), arrangeDialogs(), listEditorDialogs()});
     return cases;
 }
 
