@@ -1,5 +1,6 @@
 #include "framework/AppDialog.h"
 
+#include "framework/DialogEvents.h"
 #include "framework/com/Apartment.h"
 #include "framework/com/LateBound.h"
 
@@ -93,6 +94,15 @@ STDMETHODIMP AppDialog::get_Resources(IResources** value)
     return returns(value, [] { return CurrentResources(); });
 }
 
+STDMETHODIMP AppDialog::GetGUID(DWORD kind, GUID* guid)
+{
+    if (!guid)
+        return E_POINTER;
+    const bool known = kind == GUIDKIND_DEFAULT_SOURCE_DISP_IID;
+    *guid = known ? __uuidof(IDialogEvents) : GUID_NULL;
+    return known ? S_OK : E_INVALIDARG;
+}
+
 STDMETHODIMP AppDialog::get_Font(IFontDisp** value)
 {
     return returns(value, [&] { return font().copy(); });
@@ -174,15 +184,17 @@ std::vector<ComPtr<IUnknown>> AppDialog::containers() const
     if (!site)
         return found;
     const auto extended = fetchIfAny(site.as<IOleControlSite>(), &IOleControlSite::GetExtendedControl);
-    if (auto named = objectIn(getIfAny(extended, L"Container")))
-        found.push_back(std::move(named));
+    for (const wchar_t* const name : {L"Container", L"Parent"}) // programs differ in what they call it
+        if (auto named = objectIn(getIfAny(extended, name)))
+            found.push_back(std::move(named));
     if (const auto container = fetchIfAny(site, &IOleClientSite::GetContainer))
         found.push_back(container.as<IUnknown>());
     found.push_back(site.as<IUnknown>());
     return found;
 }
 
-/// Gives the relay the container's sink. A container without one gets no news, and the dialog works without.
+/// Gives the relay the container's sink. A container without one hears the dialog's events, if it subscribes to them:
+/// never both, so that nothing is executed twice.
 void AppDialog::connectEvents()
 {
     ComPtr<IAppDialogSink> sink;
@@ -191,6 +203,8 @@ void AppDialog::connectEvents()
             sink = container.as<IAppDialogSink>();
     if (!window())
         throw Failure(E_ABORT); // the container has ended the dialog meanwhile
+    if (!sink)
+        sink = ComPtr<IAppDialogSink>(make<DialogEvents>(point(), [this] { return pixelSize(); }).get());
     events_->putref_Sink(sink.get());
 }
 

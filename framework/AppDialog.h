@@ -21,6 +21,7 @@
 
 #include "framework/AppDialogEvents.h"
 #include "framework/DataLayer.h"
+#include "framework/com/ConnectionPoint.h"
 #include "framework/com/Object.h"
 #include "framework/control/Button.h"
 #include "framework/control/Frame.h"
@@ -35,7 +36,10 @@
 namespace korvane
 {
 
-class AppDialog : public IDialogControl, public OleControl, public EventOwner
+class AppDialog : public IDialogControl,
+                  public OleControl,
+                  public EventSource<IDialogEvents>,
+                  public EventOwner
 {
 public:
     // IAppDialog
@@ -47,6 +51,9 @@ public:
     STDMETHODIMP get_Notifier(IXtExecuteEvents** value) override;
     STDMETHODIMP putref_Resources(IResources* value) override;
     STDMETHODIMP get_Resources(IResources** value) override;
+
+    // IProvideClassInfo2
+    STDMETHODIMP GetGUID(DWORD kind, GUID* guid) override;
 
     // IDialogControl
     STDMETHODIMP get_Font(IFontDisp** value) override;
@@ -145,9 +152,10 @@ private:
 
 /// A dialog for one command class, on the frame or on a base between them, which may answer further interfaces.
 template <class Class, class Command, class Base = AppDialog, class... Further>
-class Dialog : public Object<Class, Base, IDialogControl, IAppDialog, Further..., IOleObject,
-                             IOleInPlaceObject, IOleInPlaceActiveObject, IOleControl, IViewObject2,
-                             IPersistStreamInit, IPersistPropertyBag, IProvideClassInfo2>
+class Dialog
+    : public Object<Class, Base, IDialogControl, IAppDialog, Further..., IOleObject, IOleInPlaceObject,
+                    IOleInPlaceActiveObject, IOleControl, IViewObject2, IPersistStreamInit,
+                    IPersistPropertyBag, IProvideClassInfo2, IConnectionPointContainer>
 {
 protected:
     template <class... More>

@@ -1,5 +1,6 @@
 #include "framework/com/Failure.h"
 
+#include "framework/com/Apartment.h"
 #include "framework/com/Boundary.h"
 #include "framework/com/Module.h"
 
@@ -51,6 +52,19 @@ Failure Failure::ofCall(HRESULT number, IUnknown* object, REFIID calledInterface
     return failure;
 }
 
+Failure Failure::ofHost(HRESULT number) noexcept
+{
+    Failure failure(number);
+    failure.ofCall_ = true;
+    GetErrorInfo(0, failure.information_.put());
+    // A failure of the library's own that the host has met in the call, and dealt with, is known by its number.
+    const auto* state = existingApartment();
+    if (state && failure.information_ && failure.information_.get() == state->reported &&
+        state->reportedNumber != number)
+        failure.information_.reset();
+    return failure;
+}
+
 void throwFailure(HRESULT number)
 {
     throw Failure(number);
@@ -79,7 +93,14 @@ HRESULT Failure::report() const noexcept
         attempt([&] { information = makeInformation(source(), description()); });
     SetErrorInfo(0, information.get());
     // A number that means success would not arrive as an error.
-    return FAILED(number_) ? number_ : MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, number_ & 0xFFFF);
+    const HRESULT number =
+        FAILED(number_) ? number_ : MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, number_ & 0xFFFF);
+    if (auto* state = existingApartment())
+    {
+        state->reported = information.get();
+        state->reportedNumber = number;
+    }
+    return number;
 }
 
 } // namespace korvane

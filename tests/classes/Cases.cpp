@@ -48,17 +48,20 @@ std::vector<DialogCase> activityDialogs();
 std::vector<CommandCase> masterdataCommands();
 std::vector<DialogCase> arrangeDialogs();
 std::vector<DialogCase> listEditorDialogs();
+std::vector<CommandCase> messageCommands();
+std::vector<DialogCase> messageDialogs();
 
 const std::vector<CommandCase>& commandCases()
 {
-    static const auto cases = joined({groupCommands(), activityCommands(), masterdataCommands()});
+    static const auto cases =
+        joined({groupCommands(), activityCommands(), masterdataCommands(), messageCommands()});
     return cases;
 }
 
 const std::vector<DialogCase>& dialogCases()
 {
     static const auto cases =
-        joined({groupDialogs(), activityDialogs(), arrangeDialogs(), listEditorDialogs()});
+        joined({groupDialogs(), activityDialogs(), arrangeDialogs(), listEditorDialogs(), messageDialogs()});
     return cases;
 }
 

@@ -48,9 +48,10 @@ struct CommandCase
     bool refusesUnknown;
     void (*fill)(RecordingData& data);
     std::vector<CommandUse> uses;
-    /// The calls of executing an unknown operation that is not refused: they write nothing.
-    std::vector<std::string> unknownCalls = {};
-    bool prepareReads = true;
+    /// What executing an unknown operation takes from the data layer before it does nothing.
+    std::vector<std::string> takenForUnknown = {};
+    /// Whether Prepare has anything to do.
+    bool prepares = true;
 };
 
 struct DialogCase

@@ -209,10 +209,11 @@ TEST_P(ControlRulesTests, AControlTellsItsClass)
     EXPECT_EQ(nameOf(information.get()), GetParam().name);
     EXPECT_EQ(provider->GetClassInfo(nullptr), E_POINTER);
 
-    // No dialog raises events: the container's sink hears of it.
     GUID source = IID_IUnknown;
-    EXPECT_EQ(provider->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &source), E_FAIL);
-    EXPECT_EQ(source, GUID_NULL);
+    EXPECT_EQ(provider->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &source), S_OK);
+    EXPECT_EQ(source, __uuidof(IDialogEvents));
+    ComPtr<IConnectionPoint> point;
+    EXPECT_EQ(object.as<IConnectionPointContainer>()->FindConnectionPoint(source, point.put()), S_OK);
     source = IID_IUnknown;
     EXPECT_EQ(provider->GetGUID(99, &source), E_INVALIDARG);
     EXPECT_EQ(source, GUID_NULL);
