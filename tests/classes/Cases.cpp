@@ -180,6 +180,8 @@ void DialogOnCase::confirm()
 {
     if (tested.runsByItself())
         container.site->activateUi();
+    else if (tested.confirmKey != 0)
+        container.press(tested.confirmKey, false, true);
     else
         container.press(VK_RETURN);
     container.pump();

@@ -358,7 +358,7 @@ TEST_P(CommandTests, AnUnknownOperationWritesNothing)
         const Outcome outcome =
             run({"Unknown", operation, GetParam().uses.back().operands}, &IAppCommand::Execute);
         EXPECT_EQ(outcome.result, VARIANT_FALSE);
-        EXPECT_EQ(outcome.calls, GetParam().takenForUnknown);
+        EXPECT_EQ(outcome.calls, GetParam().unknownCalls);
         if (!GetParam().refusesUnknown)
         {
             EXPECT_EQ(outcome.error.number, S_OK);
@@ -380,7 +380,7 @@ TEST_P(CommandTests, WithoutRootPrepareAndExecuteFailWithAnError)
     call(command, &IAppCommand::put_Operation, 3L);
     for (const auto method : {&IAppCommand::Prepare, &IAppCommand::Execute})
     {
-        const bool reads = method == &IAppCommand::Execute || GetParam().prepares;
+        const bool reads = method == &IAppCommand::Execute || GetParam().prepareReads;
         VARIANT_BOOL result = VARIANT_TRUE;
         EXPECT_EQ((command.get()->*method)(&result), reads ? E_POINTER : S_OK);
         EXPECT_EQ(result, reads ? VARIANT_FALSE : VARIANT_TRUE);

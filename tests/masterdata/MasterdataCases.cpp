@@ -69,7 +69,7 @@ CommandCase editNames()
                               {"ChangeLogin", 3, resource(7), entered(3, L"cleo")},
                               {"RemoveLogin", 3, resource(6), entered(-2, L"")},
                               {"Plain", 3, resource(7)}}};
-    edit.takenForUnknown = {"Root.Names()", "Root.Accounts()"};
+    edit.unknownCalls = {"Root.Names()", "Root.Accounts()"};
     return edit;
 }
 
@@ -89,8 +89,8 @@ CommandCase editTypes()
                               {"AddExisting", 1, type(3)},
                               {"Remove", 2, type(3)},
                               {"Change", 3, type(3)}}};
-    edit.takenForUnknown = {"Root.Types()"};
-    edit.prepares = false;
+    edit.unknownCalls = {"Root.Types()"};
+    edit.prepareReads = false;
     return edit;
 }
 
@@ -139,7 +139,7 @@ std::vector<CommandCase> masterdataCommands()
                             .refusesUnknown = false,
                             .fill = fill,
                             .uses = {{"Add", 1, ofDrivers()}, {"Change", 3, ofDrivers()}},
-                            .takenForUnknown = {each.collection}});
+                            .unknownCalls = {each.collection}});
     return commands;
 }
 
