@@ -115,6 +115,8 @@ STDMETHODIMP AppDialog::putref_Font(IFontDisp* value)
     return held([&] {
         const Batch batch(*this);
         applyFont(notNull(value));
+        if (localized_)
+            makeRoomForTexts();
     });
 }
 
@@ -187,8 +189,6 @@ void AppDialog::applyFont(IUnknown* newFont)
     }
     setSize(fitToPixels(Width() * fx, dpi()), fitToPixels(Height() * fy, dpi()));
     DialogWindow::applyFont();
-    if (localized_)
-        makeRoomForTexts();
 }
 
 /// What the control stands on, best first: the object on which the host placed it, as the host itself calls it,
@@ -230,6 +230,7 @@ void AppDialog::ambientFontChanged()
         return;
     const Batch batch(*this);
     ApplyContainerFont();
+    makeRoomForTexts();
 }
 
 void AppDialog::dpiChanged()

@@ -5,7 +5,7 @@
     list-texts.py --check    fails where what stands there is not what would be written
 
 A source names the id of a text in one of these ways: in quotation marks in a layout, as a number of the dialogs' areas,
-or as the code of an error.
+or as the code of an error. That nothing is missing is tested too: the dialogs ask for no other text.
 """
 
 import pathlib
@@ -23,8 +23,13 @@ USERS = {
     "messages": "messages",
 }
 NAMED = re.compile(r'L"(\d{4,5})"|\b(2[0-9]{4})\b|(?:\berror\w*\s*=\s*|RaiseAppError\()(\d{4})\b')
-# Five kinds of recurrence, of which the source names the first text: a caption, and the four words around two numbers.
-COMPUTED = {25010: [25010 + 10 * kind + word for kind in range(5) for word in range(5)]}
+# Where a source names the first text of several and adds to it: a kind of recurrence has a caption and the four words
+# around two numbers, and what the list editors say of their items has the same place in either area.
+COMPUTED = {
+    25010: [25010 + 10 * kind + word for kind in range(5) for word in range(5)],
+    22000: [22001, 22002, 22003, 22050, 22051, 22096],
+    23000: [23001, 23002, 23003, 23050, 23051, 23096],
+}
 
 HEAD = """# Texts
 
@@ -52,7 +57,7 @@ def uses(texts):
             code = re.sub(r"//.*", "", source.read_text(encoding="utf-8"))
             for match in NAMED.finditer(code):
                 number = int(next(group for group in match.groups() if group))
-                for each in COMPUTED.get(number, [number]):
+                for each in [number, *COMPUTED.get(number, [])]:
                     if each not in texts:
                         sys.exit(f"list-texts: {source.relative_to(ROOT)} names {each}, which is no text")
                     found[each].add(user)

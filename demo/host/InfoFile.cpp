@@ -3,6 +3,7 @@
 #include "framework/com/Failure.h"
 
 #include <cstring>
+#include <filesystem>
 
 namespace korvane::host
 {
@@ -35,6 +36,14 @@ void addInfoFile(const std::wstring& folder)
         CloseHandle(file);
     if (!done)
         throw Failure(HRESULT_FROM_WIN32(error));
+}
+
+void addInfoFilesOf(const std::wstring& languages, const std::wstring& folder)
+{
+    std::error_code none; // a language need not have labels of its own
+    for (const auto& file : std::filesystem::directory_iterator(languages + L"\\labels", none))
+        std::filesystem::copy_file(file.path(), std::filesystem::path(folder) / file.path().filename(),
+                                   std::filesystem::copy_options::skip_existing, none);
 }
 
 } // namespace korvane::host

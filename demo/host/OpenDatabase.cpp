@@ -1,6 +1,7 @@
 #include "demo/host/OpenDatabase.h"
 
 #include "demo/host/InfoFile.h"
+#include "demo/host/Language.h"
 #include "framework/com/EventConnection.h"
 #include "framework/com/LateBound.h"
 
@@ -115,6 +116,7 @@ bool OpenDatabase::addSample()
         return false;
     call(database_, &IDatabase::AddSample, root_.get());
     addInfoFile(sharedFolder());
+    addInfoFilesOf(languageFolder(), sharedFolder());
     return true;
 }
 

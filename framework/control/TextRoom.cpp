@@ -34,6 +34,7 @@ float TextRoom::make()
         else if (!fixed_)
             widen(*control);
     }
+    keepWithin();
     return wider_;
 }
 
@@ -66,12 +67,16 @@ void TextRoom::widenToLeft(Control& control)
         if (other->frame() == control.frame() && other->Left() <= left)
             other->setLeft(other->Left() - by);
     control.setWidth(control.Width() + by);
+}
 
+/// The buttons that have grown to the left have not left the dialog: also where it has laid itself out anew since.
+void TextRoom::keepWithin()
+{
     float first = margin;
-    for (const Control* other : controls_)
-        if (other->frame() == control.frame())
-            first = std::min(first, other->placeOnDialog().left);
-    if (first < margin)
+    for (const Control* control : controls_)
+        if (standsAtRight(*control))
+            first = std::min(first, control->placeOnDialog().left);
+    if (first < margin / 2) // a small font makes the designed margin smaller
         drawApart(width_ - margin, margin - first);
 }
 

@@ -29,6 +29,7 @@ public:
 private:
     void widen(Control& control);
     void widenToLeft(Control& control);
+    void keepWithin();
     float roomAtRight(const Control& control) const;
     void drawApart(float at, float by, const Control* reaching = nullptr);
 

@@ -52,6 +52,19 @@ TEST_F(InfoFile, IsLeftAsTheUserHasMadeIt)
     EXPECT_EQ(lines(), std::vector<std::string>{"Locker"});
 }
 
+TEST_F(InfoFile, OfALanguageIsCopiedWhereThereIsNoneYet)
+{
+    const auto languages = folder / L"languages";
+    std::filesystem::create_directories(languages / L"labels");
+    std::ofstream(languages / L"labels" / infoFile) << "Mobiltelefon\n";
+    addInfoFilesOf(languages.wstring(), folder.wstring());
+    EXPECT_EQ(lines(), std::vector<std::string>{"Mobiltelefon"});
+    std::ofstream(folder / infoFile) << "Skab\n";
+    addInfoFilesOf(languages.wstring(), folder.wstring());
+    EXPECT_EQ(lines(), std::vector<std::string>{"Skab"});
+    addInfoFilesOf((folder / L"nowhere").wstring(), folder.wstring());
+}
+
 TEST_F(InfoFile, TellsWhenItCannotBeMade)
 {
     const auto failure = attempt([&] { addInfoFile((folder / L"nowhere").wstring()); });

@@ -72,7 +72,8 @@ std::vector<std::wstring> languages()
 {
     std::vector<std::wstring> files;
     for (const auto& file : std::filesystem::directory_iterator(languageFolder()))
-        files.push_back(file.path().wstring());
+        if (file.is_regular_file())
+            files.push_back(file.path().wstring());
     return files;
 }
 
@@ -152,6 +153,13 @@ TEST_P(EachLanguage, SharesNoAccessKeyInADialogThatTheLibraryDoesNotShare)
                 EXPECT_NE(accessKeyOf(texts.at(one)), accessKeyOf(texts.at(other))) << one << ", " << other;
             }
         }
+}
+
+TEST_P(EachLanguage, HasTheLabelsOfInformationRows)
+{
+    const auto labels =
+        std::filesystem::path(languageFolder()) / L"labels" / (L"Info" + texts.at(0) + L".txt");
+    EXPECT_TRUE(std::filesystem::exists(labels));
 }
 
 TEST_P(EachLanguage, GivesItsTextsAndTheLibrarysPictures)
