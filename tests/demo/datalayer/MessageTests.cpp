@@ -162,8 +162,8 @@ TEST_F(Messages, OfAnotherUserAreAnnouncedWhenTheHostHasSeenTheChange)
     const Listener::Subscription listener(user->messages, DIID_IMessagesEvents);
     office->leave(bert, note(L"New"));
     EXPECT_EQ(Lines{}, listener->events());
-    call(user->session, &ISession::AnnounceAll);
-    call(user->session, &ISession::AnnounceAll);
+    call(user->session(), &ISession::AnnounceAll);
+    call(user->session(), &ISession::AnnounceAll);
     EXPECT_EQ(Lines{L"OnAdd 1, SuperUser, 2026-11-22 09:30, 555 0190, Ms Ortega, New, False"},
               listener->events());
 }

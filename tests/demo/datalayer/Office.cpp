@@ -43,7 +43,7 @@ Office::Office(const ComPtr<IRoot>& opened)
     : root(opened), groups(korvane::fetch(root, &IRoot::get_Groups)),
       names(korvane::fetch(root, &IRoot::get_Names)), types(korvane::fetch(root, &IRoot::get_Types)),
       accounts(korvane::fetch(root, &IRoot::get_Accounts)),
-      messages(korvane::fetch(root, &IRoot::get_Messages)), session(root.as<ISession>())
+      messages(korvane::fetch(root, &IRoot::get_Messages))
 {
 }
 

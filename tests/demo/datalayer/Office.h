@@ -81,13 +81,14 @@ struct Office
     Note read(long message) const;
     Lines messagesFor(long name) const; ///< as announced
 
+    ComPtr<ISession> session() const { return root.as<ISession>(); }
+
     ComPtr<IRoot> root;
     ComPtr<IGroups> groups;
     ComPtr<INames> names;
     ComPtr<ITypes> types;
     ComPtr<IAccounts> accounts;
     ComPtr<IMessages> messages;
-    ComPtr<ISession> session;
 };
 
 /// The database of ActivityTest with two more logins: Anna is a manager, Bert a user, as the employee Carla is.

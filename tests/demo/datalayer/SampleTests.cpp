@@ -56,15 +56,15 @@ TEST_F(Samples, HaveAManagerUsersMessagesAndInformation)
               sqlText("SELECT group_concat(concat_ws(' ', login, accounts.role, name), ', ' ORDER BY login)"
                       "  FROM accounts JOIN names ON account = accounts.id WHERE names.id > 1"));
     const Office emily(open(L"employee"));
-    const long own = korvane::fetch(emily.session, &ISession::get_NameID);
-    EXPECT_EQ(2, korvane::fetch(emily.session, &ISession::get_UnreadMessages));
+    const long own = korvane::fetch(emily.session(), &ISession::get_NameID);
+    EXPECT_EQ(2, korvane::fetch(emily.session(), &ISession::get_UnreadMessages));
     const Lines messages = emily.messagesFor(own);
     EXPECT_EQ(3u, messages.size());
     SYSTEMTIME now;
     GetLocalTime(&now);
     EXPECT_EQ(at(now.wYear, now.wMonth, now.wDay), std::floor(emily.read(1).time));
     const Office andrea(open(L"andrea"));
-    const long managers = korvane::fetch(andrea.session, &ISession::get_NameID);
+    const long managers = korvane::fetch(andrea.session(), &ISession::get_NameID);
     EXPECT_EQ(L"andrea", andrea.mailbox(managers));
     EXPECT_EQ(3u, andrea.info(managers).size());
     EXPECT_TRUE(Office::may(andrea.names, 3, own));

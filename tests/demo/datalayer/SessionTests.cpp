@@ -16,7 +16,7 @@ class Sessions : public OfficeTest
 protected:
     static std::wstring who(const Office& who)
     {
-        const auto& session = who.session;
+        const auto session = who.session();
         return std::to_wstring(korvane::fetch(session, &ISession::get_LoginID)) + L' ' +
                korvane::fetch(session, &ISession::get_Login).c_str() + L' ' +
                std::to_wstring(korvane::fetch(session, &ISession::get_NameID)) + L' ' +
@@ -24,9 +24,9 @@ protected:
     }
     static long unread(const Office& who)
     {
-        return korvane::fetch(who.session, &ISession::get_UnreadMessages);
+        return korvane::fetch(who.session(), &ISession::get_UnreadMessages);
     }
-    static bool hasChanged(const Office& who) { return korvane::fetch(who.session, &ISession::HasChanged); }
+    static bool hasChanged(const Office& who) { return korvane::fetch(who.session(), &ISession::HasChanged); }
 };
 
 } // namespace
@@ -102,7 +102,7 @@ TEST_F(Sessions, LetTheCollectionsAnnounceAnewWhatWasLoadedLast)
     const Listener::Subscription ours(korvane::fetch(office->root, &IRoot::get_Events), DIID_IEventsEvents);
     manager->updateName(bert, L"Bertram");
     officeOf(L"").updateName(van, L"Truck");
-    call(office->session, &ISession::AnnounceAll);
+    call(office->session(), &ISession::AnnounceAll);
     EXPECT_EQ(L"OnAdd 5, Vehicles, 3", groups->events().back());
     EXPECT_THAT(names->events(), ElementsAre(L"OnClear", L"OnAdd 5, Truck, 5, 0"));
     EXPECT_THAT(types->events(), ElementsAre(L"OnClear", L"OnAdd 0, Activity, 12566463",
@@ -117,14 +117,14 @@ TEST_F(Sessions, ClearWhatNobodyHasLoaded)
     const Listener::Subscription names(office->names, DIID_INamesEvents);
     const Listener::Subscription messages(office->messages, DIID_IMessagesEvents);
     office->leave(bert, {});
-    call(office->session, &ISession::AnnounceAll);
+    call(office->session(), &ISession::AnnounceAll);
     EXPECT_THAT(names->events(), ElementsAre(L"OnClear"));
     EXPECT_EQ(Lines{}, messages->events());
 }
 
 TEST_F(Sessions, RefuseMissingPlacesForResults)
 {
-    const auto& session = office->session;
+    const auto session = office->session();
     EXPECT_EQ(E_POINTER, session->get_LoginID(nullptr));
     EXPECT_EQ(E_POINTER, session->get_Login(nullptr));
     EXPECT_EQ(E_POINTER, session->get_NameID(nullptr));

@@ -315,7 +315,7 @@ TEST_F(TracesOfMasterData, ShowInformationAndMessages)
     office->messagesFor(anna);
     office->read(message);
     call(office->messages, &IMessages::Remove, message);
-    call(office->session, &ISession::AnnounceAll);
+    call(office->session(), &ISession::AnnounceAll);
     EXPECT_EQ(L"Names.SetInfo 2, \"Mobile\", 0, \"1\"\r\n"
               L"Names.LoadInfo 2 = True\r\n"
               L"  OnInfoClear\r\n"
