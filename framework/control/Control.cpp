@@ -115,7 +115,12 @@ bool Control::hasFocus() const noexcept
 
 void Control::setFocus() const noexcept
 {
-    if (window_)
+    if (!window_)
+        return;
+    // The dialog manager makes the button with the focus the one that Enter presses; in a text box it would select all.
+    if ((send(WM_GETDLGCODE) & DLGC_BUTTON) != 0)
+        SendMessageW(dialog_.window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(window_), TRUE);
+    else
         SetFocus(window_);
 }
 
@@ -146,7 +151,7 @@ float Control::textHeight(std::wstring_view text, float width) const
 void Control::create(HWND parent, int id)
 {
     window_ = createWindow(parent, id_ != 0 ? id_ : id);
-    if (onKeyDown || onKeyPress)
+    if (onKeyDown || onKeyPress || !tellsOfFocus())
         watchKeys(keyWindow(), *this);
 }
 
@@ -158,6 +163,11 @@ bool Control::takesKey(WORD key, DWORD modifiers) const noexcept
 bool Control::takesCharacter(wchar_t character) const noexcept
 {
     return onKeyPress && isTaken(dialog_, [&] { return onKeyPress(character); });
+}
+
+bool Control::takesDialogKey(WORD key) const noexcept
+{
+    return onDialogKey && isTaken(dialog_, [&] { return onDialogKey(key); });
 }
 
 Place Control::placeOnDialog() const noexcept

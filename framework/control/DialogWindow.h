@@ -31,11 +31,17 @@ public:
     /// Does what the access key of a message leads to. False when it is none of a visible and enabled control.
     bool followAccessKey(MSG message) noexcept;
 
+    /// Gives a key to the control that it goes to before the dialog has it, and Ctrl+Tab to the tabs. True when it is
+    /// dealt with.
+    bool takesDialogKey(const MSG& message) noexcept;
+
     // The ends of the tab order; null in a dialog without a control that takes the focus.
     HWND firstTabStop() const noexcept { return GetNextDlgTabItem(window_, nullptr, FALSE); }
     HWND lastTabStop() const noexcept;
 
     // For the controls.
+    /// Whether one of them has the focus.
+    bool hasFocus() const noexcept { return window_ && IsChild(window_, GetFocus()); }
     bool isFrozen() const noexcept { return frozen_; }
     void add(Control& control) { controls_.push_back(&control); }
     void layoutChanged() noexcept;

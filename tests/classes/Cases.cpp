@@ -45,16 +45,22 @@ std::vector<CommandCase> groupCommands();
 std::vector<DialogCase> groupDialogs();
 std::vector<CommandCase> activityCommands();
 std::vector<DialogCase> activityDialogs();
+std::vector<CommandCase> listEditorCommands();
+std::vector<DialogCase> listEditorDialogs();
+std::vector<CommandCase> messageCommands();
+std::vector<DialogCase> messageDialogs();
 
 const std::vector<CommandCase>& commandCases()
 {
-    static const auto cases = joined({groupCommands(), activityCommands()});
+    static const auto cases =
+        joined({groupCommands(), activityCommands(), listEditorCommands(), messageCommands()});
     return cases;
 }
 
 const std::vector<DialogCase>& dialogCases()
 {
-    static const auto cases = joined({groupDialogs(), activityDialogs()});
+    static const auto cases =
+        joined({groupDialogs(), activityDialogs(), listEditorDialogs(), messageDialogs()});
     return cases;
 }
 

@@ -47,6 +47,10 @@ struct CommandCase
     bool refusesUnknown;
     void (*fill)(RecordingData& data);
     std::vector<CommandUse> uses;
+    /// What executing an unknown operation takes from the data layer before it does nothing.
+    std::vector<std::string> takenForUnknown = {};
+    /// Whether Prepare has anything to do.
+    bool prepares = true;
 };
 
 struct DialogCase
@@ -64,8 +68,12 @@ struct DialogCase
     std::wstring sharedKeys = {};
     /// The key that answers the dialog's questions.
     WORD answer = VK_RETURN;
+    /// Whether it goes on with a further item after OK.
+    bool staysOpen = false;
 
     bool runsByItself() const noexcept { return !use; }
+    /// What the container is told after OK.
+    std::vector<bool> doneAfterOk() const { return staysOpen ? std::vector<bool>{} : std::vector{false}; }
 };
 
 const std::vector<CommandCase>& commandCases();

@@ -19,11 +19,11 @@ constexpr const wchar_t* groupsMenu = L"&Groups";
 constexpr Field name{L"the name", L"Edit"};
 constexpr Field list{L"the list", L"ListBox"};
 
-GroupRow& rowOf(std::vector<GroupRow>& rows, const std::wstring& text)
+GroupRow& rowOf(std::vector<GroupRow>& rows, std::wstring_view text)
 {
     const auto found =
         std::find_if(rows.begin(), rows.end(), [&](const GroupRow& row) { return row.name == text; });
-    expect(found != rows.end(), L"a group " + quoted(text) + L" in the database");
+    expect(found != rows.end(), L"a group " + quoted(std::wstring(text)) + L" in the database");
     return *found;
 }
 
