@@ -273,9 +273,11 @@ TEST_F(EditedResources, KeepNoEmptyInformationRow)
 {
     office->setInfo(anna, L"", 0, L"without a label");
     office->setInfo(anna, L"Without a value", 1, L"");
-    EXPECT_EQ(3u, office->info(anna).size());
-    office->setInfo(anna, L"", 0, L"");
-    EXPECT_THAT(office->info(anna), ElementsAre(L"OnInfoClear", L"OnInfoAdd 2, Without a value, "));
+    office->setInfo(anna, L"", 2, L"");
+    EXPECT_THAT(office->info(anna), ElementsAre(L"OnInfoClear", L"OnInfoAdd 2, , without a label",
+                                                L"OnInfoAdd 2, Without a value, "));
+    office->setInfo(anna, L"", -1, L"");
+    EXPECT_EQ(2u, office->info(anna).size());
 }
 
 TEST_F(EditedResources, AnnounceNothingWhileTheirInformationIsReplacedRowByRow)
