@@ -45,7 +45,8 @@ std::vector<CommandCase> groupCommands();
 std::vector<DialogCase> groupDialogs();
 std::vector<CommandCase> activityCommands();
 std::vector<DialogCase> activityDialogs();
-std::vector<CommandCase> listEditorCommands();
+std::vector<CommandCase> masterdataCommands();
+std::vector<DialogCase> arrangeDialogs();
 std::vector<DialogCase> listEditorDialogs();
 std::vector<CommandCase> messageCommands();
 std::vector<DialogCase> messageDialogs();
@@ -53,14 +54,14 @@ std::vector<DialogCase> messageDialogs();
 const std::vector<CommandCase>& commandCases()
 {
     static const auto cases =
-        joined({groupCommands(), activityCommands(), listEditorCommands(), messageCommands()});
+        joined({groupCommands(), activityCommands(), masterdataCommands(), messageCommands()});
     return cases;
 }
 
 const std::vector<DialogCase>& dialogCases()
 {
     static const auto cases =
-        joined({groupDialogs(), activityDialogs(), listEditorDialogs(), messageDialogs()});
+        joined({groupDialogs(), activityDialogs(), arrangeDialogs(), listEditorDialogs(), messageDialogs()});
     return cases;
 }
 
@@ -179,6 +180,8 @@ void DialogOnCase::confirm()
 {
     if (tested.runsByItself())
         container.site->activateUi();
+    else if (tested.confirmKey != 0)
+        container.press(tested.confirmKey, false, true);
     else
         container.press(VK_RETURN);
     container.pump();

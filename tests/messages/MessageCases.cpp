@@ -34,11 +34,11 @@ std::vector<OperandRow> operands()
             {L"About", VT_BSTR, L"About"}};
 }
 
-/// The user confirms in the viewer by deleting.
-void goToDelete(Container& container)
+/// The user reads on, and confirms by deleting.
+void readOn(Container& container)
 {
-    for (int steps = 0; GetFocus() != container.button(L"Dele&te") && steps < 20; ++steps)
-        container.press(VK_TAB);
+    SetFocus(container.control(L"Edit", 4));
+    container.press(VK_NEXT);
 }
 
 } // namespace
@@ -53,7 +53,7 @@ std::vector<CommandCase> messageCommands()
                      .refusesUnknown = false,
                      .fill = fill,
                      .uses = {{"SendMessage", 1, message()}, {"StoreInfo", 3, message()}},
-                     .takenForUnknown = {"Root.Messages()", "Root.Names()"}};
+                     .unknownCalls = {"Root.Messages()", "Root.Names()"}};
     info.operands.insert(info.operands.begin() + 1, {L"Name", VT_BSTR, {}});
     CommandCase show{.name = "ShowMessage",
                      .classId = __uuidof(::ShowMessage),
@@ -63,8 +63,8 @@ std::vector<CommandCase> messageCommands()
                      .refusesUnknown = false,
                      .fill = fill,
                      .uses = {{"DeleteMessage", 2, message()}},
-                     .takenForUnknown = {"Root.Messages()"},
-                     .prepares = false};
+                     .unknownCalls = {"Root.Messages()"},
+                     .prepareReads = false};
     return {info, show};
 }
 
@@ -77,7 +77,8 @@ std::vector<DialogCase> messageDialogs()
              .operation = 2,
              .operands = message(),
              .fill = fill,
-             .use = goToDelete}};
+             .use = readOn,
+             .confirmKey = 'T'}};
 }
 
 } // namespace korvane::test

@@ -38,8 +38,8 @@ struct Office
 {
     explicit Office(const ComPtr<IRoot>& opened);
 
-    long addName(const wchar_t* text, long color = 0) const;
-    void updateName(long id, const wchar_t* text, long color = 0) const;
+    long addName(const wchar_t* name, long color = 0) const;
+    void updateName(long id, const wchar_t* name, long color = 0) const;
     Resource fetchName(long id) const;
     long role(long name) const { return korvane::fetch(names, &INames::GetRole, name); }
     void setRole(long name, long role) const { call(names, &INames::SetRole, name, role); }
@@ -48,8 +48,8 @@ struct Office
     Lines info(long name) const; ///< as announced
     void setInfo(long name, const wchar_t* label, long position, const wchar_t* value) const;
 
-    long addType(const wchar_t* text, long color = 0) const;
-    void updateType(long id, const wchar_t* text, long color = 0) const;
+    long addType(const wchar_t* type, long color = 0) const;
+    void updateType(long id, const wchar_t* type, long color = 0) const;
 
     // Of resources and activity types alike.
     template <class Collection>

@@ -16,7 +16,8 @@ class Roles : public OfficeTest
 {
 protected:
     /// The operations (1 add, 2 remove, 3 change) that an account may perform on an item.
-    template <class Collection> static Lines rights(const ComPtr<Collection>& items, std::vector<long> ids)
+    template <class Collection>
+    static Lines rights(const ComPtr<Collection>& items, const std::vector<long>& ids)
     {
         Lines result;
         for (const long id : ids)
