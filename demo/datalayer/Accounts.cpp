@@ -1,6 +1,7 @@
 #include "demo/datalayer/Accounts.h"
 
 #include "demo/datalayer/Arguments.h"
+#include "demo/datalayer/BuiltIn.h"
 
 namespace korvane::store
 {
@@ -35,10 +36,8 @@ STDMETHODIMP Accounts::Lookup(BSTR login, long* loginId, long* role, long* nameI
             trace(), line(L"Accounts.Lookup", view(login)), [&] { return table_.find(view(login)); },
             shownResult);
         *loginId = found ? found->id : 0;
-        if (!found)
-            return;
-        *role = found->role;
-        *nameId = found->name;
+        *role = found ? found->role : noUser;
+        *nameId = found ? found->name : 0;
     });
 }
 

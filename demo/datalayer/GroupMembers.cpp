@@ -42,10 +42,11 @@ void GroupMembers::addToGroup(long id, long group, long position)
     requireExisting(id);
     requireGroup(group);
     prepareGroup(group);
-    if (position > 0)
-        statement("INSERT INTO {members} (group_id, {id}, position) VALUES (?, ?, ?)"
-                  " ON CONFLICT DO UPDATE SET position = excluded.position",
-                  group, id, position)
+    if (position > 0) // an order is written as a whole: what keeps its place costs no write to the disk
+        statement(
+            "INSERT INTO {members} (group_id, {id}, position) VALUES (?, ?, ?)"
+            " ON CONFLICT DO UPDATE SET position = excluded.position WHERE position <> excluded.position",
+            group, id, position)
             .run();
     else
         statement("INSERT INTO {members} (group_id, {id}, position)"

@@ -46,7 +46,7 @@ public:
 
 protected:
     GroupMembers(Store& store, const MemberKind& kind)
-        : store_(store), connection_(store.connection()), rights_(store), kind_(kind)
+        : connection_(store.connection()), rights_(store), kind_(kind)
     {
     }
     ~GroupMembers() = default;
@@ -69,7 +69,6 @@ protected:
         return error(code, kind_.className, detail);
     }
 
-    Store& store_;
     Connection& connection_;
     Rights rights_;
 

@@ -114,7 +114,8 @@ GroupChange GroupTable::setPosition(long id, long position)
     Transaction transaction(connection_);
     if (!isNothing)
         requireExisting(id);
-    Statement(connection_, "UPDATE groups SET position = ? WHERE id = ?", position, id).run();
+    Statement(connection_, "UPDATE groups SET position = ?1 WHERE id = ?2 AND position <> ?1", position, id)
+        .run();
     return committed(transaction, position);
 }
 

@@ -20,10 +20,9 @@ void InfoTable::set(long name, std::wstring_view label, long position, std::wstr
     if (!rights_.mayEditName(name))
         throw error(Code::mayNotEditName, L"Names");
     requireName(name);
-    const bool isEmpty = label.empty() && value.empty();
-    if (position < 0 || isEmpty)
+    if (position < 0)
         Statement(connection_, "DELETE FROM info WHERE name_id = ? AND label = ?", name, label).run();
-    else
+    else if (!label.empty() || !value.empty())
         Statement(connection_,
                   "INSERT OR REPLACE INTO info (name_id, label, position, value) VALUES (?, ?, ?, ?)", name,
                   label, position, value)

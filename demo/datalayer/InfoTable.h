@@ -25,7 +25,7 @@ public:
     std::vector<InfoRow> rows(long name) const;
 
     /// Stores the row with a label, or removes it. An empty row, as it stands at the end of a list for whoever wants
-    /// to add one, is not kept.
+    /// to add one, changes nothing.
     /// @param position below 0 to remove.
     void set(long name, std::wstring_view label, long position, std::wstring_view value);
 

@@ -37,7 +37,7 @@ std::vector<ListedMessage> MessageTable::list(long name, long after) const
 
 Message MessageTable::fetch(long id)
 {
-    const auto found = [&] {
+    auto found = [&] {
         const Reading reading(connection_);
         Statement row(connection_,
                       "SELECT name_id, writer, time, phone, contact, about, kind, was_read FROM messages"

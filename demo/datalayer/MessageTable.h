@@ -24,7 +24,7 @@ struct Message
 
 struct ListedMessage
 {
-    long id;
+    long id = 0;
     Message message;
 
     auto announced() const

@@ -76,7 +76,8 @@ Store::Store(const std::wstring& path, std::wstring_view login, long lockTimeout
 
 bool Store::hasChanged()
 {
-    return std::exchange(dataVersion_, dataVersion(connection_)) != dataVersion_;
+    const long former = std::exchange(dataVersion_, dataVersion(connection_));
+    return dataVersion_ != former;
 }
 
 std::shared_ptr<Store> Store::open(const std::wstring& path, std::wstring_view login, long lockTimeout,
