@@ -45,22 +45,22 @@ std::vector<CommandCase> groupCommands();
 std::vector<DialogCase> groupDialogs();
 std::vector<CommandCase> activityCommands();
 std::vector<DialogCase> activityDialogs();
-std::vector<CommandCase> listEditorCommands();
+std::vector<CommandCase> masterdataCommands();
+std::vector<DialogCase> arrangeDialogs();
 std::vector<DialogCase> listEditorDialogs();
 std::vector<CommandCase> messageCommands();
 std::vector<DialogCase> messageDialogs();
 
 const std::vector<CommandCase>& commandCases()
 {
-    static const auto cases =
-        joined({groupCommands(), activityCommands(), listEditorCommands(), messageCommands()});
+    static const auto cases = joined({groupCommands(), activityCommands(), masterdataCommands(), messageCommands()});
     return cases;
 }
 
 const std::vector<DialogCase>& dialogCases()
 {
     static const auto cases =
-        joined({groupDialogs(), activityDialogs(), listEditorDialogs(), messageDialogs()});
+        joined({groupDialogs(), activityDialogs(), arrangeDialogs(), listEditorDialogs(), messageDialogs()});
     return cases;
 }
 

@@ -34,6 +34,7 @@ struct CommandUse
     std::string name;
     long operation;
     Operands operands = {};
+    Operands entered = {}; ///< set once it is prepared
 };
 
 struct CommandCase
@@ -47,10 +48,9 @@ struct CommandCase
     bool refusesUnknown;
     void (*fill)(RecordingData& data);
     std::vector<CommandUse> uses;
-    /// What executing an unknown operation takes from the data layer before it does nothing.
-    std::vector<std::string> takenForUnknown = {};
-    /// Whether Prepare has anything to do.
-    bool prepares = true;
+    /// The calls of executing an unknown operation that is not refused: they write nothing.
+    std::vector<std::string> unknownCalls = {};
+    bool prepareReads = true;
 };
 
 struct DialogCase

@@ -1,4 +1,4 @@
-// The list editors and their commands, described for the suites that test every class.
+// The list editors, described for the suites that test every class.
 #include "tests/classes/Cases.h"
 
 namespace korvane::test
@@ -24,15 +24,6 @@ Operands resource(long id)
             {L"NameID", Variant(id)},
             {L"NameText", Variant(Bstr(L"A resource from before"))},
             {L"Color", Variant(0x00FF00L)}};
-}
-
-Operands user(long id, const wchar_t* login)
-{
-    Operands operands = resource(id);
-    operands.emplace_back(L"Role", Variant(2L));
-    operands.emplace_back(L"Login", Variant(Bstr(login)));
-    operands.emplace_back(L"Sync", Variant(true));
-    return operands;
 }
 
 Operands type(long id)
@@ -112,45 +103,6 @@ std::vector<DialogCase> casesOf(const std::string& of, MakeCase make, void (*des
 }
 
 } // namespace
-
-std::vector<CommandCase> listEditorCommands()
-{
-    CommandCase names{.name = "EditNames",
-                      .classId = __uuidof(::EditNames),
-                      .dialogClass = L"KorvaneDlg.ctlEditNames",
-                      .operands = {{L"GroupID", VT_I4, L"GroupID"},
-                                   {L"NameID", VT_I4, L"NameID"},
-                                   {L"NameText", VT_BSTR, L"NameText"},
-                                   {L"Role", VT_I4, L"NameRole"},
-                                   {L"Login", VT_BSTR, L"NameLogin"},
-                                   {L"LoginID", VT_I4, L"LoginID"},
-                                   {L"Sync", VT_BOOL, L"NameSync"},
-                                   {L"Mailbox", VT_BSTR, L""}, // its property changes nothing
-                                   {L"Color", VT_I4, L"NameColor"}},
-                      .unknownOperations = {0, 4, -1},
-                      .refusesUnknown = false,
-                      .fill = fill,
-                      .uses = {{"Create", 1, user(0, L"dora")},
-                               {"CreateAttached", 1, user(0, L"guest")},
-                               {"Remove", 2, resource(5)},
-                               {"Change", 3, user(6, L"dora")},
-                               {"ChangeAttached", 3, user(5, L"anna")},
-                               {"ChangeRemoved", 3, resource(5)}}};
-    CommandCase types{
-        .name = "EditTypes",
-        .classId = __uuidof(::EditTypes),
-        .dialogClass = L"KorvaneDlg.ctlEditTypes",
-        .operands = {{L"GroupID", VT_I4, L"GroupID"},
-                     {L"TypeID", VT_I4, L"TypeID"},
-                     {L"TypeText", VT_BSTR, L"TypeText"},
-                     {L"Color", VT_I4, L"TypeColor"}},
-        .unknownOperations = {0, 4, -1},
-        .refusesUnknown = false,
-        .fill = fill,
-        .uses = {
-            {"Create", 1, type(0)}, {"Add", 1, type(7)}, {"Remove", 2, type(5)}, {"Change", 3, type(5)}}};
-    return {names, types};
-}
 
 std::vector<DialogCase> listEditorDialogs()
 {
