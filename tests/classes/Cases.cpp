@@ -53,7 +53,8 @@ std::vector<DialogCase> messageDialogs();
 
 const std::vector<CommandCase>& commandCases()
 {
-    static const auto cases = joined({groupCommands(), activityCommands(), masterdataCommands(), messageCommands()});
+    static const auto cases =
+        joined({groupCommands(), activityCommands(), masterdataCommands(), messageCommands()});
     return cases;
 }
 
