@@ -34,8 +34,8 @@ void registerSettings()
     const std::wstring server =
         std::wstring(L"Software\\Classes\\CLSID\\") + settingsId + L"\\InprocServer32";
     const auto set = [](HKEY hive, const std::wstring& key, std::wstring_view value) {
-        RegSetKeyValueW(hive, key.c_str(), nullptr, REG_SZ, value.data(),
-                        static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
+        const std::size_t bytes = (value.size() + 1) * sizeof(wchar_t);
+        RegSetKeyValueW(hive, key.c_str(), nullptr, REG_SZ, value.data(), static_cast<DWORD>(bytes));
     };
     for (const HKEY hive : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER})
     {

@@ -131,78 +131,131 @@ TEST(MessageListTests, ClearedItIsAsNew)
     EXPECT_EQ(list.first(), 8);
 }
 
-TEST(MessageListTests, RandomSequencesGoAsInAPlainList)
+namespace
 {
+
+/// A reader who does this and that, with a plain list beside the one under test.
+class RandomReader
+{
+public:
+    explicit RandomReader(std::mt19937& random) : random_(random)
+    {
+        for (std::size_t count = below(6) + 1; count > 0; --count)
+            add();
+        const auto unread = std::find_if(plain_.begin(), plain_.end(), [](auto& each) { return !each.read; });
+        at_ = unread == plain_.end() ? 0 : static_cast<std::size_t>(unread - plain_.begin());
+        EXPECT_EQ(list_.first(), plain_[at_].id);
+        show();
+    }
+
+    /// False when there is nothing left to read.
+    bool step()
+    {
+        switch (below(4))
+        {
+        case 0:
+            goOn();
+            break;
+        case 1:
+            goBack();
+            break;
+        case 2:
+            remove();
+            break;
+        default:
+            add();
+        }
+        return !plain_.empty();
+    }
+
+    void expectEqual() const
+    {
+        ASSERT_EQ(list_.all(), plain_.size());
+        ASSERT_EQ(list_.current(), plain_[at_].id);
+        ASSERT_EQ(list_.place(), at_ + 1);
+        ASSERT_EQ(list_.hasNext(), at_ + 1 < plain_.size());
+        ASSERT_EQ(list_.hasPrevious(), at_ > 0);
+        const auto unread =
+            std::count_if(plain_.begin(), plain_.end(), [](auto& each) { return !each.read; });
+        ASSERT_EQ(list_.unread(), static_cast<std::size_t>(unread));
+    }
+
+    void expectEmpty() const { EXPECT_TRUE(list_.empty()); }
+
+private:
     struct Plain
     {
         long id;
         bool read;
     };
+
+    std::size_t below(std::size_t limit)
+    {
+        return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random_);
+    }
+
+    void add()
+    {
+        plain_.push_back({nextId_, below(2) == 0});
+        list_.add(nextId_++, plain_.back().read);
+    }
+
+    void show()
+    {
+        list_.show(plain_[at_].id, plain_[at_].read);
+        plain_[at_].read = true;
+    }
+
+    void goOn()
+    {
+        if (!list_.hasNext())
+            return;
+        EXPECT_EQ(list_.next(), plain_.at(++at_).id);
+        show();
+    }
+
+    void goBack()
+    {
+        if (!list_.hasPrevious())
+            return;
+        EXPECT_EQ(list_.previous(), plain_.at(--at_).id);
+        show();
+    }
+
+    void remove()
+    {
+        list_.remove(plain_[at_].id);
+        plain_.erase(plain_.begin() + static_cast<std::ptrdiff_t>(at_));
+        if (plain_.empty())
+            return;
+        at_ = std::min(at_, plain_.size() - 1);
+        EXPECT_EQ(list_.current(), plain_[at_].id);
+        show();
+    }
+
+    std::mt19937& random_;
+    MessageList list_;
+    std::vector<Plain> plain_;
+    std::size_t at_ = 0;
+    long nextId_ = 1;
+};
+
+} // namespace
+
+TEST(MessageListTests, RandomSequencesGoAsInAPlainList)
+{
     std::mt19937 random(20261122);
-    const auto below = [&](std::size_t limit) {
-        return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random);
-    };
     for (int sequence = 0; sequence < 10'000; ++sequence)
     {
-        MessageList list;
-        std::vector<Plain> plain;
-        long nextId = 1;
-        const auto add = [&] {
-            plain.push_back({nextId, below(2) == 0});
-            list.add(nextId++, plain.back().read);
-        };
-        for (std::size_t count = below(6) + 1; count > 0; --count)
-            add();
-        std::size_t at = 0;
-        while (at < plain.size() && plain[at].read)
-            ++at;
-        at = at == plain.size() ? 0 : at;
-        ASSERT_EQ(list.first(), plain[at].id);
-        const auto show = [&] {
-            list.show(plain[at].id, plain[at].read);
-            plain[at].read = true;
-        };
-        show();
-        for (int step = 0; step < 20 && !plain.empty(); ++step)
+        RandomReader reader(random);
+        int steps = 20;
+        while (steps > 0 && reader.step())
         {
-            switch (below(4))
-            {
-            case 0:
-                if (list.hasNext())
-                {
-                    ASSERT_EQ(list.next(), plain.at(++at).id);
-                    show();
-                }
-                break;
-            case 1:
-                if (list.hasPrevious())
-                {
-                    ASSERT_EQ(list.previous(), plain.at(--at).id);
-                    show();
-                }
-                break;
-            case 2:
-                list.remove(plain[at].id);
-                plain.erase(plain.begin() + static_cast<std::ptrdiff_t>(at));
-                if (plain.empty())
-                    break;
-                at = std::min(at, plain.size() - 1);
-                ASSERT_EQ(list.current(), plain[at].id);
-                show();
-                break;
-            default:
-                add();
-            }
-            ASSERT_EQ(list.all(), plain.size());
-            if (plain.empty())
-                break;
-            ASSERT_EQ(list.current(), plain[at].id);
-            ASSERT_EQ(list.place(), at + 1);
-            ASSERT_EQ(list.hasNext(), at + 1 < plain.size());
-            ASSERT_EQ(list.hasPrevious(), at > 0);
-            ASSERT_EQ(list.unread(), static_cast<std::size_t>(std::count_if(
-                                         plain.begin(), plain.end(), [](auto& each) { return !each.read; })));
+            ASSERT_NO_FATAL_FAILURE(reader.expectEqual());
+            --steps;
         }
+        if (steps > 0)
+            reader.expectEmpty();
     }
 }
 
