@@ -47,6 +47,7 @@ std::vector<CommandCase> activityCommands();
 std::vector<DialogCase> activityDialogs();
 std::vector<CommandCase> messageCommands();
 std::vector<DialogCase> messageDialogs();
+std::vector<DialogCase> infoMessageDialogs();
 
 const std::vector<CommandCase>& commandCases()
 {
@@ -56,7 +57,8 @@ const std::vector<CommandCase>& commandCases()
 
 const std::vector<DialogCase>& dialogCases()
 {
-    static const auto cases = joined({groupDialogs(), activityDialogs(), messageDialogs()});
+    static const auto cases =
+        joined({groupDialogs(), activityDialogs(), messageDialogs(), infoMessageDialogs()});
     return cases;
 }
 
