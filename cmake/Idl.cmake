@@ -19,6 +19,8 @@ if(KORVANE_WIDL)
   # Debian's mingw-w64 has no system IDL files and no stdole2.tlb; Wine's development package has both.
   set(KORVANE_SYSTEM_IDL_DIR /usr/include/wine/wine/windows CACHE PATH "Folder of oaidl.idl and ocidl.idl")
   set(KORVANE_SYSTEM_TLB_DIR ${korvane_wine_tlb_dir} CACHE PATH "Folder of stdole2.tlb")
+  find_package(Python3 REQUIRED COMPONENTS Interpreter)
+  set(korvane_undate "${Python3_EXECUTABLE}" "${CMAKE_SOURCE_DIR}/cmake/undate.py")
 endif()
 
 function(korvane_idl name file)
@@ -46,6 +48,7 @@ function(korvane_idl name file)
       COMMAND ${widl} -h -o "${header}" "${source}"
       COMMAND ${widl} -u -o "${ids}" "${source}"
       COMMAND ${widl} -t -o "${tlb}" "${source}"
+      COMMAND ${korvane_undate} "${tlb}"
       DEPENDS "${source}" ${imported_files}
       COMMENT "Interface definition ${name}" VERBATIM)
   else()
@@ -58,6 +61,44 @@ function(korvane_idl name file)
   endif()
   set_property(GLOBAL APPEND PROPERTY korvane_idl_headers "${header}")
   set_property(GLOBAL APPEND PROPERTY korvane_idl_ids "${ids}")
+  set_property(GLOBAL APPEND PROPERTY korvane_idl_libraries "${tlb}")
+endfunction()
+
+# korvane_binding(<name> [<name it imports>...])
+#
+# Compiles an interface definition once more, to idl/<name>.binding.tlb, in which everything stands that its members
+# refer to (see library/KorvaneDlg.rc).
+
+function(korvane_binding name)
+  get_property(source GLOBAL PROPERTY korvane_idl_${name})
+  set(tlb "${KORVANE_IDL_DIR}/${name}.binding.tlb")
+  set(included_dir "${CMAKE_SOURCE_DIR}/framework/contracts")
+  set(imports -I "${included_dir}")
+  set(imported_files "${included_dir}/Properties.idl")
+  foreach(import ${ARGN})
+    get_property(path GLOBAL PROPERTY korvane_idl_${import})
+    get_filename_component(folder "${path}" DIRECTORY)
+    list(APPEND imports -I "${folder}")
+    list(APPEND imported_files "${path}")
+  endforeach()
+
+  if(KORVANE_WIDL)
+    add_custom_command(
+      OUTPUT "${tlb}"
+      COMMAND ${KORVANE_WIDL} --${korvane_idl_arch} -D KORVANE_BINDING -I "${KORVANE_SYSTEM_IDL_DIR}" ${imports}
+              -L "${KORVANE_SYSTEM_TLB_DIR}" -t -o "${tlb}" "${source}"
+      COMMAND ${korvane_undate} "${tlb}"
+      DEPENDS "${source}" ${imported_files}
+      COMMENT "Interface definition ${name} for calls by name" VERBATIM)
+  else()
+    add_custom_command(
+      OUTPUT "${tlb}"
+      COMMAND midl /nologo /char signed /env ${korvane_idl_arch} /D KORVANE_BINDING ${imports}
+              /out "${KORVANE_IDL_DIR}/binding" /tlb "${tlb}" "${source}"
+      DEPENDS "${source}" ${imported_files}
+      COMMENT "Interface definition ${name} for calls by name" VERBATIM)
+    file(MAKE_DIRECTORY "${KORVANE_IDL_DIR}/binding")
+  endif()
   set_property(GLOBAL APPEND PROPERTY korvane_idl_libraries "${tlb}")
 endfunction()
 

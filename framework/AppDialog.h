@@ -129,6 +129,7 @@ private:
     bool submit();
     void beginAnew();
     void LocalizeCaptions();
+    bool makeRoomForTexts();
     void ApplyContainerFont();
     void applyFont(IUnknown* font);
     std::vector<ComPtr<IUnknown>> containers() const;
@@ -194,6 +195,8 @@ public:
     /// @param place of the frame; the buttons stand at its right end. @param further twips at that end that are left
     /// to further buttons.
     CommandFrame(AppDialog& dialog, const Place& place, float further = 0);
+
+    bool alignsRight() const noexcept override { return true; }
 
     Button cmdOk;
     Button cmdCancel;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cwchar>
 
 namespace korvane
 {
@@ -11,37 +12,40 @@ namespace korvane
 namespace
 {
 
-struct PaletteColor
-{
-    COLORREF color;
-    const wchar_t* name; ///< for screen readers: its value, which is the same in every language
-};
+/// Red, green and blue of the swatches. Chosen so that also people with one of the common kinds of colour blindness
+/// tell all of them apart.
+constexpr std::array palette{0x0066CC, 0x88AAEE, 0x44FFFF, 0x00AA44, 0xCCFF88, 0xFFEECC, 0xFFCC00, 0xFF88AA,
+                             0xEE0000, 0x660000, 0xCC4488, 0x882288, 0x440044, 0x6600FF, 0x220088, 0x444444};
 
-/// Chosen so that also people with one of the common kinds of colour blindness tell all of them apart.
-constexpr std::array palette{
-    PaletteColor{RGB(0x00, 0x66, 0xCC), L"#0066CC"}, PaletteColor{RGB(0x88, 0xAA, 0xEE), L"#88AAEE"},
-    PaletteColor{RGB(0x44, 0xFF, 0xFF), L"#44FFFF"}, PaletteColor{RGB(0x00, 0xAA, 0x44), L"#00AA44"},
-    PaletteColor{RGB(0xCC, 0xFF, 0x88), L"#CCFF88"}, PaletteColor{RGB(0xFF, 0xEE, 0xCC), L"#FFEECC"},
-    PaletteColor{RGB(0xFF, 0xCC, 0x00), L"#FFCC00"}, PaletteColor{RGB(0xFF, 0x88, 0xAA), L"#FF88AA"},
-    PaletteColor{RGB(0xEE, 0x00, 0x00), L"#EE0000"}, PaletteColor{RGB(0x66, 0x00, 0x00), L"#660000"},
-    PaletteColor{RGB(0xCC, 0x44, 0x88), L"#CC4488"}, PaletteColor{RGB(0x88, 0x22, 0x88), L"#882288"},
-    PaletteColor{RGB(0x44, 0x00, 0x44), L"#440044"}, PaletteColor{RGB(0x66, 0x00, 0xFF), L"#6600FF"},
-    PaletteColor{RGB(0x22, 0x00, 0x88), L"#220088"}, PaletteColor{RGB(0x44, 0x44, 0x44), L"#444444"},
-};
+long colorOf(std::size_t index)
+{
+    const int parts = palette.at(index);
+    return static_cast<long>(RGB(parts >> 16, parts >> 8 & 0xFF, parts & 0xFF));
+}
+
+/// What screen readers call a swatch: its value, which is the same in every language.
+std::wstring nameOf(std::size_t index)
+{
+    wchar_t name[8];
+    swprintf(name, 8, L"#%06X", palette.at(index));
+    return name;
+}
 
 } // namespace
 
 ColorChoice::ColorChoice(Surface surface, const Place& caption, const Place& row, const Texts& texts)
     : lblColors(surface, {.name = L"lblColors", .place = caption, .text = texts.caption}),
       lblColor(makeControls<count>([&](int index) {
-          const float pitch = row.width / count;
-          return Swatch(
-              surface,
-              {.name = L"lblColor",
-               .place = {row.left + pitch * static_cast<float>(index), row.top, pitch - 30, row.height},
-               .text = palette[static_cast<std::size_t>(index)].name,
-               .toolTip = texts.toolTip},
-              index == 0 ? Swatch::Kind::first : Swatch::Kind::further);
+          constexpr float gap = 30;
+          const float pitch = (row.width + gap) / count;
+          const float left = row.left + pitch * static_cast<float>(index);
+          const std::wstring name = nameOf(static_cast<std::size_t>(index));
+          return Swatch(surface,
+                        {.name = L"lblColor",
+                         .place = {left, row.top, pitch - gap, row.height},
+                         .text = name.c_str(),
+                         .toolTip = texts.toolTip},
+                        index == 0 ? Swatch::Kind::first : Swatch::Kind::further);
       })),
       shpColor(surface, {.name = L"shpColor", .place = {row.left, row.bottom() + 90, 345, 345}}),
       cmdCustomColor(surface, {.name = L"cmdCustomColor",
@@ -52,7 +56,7 @@ ColorChoice::ColorChoice(Surface surface, const Place& caption, const Place& row
     for (std::size_t index = 0; index < count; ++index)
     {
         Swatch& swatch = lblColor.at(index);
-        swatch.setFillColor(static_cast<long>(palette.at(index).color));
+        swatch.setFillColor(colorOf(index));
         swatch.onClick = [this, &swatch] { choose(swatch); };
     }
     cmdCustomColor.onClick = [this] { chooseCustom(); };
@@ -60,7 +64,7 @@ ColorChoice::ColorChoice(Surface surface, const Place& caption, const Place& row
 
 long ColorChoice::defaultColor() noexcept
 {
-    return static_cast<long>(palette.front().color);
+    return colorOf(0);
 }
 
 void ColorChoice::show(long color)

@@ -8,7 +8,16 @@ namespace korvane
 namespace
 {
 
-constexpr long allGroups = 0;
+/// The texts that every list editor has, counted from its title.
+enum Text : long
+{
+    textNew = 1,
+    textEdit = 2,
+    textDelete = 3,
+    textAskCaption = 50,
+    textAskToDiscard = 51,
+    textNothingToDelete = 96
+};
 
 } // namespace
 
@@ -50,16 +59,16 @@ bool ListEditor::load()
     switch (operation())
     {
     case operationAdd:
-        label(texts_.add);
+        setHeading(textNew);
         return true;
     case operationDelete:
-        label(texts_.remove);
+        setHeading(textDelete);
         return true;
     case operationChange:
-        label(texts_.change);
+        setHeading(textEdit);
         return true;
     default:
-        label(0);
+        lblName.setCaption({});
         return false;
     }
 }
@@ -110,7 +119,7 @@ void ListEditor::addItem(long id, BSTR text, std::optional<long> group)
         return;
     listed_.insert(id);
     lstItems.AddItem(text, id);
-    if (id == itemId())
+    if (id != 0 && id == itemId())
         lstItems.setListIndex(lstItems.ListCount() - 1);
 }
 
@@ -154,9 +163,10 @@ void ListEditor::select()
     const long id = index < 0 ? 0 : lstItems.ItemData(index);
     if (id == itemId())
         return;
-    if (changed_ && ask(texts_.askToDiscard, MB_YESNO | MB_ICONQUESTION, texts_.askCaption) != IDYES)
+    if (changed_ &&
+        ask(titleId() + textAskToDiscard, MB_YESNO | MB_ICONQUESTION, titleId() + textAskCaption) != IDYES)
         return selectItem();
-    if (!isReady()) // any more: the container has gone on while the question was open
+    if (!isReady() || !window()) // any more: the container has gone on while the question was open
         return;
     const auto failure = attempt([&] {
         if (id == 0)
@@ -168,13 +178,11 @@ void ListEditor::select()
             read(id);
     });
     // Also where that failed, what is held is shown.
-    if (id == itemId())
-    {
-        label(id == 0 ? texts_.add : texts_.change);
-        changed_ = false;
-    }
+    changed_ = changed_ && id != itemId();
     selectItem();
     show();
+    if (id == itemId())
+        setHeading(id == 0 ? textNew : textEdit);
     if (failure)
         throw *failure;
 }
@@ -196,7 +204,7 @@ void ListEditor::useDefaultColor()
 void ListEditor::takeValues()
 {
     if (operation() == operationDelete && item().ItemID == 0)
-        RaiseAppError(texts_.nothingToRemove);
+        RaiseAppError(titleId() + textNothingToDelete);
     if (adds() || operation() == operationChange)
         validate();
     item().ItemText = Bstr(txtName.Text());
@@ -206,20 +214,21 @@ void ListEditor::takeValues()
 /// The next one is new, in the colour of the one before.
 void ListEditor::submitted(bool)
 {
-    goOn();
-    changed_ = false;
     const long color = item().ItemColor;
     const auto failure = attempt([this] {
+        goOn();
         inScope(
             item().Root, texts_.nextScope, [this] { fetch(commandView(), &IAppCommand::Prepare); }, -1);
     });
     // Also where that failed: nothing is saved twice.
-    item().ItemColor = color;
     item().ItemID = 0;
+    item().ItemText = Bstr();
+    item().ItemColor = color;
     settle();
-    label(texts_.add);
+    changed_ = false;
     lstItems.setListIndex(-1);
     show();
+    setHeading(textNew);
     if (failure)
         throw *failure;
 }

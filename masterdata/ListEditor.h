@@ -17,12 +17,9 @@ namespace korvane
 class ListEditor : public NotifiedDialog
 {
 protected:
-    /// What the items are called: ids of texts, those in the layout as it has them, and the scopes of the steps.
+    /// The texts of the layout by their ids, and the scopes of the steps.
     struct Texts
     {
-        long add, change, remove;
-        long askToDiscard, askCaption;
-        long nothingToRemove;
         const wchar_t* list;
         const wchar_t* listToolTip;
         const wchar_t* nameToolTip;
@@ -34,7 +31,8 @@ protected:
     };
 
     static constexpr float editorWidth = 6120;
-    static constexpr float bottom = 3345; ///< of what the base shows
+    static constexpr float bottom = 3390; ///< of what the base shows
+    static constexpr long allGroups = 0;
 
     ListEditor(REFCLSID classId, long titleId, float dialogWidth, float height, const Texts& texts);
 
@@ -91,7 +89,7 @@ private:
     void read(long id);
     void select();
     void selectItem();
-    void label(long textId) { lblName.setCaption(resourceText(textId).view()); }
+    void setHeading(long text) { lblName.setCaption(resourceText(titleId() + text).view()); }
     void show();
     void useDefaultColor();
 
@@ -106,12 +104,7 @@ template <class Class, class Command, class Collection>
 class ListEditorOf : public Dialog<Class, Command, ListEditor, IXtExecuteEvents>
 {
 protected:
-    using Texts = ListEditor::Texts;
-
-    ListEditorOf(long titleId, float height, const Texts& texts)
-        : ListEditorOf::Dialog(titleId, ListEditor::editorWidth, height, texts)
-    {
-    }
+    using ListEditorOf::Dialog::Dialog;
 
     /// The group as whose member an item is announced, where that is said.
     virtual std::optional<long> groupOf(const EventArguments&) const { return std::nullopt; }
@@ -127,12 +120,10 @@ private:
     void goOn() final { this->replaceCommand(this->command().CloneForNew()); }
     void connect() final
     {
-        items_.connect(this->command().Root, {.clear = [this] { this->clearItems(); },
-                                              .add =
-                                                  [this](const EventArguments& added) {
-                                                      this->addItem(added.number(0), added.text(1).get(),
-                                                                    groupOf(added));
-                                                  }});
+        const auto add = [this](const EventArguments& added) {
+            this->addItem(added.number(0), added.text(1).get(), groupOf(added));
+        };
+        items_.connect(this->command().Root, {.clear = [this] { this->clearItems(); }, .add = add});
     }
     void loadItems(long groupId) final { items_.load(&Collection::Load, groupId); }
     bool isOffered(long id) final

@@ -29,21 +29,15 @@ constexpr std::array roles{Role{22011, 1}, Role{22012, 2}, Role{22013, 3}, Role{
 } // namespace
 
 ctlEditNames::ctlEditNames()
-    : ListEditorOf(textTitle, bottom + 1380,
-                   {.add = 22001,
-                    .change = 22002,
-                    .remove = 22003,
-                    .askToDiscard = 22051,
-                    .askCaption = 22050,
-                    .nothingToRemove = 22096,
-                    .list = L"22009",
-                    .listToolTip = L"22066",
-                    .nameToolTip = L"22061",
-                    .color = {L"22008", L"22004", L"22062"},
-                    .prepareScope = nullptr,
-                    .fetchScope = L"ctlEditNames.FetchData",
-                    .queryScope = L"EditNames.QueryByID",
-                    .nextScope = L"EditNames.Next"})
+    : ListEditorOf(textTitle, editorWidth, bottom + 1380,
+                   Texts{.list = L"22009",
+                         .listToolTip = L"22066",
+                         .nameToolTip = L"22061",
+                         .color = {L"22008", L"22004", L"22062"},
+                         .prepareScope = nullptr,
+                         .fetchScope = L"ctlEditNames.FetchData",
+                         .queryScope = L"EditNames.QueryByID",
+                         .nextScope = L"EditNames.Next"})
 {
     cboNameRoles.onClick = [this] {
         command().NameRole = role();

@@ -11,21 +11,15 @@ constexpr long textTitle = 23000;
 } // namespace
 
 ctlEditTypes::ctlEditTypes()
-    : ListEditorOf(textTitle, bottom + 615,
-                   {.add = 23001,
-                    .change = 23002,
-                    .remove = 23003,
-                    .askToDiscard = 23051,
-                    .askCaption = 23050,
-                    .nothingToRemove = 23096,
-                    .list = L"23006",
-                    .listToolTip = L"23063",
-                    .nameToolTip = L"23061",
-                    .color = {L"23005", L"23004", L"23062"},
-                    .prepareScope = L"ctlEditTypes.Prepare",
-                    .fetchScope = L"ctlEditTypes.FetchData",
-                    .queryScope = L"EditTypes.QueryByID",
-                    .nextScope = L"EditTypes.Next"})
+    : ListEditorOf(textTitle, editorWidth, bottom + 615,
+                   Texts{.list = L"23006",
+                         .listToolTip = L"23063",
+                         .nameToolTip = L"23061",
+                         .color = {L"23005", L"23004", L"23062"},
+                         .prepareScope = L"ctlEditTypes.Prepare",
+                         .fetchScope = L"ctlEditTypes.FetchData",
+                         .queryScope = L"EditTypes.QueryByID",
+                         .nextScope = L"EditTypes.Next"})
 {
     lstItems.onDblClick = [this] { ok(); };
 }

@@ -87,10 +87,10 @@ Variant InfoMessage::FetchInfo()
     if (count_ > 0)
     {
         TextTable table(2, count_);
-        for (std::size_t row = 0; row < count_; ++row)
+        for (std::size_t index = 0; index < count_; ++index)
         {
-            table.at(labels, row) = rows_[row].label;
-            table.at(values, row) = rows_[row].value;
+            table.at(labels, index) = rows_[index].label;
+            table.at(values, index) = rows_[index].value;
         }
         Info = table.toArray();
     }
@@ -148,12 +148,12 @@ void InfoMessage::store(const ComPtr<INames>& names)
         call(names, &INames::SetInfo, NameID, row.label.get(), removed, Bstr().get());
     rows_.clear();
     count_ = 0;
-    for (std::size_t row = 0; row < table.columns(); ++row)
+    for (std::size_t index = 0; index < table.columns(); ++index)
     {
-        const Bstr& label = table.at(labels, row);
-        const Bstr& value = table.at(values, row);
+        const Bstr& label = table.at(labels, index);
+        const Bstr& value = table.at(values, index);
         addRow(label, value); // the call may fail when the row is already stored
-        call(names, &INames::SetInfo, NameID, label.get(), static_cast<long>(row), value.get());
+        call(names, &INames::SetInfo, NameID, label.get(), static_cast<long>(index), value.get());
     }
 }
 

@@ -1,7 +1,5 @@
 #include "messages/MessageList.h"
 
-#include <algorithm>
-
 namespace korvane
 {
 
@@ -12,9 +10,9 @@ void MessageList::clear()
 
 void MessageList::add(long id, bool read)
 {
-    if (!known_.insert(id).second)
-        return;
     ids_.push_back(id);
+    if (known_)
+        known_->insert(id);
     if (read)
         return;
     ++unread_;
@@ -23,15 +21,35 @@ void MessageList::add(long id, bool read)
     startIsUnread_ = true;
 }
 
+void MessageList::addIfNew(long id, bool read)
+{
+    if (!known_)
+        known_.emplace(ids_.begin(), ids_.end());
+    if (!known_->contains(id))
+        add(id, read);
+}
+
 bool MessageList::show(long id, bool wasRead)
+{
+    if (!goTo(id, true))
+        return false;
+    if (!wasRead && unread_ > 0) // the data layer may count otherwise
+        --unread_;
+    return true;
+}
+
+void MessageList::pass(long id)
+{
+    goTo(id, false);
+}
+
+bool MessageList::goTo(long id, bool shown) noexcept
 {
     const std::size_t index = indexOf(id);
     if (index == all())
         return false;
     position_ = index;
-    shown_ = true;
-    if (!wasRead && unread_ > 0) // the data layer may count otherwise
-        --unread_;
+    shown_ = shown;
     return true;
 }
 
@@ -41,12 +59,12 @@ void MessageList::remove(long id)
     if (index == all())
         return;
     ids_.erase(ids_.begin() + static_cast<std::ptrdiff_t>(index));
-    known_.erase(id);
+    known_.reset();
     unread_ = std::min(unread_, all());
-    if (index < position_)
-        --position_;
-    else if (index == position_)
+    if (index == position_)
         shown_ = false;
+    if (index < position_ || position_ == all())
+        position_ -= position_ > 0 ? 1 : 0;
 }
 
 std::size_t MessageList::indexOf(long id) const noexcept

@@ -1,7 +1,9 @@
 // The messages that a reader goes through: their ids, the place, and how many of them are unread.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <unordered_set>
 #include <vector>
 
@@ -13,8 +15,10 @@ class MessageList
 public:
     void clear();
 
-    /// Appends a message, unless it is in the list.
+    /// Appends a message.
     void add(long id, bool read);
+    /// The same for one that may be in the list already.
+    void addIfNew(long id, bool read);
 
     bool empty() const noexcept { return ids_.empty(); }
     std::size_t all() const noexcept { return ids_.size(); }
@@ -23,29 +27,30 @@ public:
 
     /// The message to begin with: the first unread one, or else the first. There has to be one, as of all of these.
     long first() const { return ids_.at(start_); }
-    bool hasNext() const noexcept { return nextIndex() < all(); }
-    long next() const { return ids_.at(nextIndex()); }
+    long current() const { return ids_.at(position_); }
+    /// From a message that is not shown Next leads on too, and back to it where there is no other.
+    bool hasNext() const noexcept { return shown_ ? position_ + 1 < all() : !empty(); }
+    long next() const { return ids_.at(std::min(position_ + 1, all() - 1)); }
     bool hasPrevious() const noexcept { return position_ > 0; }
     long previous() const { return ids_.at(position_ - 1); }
-    long shown() const { return ids_.at(position_); }
-
-    /// False between the removal of the message shown and the next that is: the reader then stands before the one that
-    /// followed it.
-    bool isShown() const noexcept { return shown_; }
-    /// The place of the message shown, counted from 1.
+    /// The place of the current message, counted from 1.
     std::size_t place() const noexcept { return position_ + 1; }
 
-    /// Goes to a message, which has been read by now. False when it is not in the list.
+    /// Whether the current message is shown.
+    bool isShown() const noexcept { return shown_; }
+    /// Goes to a message, which is shown, and has been read by now. False when it is not in the list.
     bool show(long id, bool wasRead);
-    /// Takes a message out. Nothing happens when it is not in the list.
+    /// Goes to a message that cannot be shown.
+    void pass(long id);
+    /// Takes a message out. The one that followed it, or else the one before it, becomes the current one.
     void remove(long id);
 
 private:
-    std::size_t nextIndex() const noexcept { return shown_ ? position_ + 1 : position_; }
+    bool goTo(long id, bool shown) noexcept;
     std::size_t indexOf(long id) const noexcept;
 
     std::vector<long> ids_;
-    std::unordered_set<long> known_; ///< the same: 100,000 messages are announced one by one
+    std::optional<std::unordered_set<long>> known_; ///< the same, once it is asked for
     std::size_t unread_ = 0;
     std::size_t start_ = 0;
     bool startIsUnread_ = false;

@@ -61,36 +61,56 @@ ctlShowMessage::ctlShowMessage()
 bool ctlShowMessage::load()
 {
     list_.clear();
-    showNothing();
-    inScope(command().Root, L"ctlShowMessage.Init", [this] {
-        listen();
-        mMessages.load(&IMessages::LoadFor, command().NameID, allMessages);
+    const auto begin = [this] {
+        inScope(command().Root, L"ctlShowMessage.Init", [this] {
+            listen();
+            mMessages.load(&IMessages::LoadFor, command().NameID, allMessages);
+        });
+        if (!list_.empty())
+            show(list_.first());
+    };
+    undoOnFailure(begin, [this] {
+        list_.clear();
+        showNothing();
     });
-    showCounts();
     if (list_.empty())
-        return false;
-    show(list_.first());
-    return true;
+        showNothing();
+    return !list_.empty();
+}
+
+void ctlShowMessage::listen()
+{
+    const auto clear = [this] {
+        if (mMessages.isLoading())
+            list_.clear();
+    };
+    const auto add = [this](const EventArguments& message) {
+        addMessage(message.number(0), message.flag(6));
+    };
+    mMessages.connect(command().Root, {.clear = clear, .add = add});
 }
 
 /// What is announced after the list has been read is either new, and appended, or what somebody else has asked for.
-void ctlShowMessage::listen()
+void ctlShowMessage::addMessage(long id, bool read)
 {
-    mMessages.connect(command().Root, {.clear =
-                                           [this] {
-                                               if (mMessages.isLoading())
-                                                   list_.clear();
-                                           },
-                                       .add =
-                                           [this](const EventArguments& message) {
-                                               list_.add(message.number(0), message.flag(6));
-                                               if (!mMessages.isLoading())
-                                                   showCounts();
-                                           }});
+    if (mMessages.isLoading())
+        return list_.add(id, read);
+    list_.addIfNew(id, read);
+    showCounts();
 }
 
-/// Reads a message, which counts as read from then on, and shows it.
+/// Shows a message, or nothing where it cannot be read: the reader stands there all the same, and can go on.
 void ctlShowMessage::show(long id)
+{
+    undoOnFailure([&] { fetchAndShow(id); },
+                  [&] {
+                      list_.pass(id);
+                      showNothing();
+                  });
+}
+
+/// Reads a message, which counts as read from then on.
+void ctlShowMessage::fetchAndShow(long id)
 {
     Bstr from;
     Bstr tlf;
@@ -111,7 +131,6 @@ void ctlShowMessage::show(long id)
     txtContact.setText(contact.view());
     txtAbout.setText(about.view());
     showKind(kind & kindMask);
-    lblActive.setCaption(digits(list_.place()));
     showCounts();
 }
 
@@ -120,7 +139,6 @@ void ctlShowMessage::showNothing()
     for (TextBox* box : {&txtFrom, &txtDtg, &txtContact, &txtTlf, &txtAbout})
         box->setText({});
     showKind(0);
-    lblActive.setCaption({});
     showCounts();
 }
 
@@ -137,6 +155,7 @@ void ctlShowMessage::showKind(long kind)
 
 void ctlShowMessage::showCounts()
 {
+    lblActive.setCaption(list_.empty() ? L"" : digits(list_.place()));
     lblAll.setCaption(digits(list_.all()));
     lblRead.setCaption(digits(list_.read()));
     lblUnread.setCaption(digits(list_.unread()));
@@ -162,7 +181,7 @@ void ctlShowMessage::remove()
 {
     if (!isReady() || !list_.isShown())
         return;
-    removed_ = list_.shown();
+    removed_ = list_.current();
     command().MsgID = removed_;
     command().operation = operationDelete;
     confirm();
@@ -177,8 +196,7 @@ void ctlShowMessage::submitted(bool executed)
         return close(false);
     if (list_.isShown())
         return showCounts(); // the container has had the list read anew meanwhile
-    undoOnFailure([this] { show(list_.hasNext() ? list_.next() : list_.previous()); },
-                  [this] { showNothing(); }); // what is gone is not to be seen, nor deleted once more
+    show(list_.current());
 }
 
 } // namespace korvane

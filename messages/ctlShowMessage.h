@@ -25,7 +25,9 @@ private:
     void submitted(bool executed) override;
 
     void listen();
+    void addMessage(long id, bool read);
     void show(long id);
+    void fetchAndShow(long id);
     void showNothing();
     void showKind(long kind);
     void showCounts();

@@ -99,6 +99,7 @@ void Control::setTextValue(std::wstring_view text)
     text_ = text;
     if (window_)
         SetWindowTextW(window_, text_.c_str());
+    dialog_.textChanged();
 }
 
 void Control::setToolTipText(std::wstring_view text)
@@ -136,6 +137,12 @@ void Control::bringToFront() const noexcept
 {
     if (window_)
         SetWindowPos(window_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+float Control::captionWidth() const
+{
+    const SIZE extent = dialog_.font().measureCaption(text_, dialog_.dpi());
+    return toTwips(static_cast<float>(extent.cx), dialog_.dpi());
 }
 
 float Control::textHeight(std::wstring_view text, float width) const

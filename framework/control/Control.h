@@ -52,6 +52,8 @@ public:
     virtual ~Control() = default;
 
     const wchar_t* name() const noexcept { return name_; }
+    /// The frame that the control stands in; null for none.
+    const Frame* frame() const noexcept { return frame_; }
 
     /// Place in twips on the control's surface.
     const Place& place() const noexcept { return place_; }
@@ -96,6 +98,8 @@ public:
     void showNow() const noexcept;
     /// Puts the control in front of those that it overlaps. It comes first in the tab order then.
     void bringToFront() const noexcept;
+    /// Twips that the caption takes in the dialog's font.
+    float captionWidth() const;
     /// Twips that a text takes in the dialog's font, its lines broken where they are wider than a width.
     float textHeight(std::wstring_view text, float width) const;
 
@@ -111,6 +115,12 @@ public:
     private:
         const Control& control_;
     };
+
+    // For making room for texts.
+    /// Twips that the control is to be wide for its caption to be read; 0 where it shows none.
+    virtual float neededWidth() const { return 0; }
+    /// Whether the control becomes wider with the part of the dialog that it spans.
+    virtual bool stretches() const noexcept { return true; }
 
     // For the dialog's window.
     /// In a frozen dialog only the ways out are enabled.

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace korvane
@@ -45,6 +46,7 @@ public:
     bool isFrozen() const noexcept { return frozen_; }
     void add(Control& control) { controls_.push_back(&control); }
     void layoutChanged() noexcept;
+    void textChanged() noexcept { textsChanged_ = true; }
     void toolTipChanged(const Control& control);
     /// Runs a handler under the dialog's error trap.
     virtual void run(const std::function<void()>& handler) noexcept = 0;
@@ -73,6 +75,9 @@ protected:
 
     /// Gives every control the dialog's font, at the window's resolution.
     void applyFont();
+
+    /// Whether a text has changed since this was asked.
+    bool takeTextsChanged() noexcept { return std::exchange(textsChanged_, false); }
 
     /// Puts every control where its place is, and shows and hides. Does nothing but note it within a Batch.
     void arrange() noexcept;
@@ -122,6 +127,7 @@ private:
     int dpi_ = 96;
     int batches_ = 0;
     bool layoutPending_ = false;
+    bool textsChanged_ = false;
     bool frozen_ = false;
     bool controlsCreated_ = false;
 };

@@ -45,20 +45,24 @@ std::vector<CommandCase> groupCommands();
 std::vector<DialogCase> groupDialogs();
 std::vector<CommandCase> activityCommands();
 std::vector<DialogCase> activityDialogs();
+std::vector<CommandCase> masterdataCommands();
+std::vector<DialogCase> arrangeDialogs();
+std::vector<DialogCase> listEditorDialogs();
 std::vector<CommandCase> messageCommands();
 std::vector<DialogCase> messageDialogs();
 std::vector<DialogCase> infoMessageDialogs();
 
 const std::vector<CommandCase>& commandCases()
 {
-    static const auto cases = joined({groupCommands(), activityCommands(), messageCommands()});
+    static const auto cases =
+        joined({groupCommands(), activityCommands(), masterdataCommands(), messageCommands()});
     return cases;
 }
 
 const std::vector<DialogCase>& dialogCases()
 {
-    static const auto cases =
-        joined({groupDialogs(), activityDialogs(), messageDialogs(), infoMessageDialogs()});
+    static const auto cases = joined({groupDialogs(), activityDialogs(), arrangeDialogs(),
+                                      listEditorDialogs(), messageDialogs(), infoMessageDialogs()});
     return cases;
 }
 

@@ -53,7 +53,7 @@ std::vector<CommandCase> messageCommands()
                      .refusesUnknown = false,
                      .fill = fill,
                      .uses = {{"SendMessage", 1, message()}, {"StoreInfo", 3, message()}},
-                     .takenForUnknown = {"Root.Messages()", "Root.Names()"}};
+                     .unknownCalls = {"Root.Messages()", "Root.Names()"}};
     info.operands.insert(info.operands.begin() + 1, {L"Name", VT_BSTR, {}});
     CommandCase show{.name = "ShowMessage",
                      .classId = __uuidof(::ShowMessage),
@@ -63,8 +63,8 @@ std::vector<CommandCase> messageCommands()
                      .refusesUnknown = false,
                      .fill = fill,
                      .uses = {{"DeleteMessage", 2, message()}},
-                     .takenForUnknown = {"Root.Messages()"},
-                     .prepares = false};
+                     .unknownCalls = {"Root.Messages()"},
+                     .prepareReads = false};
     return {info, show};
 }
 

@@ -48,39 +48,51 @@ TEST(MessageListTests, AMessageThatIsShownForTheFirstTimeBecomesRead)
     EXPECT_EQ(list.unread(), 0U);
 }
 
-TEST(MessageListTests, OneThatIsAddedTwiceCountsOnce)
+TEST(MessageListTests, OneThatIsInItIsNotNew)
 {
-    auto list = listOf({{5, true}, {5, false}, {6, true}});
-    EXPECT_EQ(list.all(), 2U);
-    EXPECT_EQ(list.unread(), 0U);
+    auto list = listOf({{5, true}, {6, true}});
+    list.addIfNew(5, false);
+    list.addIfNew(7, false);
+    list.addIfNew(7, false);
+    list.add(8, true);
+    list.addIfNew(8, false);
+    EXPECT_EQ(list.all(), 4U);
+    EXPECT_EQ(list.unread(), 1U);
     list.remove(5);
-    list.add(5, true); // a data layer may give an id once more
-    EXPECT_EQ(list.all(), 2U);
+    list.addIfNew(5, true); // a data layer may give an id once more
+    EXPECT_EQ(list.all(), 4U);
 }
 
-TEST(MessageListTests, BehindARemovedMessageComesTheOneThatFollowedIt)
+TEST(MessageListTests, ARemovedMessageIsFollowedByTheNextOrElseThePreviousOne)
 {
     auto list = listOf({{5, true}, {6, true}, {7, true}});
     list.show(6, true);
     list.remove(6);
     EXPECT_FALSE(list.isShown());
-    EXPECT_TRUE(list.hasNext());
-    EXPECT_EQ(list.next(), 7);
-    EXPECT_EQ(list.previous(), 5);
-}
-
-TEST(MessageListTests, BehindTheLastThereIsOnlyThePrevious)
-{
-    auto list = listOf({{5, true}, {6, true}});
-    list.show(6, true);
-    list.remove(6);
-    EXPECT_FALSE(list.hasNext());
-    EXPECT_EQ(list.previous(), 5);
-    list.show(5, true);
+    EXPECT_EQ(list.current(), 7);
+    EXPECT_EQ(list.place(), 2U);
+    list.remove(7);
+    EXPECT_EQ(list.current(), 5);
     list.remove(5);
     EXPECT_TRUE(list.empty());
     EXPECT_FALSE(list.hasNext());
     EXPECT_FALSE(list.hasPrevious());
+}
+
+TEST(MessageListTests, AMessageThatCannotBeShownIsPassedOrTriedAgain)
+{
+    auto list = listOf({{5, true}, {6, false}, {7, true}});
+    list.show(5, true);
+    list.pass(6);
+    EXPECT_FALSE(list.isShown());
+    EXPECT_EQ(list.unread(), 1U);
+    EXPECT_EQ(list.next(), 7);
+    EXPECT_EQ(list.previous(), 5);
+    list.pass(7);
+    EXPECT_TRUE(list.hasNext());
+    EXPECT_EQ(list.next(), 7);
+    list.pass(9); // it is not there
+    EXPECT_EQ(list.current(), 7);
 }
 
 TEST(MessageListTests, WhatIsNotInItIsNeitherShownNorRemoved)
@@ -89,7 +101,7 @@ TEST(MessageListTests, WhatIsNotInItIsNeitherShownNorRemoved)
     list.show(5, true);
     EXPECT_FALSE(list.show(9, false));
     list.remove(9);
-    EXPECT_EQ(list.shown(), 5);
+    EXPECT_EQ(list.current(), 5);
     EXPECT_EQ(list.all(), 2U);
     EXPECT_EQ(list.unread(), 1U);
 }
@@ -99,10 +111,10 @@ TEST(MessageListTests, RemovingAnotherMessageLeavesTheOneThatIsShown)
     auto list = listOf({{5, true}, {6, true}, {7, true}});
     list.show(6, true);
     list.remove(5);
-    EXPECT_EQ(list.shown(), 6);
+    EXPECT_EQ(list.current(), 6);
     EXPECT_EQ(list.place(), 1U);
     list.remove(7);
-    EXPECT_EQ(list.shown(), 6);
+    EXPECT_EQ(list.current(), 6);
     EXPECT_TRUE(list.isShown());
 }
 
@@ -175,7 +187,7 @@ TEST(MessageListTests, RandomSequencesGoAsInAPlainList)
                 if (plain.empty())
                     break;
                 at = std::min(at, plain.size() - 1);
-                ASSERT_EQ(list.hasNext() ? list.next() : list.previous(), plain[at].id);
+                ASSERT_EQ(list.current(), plain[at].id);
                 show();
                 break;
             default:
@@ -184,7 +196,7 @@ TEST(MessageListTests, RandomSequencesGoAsInAPlainList)
             ASSERT_EQ(list.all(), plain.size());
             if (plain.empty())
                 break;
-            ASSERT_EQ(list.shown(), plain[at].id);
+            ASSERT_EQ(list.current(), plain[at].id);
             ASSERT_EQ(list.place(), at + 1);
             ASSERT_EQ(list.hasNext(), at + 1 < plain.size());
             ASSERT_EQ(list.hasPrevious(), at > 0);

@@ -212,16 +212,31 @@ TEST_F(ctlShowMessageTests, AnUnreadMessageBecomesReadAndAReadOneLeavesTheCounts
     EXPECT_EQ(counts(), L"1 3 3 0");
 }
 
-TEST_F(ctlShowMessageTests, AFailureOfTheNextOneLeavesTheOneThatIsShown)
+TEST_F(ctlShowMessageTests, AMessageThatCannotBeReadIsToldAndPassed)
+{
+    showed({message(1, true), message(2, true), message(3, true)});
+    data.messages.erase(data.messages.begin() + 1); // somebody else has deleted it
+    Container::click(next());
+    ASSERT_EQ(container.errors.size(), 1U);
+    EXPECT_EQ(shownMessage(), L"");
+    EXPECT_EQ(kind(), 0);
+    EXPECT_EQ(counts(), L"2 3 3 0");
+    EXPECT_EQ(usableButtons(), L"PNC");
+    Container::click(next());
+    EXPECT_EQ(shownMessage(), L"Concern 3");
+    EXPECT_EQ(container.errors.size(), 1U);
+}
+
+TEST_F(ctlShowMessageTests, AMessageThatCouldNotBeReadCanBeTriedAgain)
 {
     showed({message(1, true), message(2, false)});
-    EXPECT_EQ(shownMessage(), L"Concern 2");
     data.fail("Messages.Fetch", locked);
     Container::click(previous());
     EXPECT_THAT(container.errors, ElementsAre(locked));
+    EXPECT_EQ(counts(), L"1 2 2 0");
+    EXPECT_EQ(usableButtons(), L"NC");
+    Container::click(next());
     EXPECT_EQ(shownMessage(), L"Concern 2");
-    EXPECT_EQ(counts(), L"2 2 2 0");
-    EXPECT_EQ(usableButtons(), L"PDC");
     Container::click(previous());
     EXPECT_EQ(shownMessage(), L"Concern 1");
 }
@@ -412,20 +427,21 @@ TEST_F(ctlShowMessageTests, WhatFailedStaysAndCanBeTriedAgain)
 
 TEST_F(ctlShowMessageTests, WhenWhatFollowsCannotBeReadNothingIsShownAndNothingCanBeDeleted)
 {
-    showed({message(1, true), message(2, true), message(3, true)});
+    showed({message(1, true), message(2, true)});
     data.fail("Messages.Fetch", locked);
     Container::click(remove());
     EXPECT_THAT(container.errors, ElementsAre(locked));
     for (int index = 0; index < 5; ++index)
         EXPECT_EQ(shown(index), L"");
     EXPECT_EQ(kind(), 0);
-    EXPECT_EQ(counts(), L" 2 2 0");
+    EXPECT_EQ(counts(), L"1 1 1 0");
     EXPECT_EQ(usableButtons(), L"NC");
     Container::click(remove());
     EXPECT_EQ(container.submitted, 1);
-    Container::click(next());
+    Container::click(next()); // there is no other
     EXPECT_EQ(shownMessage(), L"Concern 2");
-    EXPECT_EQ(counts(), L"1 2 2 0");
+    EXPECT_EQ(counts(), L"1 1 1 0");
+    EXPECT_EQ(usableButtons(), L"DC");
 }
 
 TEST_F(ctlShowMessageTests, WhileTheHostExecutesNothingElseHappens)
