@@ -149,10 +149,10 @@ void Grid::measureAll()
     settled_ = false;
 }
 
-/// A row is a little higher than its text.
+/// A row is one and a fifth times as high as its text.
 int Grid::heightOf(int lines) const noexcept
 {
-    return std::max(1, lines * lineHeight_ * 6 / 5);
+    return (lines * lineHeight_ * 6 + 2) / 5;
 }
 
 int Grid::widthOfText(int column) const

@@ -50,6 +50,7 @@ std::vector<DialogCase> arrangeDialogs();
 std::vector<DialogCase> listEditorDialogs();
 std::vector<CommandCase> messageCommands();
 std::vector<DialogCase> messageDialogs();
+std::vector<DialogCase> infoMessageDialogs();
 
 const std::vector<CommandCase>& commandCases()
 {
@@ -60,8 +61,8 @@ const std::vector<CommandCase>& commandCases()
 
 const std::vector<DialogCase>& dialogCases()
 {
-    static const auto cases =
-        joined({groupDialogs(), activityDialogs(), arrangeDialogs(), listEditorDialogs(), messageDialogs()});
+    static const auto cases = joined({groupDialogs(), activityDialogs(), arrangeDialogs(),
+                                      listEditorDialogs(), messageDialogs(), infoMessageDialogs()});
     return cases;
 }
 
