@@ -7,9 +7,9 @@
 #   --tour           the tour also where there is a display
 #   --verbose        the tour prints all of build/demo/tour.txt, instead of a line for each step
 #   --db FILE        the database, which is made on first use (build/demo/demo.sqlite unless given). The tour makes
-#                    two new ones, build/demo/booking.sqlite and, unless one is given for it, build/demo/tour.sqlite
-#   --user ACCOUNT   who works with it: admin (as without the option) or employee, in a new database; the tour
-#                    books as admin
+#                    new ones, one for each chapter; the one of the chapter on groups may be given
+#   --user ACCOUNT   who works with it: admin (as without the option), andrea, ben or employee in a new database with
+#                    its sample; the tour works as admin
 
 set -euo pipefail
 

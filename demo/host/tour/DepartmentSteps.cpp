@@ -86,6 +86,10 @@ constexpr Word hasColor{[](Visitor& visitor, bool isType, Text name, COLORREF co
         });
     });
 }};
+constexpr Word somebodyElseAdds{
+    [](Visitor& visitor, Text group, Text name) { visitor.roster().add(group, name); }};
+constexpr Word somebodyElseRemoves{
+    [](Visitor& visitor, Text group, Text name) { visitor.roster().remove(group, name); }};
 /// The schedule shows the resources in their order at once, also while a dialog is open.
 constexpr Word showsRows{[](Visitor& visitor, const Names& names) {
     waitFor(L"the schedule shows what is in the database", [&] { return rowsOfSchedule(visitor) == names; });
@@ -138,9 +142,12 @@ Chapter departmentChapter()
           picture(L"type-new"), saves(), fill(name, inspection), mixes(rust, L"type-colours"), saves(),
           fill(name, L"Nothing"), saves(), hasTypes(workshop, Names{activity, repair, inspection, L"Nothing"}),
           hasColor(true, inspection, rust), press(L"Esc"), endsInList()}},
-        {L"Edit: what was entered is not lost without a question",
+        {L"Edit: what was entered stays when others write, and is not lost without a question",
          {choose(resourcesMenu, L"&Edit..."), opens(resourceTitle), clickItem(list, kim), shows(name, kim),
-          fill(name, L"Kim Young"), clickItem(list, lathe), opensBox(question), picture(L"resource-question"),
+          fill(name, L"Kim Young"), somebodyElseAdds(workshop, L"Drill"),
+          offers(list, Names{anna, tom, kim, lathe, L"Drill"}), shows(name, L"Kim Young"),
+          somebodyElseRemoves(workshop, L"Drill"), offers(list, Names{anna, tom, kim, lathe}),
+          clickItem(list, lathe), opensBox(question), picture(L"resource-question"),
           answer(question, IDNO, L"No"), shows(name, L"Kim Young"), picture(L"resource-edit"), saves(),
           hasResources(workshop, Names{anna, tom, L"Kim Young", lathe}),
           showsRows(Names{anna, tom, L"Kim Young", lathe}),

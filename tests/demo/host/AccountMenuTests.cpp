@@ -1,8 +1,8 @@
 #include "demo/host/AccountMenu.h"
 
-#include "demo/datalayer/ConnectionPoint.h"
 #include "demo/host/CommandMenu.h"
 #include "framework/com/Boundary.h"
+#include "framework/com/ConnectionPoint.h"
 #include "framework/com/EventConnection.h"
 #include "tests/support/EmptyData.h"
 
