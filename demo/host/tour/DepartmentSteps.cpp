@@ -23,6 +23,7 @@ constexpr Text anna = L"Anna Berg";
 constexpr Text tom = L"Tom Field";
 constexpr Text kim = L"Kim Long";
 constexpr Text lathe = L"Lathe";
+constexpr Text drill = L"Drill"; // another host's
 constexpr Text activity = L"Activity"; // built in, in every group
 constexpr Text repair = L"Repair";
 constexpr Text inspection = L"Inspection";
@@ -144,9 +145,9 @@ Chapter departmentChapter()
           hasColor(true, inspection, rust), press(L"Esc"), endsInList()}},
         {L"Edit: what was entered stays when others write, and is not lost without a question",
          {choose(resourcesMenu, L"&Edit..."), opens(resourceTitle), clickItem(list, kim), shows(name, kim),
-          fill(name, L"Kim Young"), somebodyElseAdds(workshop, L"Drill"),
-          offers(list, Names{anna, tom, kim, lathe, L"Drill"}), shows(name, L"Kim Young"),
-          somebodyElseRemoves(workshop, L"Drill"), offers(list, Names{anna, tom, kim, lathe}),
+          fill(name, L"Kim Young"), somebodyElseAdds(workshop, drill),
+          offers(list, Names{anna, tom, kim, lathe, drill}), shows(name, L"Kim Young"),
+          somebodyElseRemoves(workshop, drill), offers(list, Names{anna, tom, kim, lathe}),
           clickItem(list, lathe), opensBox(question), picture(L"resource-question"),
           answer(question, IDNO, L"No"), shows(name, L"Kim Young"), picture(L"resource-edit"), saves(),
           hasResources(workshop, Names{anna, tom, L"Kim Young", lathe}),
@@ -160,9 +161,9 @@ Chapter departmentChapter()
              auto deeds = newGroup(yard);
              for (const Deed& deed : std::vector<Deed>{
                       choose(resourcesMenu, L"&New..."), opens(resourceTitle),
-                      offers(list, Names{anna, tom, kim, lathe}), clickItem(list, kim), shows(name, kim),
+                      offers(list, Names{drill, anna, tom, kim, lathe}), clickItem(list, kim), shows(name, kim),
                       picture(L"resource-existing"), saves(), hasResources(yard, Names{kim}),
-                      offers(list, Names{anna, tom, lathe}), press(L"Esc"), endsInList()})
+                      offers(list, Names{drill, anna, tom, lathe}), press(L"Esc"), endsInList()})
                  deeds.push_back(deed);
              return deeds;
          }()},
