@@ -12,10 +12,10 @@
 //   GridAccessible.cpp  what assistive technology is told
 #pragma once
 
+#include "framework/com/ComPtr.h"
 #include "framework/control/Control.h"
 #include "framework/control/GridLayout.h"
 
-#include <memory>
 #include <optional>
 
 namespace korvane

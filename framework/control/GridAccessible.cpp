@@ -357,7 +357,8 @@ LRESULT Grid::answer(WPARAM request)
         return 0;
     if (!self_)
         self_ = ComPtr<IUnknown>(make<GridLink>(*this).get());
-    const auto table = make<GridAccessible>(ComPtr<GridLink>(static_cast<GridLink*>(self_.get())), Cell{whole, whole});
+    const auto table =
+        make<GridAccessible>(ComPtr<GridLink>(static_cast<GridLink*>(self_.get())), Cell{whole, whole});
     return toResult(IID_IAccessible, request, static_cast<IAccessible*>(table.get()));
 }
 

@@ -23,6 +23,7 @@ constexpr Text anna = L"Anna Berg";
 constexpr Text tom = L"Tom Field";
 constexpr Text kim = L"Kim Long";
 constexpr Text lathe = L"Lathe";
+constexpr Text drill = L"Drill";       // another host's
 constexpr Text activity = L"Activity"; // built in, in every group
 constexpr Text repair = L"Repair";
 constexpr Text inspection = L"Inspection";
@@ -86,6 +87,10 @@ constexpr Word hasColor{[](Visitor& visitor, bool isType, Text name, COLORREF co
         });
     });
 }};
+constexpr Word somebodyElseAdds{
+    [](Visitor& visitor, Text group, Text name) { visitor.roster().add(group, name); }};
+constexpr Word somebodyElseRemoves{
+    [](Visitor& visitor, Text group, Text name) { visitor.roster().remove(group, name); }};
 /// The schedule shows the resources in their order at once, also while a dialog is open.
 constexpr Word showsRows{[](Visitor& visitor, const Names& names) {
     waitFor(L"the schedule shows what is in the database", [&] { return rowsOfSchedule(visitor) == names; });
@@ -138,9 +143,12 @@ Chapter departmentChapter()
           picture(L"type-new"), saves(), fill(name, inspection), mixes(rust, L"type-colours"), saves(),
           fill(name, L"Nothing"), saves(), hasTypes(workshop, Names{activity, repair, inspection, L"Nothing"}),
           hasColor(true, inspection, rust), press(L"Esc"), endsInList()}},
-        {L"Edit: what was entered is not lost without a question",
+        {L"Edit: what was entered stays when others write, and is not lost without a question",
          {choose(resourcesMenu, L"&Edit..."), opens(resourceTitle), clickItem(list, kim), shows(name, kim),
-          fill(name, L"Kim Young"), clickItem(list, lathe), opensBox(question), picture(L"resource-question"),
+          fill(name, L"Kim Young"), somebodyElseAdds(workshop, drill),
+          offers(list, Names{anna, tom, kim, lathe, drill}), shows(name, L"Kim Young"),
+          somebodyElseRemoves(workshop, drill), offers(list, Names{anna, tom, kim, lathe}),
+          clickItem(list, lathe), opensBox(question), picture(L"resource-question"),
           answer(question, IDNO, L"No"), shows(name, L"Kim Young"), picture(L"resource-edit"), saves(),
           hasResources(workshop, Names{anna, tom, L"Kim Young", lathe}),
           showsRows(Names{anna, tom, L"Kim Young", lathe}),
@@ -153,9 +161,9 @@ Chapter departmentChapter()
              auto deeds = newGroup(yard);
              for (const Deed& deed : std::vector<Deed>{
                       choose(resourcesMenu, L"&New..."), opens(resourceTitle),
-                      offers(list, Names{anna, tom, kim, lathe}), clickItem(list, kim), shows(name, kim),
+                      offers(list, Names{drill, anna, tom, kim, lathe}), clickItem(list, kim), shows(name, kim),
                       picture(L"resource-existing"), saves(), hasResources(yard, Names{kim}),
-                      offers(list, Names{anna, tom, lathe}), press(L"Esc"), endsInList()})
+                      offers(list, Names{drill, anna, tom, lathe}), press(L"Esc"), endsInList()})
                  deeds.push_back(deed);
              return deeds;
          }()},

@@ -90,6 +90,19 @@ std::vector<std::wstring> Roster::info(const std::wstring& group, const std::wst
     return rows;
 }
 
+void Roster::add(const std::wstring& group, const wchar_t* resource) const
+{
+    constexpr long newFlags = 2;
+    const auto names = collection<INames>(root_);
+    const long id = fetch(names, &INames::Add, Bstr(resource).get(), 0L, newFlags);
+    fetch(names, &INames::AddToGroup, id, idOf(group), 0L);
+}
+
+void Roster::remove(const std::wstring& group, const std::wstring& resource) const
+{
+    fetch(collection<INames>(root_), &INames::RemoveFromGroup, idOf(group, resource), idOf(group));
+}
+
 void Roster::leaveMessage(const std::wstring& group, const std::wstring& resource, const wchar_t* about) const
 {
     constexpr long other = 4;

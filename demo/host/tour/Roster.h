@@ -37,7 +37,9 @@ public:
     std::vector<std::wstring> info(const std::wstring& group, const std::wstring& resource) const;
     std::vector<RosterItem> types(const std::wstring& group) const;
 
-    /// Leaves a message, as another host does.
+    // What another host does.
+    void add(const std::wstring& group, const wchar_t* resource) const;
+    void remove(const std::wstring& group, const std::wstring& resource) const;
     void leaveMessage(const std::wstring& group, const std::wstring& resource, const wchar_t* about) const;
 
 private:
