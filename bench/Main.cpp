@@ -1,6 +1,6 @@
 // usage: korvane_bench [--quick] [--json FILE] [GROUP...]
 //
-// Prints a table; GROUP is texts, creation, dialogs, filling, activities, messages, calls or size. The library must be registered.
+// Prints a table; GROUP is texts, creation, dialogs, filling, activities, messages, rows, calls or size. The library must be registered.
 // The exit code is 0 when everything was measured, whether or not it meets its aim, 1 when not, and 2 for
 // arguments that it does not know.
 #include "bench/Benchmarks.h"
@@ -26,10 +26,9 @@ struct Group
 };
 
 constexpr Group groups[] = {
-    {"texts", &measureTexts},           {"creation", &measureCreation},
-    {"dialogs", &measureDialogs},       {"filling", &measureFilling},
-    {"activities", &measureActivities}, {"messages", &measureMessages},
-    {"calls", &measureCalls},           {"size", &measureSize},
+    {"texts", &measureTexts},     {"creation", &measureCreation},     {"dialogs", &measureDialogs},
+    {"filling", &measureFilling}, {"activities", &measureActivities}, {"messages", &measureMessages},
+    {"rows", &measureInfoRows},   {"calls", &measureCalls},           {"size", &measureSize},
 };
 
 struct Arguments
