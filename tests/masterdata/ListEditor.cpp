@@ -159,10 +159,10 @@ void ListEditorTest::enterName(const wchar_t* name) const
     const_cast<Container&>(container).type(name);
 }
 
-void ListEditorTest::chooseColor(WORD answer, long color)
+void ListEditorTest::chooseColor(WORD answer, long color, const std::function<void(HWND)>& further)
 {
     questions.answerKey = answer;
-    questions.onAsked = [this, color] {
+    questions.onAsked = [color, further] {
         HWND box = nullptr;
         EnumThreadWindows(GetCurrentThreadId(), findDialog, reinterpret_cast<LPARAM>(&box));
         if (color >= 0)
@@ -172,6 +172,8 @@ void ListEditorTest::chooseColor(WORD answer, long color)
             SetDlgItemInt(box, COLOR_GREEN, GetGValue(chosen), FALSE);
             SetDlgItemInt(box, COLOR_BLUE, GetBValue(chosen), FALSE);
         }
+        if (further)
+            further(box);
     };
     Container::click(moreColors());
     questions.onAsked = [] {};

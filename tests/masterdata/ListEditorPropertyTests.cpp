@@ -16,7 +16,7 @@ namespace
 
 /// Of each kind, by default.
 constexpr unsigned usualSequences = 5000;
-constexpr int actionsOfSequence = 6;
+constexpr int actionsOfSequence = 7;
 
 class ListEditorPropertyTests : public ListEditorTest, public testing::WithParamInterface<ListEditorKind>
 {
@@ -122,7 +122,7 @@ void ListEditorPropertyTests::begin()
 
 void ListEditorPropertyTests::act()
 {
-    switch (below(namesAreEdited() ? 13 : 9))
+    switch (below(namesAreEdited() ? 20 : 9)) // most entries are valid, and confirmed
     {
     case 0:
     case 1:
