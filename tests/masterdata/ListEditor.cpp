@@ -159,10 +159,10 @@ void ListEditorTest::enterName(const wchar_t* name) const
     const_cast<Container&>(container).type(name);
 }
 
-void ListEditorTest::chooseColor(WORD answer, long color, const std::function<void(HWND)>& further)
+void ListEditorTest::chooseColor(WORD answer, long color)
 {
     questions.answerKey = answer;
-    questions.onAsked = [color, further] {
+    questions.onAsked = [color] {
         HWND box = nullptr;
         EnumThreadWindows(GetCurrentThreadId(), findDialog, reinterpret_cast<LPARAM>(&box));
         if (color >= 0)
@@ -172,8 +172,6 @@ void ListEditorTest::chooseColor(WORD answer, long color, const std::function<vo
             SetDlgItemInt(box, COLOR_GREEN, GetGValue(chosen), FALSE);
             SetDlgItemInt(box, COLOR_BLUE, GetBValue(chosen), FALSE);
         }
-        if (further)
-            further(box);
     };
     Container::click(moreColors());
     questions.onAsked = [] {};

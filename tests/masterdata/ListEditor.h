@@ -89,8 +89,7 @@ protected:
     void enterName(const wchar_t* name) const;
     void confirm() const { Container::click(ok()); }
     /// Opens the colour dialog and answers it. @param color typed in there; none where it is negative.
-    /// @param further done in the dialog before it is answered.
-    void chooseColor(WORD answer, long color = -1, const std::function<void(HWND)>& further = {});
+    void chooseColor(WORD answer, long color = -1);
 
     ComPtr<IXtExecuteEvents> notifier() const { return fetch(container.dialog, &IAppDialog::get_Notifier); }
     /// A call on the collection, as it is recorded.

@@ -6,8 +6,6 @@
 #include <array>
 #include <cmath>
 
-#include <colordlg.h>
-
 namespace korvane::test
 {
 
@@ -769,38 +767,6 @@ TEST_P(ListEditorTests, AnyColourIsChosenInThePlatformsDialog)
     EXPECT_EQ(questions.asked.back().owner, container.window());
     chooseColor(VK_RETURN); // begins with the colour at hand
     EXPECT_EQ(color(), own);
-}
-
-/// Whether a colour is seen on a window.
-bool isSeen(HWND window, COLORREF color)
-{
-    RECT client{};
-    GetClientRect(window, &client);
-    UpdateWindow(window);
-    GdiFlush();
-    const HDC context = GetDC(window);
-    bool seen = false;
-    for (int y = 0; y < client.bottom; y += 3)
-        for (int x = 0; x < client.right; x += 3)
-            seen = seen || GetPixel(context, x, y) == color;
-    ReleaseDC(window, context);
-    return seen;
-}
-
-TEST_P(ListEditorTests, TheColoursThatTheUserPutsTogetherLastAsLongAsTheApartment)
-{
-    constexpr long color = 0x563412;
-    const auto isOffered = [](HWND box) { return isSeen(GetDlgItem(box, COLOR_CUSTOM1), color); };
-    showed(1);
-    chooseColor(VK_ESCAPE, color, [&](HWND box) {
-        SendMessageW(box, WM_COMMAND, COLOR_ADD, reinterpret_cast<LPARAM>(GetDlgItem(box, COLOR_ADD)));
-    });
-    container.close();
-    command = create<IAppCommand>(kind.command);
-    showed(1);
-    bool offered = false;
-    chooseColor(VK_ESCAPE, -1, [&](HWND box) { offered = isOffered(box); });
-    EXPECT_TRUE(offered);
 }
 
 TEST_P(ListEditorTests, ACancelledColourDialogLeavesTheColourAndTellsNothing)
