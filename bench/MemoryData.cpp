@@ -16,7 +16,7 @@ public:
 
     void raiseAdd(long id, BSTR name) const
     {
-        VARIANT arguments[] = {of(1L), of(name), of(id)};
+        VARIANT arguments[] = {of(3L), of(name), of(id)}; // a group of the user's
         raise(eventAdd, arguments, 3);
     }
 
@@ -41,6 +41,12 @@ public:
     STDMETHODIMP HasAccess(long, long, VARIANT_BOOL* result) override
     {
         *result = VARIANT_TRUE;
+        return S_OK;
+    }
+
+    STDMETHODIMP SetPosition(long, long position) override
+    {
+        data_.lastPosition_ = position;
         return S_OK;
     }
 

@@ -35,6 +35,9 @@ public:
     /// The seconds between opening and closing the last step of reading.
     double lastStep() const noexcept { return stepEnd_ - stepStart_; }
 
+    /// The position that was stored last.
+    long lastPosition() const noexcept { return lastPosition_; }
+
 private:
     class Groups;
     class Names;
@@ -47,6 +50,7 @@ private:
     std::vector<Bstr> texts_;
     double stepStart_ = 0;
     double stepEnd_ = 0;
+    long lastPosition_ = 0;
     ComPtr<Groups> groups_;
     ComPtr<Names> names_;
     ComPtr<Accounts> accounts_;

@@ -19,10 +19,15 @@ if(KORVANE_WIDL)
   # Debian's mingw-w64 has no system IDL files and no stdole2.tlb; Wine's development package has both.
   set(KORVANE_SYSTEM_IDL_DIR /usr/include/wine/wine/windows CACHE PATH "Folder of oaidl.idl and ocidl.idl")
   set(KORVANE_SYSTEM_TLB_DIR ${korvane_wine_tlb_dir} CACHE PATH "Folder of stdole2.tlb")
+  find_package(Python3 REQUIRED COMPONENTS Interpreter)
+  set(korvane_undate "${Python3_EXECUTABLE}" "${CMAKE_SOURCE_DIR}/cmake/undate.py")
 endif()
 
 function(korvane_idl name file)
   get_filename_component(source "${file}" ABSOLUTE)
+  # Compiled from its own folder, since what is made names its source as it was given.
+  get_filename_component(source_name "${file}" NAME)
+  get_filename_component(source_dir "${source}" DIRECTORY)
   set(header "${KORVANE_IDL_DIR}/${name}.h")
   set(ids "${KORVANE_IDL_DIR}/${name}_i.c")
   set(tlb "${KORVANE_TLB_DIR}/${name}.tlb")
@@ -43,9 +48,11 @@ function(korvane_idl name file)
         -L "${KORVANE_TLB_DIR}" -L "${KORVANE_SYSTEM_TLB_DIR}")
     add_custom_command(
       OUTPUT "${header}" "${ids}" "${tlb}"
-      COMMAND ${widl} -h -o "${header}" "${source}"
-      COMMAND ${widl} -u -o "${ids}" "${source}"
-      COMMAND ${widl} -t -o "${tlb}" "${source}"
+      COMMAND ${widl} -h -o "${header}" "${source_name}"
+      COMMAND ${widl} -u -o "${ids}" "${source_name}"
+      COMMAND ${widl} -t -o "${tlb}" "${source_name}"
+      COMMAND ${korvane_undate} "${tlb}"
+      WORKING_DIRECTORY "${source_dir}"
       DEPENDS "${source}" ${imported_files}
       COMMENT "Interface definition ${name}" VERBATIM)
   else()
@@ -58,6 +65,44 @@ function(korvane_idl name file)
   endif()
   set_property(GLOBAL APPEND PROPERTY korvane_idl_headers "${header}")
   set_property(GLOBAL APPEND PROPERTY korvane_idl_ids "${ids}")
+  set_property(GLOBAL APPEND PROPERTY korvane_idl_libraries "${tlb}")
+endfunction()
+
+# korvane_binding(<name> [<name it imports>...])
+#
+# Compiles an interface definition once more, to idl/<name>.binding.tlb, in which everything stands that its members
+# refer to (see library/KorvaneDlg.rc).
+
+function(korvane_binding name)
+  get_property(source GLOBAL PROPERTY korvane_idl_${name})
+  set(tlb "${KORVANE_IDL_DIR}/${name}.binding.tlb")
+  set(included_dir "${CMAKE_SOURCE_DIR}/framework/contracts")
+  set(imports -I "${included_dir}")
+  set(imported_files "${included_dir}/Properties.idl")
+  foreach(import ${ARGN})
+    get_property(path GLOBAL PROPERTY korvane_idl_${import})
+    get_filename_component(folder "${path}" DIRECTORY)
+    list(APPEND imports -I "${folder}")
+    list(APPEND imported_files "${path}")
+  endforeach()
+
+  if(KORVANE_WIDL)
+    add_custom_command(
+      OUTPUT "${tlb}"
+      COMMAND ${KORVANE_WIDL} --${korvane_idl_arch} -D KORVANE_BINDING -I "${KORVANE_SYSTEM_IDL_DIR}" ${imports}
+              -L "${KORVANE_SYSTEM_TLB_DIR}" -t -o "${tlb}" "${source}"
+      COMMAND ${korvane_undate} "${tlb}"
+      DEPENDS "${source}" ${imported_files}
+      COMMENT "Interface definition ${name} for calls by name" VERBATIM)
+  else()
+    add_custom_command(
+      OUTPUT "${tlb}"
+      COMMAND midl /nologo /char signed /env ${korvane_idl_arch} /D KORVANE_BINDING ${imports}
+              /out "${KORVANE_IDL_DIR}/binding" /tlb "${tlb}" "${source}"
+      DEPENDS "${source}" ${imported_files}
+      COMMENT "Interface definition ${name} for calls by name" VERBATIM)
+    file(MAKE_DIRECTORY "${KORVANE_IDL_DIR}/binding")
+  endif()
   set_property(GLOBAL APPEND PROPERTY korvane_idl_libraries "${tlb}")
 endfunction()
 

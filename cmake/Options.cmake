@@ -5,7 +5,8 @@ target_compile_definitions(korvane_options INTERFACE
   WINVER=0x0601 _WIN32_WINNT=0x0601 _WIN32_IE=0x0800)
 
 if(MSVC)
-  target_compile_options(korvane_options INTERFACE /W4 /WX /utf-8 /permissive- /Zc:__cplusplus /EHsc /GR-)
+  target_compile_options(korvane_options INTERFACE /W4 /WX /utf-8 /permissive- /Zc:__cplusplus /EHsc /GR- /Brepro)
+  target_link_options(korvane_options INTERFACE /Brepro)
   set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
 else()
   target_compile_options(korvane_options INTERFACE
@@ -16,5 +17,9 @@ else()
     $<$<COMPILE_LANGUAGE:CXX>:-fno-threadsafe-statics>
     # Nothing asks for a type at run time; the descriptions of types would be a tenth of the DLL.
     $<$<COMPILE_LANGUAGE:CXX>:-fno-rtti>
+    # What cannot throw is not unwound on 32-bit Windows. (64-bit Windows unwinds everything by its own tables.)
+    $<$<AND:$<COMPILE_LANGUAGE:CXX>,$<EQUAL:${CMAKE_SIZEOF_VOID_P},4>>:-fno-asynchronous-unwind-tables>
     -ffunction-sections -fdata-sections)
+  # What is built from the same sources is the same, byte for byte.
+  target_link_options(korvane_options INTERFACE -Wl,--no-insert-timestamp)
 endif()

@@ -1,7 +1,9 @@
 #include "framework/AppDialog.h"
 
+#include "framework/DialogEvents.h"
 #include "framework/com/Apartment.h"
 #include "framework/com/LateBound.h"
+#include "framework/control/TextRoom.h"
 
 #include <string>
 
@@ -41,6 +43,7 @@ STDMETHODIMP AppDialog::get_Ready(VARIANT_BOOL* result)
         connectEvents();
         localized_ = true;
         const bool loaded = load();
+        makeRoomForTexts();
         controlInfoChanged();
         if (state_ == State::made)
             state_ = State::ready;
@@ -93,6 +96,15 @@ STDMETHODIMP AppDialog::get_Resources(IResources** value)
     return returns(value, [] { return CurrentResources(); });
 }
 
+STDMETHODIMP AppDialog::GetGUID(DWORD kind, GUID* guid)
+{
+    if (!guid)
+        return E_POINTER;
+    const bool known = kind == GUIDKIND_DEFAULT_SOURCE_DISP_IID;
+    *guid = known ? __uuidof(IDialogEvents) : GUID_NULL;
+    return known ? S_OK : E_INVALIDARG;
+}
+
 STDMETHODIMP AppDialog::get_Font(IFontDisp** value)
 {
     return returns(value, [&] { return font().copy(); });
@@ -103,6 +115,8 @@ STDMETHODIMP AppDialog::putref_Font(IFontDisp* value)
     return held([&] {
         const Batch batch(*this);
         applyFont(notNull(value));
+        if (localized_)
+            makeRoomForTexts();
     });
 }
 
@@ -140,6 +154,18 @@ void AppDialog::LocalizeCaptions()
     }
 }
 
+/// A language may need more room than the layout was designed with: it becomes as wide as its texts need, and stays
+/// so.
+/// @return whether the dialog has another size.
+bool AppDialog::makeRoomForTexts()
+{
+    takeTextsChanged();
+    const float wider = TextRoom(controls(), Width(), resizable()).make();
+    if (wider > 0)
+        setSize(fitToPixels(Width() + wider, dpi()), Height());
+    return wider > 0;
+}
+
 void AppDialog::ApplyContainerFont()
 {
     ComPtr<IUnknown> containerFont;
@@ -174,15 +200,17 @@ std::vector<ComPtr<IUnknown>> AppDialog::containers() const
     if (!site)
         return found;
     const auto extended = fetchIfAny(site.as<IOleControlSite>(), &IOleControlSite::GetExtendedControl);
-    if (auto named = objectIn(getIfAny(extended, L"Container")))
-        found.push_back(std::move(named));
+    for (const wchar_t* const name : {L"Container", L"Parent"}) // programs differ in what they call it
+        if (auto named = objectIn(getIfAny(extended, name)))
+            found.push_back(std::move(named));
     if (const auto container = fetchIfAny(site, &IOleClientSite::GetContainer))
         found.push_back(container.as<IUnknown>());
     found.push_back(site.as<IUnknown>());
     return found;
 }
 
-/// Gives the relay the container's sink. A container without one gets no news, and the dialog works without.
+/// Gives the relay the container's sink. A container without one hears the dialog's events, if it subscribes to them:
+/// never both, so that nothing is executed twice.
 void AppDialog::connectEvents()
 {
     ComPtr<IAppDialogSink> sink;
@@ -191,6 +219,8 @@ void AppDialog::connectEvents()
             sink = container.as<IAppDialogSink>();
     if (!window())
         throw Failure(E_ABORT); // the container has ended the dialog meanwhile
+    if (!sink)
+        sink = ComPtr<IAppDialogSink>(make<DialogEvents>(point(), [this] { return pixelSize(); }).get());
     events_->putref_Sink(sink.get());
 }
 
@@ -200,6 +230,7 @@ void AppDialog::ambientFontChanged()
         return;
     const Batch batch(*this);
     ApplyContainerFont();
+    makeRoomForTexts();
 }
 
 void AppDialog::dpiChanged()
@@ -209,6 +240,8 @@ void AppDialog::dpiChanged()
     setSize(fitToPixels(Width(), dpi()), fitToPixels(Height(), dpi()));
     extentChanged();
     DialogWindow::applyFont();
+    if (localized_)
+        makeRoomForTexts();
 }
 
 void AppDialog::closing() noexcept
@@ -331,6 +364,12 @@ void AppDialog::run(const std::function<void()>& handler) noexcept
     const Batch batch(*this);
     if (const auto failure = attempt(handler))
         raiseError(*failure);
+    if (!takeTextsChanged() || !isLoaded() || !window())
+        return;
+    attempt([this] {
+        if (makeRoomForTexts())
+            raiseResize();
+    });
 }
 
 HICON AppDialog::loadIcon(long id, int size) const noexcept

@@ -81,7 +81,13 @@ STDMETHODIMP AppDialogEvents::OfferCommand(IAppCommand* candidate, VARIANT_BOOL*
 bool AppDialogEvents::ask(Question question, IAppCommand* candidate) const
 {
     const auto site = sink_.as<IAppCommandSite>();
-    return site && fetch(site, question, candidate);
+    if (!site)
+        return false;
+    SetErrorInfo(0, nullptr); // what comes out of the call is to be told from what was there before
+    VARIANT_BOOL answer = VARIANT_FALSE;
+    if (const HRESULT outcome = (site.get()->*question)(candidate, &answer); FAILED(outcome))
+        throw Failure::ofHost(outcome);
+    return owned(answer);
 }
 
 } // namespace korvane

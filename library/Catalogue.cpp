@@ -18,6 +18,10 @@
 #include "masterdata/ctlArrangeTypes.h"
 #include "masterdata/ctlEditNames.h"
 #include "masterdata/ctlEditTypes.h"
+#include "messages/InfoMessage.h"
+#include "messages/ShowMessage.h"
+#include "messages/ctlInfoMessage.h"
+#include "messages/ctlShowMessage.h"
 #include "resources/Resources.h"
 #include "resources/pictures/PictureIds.h"
 
@@ -57,6 +61,14 @@ std::span<const ClassEntry> classCatalogue() noexcept
         {&__uuidof(::EditTypes), L"EditTypes", L"Korvane activity type command", &createInstance<EditTypes>},
         {&__uuidof(::ctlEditTypes), L"ctlEditTypes", L"Korvane activity type dialog",
          &createInstance<ctlEditTypes>, PICTURE_ACTIVITY_TYPES},
+        {&__uuidof(::InfoMessage), L"InfoMessage", L"Korvane information and message command",
+         &createInstance<InfoMessage>},
+        {&__uuidof(::ctlInfoMessage), L"ctlInfoMessage", L"Korvane information and message dialog",
+         &createInstance<ctlInfoMessage>, PICTURE_MESSAGES},
+        {&__uuidof(::ShowMessage), L"ShowMessage", L"Korvane message viewer command",
+         &createInstance<ShowMessage>},
+        {&__uuidof(::ctlShowMessage), L"ctlShowMessage", L"Korvane message viewer",
+         &createInstance<ctlShowMessage>, PICTURE_MESSAGES},
     };
     return classes;
 }

@@ -67,9 +67,7 @@ STDAPI DllUnregisterServer()
 /// `regsvr32 /n /i:user` registers for the user alone, whatever the rights.
 STDAPI DllInstall(BOOL install, LPCWSTR commandLine)
 {
-    const bool forUser =
-        commandLine && CompareStringOrdinal(commandLine, -1, L"user", -1, TRUE) == CSTR_EQUAL;
-    return changeRegistration(install, forUser ? Scope::user : writableScope());
+    return changeRegistration(install, scopeOf(commandLine));
 }
 
 } // extern "C"

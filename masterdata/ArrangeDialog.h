@@ -17,8 +17,8 @@ protected:
     static constexpr float designWidth = 4200;
     static constexpr float designHeight = 3900;
 
-    /// @param list text of the list's label. @param scope source of the step of loading: hosts know it as that of the
-    /// edit dialogs.
+    /// @param list text id of the list's label. @param scope source of the step of loading: hosts know it as that of
+    /// the edit dialogs.
     ArrangeDialog(REFCLSID classId, long titleId, float width, float height, const wchar_t* list,
                   const wchar_t* scope);
 
@@ -47,6 +47,20 @@ private:
     ControlArray<Button, 4> cmdMove; ///< cmdUpUp, cmdUp, cmdDown, cmdDownDown
     CommandFrame fraCommands{
         *this, {designWidth - commandsWidth, designHeight - commandsHeight, commandsWidth, commandsHeight}};
+};
+
+/// The dialog for one arrange command.
+template <class Class, class Command> class ArrangeDialogOf : public Dialog<Class, Command, ArrangeDialog>
+{
+protected:
+    ArrangeDialogOf(long titleId, const wchar_t* list, const wchar_t* scope)
+        : ArrangeDialogOf::Dialog(titleId, ArrangeDialog::designWidth, ArrangeDialog::designHeight, list,
+                                  scope)
+    {
+    }
+
+private:
+    Arrangement& arrangement() const override { return this->command(); }
 };
 
 } // namespace korvane

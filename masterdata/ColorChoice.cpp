@@ -26,8 +26,9 @@ long colorOf(std::size_t index)
 /// What screen readers call a swatch: its value, which is the same in every language.
 std::wstring nameOf(std::size_t index)
 {
-    wchar_t name[8];
-    swprintf(name, 8, L"#%06X", palette.at(index));
+    std::wstring name = L"#000000";
+    for (int digit = 6, value = palette.at(index); digit > 0; --digit, value >>= 4)
+        name[static_cast<std::size_t>(digit)] = L"0123456789ABCDEF"[value & 15];
     return name;
 }
 

@@ -7,15 +7,12 @@
 namespace korvane
 {
 
-class ctlArrangeGroups final : public Dialog<ctlArrangeGroups, ArrangeGroups, ArrangeDialog>
+class ctlArrangeGroups final : public ArrangeDialogOf<ctlArrangeGroups, ArrangeGroups>
 {
 public:
     static const GUID* classId() noexcept { return &__uuidof(::ctlArrangeGroups); }
 
-    ctlArrangeGroups() : Dialog(21000, designWidth, designHeight, L"40000", L"ctlEditNames.Prepare") {}
-
-private:
-    Arrangement& arrangement() const override { return command(); }
+    ctlArrangeGroups() : ArrangeDialogOf(21000, L"40000", L"ctlEditNames.Prepare") {}
 };
 
 } // namespace korvane

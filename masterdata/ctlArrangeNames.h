@@ -7,15 +7,12 @@
 namespace korvane
 {
 
-class ctlArrangeNames final : public Dialog<ctlArrangeNames, ArrangeNames, ArrangeDialog>
+class ctlArrangeNames final : public ArrangeDialogOf<ctlArrangeNames, ArrangeNames>
 {
 public:
     static const GUID* classId() noexcept { return &__uuidof(::ctlArrangeNames); }
 
-    ctlArrangeNames() : Dialog(22000, designWidth, designHeight, L"22009", L"ctlEditNames.Prepare") {}
-
-private:
-    Arrangement& arrangement() const override { return command(); }
+    ctlArrangeNames() : ArrangeDialogOf(22000, L"22009", L"ctlEditNames.Prepare") {}
 };
 
 } // namespace korvane

@@ -7,15 +7,12 @@
 namespace korvane
 {
 
-class ctlArrangeTypes final : public Dialog<ctlArrangeTypes, ArrangeTypes, ArrangeDialog>
+class ctlArrangeTypes final : public ArrangeDialogOf<ctlArrangeTypes, ArrangeTypes>
 {
 public:
     static const GUID* classId() noexcept { return &__uuidof(::ctlArrangeTypes); }
 
-    ctlArrangeTypes() : Dialog(23000, designWidth, designHeight, L"23006", L"ctlEditTypes.Prepare") {}
-
-private:
-    Arrangement& arrangement() const override { return command(); }
+    ctlArrangeTypes() : ArrangeDialogOf(23000, L"23006", L"ctlEditTypes.Prepare") {}
 };
 
 } // namespace korvane

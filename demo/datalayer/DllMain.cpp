@@ -8,6 +8,17 @@
 
 using namespace korvane;
 
+namespace
+{
+
+HRESULT changeRegistration(bool add, Scope scope) noexcept
+{
+    const auto change = add ? &registerModule : &unregisterModule;
+    return guard([&] { change(store::libraryRegistration, classCatalogue(), scope); });
+}
+
+} // namespace
+
 extern "C"
 {
 
@@ -35,12 +46,17 @@ STDAPI DllCanUnloadNow()
 
 STDAPI DllRegisterServer()
 {
-    return guard([] { registerModule(store::libraryRegistration, classCatalogue(), writableScope()); });
+    return changeRegistration(true, writableScope());
 }
 
 STDAPI DllUnregisterServer()
 {
-    return guard([] { unregisterModule(store::libraryRegistration, classCatalogue(), writableScope()); });
+    return changeRegistration(false, writableScope());
+}
+
+STDAPI DllInstall(BOOL install, LPCWSTR commandLine)
+{
+    return changeRegistration(install, scopeOf(commandLine));
 }
 
 } // extern "C"

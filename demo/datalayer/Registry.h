@@ -9,7 +9,7 @@ namespace korvane::store
 {
 
 /// Answers from the database that was opened last and is still open.
-class Registry final : public Object<Registry, Inherits<IRegistry>, IRegistry>
+class Registry final : public Object<Registry, Inherits<ISettings>, ISettings, IRegistry>
 {
 public:
     STDMETHODIMP GetValue(BSTR key, VARIANT defaultValue, VARIANT* value) override;

@@ -23,6 +23,11 @@ public:
     /// The failure of a call on an object: what the object told about it is taken along unchanged.
     static Failure ofCall(HRESULT number, IUnknown* object, REFIID calledInterface) noexcept;
 
+    /// The failure of a call on an object of the host's, which may set error information and forget to say so: what was
+    /// set during the call is taken along, unless it belongs to another failure. The caller has cleared what was there
+    /// before.
+    static Failure ofHost(HRESULT number) noexcept;
+
     HRESULT number() const noexcept { return number_; }
     Bstr source() const;
     Bstr description() const;

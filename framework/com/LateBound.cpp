@@ -9,19 +9,6 @@ namespace korvane
 namespace
 {
 
-/// What an object tells of a failure in a late-bound call.
-Failure failureIn(EXCEPINFO& exception)
-{
-    if (exception.pfnDeferredFillIn)
-        exception.pfnDeferredFillIn(&exception);
-    const Bstr source = Bstr::adopt(exception.bstrSource);
-    const Bstr description = Bstr::adopt(exception.bstrDescription);
-    const Bstr help = Bstr::adopt(exception.bstrHelpFile);
-    const HRESULT number =
-        exception.scode != 0 ? exception.scode : MAKE_HRESULT(1, FACILITY_CONTROL, exception.wCode);
-    return {number, source.view(), description.view()};
-}
-
 DISPID idOf(const ComPtr<IDispatch>& object, std::wstring_view member)
 {
     Bstr name(member);
@@ -44,13 +31,26 @@ Variant callByName(const ComPtr<IDispatch>& object, std::wstring_view member, WO
     VARIANT result{};
     const HRESULT outcome =
         object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters, &result, &exception, nullptr);
-    if (outcome == DISP_E_EXCEPTION)
-        throw failureIn(exception);
-    require(outcome);
+    if (FAILED(outcome))
+        throw failureOfInvoke(outcome, exception);
     return owned(result);
 }
 
 } // namespace
+
+Failure failureOfInvoke(HRESULT outcome, EXCEPINFO& exception)
+{
+    if (exception.pfnDeferredFillIn)
+        exception.pfnDeferredFillIn(&exception);
+    const Bstr source = Bstr::adopt(std::exchange(exception.bstrSource, nullptr));
+    const Bstr description = Bstr::adopt(std::exchange(exception.bstrDescription, nullptr));
+    const Bstr help = Bstr::adopt(std::exchange(exception.bstrHelpFile, nullptr));
+    if (outcome != DISP_E_EXCEPTION)
+        return Failure(outcome);
+    const HRESULT number =
+        exception.scode != 0 ? exception.scode : MAKE_HRESULT(1, FACILITY_CONTROL, exception.wCode);
+    return {number, source.view(), description.view()};
+}
 
 Variant get(const ComPtr<IDispatch>& object, std::wstring_view property,
             std::initializer_list<Variant> arguments)

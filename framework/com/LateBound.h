@@ -20,6 +20,9 @@ Variant getIfAny(const ComPtr<IDispatch>& object, std::wstring_view property);
 Variant invoke(const ComPtr<IDispatch>& object, std::wstring_view method,
                std::initializer_list<Variant> arguments = {});
 
+/// What a failed Invoke has told. The texts are taken out of the exception.
+Failure failureOfInvoke(HRESULT outcome, EXCEPINFO& exception);
+
 /// The object in a value; empty where there is none.
 ComPtr<IUnknown> objectIn(const Variant& value);
 

@@ -63,7 +63,9 @@ MemberTable::MemberTable(std::span<const IID* const> interfaces) : information_(
     for (std::size_t face = 0; face < interfaces.size(); ++face)
         if (interfaces[face])
         {
-            information_[face] = typeInfoOf(*interfaces[face]);
+            if (!described_)
+                described_ = typeInfoOf(*interfaces[face]);
+            information_[face] = bindingInfoOf(*interfaces[face]);
             add(vtableView(information_[face].get()).get(), face);
         }
     std::stable_sort(members_.begin(), members_.end(), [](const MemberEntry& left, const MemberEntry& right) {
@@ -98,14 +100,6 @@ const MemberEntry* MemberTable::find(DISPID id) const noexcept
     const auto found = std::find_if(members_.begin(), members_.end(),
                                     [&](const MemberEntry& member) { return member.id == id; });
     return found == members_.end() ? nullptr : &*found;
-}
-
-ITypeInfo* MemberTable::information() const noexcept
-{
-    for (const auto& each : information_)
-        if (each)
-            return each.get();
-    return nullptr;
 }
 
 const MemberTable& memberTable(MemberTableSlot& slot, std::span<const IID* const> interfaces)

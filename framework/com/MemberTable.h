@@ -31,14 +31,15 @@ public:
     const MemberEntry* find(std::wstring_view name) const noexcept;
     const MemberEntry* find(DISPID id) const noexcept;
 
-    /// The type information of the interface with this index.
+    /// The type information of the interface with this index, to call it through.
     ITypeInfo* information(std::size_t face) const noexcept { return information_[face].get(); }
-    /// That of the class's first dual interface.
-    ITypeInfo* information() const noexcept;
+    /// That of the class's first dual interface, as its callers know it.
+    ITypeInfo* information() const noexcept { return described_.get(); }
 
 private:
     void add(ITypeInfo* information, std::size_t face);
 
+    ComPtr<ITypeInfo> described_;
     std::vector<ComPtr<ITypeInfo>> information_;
     std::vector<MemberEntry> members_; ///< by name
 };

@@ -28,6 +28,13 @@ public:
         requireRegistry(
             RegCreateKeyExW(parent, path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &key_, nullptr));
     }
+    /// What is there already; without it, the key is null.
+    static Key existing(HKEY parent, const std::wstring& path) noexcept
+    {
+        HKEY key = nullptr;
+        RegOpenKeyExW(parent, path.c_str(), 0, KEY_QUERY_VALUE, &key);
+        return Key(key);
+    }
     Key(Key&& other) noexcept : key_(std::exchange(other.key_, nullptr)) {}
     ~Key()
     {
@@ -55,14 +62,18 @@ private:
     HKEY key_ = nullptr;
 };
 
+HKEY hiveOf(Scope scope) noexcept
+{
+    return scope == Scope::machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
+}
+
 /// While it lives, everything that is written under HKEY_CLASSES_ROOT, by the platform's own type library
 /// registration too, goes to one part of the registry: that key by itself is a view of both parts, and writes to the
 /// user's where the user has the same key.
 class ClassesRoot
 {
 public:
-    explicit ClassesRoot(Scope scope)
-        : classes_(scope == Scope::machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER, L"Software\\Classes")
+    explicit ClassesRoot(Scope scope) : classes_(hiveOf(scope), L"Software\\Classes")
     {
         enableForTypeLibraries();
         requireRegistry(RegOverridePredefKey(HKEY_CLASSES_ROOT, classes_.get()));
@@ -138,6 +149,13 @@ struct Library
     TLIBATTR attributes;
 };
 
+ComPtr<ITypeLib> loadFile(const std::wstring& path) noexcept
+{
+    ComPtr<ITypeLib> library;
+    LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.put());
+    return library;
+}
+
 Library loadLibrary(int index)
 {
     Library result{modulePath() + L'\\' + decimal(index), {}, {}};
@@ -155,45 +173,130 @@ bool sameFile(const std::wstring& left, const std::wstring& right)
                                 static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
 }
 
-/// Where a type library is registered; empty when it is not.
-std::wstring registeredPath(const TLIBATTR& attributes)
+/// The key of a type library that tells its file, for one word size in one part of the registry. Its default value is
+/// the file in use. Each module that brings the library along has a value there by its own name, which is its file:
+/// the platform deletes all of them with the key, and none of its own is changed.
+class LibraryKey
 {
-    Bstr path;
-    const HRESULT result = QueryPathOfRegTypeLib(attributes.guid, attributes.wMajorVerNum,
-                                                 attributes.wMinorVerNum, attributes.lcid, path.put());
-    return SUCCEEDED(result) ? std::wstring(path.c_str()) : std::wstring();
+public:
+    LibraryKey(Scope scope, const TLIBATTR& attributes)
+        : hive_(hiveOf(scope)),
+          path_(L"Software\\Classes\\TypeLib\\" + text(attributes.guid) + L'\\' + version(attributes) +
+                (sizeof(void*) == 8 ? L"\\0\\win64" : L"\\0\\win32"))
+    {
+    }
+
+    std::wstring fileInUse() const { return value(nullptr); }
+    std::wstring fileOf(const wchar_t* module) const { return value(module); }
+
+    void note(const wchar_t* module, const std::wstring& file) const { Key(hive_, path_).set(module, file); }
+    void forget(const wchar_t* module) const { RegDeleteKeyValueW(hive_, path_.c_str(), module); }
+
+    /// The files of the modules that are noted.
+    std::vector<std::wstring> noted() const
+    {
+        std::vector<std::wstring> files;
+        const Key key = Key::existing(hive_, path_);
+        wchar_t name[256];
+        DWORD length = ARRAYSIZE(name);
+        for (DWORD index = 0; RegEnumValueW(key.get(), index, name, &length, nullptr, nullptr, nullptr,
+                                            nullptr) == ERROR_SUCCESS;
+             ++index, length = ARRAYSIZE(name))
+            if (length != 0)
+                files.push_back(value(name));
+        return files;
+    }
+
+private:
+    /// As in the platform's own keys: hexadecimal.
+    static std::wstring version(const TLIBATTR& attributes)
+    {
+        wchar_t buffer[16];
+        wsprintfW(buffer, L"%x.%x", attributes.wMajorVerNum, attributes.wMinorVerNum);
+        return buffer;
+    }
+
+    std::wstring value(const wchar_t* name) const
+    {
+        wchar_t file[MAX_PATH + 8]; // with the number of a resource
+        DWORD size = sizeof file;
+        const LSTATUS status = RegGetValueW(hive_, path_.c_str(), name, RRF_RT_REG_SZ, nullptr, file, &size);
+        return status == ERROR_SUCCESS ? std::wstring(file) : std::wstring();
+    }
+
+    HKEY hive_;
+    std::wstring path_;
+};
+
+enum class Holder
+{
+    nobody, ///< or a file that is gone: it would leave callers without the contract
+    module, ///< this one, or another one that shares it
+    host
+};
+
+Holder holderOf(const LibraryKey& key, const Library& own)
+{
+    const std::wstring file = key.fileInUse();
+    if (sameFile(file, own.path))
+        return Holder::module;
+    if (file.empty() || !loadFile(file))
+        return Holder::nobody;
+    for (const std::wstring& noted : key.noted())
+        if (sameFile(noted, file))
+            return Holder::module;
+    return Holder::host;
 }
 
-/// True when somebody else has registered a contract, at a file that is still there: a registration whose file is
-/// gone would leave callers without the contract.
-bool isRegisteredElsewhere(const Library& own)
+/// A contract that the host has registered is the host's: where it is for the machine, the user's part, which comes
+/// first, is not to hide it. What a module has registered for the machine may go with it, and a user needs his own.
+bool isTheHosts(const Library& contract, Scope scope)
 {
-    const std::wstring registered = registeredPath(own.attributes);
-    return !registered.empty() && !sameFile(registered, own.path) &&
-           SUCCEEDED(LoadTypeLibEx(registered.c_str(), REGKIND_NONE, ComPtr<ITypeLib>().put()));
+    const LibraryKey key(scope, contract.attributes);
+    return holderOf(key, contract) == Holder::host ||
+           (scope == Scope::user && key.fileInUse().empty() &&
+            holderOf(LibraryKey(Scope::machine, contract.attributes), contract) == Holder::host);
 }
 
-/// The type libraries to register: the module's own, and the contracts that nobody else has registered.
-std::vector<Library> librariesToRegister(int count)
+void registerLibrary(const wchar_t* module, Library& own, Scope scope)
 {
-    std::vector<Library> libraries;
-    for (int index = 1; index <= count; ++index)
-        if (Library library = loadLibrary(index); index == 1 || !isRegisteredElsewhere(library))
-            libraries.push_back(std::move(library));
-    return libraries;
+    require(RegisterTypeLib(own.library.get(), own.path.data(), nullptr));
+    LibraryKey(scope, own.attributes).note(module, own.path);
 }
 
-void unregisterLibrary(int index)
+void registerContract(const wchar_t* module, Library& contract, Scope scope)
+{
+    if (isTheHosts(contract, scope))
+        return;
+    const LibraryKey key(scope, contract.attributes);
+    const bool isAnotherModules =
+        holderOf(key, contract) == Holder::module && !sameFile(key.fileInUse(), key.fileOf(module));
+    if (isAnotherModules)
+        key.note(module, contract.path);
+    else
+        registerLibrary(module, contract, scope);
+}
+
+void unregisterLibrary(const wchar_t* module, int index, Scope scope)
 {
     const Library own = loadLibrary(index);
-    if (!sameFile(registeredPath(own.attributes), own.path))
+    const LibraryKey key(scope, own.attributes);
+    if (sameFile(key.fileOf(module), own.path))
+        key.forget(module);
+    if (!sameFile(key.fileInUse(), own.path))
         return;
+    for (std::wstring& heir : key.noted())
+        if (const auto library = loadFile(heir))
+        {
+            require(RegisterTypeLib(library.get(), heir.data(), nullptr));
+            return;
+        }
     const TLIBATTR& attributes = own.attributes;
     require(UnRegisterTypeLib(attributes.guid, attributes.wMajorVerNum, attributes.wMinorVerNum,
                               attributes.lcid, attributes.syskind));
 }
 
-void removeEverything(const LibraryRegistration& library, std::span<const ClassEntry> classes)
+void removeEverything(const LibraryRegistration& library, std::span<const ClassEntry> classes, Scope scope)
 {
     for (const ClassEntry& entry : classes)
     {
@@ -201,32 +304,33 @@ void removeEverything(const LibraryRegistration& library, std::span<const ClassE
         deleteTree(L"CLSID\\" + text(*entry.classId));
     }
     for (int index = 1; index <= library.typeLibraries; ++index)
-        unregisterLibrary(index);
+        unregisterLibrary(library.name, index, scope);
 }
 
 } // namespace
 
 void registerModule(const LibraryRegistration& library, std::span<const ClassEntry> classes, Scope scope)
 {
-    // Looked up before the user's part takes the place of the whole: a contract of the machine counts for users too.
-    std::vector<Library> libraries = librariesToRegister(library.typeLibraries);
     const ClassesRoot root(scope);
-    const auto failure = attempt([&] {
-        for (Library& own : libraries)
-            require(RegisterTypeLib(own.library.get(), own.path.data(), nullptr));
-        for (const ClassEntry& entry : classes)
-            registerClass(library, entry);
-    });
-    if (!failure)
-        return;
-    attempt([&] { removeEverything(library, classes); });
-    throw *failure;
+    undoOnFailure(
+        [&] {
+            Library own = loadLibrary(1);
+            registerLibrary(library.name, own, scope);
+            for (int index = 2; index <= library.typeLibraries; ++index)
+            {
+                Library contract = loadLibrary(index);
+                registerContract(library.name, contract, scope);
+            }
+            for (const ClassEntry& entry : classes)
+                registerClass(library, entry);
+        },
+        [&] { removeEverything(library, classes, scope); });
 }
 
 void unregisterModule(const LibraryRegistration& library, std::span<const ClassEntry> classes, Scope scope)
 {
     const ClassesRoot root(scope);
-    removeEverything(library, classes);
+    removeEverything(library, classes, scope);
 }
 
 Scope writableScope() noexcept
@@ -238,6 +342,13 @@ Scope writableScope() noexcept
         return Scope::user;
     RegCloseKey(classes);
     return Scope::machine;
+}
+
+Scope scopeOf(LPCWSTR commandLine) noexcept
+{
+    const bool forUser =
+        commandLine && CompareStringOrdinal(commandLine, -1, L"user", -1, TRUE) == CSTR_EQUAL;
+    return forUser ? Scope::user : writableScope();
 }
 
 } // namespace korvane

@@ -14,8 +14,9 @@ struct LibraryRegistration
 {
     const wchar_t* name; ///< first part of every ProgID
     const GUID* typeLibrary;
-    /// Type libraries in the module's resources, 1 (its own) to this number. The others describe contracts
-    /// that a host or data layer may have registered itself: those registrations are left alone.
+    /// Type libraries in the module's resources, 1 (its own) to this number. The others describe contracts that other
+    /// modules bring along, too: a contract stays registered as long as one of them does. What a host has registered
+    /// itself is left alone.
     int typeLibraries;
     DWORD controlStatus; ///< OLEMISC flags of the module's controls
 };
@@ -32,5 +33,8 @@ void unregisterModule(const LibraryRegistration& library, std::span<const ClassE
 
 /// The machine where its part of the registry can be written, else the user.
 Scope writableScope() noexcept;
+
+/// What the command line of DllInstall asks for: "user" for the user alone, whatever the rights.
+Scope scopeOf(LPCWSTR commandLine) noexcept;
 
 } // namespace korvane

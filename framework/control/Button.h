@@ -24,6 +24,10 @@ public:
 
     std::function<void()> onClick; ///< by the user
 
+    /// With the button's edges, and some room between them and the caption.
+    float neededWidth() const override { return picture_ != 0 ? 0 : captionWidth() + 180; }
+    bool stretches() const noexcept override { return false; }
+
     void placed() override;
     void closing() noexcept override { icon_.reset(); }
     void notify(WORD code) override;

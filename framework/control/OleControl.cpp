@@ -82,13 +82,4 @@ STDMETHODIMP OleControl::GetClassInfo(ITypeInfo** information)
     return returns(information, [&] { return typeInfoOf(classId_); });
 }
 
-STDMETHODIMP OleControl::GetGUID(DWORD kind, GUID* guid)
-{
-    if (!guid)
-        return E_POINTER;
-    *guid = GUID_NULL;
-    // Dialogs have no outgoing interface of their own: they tell their container through its sink.
-    return kind == GUIDKIND_DEFAULT_SOURCE_DISP_IID ? E_FAIL : E_INVALIDARG;
-}
-
 } // namespace korvane

@@ -102,7 +102,6 @@ public:
 
     // IProvideClassInfo2
     STDMETHODIMP GetClassInfo(ITypeInfo** information) override;
-    STDMETHODIMP GetGUID(DWORD kind, GUID* guid) override;
 
     IUnknown* identity() noexcept override { return static_cast<IOleObject*>(this); }
 
@@ -121,6 +120,7 @@ protected:
     virtual Extent minimumSize() const noexcept { return {}; }
     float Width() const noexcept { return width_; }
     float Height() const noexcept { return height_; }
+    SIZE pixelSize() const noexcept { return {toPixels(width_, dpi()), toPixels(height_, dpi())}; }
     void setSize(float width, float height);
     /// The same size has become another one in pixels.
     void extentChanged();

@@ -1,6 +1,6 @@
 #include "tests/activities/LinkGroupStore.h"
 
-#include "demo/datalayer/ConnectionPoint.h"
+#include "framework/com/ConnectionPoint.h"
 
 namespace korvane::test
 {

@@ -68,6 +68,8 @@ struct DialogCase
     std::wstring sharedKeys = {};
     /// The key that answers the dialog's questions.
     WORD answer = VK_RETURN;
+    /// The access key of the button that confirms; 0 where Enter does.
+    WORD confirmKey = 0;
     /// Whether it goes on with a further item after OK.
     bool staysOpen = false;
 

@@ -210,4 +210,41 @@ TEST_F(AppDialogEventsTests, AFailedSubmissionReachesTheCallerWithItsText)
     EXPECT_EQ(result, VARIANT_FALSE);
 }
 
+TEST_F(AppDialogEventsTests, ASubmissionThatFailsKeepsItsTextThoughTheHostDoesNotSayThatItHasOne)
+{
+    const auto container = make<CommandSink>();
+    connect(container);
+    container->tellsOfErrors = false;
+    container->outcome = static_cast<HRESULT>(0x80041234);
+    VARIANT_BOOL result = VARIANT_TRUE;
+    EXPECT_EQ(errorOf(events->SubmitCommand(nullptr, &result)),
+              (ErrorInfo{static_cast<HRESULT>(0x80041234), L"host", L"refused"}));
+}
+
+TEST_F(AppDialogEventsTests, ATextFromBeforeTheSubmissionIsNotTakenForItsOwn)
+{
+    const auto container = make<CommandSink>();
+    connect(container);
+    leaveError(static_cast<HRESULT>(0x80041111), L"earlier", L"another failure");
+    container->tellsOfErrors = false;
+    container->outcome = E_FAIL;
+    container->beforeAnswer = [] {};
+    VARIANT_BOOL result = VARIANT_TRUE;
+    EXPECT_EQ(errorOf(events->SubmitCommand(nullptr, &result)), (ErrorInfo{E_FAIL, L"", L""}));
+}
+
+TEST_F(AppDialogEventsTests, AFailureThatTheHostHasDealtWithWithinIsNotTakenForTheSubmissions)
+{
+    apartment(); // the state is there, as it is wherever a dialog is
+    const auto container = make<CommandSink>();
+    connect(container);
+    container->tellsOfErrors = false;
+    container->outcome = E_FAIL;
+    container->beforeAnswer = [] {
+        leaveError(static_cast<HRESULT>(0x80041111), L"within", L"another failure");
+    };
+    VARIANT_BOOL result = VARIANT_TRUE;
+    EXPECT_EQ(errorOf(events->SubmitCommand(nullptr, &result)), (ErrorInfo{E_FAIL, L"", L""}));
+}
+
 } // namespace korvane::test

@@ -1,7 +1,7 @@
 #include "framework/com/EventConnection.h"
 
-#include "demo/datalayer/ConnectionPoint.h"
 #include "framework/com/Boundary.h"
+#include "framework/com/ConnectionPoint.h"
 #include "tests/support/ComRules.h"
 
 #include <KorvaneData.h>

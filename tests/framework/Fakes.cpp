@@ -62,6 +62,11 @@ HRESULT CommandSink::noted(const char* call, IAppCommand* candidate, VARIANT_BOO
 {
     calls.emplace_back(call, candidate);
     *result = answer;
+    if (beforeAnswer)
+    {
+        beforeAnswer();
+        return outcome;
+    }
     return FAILED(outcome) ? Failure(outcome, L"host", L"refused").report() : outcome;
 }
 

@@ -61,6 +61,10 @@ public:
     std::vector<std::pair<std::string, IAppCommand*>> calls;
     VARIANT_BOOL answer = VARIANT_TRUE;
     HRESULT outcome = S_OK;
+    bool tellsOfErrors = true;          ///< by ISupportErrorInfo
+    std::function<void()> beforeAnswer; ///< within the call
+
+    STDMETHODIMP InterfaceSupportsErrorInfo(REFIID) override { return tellsOfErrors ? S_OK : S_FALSE; }
 
 private:
     HRESULT noted(const char* call, IAppCommand* candidate, VARIANT_BOOL* result);

@@ -223,8 +223,18 @@ TEST_F(MemberTableTests, LeadsToTheInterfaceThatDeclaresAMember)
     EXPECT_EQ(table().find(std::wstring_view(L"Operand"))->face, 2U);
     EXPECT_EQ(table().find(DISPID{104})->face, 0U);
     EXPECT_EQ(table().find(DISPID{4})->face, 2U);
-    EXPECT_EQ(table().information(), table().information(0));
     EXPECT_EQ(table().information(1), nullptr);
+}
+
+// Tools that ask an object for its type information look for the library's name and id in it.
+TEST_F(MemberTableTests, TellsTheLibraryThatIsRegistered)
+{
+    ComPtr<ITypeLib> library;
+    UINT index = 0;
+    ASSERT_EQ(table().information()->GetContainingTypeLib(library.put(), &index), S_OK);
+    Bstr help;
+    ASSERT_EQ(library->GetDocumentation(-1, nullptr, help.put(), nullptr, nullptr), S_OK);
+    EXPECT_EQ(help.view(), L"Korvane dialog library");
 }
 
 TEST_F(MemberTableTests, DoesNotFindWhatIsNotThere)

@@ -328,10 +328,15 @@ std::vector<PublicClass> publicClasses()
                           {}};
         for (UINT implemented = 0; implemented < attributes->cImplTypes; ++implemented)
         {
+            INT kind = 0;
+            require(information->GetImplTypeFlags(implemented, &kind));
             HREFTYPE reference = 0;
             require(information->GetRefTypeOfImplType(implemented, &reference));
-            const auto interfaceInfo = referenced(information.get(), reference);
-            found.interfaces.push_back(TypeAttributes(interfaceInfo.get())->guid);
+            const GUID id = TypeAttributes(referenced(information.get(), reference).get())->guid;
+            if (kind == (IMPLTYPEFLAG_FSOURCE | IMPLTYPEFLAG_FDEFAULT))
+                found.events = id;
+            else
+                found.interfaces.push_back(id);
         }
         classes.push_back(std::move(found));
     }

@@ -22,6 +22,7 @@ struct PublicClass
     std::wstring name;
     bool control;
     std::vector<IID> interfaces; ///< the default one first
+    IID events = GUID_NULL;      ///< of the connection points; null for none
 };
 
 std::vector<PublicClass> publicClasses();

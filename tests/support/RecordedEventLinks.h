@@ -1,7 +1,7 @@
 // The link groups of the recording data layer. The id of a link group is the id of one of its activities.
 #pragma once
 
-#include "demo/datalayer/ConnectionPoint.h"
+#include "framework/com/ConnectionPoint.h"
 #include "tests/support/EmptyData.h"
 #include "tests/support/RecordingData.h"
 

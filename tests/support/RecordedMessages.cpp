@@ -1,9 +1,26 @@
 #include "tests/support/RecordedMessages.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace korvane::test
 {
+
+namespace
+{
+
+/// A message is stamped when it is left. The present time is recorded as `now` and kept as 0, so that what is recorded
+/// does not depend on when a test runs.
+bool isNow(DATE time)
+{
+    constexpr double minute = 1.0 / (24 * 60);
+    SYSTEMTIME local{};
+    GetLocalTime(&local);
+    DATE present = 0;
+    return SystemTimeToVariantTime(&local, &present) && std::abs(present - time) < minute;
+}
+
+} // namespace
 
 void RecordedMessages::announce(const Message& message)
 {
@@ -59,13 +76,16 @@ STDMETHODIMP RecordedMessages::Fetch(long msgId, BSTR* fromName, DATE* dtg, BSTR
 STDMETHODIMP RecordedMessages::Add(long nameId, DATE dtg, BSTR about, BSTR tlf, BSTR contact, long kind,
                                    long* newId)
 {
-    const auto add = [&] {
-        *newId = data_.nextId++;
-        data_.messages.push_back({*newId, nameId, L"Administrator", dtg, std::wstring(view(tlf)),
-                                  std::wstring(view(contact)), std::wstring(view(about)), kind});
-        changed();
-    };
-    return data_.answer("Messages.Add", add, nameId, dtg, about, tlf, contact, kind);
+    const bool now = isNow(dtg);
+    const HRESULT outcome = data_.record("Messages.Add", shown(nameId) + ", " + (now ? "now" : stamp(dtg)) +
+                                                             ", " + listed(about, tlf, contact, kind));
+    if (FAILED(outcome))
+        return outcome;
+    *newId = data_.nextId++;
+    data_.messages.push_back({*newId, nameId, L"Administrator", now ? 0 : dtg, std::wstring(view(tlf)),
+                              std::wstring(view(contact)), std::wstring(view(about)), kind});
+    changed();
+    return S_OK;
 }
 
 STDMETHODIMP RecordedMessages::Remove(long msgId)

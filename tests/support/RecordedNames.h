@@ -1,7 +1,7 @@
 // The resources and the activity types of the recording data layer.
 #pragma once
 
-#include "demo/datalayer/ConnectionPoint.h"
+#include "framework/com/ConnectionPoint.h"
 #include "tests/support/EmptyData.h"
 #include "tests/support/RecordingData.h"
 

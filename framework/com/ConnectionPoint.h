@@ -8,7 +8,9 @@
 #include "framework/com/Object.h"
 #include "framework/com/Variant.h"
 
+#include <functional>
 #include <initializer_list>
+#include <span>
 #include <vector>
 
 namespace korvane
@@ -37,6 +39,11 @@ public:
     /// event from the others, nor the source from its work.
     void raise(DISPID event, std::initializer_list<Variant> arguments);
 
+    /// The same for an event that wants an answer.
+    /// @param arguments as Invoke wants them, the last one first. @param answered is told what each call came to.
+    void raise(DISPID event, std::span<VARIANT> arguments,
+               const std::function<void(HRESULT outcome, EXCEPINFO& exception)>& answered);
+
     STDMETHODIMP GetConnectionInterface(IID* iid) override;
     STDMETHODIMP GetConnectionPointContainer(IConnectionPointContainer** owner) override;
     STDMETHODIMP Advise(IUnknown* sink, DWORD* cookie) override;
@@ -64,7 +71,7 @@ public:
 
     STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints** points) override
     {
-        return returns(points, [&] { return enumerate(point_); });
+        return returns(points, [&] { return enumerate(point()); });
     }
 
     STDMETHODIMP FindConnectionPoint(REFIID events, IConnectionPoint** point) override
@@ -74,22 +81,34 @@ public:
         *point = nullptr;
         if (events != __uuidof(Events))
             return CONNECT_E_NOCONNECTION;
-        *point = ComPtr<IConnectionPoint>(point_.get()).detach();
-        return S_OK;
+        return guard([&] { *point = ComPtr<IConnectionPoint>(this->point().get()).detach(); });
     }
 
 protected:
     EventSource() = default;
-    ~EventSource() { point_->cutOff(); }
+    ~EventSource()
+    {
+        if (point_)
+            point_->cutOff();
+    }
 
-    bool hasSubscribers() const noexcept { return point_->hasSubscribers(); }
+    bool hasSubscribers() const noexcept { return point_ && point_->hasSubscribers(); }
     void raise(DISPID event, std::initializer_list<Variant> arguments = {})
     {
-        point_->raise(event, arguments);
+        if (point_)
+            point_->raise(event, arguments);
+    }
+
+    /// Made when somebody asks for it: most objects have nobody who listens.
+    const ComPtr<ConnectionPoint>& point()
+    {
+        if (!point_)
+            point_ = make<ConnectionPoint>(*this, __uuidof(Events));
+        return point_;
     }
 
 private:
-    ComPtr<ConnectionPoint> point_ = make<ConnectionPoint>(*this, __uuidof(Events));
+    ComPtr<ConnectionPoint> point_;
 };
 
 } // namespace korvane

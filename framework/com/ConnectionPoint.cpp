@@ -1,6 +1,6 @@
-#include "demo/datalayer/ConnectionPoint.h"
+#include "framework/com/ConnectionPoint.h"
 
-#include "demo/datalayer/Enumeration.h"
+#include "framework/com/Enumeration.h"
 
 #include <algorithm>
 
@@ -48,14 +48,24 @@ void ConnectionPoint::cutOff() noexcept
 void ConnectionPoint::raise(DISPID event, std::initializer_list<Variant> arguments)
 {
     std::vector<VARIANT> values = reversed(arguments);
+    raise(event, values, [](HRESULT, EXCEPINFO&) {});
+}
+
+void ConnectionPoint::raise(DISPID event, std::span<VARIANT> arguments,
+                            const std::function<void(HRESULT outcome, EXCEPINFO& exception)>& answered)
+{
     const auto called = subscribers_;
     for (const Subscriber& subscriber : called)
     {
         if (!isSubscribed(subscriber.cookie))
             continue;
-        DISPPARAMS parameters{values.data(), nullptr, static_cast<UINT>(values.size()), 0};
-        subscriber.sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr,
-                                nullptr, nullptr);
+        DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
+        EXCEPINFO exception{};
+        const HRESULT outcome = subscriber.sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
+                                                        &parameters, nullptr, &exception, nullptr);
+        answered(outcome, exception);
+        for (BSTR text : {exception.bstrSource, exception.bstrDescription, exception.bstrHelpFile})
+            static_cast<void>(Bstr::adopt(text)); // what was not taken
     }
 }
 

@@ -1,0 +1,112 @@
+#include "framework/DialogEvents.h"
+
+#include "framework/com/LateBound.h"
+
+namespace korvane
+{
+
+namespace
+{
+
+enum DialogEvent : DISPID
+{
+    eventDone = 1,
+    eventError = 2,
+    eventResize = 3,
+    eventSubmit = 4
+};
+
+/// The outcome of a subscriber that has no handler for an event.
+bool isDeaf(HRESULT outcome) noexcept
+{
+    return outcome == DISP_E_MEMBERNOTFOUND || outcome == DISP_E_UNKNOWNNAME || outcome == E_NOTIMPL;
+}
+
+/// What a subscriber answers to a submitted command.
+struct Answer
+{
+    VARIANT_BOOL executed = VARIANT_FALSE;
+    long number = 0;
+    Bstr source;
+    Bstr description;
+};
+
+} // namespace
+
+STDMETHODIMP DialogEvents::Done(VARIANT_BOOL cancelled)
+{
+    return raise(eventDone, {Variant(cancelled != VARIANT_FALSE)});
+}
+
+STDMETHODIMP DialogEvents::Error(long number, BSTR source, BSTR description)
+{
+    return guard([&] {
+        require(raise(eventError,
+                      {Variant(number), Variant(Bstr(view(source))), Variant(Bstr(view(description)))}));
+    });
+}
+
+STDMETHODIMP DialogEvents::Resize()
+{
+    const SIZE size = size_();
+    return raise(eventResize, {Variant(long{size.cx}), Variant(long{size.cy})});
+}
+
+STDMETHODIMP DialogEvents::Accepts(IAppCommand*, VARIANT_BOOL* result)
+{
+    return returns(result, [&] { return subscribers_->hasSubscribers(); });
+}
+
+STDMETHODIMP DialogEvents::Offer(IAppCommand*, VARIANT_BOOL* result)
+{
+    return returns(result, [] { return false; });
+}
+
+STDMETHODIMP DialogEvents::Submit(IAppCommand* candidate, VARIANT_BOOL* result)
+{
+    return returns(result, [&] { return submit(candidate); });
+}
+
+HRESULT DialogEvents::raise(DISPID event, std::initializer_list<Variant> arguments) noexcept
+{
+    return guard([&] { subscribers_->raise(event, arguments); });
+}
+
+/// Every subscriber is asked, and one that executes the command is enough: what it has done is not to be done again
+/// because another one has failed.
+bool DialogEvents::submit(IAppCommand* candidate)
+{
+    const Variant command{ComPtr<IDispatch>(candidate)};
+    bool executed = false;
+    std::optional<Failure> failure;
+    Answer answer;
+    VARIANT arguments[5]{}; // the last one first
+    arguments[4] = command.get();
+    const auto refer = [&](int index, VARTYPE type, void* value) {
+        arguments[index].vt = static_cast<VARTYPE>(VT_BYREF | type);
+        arguments[index].byref = value;
+    };
+    refer(3, VT_BOOL, &answer.executed);
+    refer(2, VT_I4, &answer.number);
+    refer(1, VT_BSTR, answer.source.inOut());
+    refer(0, VT_BSTR, answer.description.inOut());
+    subscribers_->raise(eventSubmit, arguments, [&](HRESULT outcome, EXCEPINFO& exception) {
+        executed = executed || answer.executed != VARIANT_FALSE;
+        std::optional<Failure> own;
+        if (FAILED(outcome) && !isDeaf(outcome))
+            own = failureOfInvoke(outcome, exception);
+        else if (answer.number != 0)
+            own = Failure(answer.number, answer.source.view(), answer.description.view());
+        if (own && !failure)
+            failure = std::move(own);
+        answer.executed = VARIANT_FALSE;
+        answer.number = 0;
+        answer.source = Bstr();
+        answer.description = Bstr();
+    });
+    if (failure && !executed)
+        throw *failure;
+    return executed;
+}
+
+} // namespace korvane

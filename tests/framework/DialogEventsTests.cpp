@@ -1,0 +1,235 @@
+// A dialog in a container of the platform's own, which hears of it through the dialog's events.
+#include "tests/framework/TestDialog.h"
+#include "tests/support/AtlContainer.h"
+#include "tests/support/Messages.h"
+#include "tests/support/PlainObject.h"
+#include "tests/support/RecordedValues.h"
+
+#include <gmock/gmock.h>
+
+namespace korvane::test
+{
+
+namespace
+{
+
+/// Hears a dialog's events, and answers to Submit as it is told.
+class Listener final : public PlainObject<IDialogEvents>
+{
+public:
+    STDMETHODIMP Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*,
+                        EXCEPINFO* exception, UINT*) override
+    {
+        const EventArguments arguments(*parameters);
+        if (onEvent)
+            onEvent();
+        switch (event)
+        {
+        case 1:
+            heard.push_back(std::string("Done ") + (arguments.flag(0) ? "True" : "False"));
+            return S_OK;
+        case 2:
+            heard.push_back("Error " + shown(arguments.number(0)) + ' ' +
+                            quoted(view(arguments.text(1).get())) + ' ' +
+                            quoted(view(arguments.text(2).get())));
+            return S_OK;
+        case 3:
+            heard.push_back("Resize " + shown(arguments.number(0)) + ' ' + shown(arguments.number(1)));
+            return S_OK;
+        case 4:
+            heard.push_back("Submit");
+            return onSubmit ? onSubmit(parameters->rgvarg, *exception) : DISP_E_MEMBERNOTFOUND;
+        default:
+            return DISP_E_MEMBERNOTFOUND;
+        }
+    }
+
+    std::vector<std::string> heard;
+    std::function<void()> onEvent;
+    /// With the arguments as they arrive, the last one first.
+    std::function<HRESULT(VARIANT* arguments, EXCEPINFO& exception)> onSubmit;
+};
+
+HRESULT execute(VARIANT* arguments, EXCEPINFO&)
+{
+    VARIANT_BOOL result = VARIANT_FALSE;
+    const HRESULT outcome = queryFor<IAppCommand>(arguments[4].pdispVal)->Execute(&result);
+    *arguments[3].pboolVal = VARIANT_TRUE;
+    return outcome;
+}
+
+class DialogEventsTests : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        container.attach(dialog.as<IUnknown>().get());
+        call(dialog.as<IAppDialog>(), &IAppDialog::putref_Command, command.as<IDispatch>().get());
+        subscribe(listener);
+        ASSERT_TRUE(fetch(dialog.as<IAppDialog>(), &IAppDialog::get_Ready));
+        pumpMessages();
+    }
+
+    void TearDown() override { setCurrentResources(nullptr); }
+
+    DWORD subscribe(const ComPtr<Listener>& further) const
+    {
+        DWORD cookie = 0;
+        call(point(), &IConnectionPoint::Advise, static_cast<IDispatch*>(further.get()), &cookie);
+        return cookie;
+    }
+
+    ComPtr<IConnectionPoint> point() const
+    {
+        return fetch(dialog.as<IConnectionPointContainer>(), &IConnectionPointContainer::FindConnectionPoint,
+                     __uuidof(IDialogEvents));
+    }
+
+    void press(WPARAM key) const
+    {
+        SetFocus(dialog->txtName.window());
+        MSG message{GetFocus(), WM_KEYDOWN, key, 1, 0, {}};
+        dialog->TranslateAccelerator(&message);
+        pumpMessages();
+    }
+
+    AtlContainer container{{toPixels(TestDialog::designWidth, 96), toPixels(TestDialog::designHeight, 96)}};
+    ComPtr<TestDialogCommand> command = make<TestDialogCommand>();
+    ComPtr<TestDialog> dialog = make<TestDialog>();
+    ComPtr<Listener> listener{new Listener};
+};
+
+} // namespace
+
+TEST_F(DialogEventsTests, EnterSubmitsTheCommandAndTellsTheEnd)
+{
+    listener->onSubmit = execute;
+    press(VK_RETURN);
+    EXPECT_EQ(command->executions, 1);
+    EXPECT_THAT(listener->heard, testing::ElementsAre("Submit", "Done False"));
+}
+
+TEST_F(DialogEventsTests, EscapeTellsTheEndAlone)
+{
+    press(VK_ESCAPE);
+    EXPECT_THAT(listener->heard, testing::ElementsAre("Done True"));
+}
+
+TEST_F(DialogEventsTests, TheSizeIsToldInPixels)
+{
+    dialog->setSize(6000, 3000);
+    dialog->raiseResize();
+    EXPECT_THAT(listener->heard, testing::ElementsAre("Resize " + shown(toPixels(6000, dialog->dpi())) + ' ' +
+                                                      shown(toPixels(3000, dialog->dpi()))));
+}
+
+TEST_F(DialogEventsTests, AnErrorOfTheDialogIsTold)
+{
+    dialog->onTake = [] { throw Failure(E_FAIL, L"test", L"refused"); };
+    press(VK_RETURN);
+    EXPECT_THAT(listener->heard, testing::ElementsAre("Error " + shown(E_FAIL) + " \"test\" \"refused\""));
+}
+
+TEST_F(DialogEventsTests, AFailureThatTheHandlerReportsKeepsTheDialogOpen)
+{
+    listener->onSubmit = [](VARIANT* arguments, EXCEPINFO&) {
+        *arguments[2].plVal = static_cast<long>(0x80041234);
+        *arguments[1].pbstrVal = Bstr(L"KorvaneData").detach();
+        *arguments[0].pbstrVal = Bstr(L"The database is locked.").detach();
+        return S_OK;
+    };
+    press(VK_RETURN);
+    EXPECT_THAT(listener->heard,
+                testing::ElementsAre("Submit", "Error " + shown(static_cast<long>(0x80041234)) +
+                                                   " \"KorvaneData\" \"The database is locked.\""));
+    listener->onSubmit = execute;
+    press(VK_RETURN);
+    EXPECT_EQ(command->executions, 1);
+    EXPECT_EQ(listener->heard.back(), "Done False");
+}
+
+TEST_F(DialogEventsTests, AFailureThatTheHandlerRaisesIsUnderstoodToo)
+{
+    listener->onSubmit = [](VARIANT*, EXCEPINFO& exception) {
+        exception.scode = static_cast<long>(0x80041234);
+        exception.bstrSource = Bstr(L"KorvaneData").detach();
+        exception.bstrDescription = Bstr(L"The database is locked.").detach();
+        return DISP_E_EXCEPTION;
+    };
+    press(VK_RETURN);
+    EXPECT_THAT(listener->heard,
+                testing::ElementsAre("Submit", "Error " + shown(static_cast<long>(0x80041234)) +
+                                                   " \"KorvaneData\" \"The database is locked.\""));
+}
+
+TEST_F(DialogEventsTests, EverySubscriberHearsAndOneThatExecutesIsEnough)
+{
+    const ComPtr<Listener> further(new Listener);
+    subscribe(further);
+    listener->onSubmit = [](VARIANT*, EXCEPINFO&) { return E_FAIL; };
+    further->onSubmit = [](VARIANT* arguments, EXCEPINFO& exception) {
+        EXPECT_EQ(*arguments[3].pboolVal, VARIANT_FALSE);
+        return execute(arguments, exception);
+    };
+    press(VK_RETURN);
+    EXPECT_EQ(command->executions, 1);
+    EXPECT_THAT(listener->heard, testing::ElementsAre("Submit", "Done False"));
+    EXPECT_THAT(further->heard, testing::ElementsAre("Submit", "Done False"));
+}
+
+TEST_F(DialogEventsTests, ASubscriberThatDoesNotHandleSubmitExecutesNothing)
+{
+    std::optional<bool> executed;
+    dialog->onSubmitted = [&](bool answer) { executed = answer; };
+    press(VK_RETURN);
+    EXPECT_EQ(executed, false);
+    EXPECT_THAT(listener->heard, testing::ElementsAre("Submit"));
+}
+
+TEST_F(DialogEventsTests, TheHandlerMayEndTheDialogWithinTheEvent)
+{
+    listener->onSubmit = execute;
+    listener->onEvent = [&] {
+        if (!listener->heard.empty()) // the end follows the submission
+            DestroyWindow(container.window());
+    };
+    press(VK_RETURN);
+    pumpMessages();
+    EXPECT_EQ(dialog->window(), nullptr);
+    EXPECT_EQ(dialog->referenceCount(), 1U);
+}
+
+TEST_F(DialogEventsTests, NobodyHearsAfterUnsubscribing)
+{
+    const ComPtr<Listener> further(new Listener);
+    const DWORD cookie = subscribe(further);
+    EXPECT_EQ(further->references(), 2U);
+    call(point(), &IConnectionPoint::Unadvise, cookie);
+    press(VK_ESCAPE);
+    EXPECT_TRUE(further->heard.empty());
+    EXPECT_EQ(further->references(), 1U);
+}
+
+// A container with a sink of its own would else execute twice.
+TEST(DialogEventsInAContainerWithASinkTests, AreNotRaised)
+{
+    Container container;
+    const auto command = make<TestDialogCommand>();
+    const auto dialog = make<TestDialog>();
+    const ComPtr<Listener> listener(new Listener);
+    DWORD cookie = 0;
+    const auto point = fetch(dialog.as<IConnectionPointContainer>(),
+                             &IConnectionPointContainer::FindConnectionPoint, __uuidof(IDialogEvents));
+    call(point, &IConnectionPoint::Advise, static_cast<IDispatch*>(listener.get()), &cookie);
+    container.place(dialog.as<IAppDialog>(), command->asCommand().get());
+    ASSERT_TRUE(container.ready());
+    dialog->ok();
+    EXPECT_EQ(container.submitted, 1);
+    EXPECT_EQ(container.done.size(), 1U);
+    EXPECT_TRUE(listener->heard.empty());
+    call(point, &IConnectionPoint::Unadvise, cookie);
+    container.close();
+    setCurrentResources(nullptr);
+}
+
+} // namespace korvane::test
