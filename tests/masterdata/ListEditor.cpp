@@ -162,7 +162,7 @@ void ListEditorTest::enterName(const wchar_t* name) const
 void ListEditorTest::chooseColor(WORD answer, long color)
 {
     questions.answerKey = answer;
-    questions.onAsked = [this, color] {
+    questions.onAsked = [color] {
         HWND box = nullptr;
         EnumThreadWindows(GetCurrentThreadId(), findDialog, reinterpret_cast<LPARAM>(&box));
         if (color >= 0)
