@@ -41,7 +41,7 @@ HWND makeBareList(HWND model, HWND parent, const MemoryData& data)
                                       nullptr, nullptr);
     demand(list != nullptr, "the bare list is not made");
     SendMessageW(list, WM_SETFONT, static_cast<WPARAM>(SendMessageW(model, WM_GETFONT, 0, 0)), FALSE);
-    for (const Bstr& name : data.names())
+    for (const Bstr& name : data.texts())
         SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.get()));
     return list;
 }
@@ -75,7 +75,7 @@ void measureMove(Report& report, const Effort& effort)
                      reinterpret_cast<LPARAM>(container.button(button)));
         UpdateWindow(list);
     };
-    const Bstr& text = data.names()[middle];
+    const Bstr& text = data.texts()[middle];
     constexpr int runs = 20;
     report.add("Moving an entry of a list", "10,000 entries, one down and up again",
                "LB_DELETESTRING, LB_INSERTSTRING",

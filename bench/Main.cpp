@@ -1,6 +1,6 @@
 // usage: korvane_bench [--quick] [--json FILE] [GROUP...]
 //
-// Prints a table; GROUP is texts, creation, dialogs, filling, activities, arranging, messages, calls or size. The library
+// Prints a table; GROUP is texts, creation, dialogs, filling, activities, arranging, messages, rows, calls or size. The library
 // must be registered.
 // The exit code is 0 when everything was measured, whether or not it meets its aim, 1 when not, and 2 for
 // arguments that it does not know.
@@ -29,7 +29,8 @@ struct Group
 constexpr Group groups[] = {
     {"texts", &measureTexts},       {"creation", &measureCreation},     {"dialogs", &measureDialogs},
     {"filling", &measureFilling},   {"activities", &measureActivities}, {"arranging", &measureArranging},
-    {"messages", &measureMessages}, {"calls", &measureCalls},           {"size", &measureSize},
+    {"messages", &measureMessages}, {"rows", &measureInfoRows},         {"calls", &measureCalls},
+    {"size", &measureSize},
 };
 
 struct Arguments

@@ -25,6 +25,9 @@ endif()
 
 function(korvane_idl name file)
   get_filename_component(source "${file}" ABSOLUTE)
+  # Compiled from its own folder, since what is made names its source as it was given.
+  get_filename_component(source_name "${file}" NAME)
+  get_filename_component(source_dir "${source}" DIRECTORY)
   set(header "${KORVANE_IDL_DIR}/${name}.h")
   set(ids "${KORVANE_IDL_DIR}/${name}_i.c")
   set(tlb "${KORVANE_TLB_DIR}/${name}.tlb")
@@ -45,10 +48,11 @@ function(korvane_idl name file)
         -L "${KORVANE_TLB_DIR}" -L "${KORVANE_SYSTEM_TLB_DIR}")
     add_custom_command(
       OUTPUT "${header}" "${ids}" "${tlb}"
-      COMMAND ${widl} -h -o "${header}" "${source}"
-      COMMAND ${widl} -u -o "${ids}" "${source}"
-      COMMAND ${widl} -t -o "${tlb}" "${source}"
+      COMMAND ${widl} -h -o "${header}" "${source_name}"
+      COMMAND ${widl} -u -o "${ids}" "${source_name}"
+      COMMAND ${widl} -t -o "${tlb}" "${source_name}"
       COMMAND ${korvane_undate} "${tlb}"
+      WORKING_DIRECTORY "${source_dir}"
       DEPENDS "${source}" ${imported_files}
       COMMENT "Interface definition ${name}" VERBATIM)
   else()

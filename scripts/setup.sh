@@ -16,7 +16,7 @@ wine64_package=wine64
 packages=(
     g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix mingw-w64-tools libwine-dev
     cmake ninja-build googletest
-    xvfb imagemagick xdotool x11-utils fonts-liberation fonts-wine
+    nsis xvfb imagemagick xdotool x11-utils fonts-liberation fonts-wine
     clang clang-tidy clang-format python3 shellcheck
     ca-certificates
 )

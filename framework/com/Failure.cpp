@@ -12,7 +12,41 @@ namespace korvane
 namespace
 {
 
-/// The system's text for an HRESULT, without its line end; empty when the system has none.
+/// What hosts meet most often, for systems that have no text for it.
+std::wstring_view ownText(HRESULT number) noexcept
+{
+    switch (number)
+    {
+    case DISP_E_TYPEMISMATCH:
+        return L"The value is of a type that cannot be converted.";
+    case DISP_E_OVERFLOW:
+        return L"The value is out of range.";
+    case DISP_E_BADVARTYPE:
+        return L"The value is of an unknown type.";
+    case DISP_E_UNKNOWNNAME:
+    case DISP_E_MEMBERNOTFOUND:
+        return L"The object has no such member.";
+    case DISP_E_BADPARAMCOUNT:
+    case DISP_E_PARAMNOTOPTIONAL:
+        return L"The number of arguments is wrong.";
+    case E_POINTER:
+        return L"An object, or a place for the result, is missing.";
+    case E_INVALIDARG:
+        return L"An argument is wrong.";
+    case E_NOINTERFACE:
+        return L"The object does not have the interface that is needed.";
+    case REGDB_E_CLASSNOTREG:
+    case CO_E_CLASSSTRING:
+        return L"The class is not registered.";
+    case E_UNEXPECTED:
+        return L"An unexpected error occurred.";
+    default:
+        return {};
+    }
+}
+
+/// The system's text for an HRESULT, without its line end; the library's own one where the system has none,
+/// and empty where neither has.
 Bstr systemText(HRESULT number)
 {
     wchar_t buffer[512];
@@ -20,7 +54,7 @@ Bstr systemText(HRESULT number)
                                   static_cast<DWORD>(number), 0, buffer, ARRAYSIZE(buffer), nullptr);
     while (length > 0 && buffer[length - 1] <= L' ')
         --length;
-    return Bstr(std::wstring_view(buffer, length));
+    return Bstr(length > 0 ? std::wstring_view(buffer, length) : ownText(number));
 }
 
 ComPtr<IErrorInfo> makeInformation(const Bstr& source, const Bstr& description)

@@ -33,12 +33,26 @@ template <class Function> Function* support(const char* name) noexcept
 constexpr int whole = GridLayout::none; ///< the row of the table, and the column of a row
 
 /// Where the grid is, for who may outlive it; null once it is gone.
-class GridLink final : public Object<GridLink, Inherits<IUnknown>, IUnknown>
+class GridLink final : public IUnknown
 {
 public:
     explicit GridLink(Grid& linked) noexcept : grid(&linked) {}
+    virtual ~GridLink() = default;
+
+    STDMETHODIMP QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+    STDMETHODIMP_(ULONG) Release() override
+    {
+        const ULONG remaining = --references_;
+        if (remaining == 0)
+            delete this;
+        return remaining;
+    }
 
     Grid* grid;
+
+private:
+    ULONG references_ = 0;
 };
 
 /// The table, one of its rows or one of its cells.
@@ -356,7 +370,7 @@ LRESULT Grid::answer(WPARAM request)
     if (!toResult)
         return 0;
     if (!self_)
-        self_ = ComPtr<IUnknown>(make<GridLink>(*this).get());
+        self_ = ComPtr<IUnknown>(new GridLink(*this));
     const auto table =
         make<GridAccessible>(ComPtr<GridLink>(static_cast<GridLink*>(self_.get())), Cell{whole, whole});
     return toResult(IID_IAccessible, request, static_cast<IAccessible*>(table.get()));

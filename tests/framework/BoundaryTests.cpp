@@ -202,6 +202,16 @@ TEST(FailureTests, ACallOnNothingIsAPointerFailure)
     EXPECT_EQ(failure->number(), E_POINTER);
 }
 
+// Some systems have no text for what a host meets most often.
+TEST(FailureTests, WhatAHostMeetsMostOftenHasATextOnEverySystem)
+{
+    for (const HRESULT number :
+         {DISP_E_TYPEMISMATCH, DISP_E_OVERFLOW, DISP_E_BADVARTYPE, DISP_E_UNKNOWNNAME, DISP_E_MEMBERNOTFOUND,
+          DISP_E_BADPARAMCOUNT, DISP_E_PARAMNOTOPTIONAL, E_POINTER, E_INVALIDARG, E_NOINTERFACE,
+          REGDB_E_CLASSNOTREG, CO_E_CLASSSTRING, E_UNEXPECTED})
+        EXPECT_FALSE(Failure(number).description().empty()) << std::hex << number;
+}
+
 TEST(FailureTests, TheSystemsWordsDescribeAPlatformError)
 {
     const Bstr description = Failure(E_ACCESSDENIED).description();

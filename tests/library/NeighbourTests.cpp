@@ -73,23 +73,19 @@ private:
     HMODULE module_;
 };
 
-/// Elsewhere than where the type libraries lie as files: the platform looks for them in the current folder, too.
-class ElsewhereInFiles
+/// The contract's type library as a file is out of reach while it lives: the platform looks for a reference by its file
+/// name, too, beside the program for example.
+class WithoutFile
 {
 public:
-    ElsewhereInFiles()
-    {
-        GetCurrentDirectoryW(MAX_PATH, before_);
-        wchar_t folder[MAX_PATH];
-        GetTempPathW(MAX_PATH, folder);
-        SetCurrentDirectoryW(folder);
-    }
-    ElsewhereInFiles(const ElsewhereInFiles&) = delete;
-    ElsewhereInFiles& operator=(const ElsewhereInFiles&) = delete;
-    ~ElsewhereInFiles() { SetCurrentDirectoryW(before_); }
+    WithoutFile() { EXPECT_TRUE(MoveFileW(file_.c_str(), away_.c_str())); }
+    WithoutFile(const WithoutFile&) = delete;
+    WithoutFile& operator=(const WithoutFile&) = delete;
+    ~WithoutFile() { EXPECT_TRUE(MoveFileW(away_.c_str(), file_.c_str())); }
 
 private:
-    wchar_t before_[MAX_PATH]{};
+    const std::wstring file_ = folderOfTests() + L"\\KorvaneData.tlb";
+    const std::wstring away_ = file_ + L".away";
 };
 
 /// Sets "Root" as a script does, by name.
@@ -206,7 +202,7 @@ TEST_F(NeighbourTests, OneThatIsRegisteredTwiceLeavesNothingToo)
 TEST_F(NeighbourTests, ACommandTakesARootByNameWithoutAnyRegistration)
 {
     RecordingData data;
-    const ElsewhereInFiles folder;
+    const WithoutFile file;
     const auto command = create<IDispatch>(__uuidof(::EditGroups));
     EXPECT_EQ(setRoot(command, data.root), S_OK);
     EXPECT_EQ(fetch(command.as<IEditGroups>(), &IEditGroups::get_Root).get(), data.root.get());

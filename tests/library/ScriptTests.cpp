@@ -172,13 +172,16 @@ TEST_F(ScriptTests, OperandsAreReadAndWrittenByName)
 
 TEST_F(ScriptTests, ErrorsArriveWithTheirNumberSourceAndText)
 {
-    const auto platformError = [](HRESULT number) {
-        return ": " + std::to_string(number) + " | cscript | " + systemText(number);
+    const auto platformError = [](HRESULT number, const std::string& ownText) {
+        const std::string text = systemText(number);
+        return ": " + std::to_string(number) + " | cscript | " + (text.empty() ? ownText : text);
     };
-    const std::string mismatch = platformError(DISP_E_TYPEMISMATCH);
+    const std::string mismatch =
+        platformError(DISP_E_TYPEMISMATCH, "The value is of a type that cannot be converted.");
     EXPECT_THAT(run(L"errors"),
                 ElementsAre("a number: no error", "a text that is no number" + mismatch,
-                            "a number that is too large" + platformError(DISP_E_OVERFLOW),
+                            "a number that is too large" +
+                                platformError(DISP_E_OVERFLOW, "The value is out of range."),
                             "an object of another class" + mismatch, "a number for an object" + mismatch,
                             "the operand after the errors: Long 5",
                             "Easter: -2147221503 | cscript | The recurrence type Easter is not implemented"));

@@ -1,0 +1,177 @@
+#!/usr/bin/env bash
+# Tries what scripts/release.sh has made as its user would, in a new Wine prefix: builds each sample by the commands of
+# samples/README.md and runs it, from the unpacked zips and, registered, from an installation. Both leave the registry and
+# the folders as they were.
+#
+# usage: scripts/try-release.sh win32|win64
+
+set -euo pipefail
+
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+export KORVANE_WINE_DIR=$PWD/build/try
+# shellcheck source=scripts/wine-env.sh
+. scripts/wine-env.sh
+
+prefix=${1:?win32 or win64}
+release=$PWD/build/release
+case $prefix in
+    win32) arch=x86 compiler=i686 ;;
+    win64) arch=x64 compiler=x86_64 ;;
+    *) exit 2 ;;
+esac
+if [[ $prefix = win64 ]] && ! have_wine64; then
+    echo "no 64-bit Wine here: not tried"
+    exit 0
+fi
+
+rm -rf "${KORVANE_WINE_DIR:?}/$prefix"
+keep_to_core || true
+start_display
+prepare_prefix "$prefix"
+drive=$WINEPREFIX/drive_c
+output=$KORVANE_WINE_DIR/output.txt
+
+fail() {
+    printf 'FAILED: %s\n' "$*"
+    [[ ! -s $output ]] || sed 's/^/    /' "$output"
+    exit 1
+}
+
+wine() {
+    timeout 120 "$KORVANE_WINE" "$@" </dev/null
+}
+
+# Everything that registrations and installers write, and what else names the library. The prefix's own files hold it
+# only after the server's end: the running server is asked.
+registry() {
+    local key
+    for key in 'HKLM\Software\Classes' 'HKCU\Software\Classes' 'HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall' \
+        'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall'; do
+        rm -f "$drive/export.reg"
+        wine reg export "$key" 'C:\export.reg' /y >/dev/null 2>&1 || true
+        [[ ! -e $drive/export.reg ]] || iconv -f UTF-16 -t UTF-8 "$drive/export.reg"
+    done
+    rm -f "$drive/export.reg"
+}
+
+files() {
+    (cd "$drive" && find . -path ./windows/Temp -prune -o -path '*/Temp' -prune -o -print | sort)
+}
+
+remember() {
+    # The platform's script host registers itself on first use.
+    echo 'WScript.Echo 1' >"$drive/first.vbs"
+    wine cscript //nologo 'C:\first.vbs' >/dev/null 2>&1 || fail "cscript"
+    rm "$drive/first.vbs"
+    registry >"$KORVANE_WINE_DIR/registry.txt"
+    files >"$KORVANE_WINE_DIR/files.txt"
+}
+
+expect_as_before() {
+    registry | diff "$KORVANE_WINE_DIR/registry.txt" - >"$output" || fail "$1: the registry is not as before"
+    files | diff "$KORVANE_WINE_DIR/files.txt" - >"$output" || fail "$1: the folders are not as before"
+    echo "$1: registry and folders as before"
+}
+
+# until_says TEXT: waits for a line of the running sample.
+until_says() {
+    local tries
+    for ((tries = 0; tries < 150; ++tries)); do
+        if grep -q "^$1" "$output"; then return 0; fi
+        sleep 0.2
+    done
+    fail "the sample does not say \"$1\""
+}
+
+# use TITLE PROGRAM ARGUMENTS... -- KEY LINE KEY LINE...: starts a sample and presses keys, each of which makes it say a line.
+use() {
+    local title=$1 command=() sample
+    shift
+    while [[ $1 != -- ]]; do
+        command+=("$1")
+        shift
+    done
+    shift
+    : >"$output"
+    (exec timeout 120 "$KORVANE_WINE" "${command[@]}") </dev/null >"$output" 2>&1 &
+    sample=$!
+    timeout 60 xdotool search --sync --onlyvisible --name "$title" >/dev/null || fail "${command[*]}: no window"
+    while (($#)); do
+        # A key that comes before the dialog has the focus is lost: once more, then.
+        local tries keys=()
+        for ((tries = 0; tries < 10; ++tries)); do
+            read -ra keys <<<"$1"
+            xdotool key "${keys[@]}"
+            sleep 1
+            if grep -q "^$2" "$output"; then break; fi
+        done
+        until_says "$2"
+        shift 2
+    done
+    wait "$sample" || fail "${command[*]}: exit code $?"
+    echo "${command[*]}: $(tr -d '\r' <"$output" | cut -d: -f1 | xargs)"
+}
+
+say() {
+    wine cscript //nologo "$1" >"$output" 2>&1 || fail "$1"
+    grep -q "$2" "$output" || fail "$1: no \"$2\""
+    tr -d '\r' <"$output"
+}
+
+change_registration() {
+    local file
+    for file in "$@"; do
+        wine regsvr32 /s ${undo:+"$undo"} "$file" || fail "regsvr32 ${undo:-} $file"
+    done
+}
+
+# --- from the zips
+
+remember
+unzip -q "$release"/KorvaneDlg-*-sdk.zip -d "$drive"
+unzip -qo "$release"/KorvaneDlg-*-demo.zip -d "$drive"
+cd "$drive"/KorvaneDlg-*/
+folder=$(basename "$PWD")
+
+while read -r line; do
+    line=${line//i686/$compiler}
+    echo "${line//x86\//$arch/}"
+    bash -c "${line//x86\//$arch/}" >"$output" 2>&1 || fail "it does not build"
+done < <(sed -n 's/^    \(i686-w64-mingw32-.*\)/\1/p' samples/README.md)
+
+use Activity "$arch/AtlHost.exe" -- alt+r Resize Return Submit
+use Activity "$arch/AtlHost.exe" employee -- Return Error Escape Done
+use Group "$arch/SiteHost.exe" -- "v a n s Return" Submit
+
+change_registration "$arch\\KorvaneDlg.dll" "$arch\\KorvaneData.dll"
+say 'samples\Booking.vbs' '^booked: '
+say 'samples\Group.js' '^added, renamed and deleted: '
+undo=/u change_registration "$arch\\KorvaneDlg.dll" "$arch\\KorvaneData.dll"
+
+mkdir tour
+wine "$arch/KorvaneHost.exe" --tour tour --db tour.sqlite >"$output" 2>&1 || fail "the tour"
+tail -n 1 "$output"
+
+cd "$drive"
+rm -rf "${drive:?}/$folder"
+expect_as_before "zips"
+
+# --- installed
+
+for mode in AllUsers CurrentUser; do
+    wine "$release"/KorvaneDlg-*-setup.exe /S "/$mode" '/D=C:\Installed folder\Korvane' >"$output" 2>&1 || fail "the installer, /$mode"
+    [[ -e "$drive/Installed folder/Korvane/x64/KorvaneDlg.dll" ]] || fail "/$mode: nothing is installed"
+    registry | grep -q KorvaneDlg.ctlEditGroups || fail "/$mode: nothing is registered"
+    if [[ $mode = AllUsers ]]; then # Wine does not show scripts what is registered for a user
+        cd "$drive/Installed folder"
+        say 'Korvane\samples\Group.js' '^added, renamed and deleted: '
+        rm sample.sqlite
+        cd "$drive"
+    fi
+    # In place of a copy of its own in the temporary folder, for which nobody could wait.
+    wine "$drive/Installed folder/Korvane/Uninstall.exe" /S "/$mode" '_?=C:\Installed folder\Korvane' >"$output" 2>&1 ||
+        fail "the uninstaller, /$mode"
+    rm -f "$drive/Installed folder/Korvane/Uninstall.exe"
+    rmdir "$drive/Installed folder/Korvane" "$drive/Installed folder" || fail "/$mode: files are left"
+    expect_as_before "installer, /$mode"
+done
