@@ -120,8 +120,12 @@ inline constexpr Word tellsError{[](Visitor& visitor, const std::wstring& text, 
     visitor.waitForDialog(textOf(visitor.dialog()).c_str());
 }};
 inline constexpr Word offers{[](Visitor& visitor, Field list, const std::vector<std::wstring>& items) {
-    waitFor(std::to_wstring(items.size()) + L" items are to choose from",
-            [&] { return itemsOf(visitor.find(list)) == items; });
+    const HWND listBox = visitor.find(list);
+    waitFor(std::to_wstring(items.size()) + L" items are to choose from", [&] {
+        std::vector<std::wstring> found;
+        visitor.window().invoke([&] { found = itemsOf(listBox); }); // in one go: the list may be filled anew
+        return found == items;
+    });
 }};
 inline constexpr Word hasKeyboard{
     [](Visitor& visitor, Field field) { visitor.waitForFocus(visitor.find(field), field.name); }};
