@@ -63,6 +63,11 @@ remember() {
     echo 'WScript.Echo 1' >"$drive/first.vbs"
     wine cscript //nologo 'C:\first.vbs' >/dev/null 2>&1 || fail "cscript"
     rm "$drive/first.vbs"
+    # A new prefix lacks these folders of keys, which every user of Windows has.
+    local key
+    for key in Classes\\CLSID Classes\\Interface Classes\\TypeLib 'Microsoft\Windows\CurrentVersion\Uninstall'; do
+        wine reg add "HKCU\\Software\\$key" /f >/dev/null 2>&1 || fail "reg"
+    done
     registry >"$KORVANE_WINE_DIR/registry.txt"
     files >"$KORVANE_WINE_DIR/files.txt"
 }
