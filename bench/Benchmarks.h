@@ -18,6 +18,9 @@ void measureCreation(Report& report, const Effort& effort);
 void measureDialogs(Report& report, const Effort& effort);
 void measureFilling(Report& report, const Effort& effort);
 void measureActivities(Report& report, const Effort& effort);
+void measureArranging(Report& report, const Effort& effort);
+void measureMessages(Report& report, const Effort& effort);
+void measureInfoRows(Report& report, const Effort& effort);
 void measureCalls(Report& report, const Effort& effort);
 void measureSize(Report& report, const Effort& effort);
 

@@ -1,8 +1,9 @@
-// The list of the group dialog, filled by the events of the data layer, against the bare loop.
+// The list of the group dialog, and that of the resource dialog, filled by the events of the data layer, against the bare
+// loop.
 //
 // The library's side is timed by the data layer: from the moment at which the dialog opens its step of filling to
 // the moment at which it closes it. The step connects the dialog to the events, empties the list, takes one event
-// for each group, asks for the right to each, and adds it. The platform's side adds the same strings with their
+// for each item, asks for the right to each, and adds it. The platform's side adds the same strings with their
 // item data to a list box of the same style, font and parent, as hidden as the dialog's list is while it fills.
 #include "bench/Benchmarks.h"
 #include "bench/Library.h"
@@ -10,13 +11,13 @@
 #include "tests/support/Messages.h"
 #include "tests/support/ModuleControls.h"
 
+#include <span>
+
 namespace korvane::bench
 {
 
 namespace
 {
-
-constexpr const char* group = "Filling the list of the group dialog";
 
 struct Size
 {
@@ -31,6 +32,11 @@ constexpr Size sizes[] = {
     {1000, 101, "1,000 items", {}},
     {10000, 51, "10,000 items", 1.2},
     {100000, 15, "100,000 items", {}},
+};
+
+constexpr Size resourceSizes[] = {
+    {1000, 101, "1,000 items", 1.45},
+    {10000, 51, "10,000 items", 1.45},
 };
 
 /// A list box like that of the dialog.
@@ -75,38 +81,38 @@ private:
     HWND window_;
 };
 
-} // namespace
-
-void measureFilling(Report& report, const Effort& effort)
+template <class MakeCommand>
+void measureFillingOf(const wchar_t* dialog, const MakeCommand& makeCommand, const char* group,
+                      std::span<const Size> sizesOfList, Report& report, const Effort& effort)
 {
     test::Container container;
     MemoryData data;
-    const auto command = commandFor(data);
+    const auto command = makeCommand(data);
 
     test::Container modelContainer;
-    MemoryData noGroups;
-    open(modelContainer, dialogProgId, commandFor(noGroups).get());
+    MemoryData noItems;
+    open(modelContainer, dialog, makeCommand(noItems).get());
     const HWND model = modelContainer.control(L"ListBox");
 
     std::vector<double> itemCounts;
     std::vector<double> times;
     std::vector<double> bareTimes;
-    for (const Size& size : sizes)
+    for (const Size& size : sizesOfList)
     {
         data.resize(size.items);
         const Sample ofLibrary = [&] {
             test::pumpMessages();
-            open(container, dialogProgId, command.get());
+            open(container, dialog, command.get());
             const double seconds = data.lastStep();
             demand(SendMessageW(container.control(L"ListBox"), LB_GETCOUNT, 0, 0) == size.items,
-                   "the list has not all groups");
+                   "the list has not all items");
             container.close();
             return seconds;
         };
         const Sample ofPlatform = [&] {
             test::pumpMessages();
             const BareList list(model, container.window());
-            const double seconds = list.fill(data.names());
+            const double seconds = list.fill(data.texts());
             demand(list.count() == size.items, "the bare list has not all strings");
             return seconds;
         };
@@ -118,6 +124,16 @@ void measureFilling(Report& report, const Effort& effort)
     }
     report.add(group, "growth with the number of items", growthExponent(itemCounts, times), "exponent", 1.1);
     report.add(group, "growth of the bare loop", growthExponent(itemCounts, bareTimes), "exponent");
+}
+
+} // namespace
+
+void measureFilling(Report& report, const Effort& effort)
+{
+    measureFillingOf(dialogProgId, &commandFor, "Filling the list of the group dialog", sizes, report,
+                     effort);
+    measureFillingOf(L"KorvaneDlg.ctlEditNames", &resourceCommandFor,
+                     "Filling the list of the resource dialog", resourceSizes, report, effort);
 }
 
 } // namespace korvane::bench

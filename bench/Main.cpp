@@ -1,6 +1,7 @@
 // usage: korvane_bench [--quick] [--json FILE] [GROUP...]
 //
-// Prints a table; GROUP is texts, creation, dialogs, filling, activities, calls or size. The library must be registered.
+// Prints a table; GROUP is texts, creation, dialogs, filling, activities, arranging, messages, rows, calls or size. The library
+// must be registered.
 // The exit code is 0 when everything was measured, whether or not it meets its aim, 1 when not, and 2 for
 // arguments that it does not know.
 #include "bench/Benchmarks.h"
@@ -26,8 +27,9 @@ struct Group
 };
 
 constexpr Group groups[] = {
-    {"texts", &measureTexts},     {"creation", &measureCreation},     {"dialogs", &measureDialogs},
-    {"filling", &measureFilling}, {"activities", &measureActivities}, {"calls", &measureCalls},
+    {"texts", &measureTexts},       {"creation", &measureCreation},     {"dialogs", &measureDialogs},
+    {"filling", &measureFilling},   {"activities", &measureActivities}, {"arranging", &measureArranging},
+    {"messages", &measureMessages}, {"rows", &measureInfoRows},         {"calls", &measureCalls},
     {"size", &measureSize},
 };
 
@@ -134,7 +136,7 @@ int main(int count, char** values)
     if (!read(count, values, arguments))
     {
         std::fputs("usage: korvane_bench [--quick] [--json FILE] "
-                   "[texts|creation|dialogs|filling|activities|calls|size]...\n",
+                   "[texts|creation|dialogs|filling|activities|arranging|messages|calls|size]...\n",
                    stderr);
         return 2;
     }

@@ -17,6 +17,8 @@ else()
     $<$<COMPILE_LANGUAGE:CXX>:-fno-threadsafe-statics>
     # Nothing asks for a type at run time; the descriptions of types would be a tenth of the DLL.
     $<$<COMPILE_LANGUAGE:CXX>:-fno-rtti>
+    # What cannot throw is not unwound on 32-bit Windows. (64-bit Windows unwinds everything by its own tables.)
+    $<$<AND:$<COMPILE_LANGUAGE:CXX>,$<EQUAL:${CMAKE_SIZEOF_VOID_P},4>>:-fno-asynchronous-unwind-tables>
     -ffunction-sections -fdata-sections)
   # What is built from the same sources is the same, byte for byte.
   target_link_options(korvane_options INTERFACE -Wl,--no-insert-timestamp)

@@ -3,6 +3,7 @@
 #include "framework/DialogEvents.h"
 #include "framework/com/Apartment.h"
 #include "framework/com/LateBound.h"
+#include "framework/control/TextRoom.h"
 
 #include <string>
 
@@ -42,6 +43,7 @@ STDMETHODIMP AppDialog::get_Ready(VARIANT_BOOL* result)
         connectEvents();
         localized_ = true;
         const bool loaded = load();
+        makeRoomForTexts();
         controlInfoChanged();
         if (state_ == State::made)
             state_ = State::ready;
@@ -113,6 +115,8 @@ STDMETHODIMP AppDialog::putref_Font(IFontDisp* value)
     return held([&] {
         const Batch batch(*this);
         applyFont(notNull(value));
+        if (localized_)
+            makeRoomForTexts();
     });
 }
 
@@ -148,6 +152,18 @@ void AppDialog::LocalizeCaptions()
                 control->setToolTipText(resourceText(*id).view());
         });
     }
+}
+
+/// A language may need more room than the layout was designed with: it becomes as wide as its texts need, and stays
+/// so.
+/// @return whether the dialog has another size.
+bool AppDialog::makeRoomForTexts()
+{
+    takeTextsChanged();
+    const float wider = TextRoom(controls(), Width(), resizable()).make();
+    if (wider > 0)
+        setSize(fitToPixels(Width() + wider, dpi()), Height());
+    return wider > 0;
 }
 
 void AppDialog::ApplyContainerFont()
@@ -214,6 +230,7 @@ void AppDialog::ambientFontChanged()
         return;
     const Batch batch(*this);
     ApplyContainerFont();
+    makeRoomForTexts();
 }
 
 void AppDialog::dpiChanged()
@@ -223,6 +240,8 @@ void AppDialog::dpiChanged()
     setSize(fitToPixels(Width(), dpi()), fitToPixels(Height(), dpi()));
     extentChanged();
     DialogWindow::applyFont();
+    if (localized_)
+        makeRoomForTexts();
 }
 
 void AppDialog::closing() noexcept
@@ -345,6 +364,12 @@ void AppDialog::run(const std::function<void()>& handler) noexcept
     const Batch batch(*this);
     if (const auto failure = attempt(handler))
         raiseError(*failure);
+    if (!takeTextsChanged() || !isLoaded() || !window())
+        return;
+    attempt([this] {
+        if (makeRoomForTexts())
+            raiseResize();
+    });
 }
 
 HICON AppDialog::loadIcon(long id, int size) const noexcept

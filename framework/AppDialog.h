@@ -129,6 +129,7 @@ private:
     bool submit();
     void beginAnew();
     void LocalizeCaptions();
+    bool makeRoomForTexts();
     void ApplyContainerFont();
     void applyFont(IUnknown* font);
     std::vector<ComPtr<IUnknown>> containers() const;
@@ -150,17 +151,26 @@ private:
     bool toBeShown_ = false; ///< the dialog is ready and has not been seen yet
 };
 
+/// The COM object of a dialog: its tables, and the steps from one interface to another, are there once for all dialogs
+/// of a base.
+template <class Base, class... Further>
+class DialogObject
+    : public Object<DialogObject<Base, Further...>, Base, IDialogControl, IAppDialog, Further..., IOleObject,
+                    IOleInPlaceObject, IOleInPlaceActiveObject, IOleControl, IViewObject2, IPersistStreamInit,
+                    IPersistPropertyBag, IProvideClassInfo2, IConnectionPointContainer>
+{
+protected:
+    using DialogObject::Object::Object;
+};
+
 /// A dialog for one command class, on the frame or on a base between them, which may answer further interfaces.
 template <class Class, class Command, class Base = AppDialog, class... Further>
-class Dialog
-    : public Object<Class, Base, IDialogControl, IAppDialog, Further..., IOleObject, IOleInPlaceObject,
-                    IOleInPlaceActiveObject, IOleControl, IViewObject2, IPersistStreamInit,
-                    IPersistPropertyBag, IProvideClassInfo2, IConnectionPointContainer>
+class Dialog : public DialogObject<Base, Further...>
 {
 protected:
     template <class... More>
     Dialog(long titleId, float width, float height, More&&... more)
-        : Dialog::Object(*Class::classId(), titleId, width, height, std::forward<More>(more)...)
+        : Dialog::DialogObject(*Class::classId(), titleId, width, height, std::forward<More>(more)...)
     {
     }
 
@@ -194,6 +204,8 @@ public:
     /// @param place of the frame; the buttons stand at its right end. @param further twips at that end that are left
     /// to further buttons.
     CommandFrame(AppDialog& dialog, const Place& place, float further = 0);
+
+    bool alignsRight() const noexcept override { return true; }
 
     Button cmdOk;
     Button cmdCancel;

@@ -3,13 +3,14 @@
 # virtual one instead: keystrokes and mouse, each step checked, and a picture of every dialog in build/demo. What was
 # done in each step, what the data layer was asked for and what then stood in the database is in build/demo/tour.txt.
 #
-# usage: scripts/demo.sh [--tour] [--verbose] [--db FILE] [--user ACCOUNT]
+# usage: scripts/demo.sh [--tour] [--verbose] [--dpi N] [--db FILE] [--user ACCOUNT]
 #   --tour           the tour also where there is a display
 #   --verbose        the tour prints all of build/demo/tour.txt, instead of a line for each step
+#   --dpi N          the tour on a screen of that resolution, in place of 96; its pictures are in build/demo-N
 #   --db FILE        the database, which is made on first use (build/demo/demo.sqlite unless given). The tour makes
-#                    two new ones, build/demo/booking.sqlite and, unless one is given for it, build/demo/tour.sqlite
-#   --user ACCOUNT   who works with it: admin (as without the option) or employee, in a new database; the tour
-#                    books as admin
+#                    new ones, one for each chapter; the one of the chapter on groups may be given
+#   --user ACCOUNT   who works with it: admin (as without the option), andrea, ben or employee in a new database with
+#                    its sample; the tour works as admin
 
 set -euo pipefail
 
@@ -17,6 +18,7 @@ called_from=$PWD
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 demo=$PWD/build/demo
+dpi=96
 log=build/logs/demo.log
 tour=no
 database=
@@ -61,7 +63,8 @@ open_host() {
 run_tour() {
     rm -f "$demo"/*.png
     start_display
-    prepare_prefix win32 demo
+    prepare_prefix win32 "${demo##*/}"
+    in_prefix "$KORVANE_WINE" reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$dpi" /f
     [[ -z $database ]] || options+=(--db "$(windows_path "$database")")
     timeout 900 "$KORVANE_WINE" build/win32/KorvaneHost.exe --tour "$(windows_path "$demo")" \
         ${verbose[@]+"${verbose[@]}"} ${options[@]+"${options[@]}"} </dev/null 2>>"$log" | cat
@@ -71,12 +74,16 @@ while (($#)); do
     case $1 in
         --tour) tour=yes ;;
         --verbose) verbose=("$1") ;;
-        --db | --user)
+        --db | --user | --dpi)
             if (($# < 2)); then
                 usage >&2
                 exit 2
             fi
-            if [[ $1 = --db ]]; then database=$2; else options+=("$1" "$2"); fi
+            case $1 in
+                --db) database=$2 ;;
+                --dpi) dpi=$2 ;;
+                *) options+=("$1" "$2") ;;
+            esac
             shift
             ;;
         --help | -h)
@@ -93,6 +100,7 @@ done
 
 scripts/setup.sh
 build_or_die
+[[ $dpi = 96 ]] || demo+=-$dpi
 mkdir -p "$demo"
 # shellcheck source=scripts/wine-env.sh
 . scripts/wine-env.sh

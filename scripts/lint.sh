@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The checks that need no run: formatting, shellcheck, and clang as a second compiler with clang-tidy and the static
+# The checks that need no run: formatting, shellcheck, the list of texts, and clang as a second compiler with clang-tidy and the static
 # analyzer. A source that was clean is checked again only when it, a header it includes, or the configuration changed.
 #
 # usage: scripts/lint.sh [PATH-PREFIX...]    (only the C++ sources under these paths)
@@ -43,6 +43,15 @@ check_scripts() {
     fi
 }
 
+check_texts() {
+    if scripts/list-texts.py --check >"$lint/texts.log" 2>&1; then
+        outcome "texts" "ok"
+    else
+        fail "texts"
+        cat "$lint/texts.log"
+    fi
+}
+
 check_sources() {
     /usr/bin/python3 scripts/lint-sources.py "$@" || failed+=("C++ sources")
 }
@@ -50,6 +59,7 @@ check_sources() {
 mkdir -p "$lint"
 check_format
 check_scripts
+check_texts
 check_sources "$@"
 if ((${#failed[@]})); then
     printf 'lint: failed: %s\n' "$(IFS=,; echo "${failed[*]}")"

@@ -60,9 +60,14 @@ bool isEmpty(const VARIANT& value) noexcept
     return is(value, VT_EMPTY);
 }
 
+std::optional<long> longIn(const VARIANT& value)
+{
+    return isNumber(value) ? std::optional(toLong(value)) : std::nullopt;
+}
+
 long linkIn(const VARIANT& value)
 {
-    return isNumber(value) ? toLong(value) : 0;
+    return longIn(value).value_or(0);
 }
 
 std::vector<long> namesIn(const VARIANT& value)

@@ -3,6 +3,7 @@
 
 #include "framework/com/Platform.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,9 @@ namespace korvane::store
 
 /// Whether a value is Empty, by reference or not.
 bool isEmpty(const VARIANT& value) noexcept;
+
+/// The number that a value holds, by reference or not.
+std::optional<long> longIn(const VARIANT& value);
 
 /// The link id that a value holds. What is no number is the id of no link group: 0.
 long linkIn(const VARIANT& value);

@@ -22,12 +22,40 @@ const wchar_t* text(Code code) noexcept
         return L"You are not authorized to delete this group.";
     case Code::lastGroup:
         return L"You must not delete the last group.";
+    case Code::mayNotArrangeGroups:
+        return L"You are not authorized to arrange the groups.";
     case Code::builtInGroup:
         return L"You must not delete a built-in group.";
+    case Code::mayNotAddNames:
+        return L"You are not authorized to add new ressources.";
+    case Code::mayNotEditName:
+        return L"You are not authorized to edit this ressource.";
+    case Code::mayNotRemoveName:
+        return L"You are not authorized to delete this ressource.";
+    case Code::mayNotArrangeNames:
+        return L"You are not authorized to arrange the ressources of this group.";
+    case Code::mayNotAddTypes:
+        return L"You are not authorized to add new activity types.";
+    case Code::mayNotEditType:
+        return L"You are not authorized to edit this activity type.";
+    case Code::mayNotRemoveType:
+        return L"You are not authorized to delete this activity type.";
+    case Code::mayNotArrangeTypes:
+        return L"You are not authorized to arrange the activity types of this group.";
     case Code::mayNotCreateForOthers:
         return L"You are not authorized to create activity-bars for other ressources.";
     case Code::mayNotEditForOthers:
         return L"You are not authorized to edit activity-bars for other ressources.";
+    case Code::mayNotReadMessages:
+        return L"You are not authorized to read messages for other ressources.";
+    case Code::loginNeedsName:
+        return L"Internal error: missing ressource name/id for new login.";
+    case Code::loginNeedsText:
+        return L"Internal error: missing login name for new login.";
+    case Code::superUserInGroup:
+        return L"The 'SuperUser' account cannot be mapped to user groups.";
+    case Code::nobodyReads:
+        return L"This ressource has no login name attached and cannot receive messages.";
     case Code::unknownGroup:
         return L"There is no such group. Another user may have deleted it.";
     case Code::groupNeedsName:
@@ -84,6 +112,28 @@ const wchar_t* text(Code code) noexcept
         return L"The database has resources already.";
     case Code::foreignRoot:
         return L"The root is not one of this data layer.";
+    case Code::nameNeedsText:
+        return L"The resource needs a name.";
+    case Code::typeNeedsText:
+        return L"The activity type needs a name.";
+    case Code::typeTextTaken:
+        return L"There is an activity type named \"#\" already.";
+    case Code::loginTaken:
+        return L"There is a login \"#\" already.";
+    case Code::unknownLogin:
+        return L"There is no login \"#\". Another user may have deleted it.";
+    case Code::mayNotChangeLogin:
+        return L"You are not authorized to change the login \"#\".";
+    case Code::unknownRole:
+        return L"There is no role with the number #.";
+    case Code::mayNotGiveRole:
+        return L"You are not authorized to give or take this role.";
+    case Code::unknownMessage:
+        return L"There is no such message. Another user may have deleted it.";
+    case Code::unknownMessageKind:
+        return L"There is no kind of message with the number #.";
+    case Code::mayNotLeaveMessages:
+        return L"You are not authorized to leave messages.";
     case Code::otherDatabaseError:
         break;
     }

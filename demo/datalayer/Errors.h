@@ -1,4 +1,5 @@
-// The errors of the data layer. The first eight are texts of the library's string table, under the same numbers.
+// The errors of the data layer. Those below 9000, and the one above 20000, are texts of the library's string table,
+// under the same numbers.
 #pragma once
 
 #include "framework/com/Failure.h"
@@ -14,9 +15,23 @@ enum class Code : long
     mayNotChangeGroup = 4191,
     mayNotDeleteGroup = 4192,
     lastGroup = 4193,
+    mayNotArrangeGroups = 4194,
     builtInGroup = 4195,
+    mayNotAddNames = 4290,
+    mayNotEditName = 4291,
+    mayNotRemoveName = 4292,
+    mayNotArrangeNames = 4293,
+    mayNotAddTypes = 4390,
+    mayNotEditType = 4391,
+    mayNotRemoveType = 4392,
+    mayNotArrangeTypes = 4393,
     mayNotCreateForOthers = 4690,
     mayNotEditForOthers = 4691,
+    mayNotReadMessages = 4790,
+    loginNeedsName = 4890,
+    loginNeedsText = 4891,
+    superUserInGroup = 4899,
+    nobodyReads = 22591,
 
     unknownGroup = 9001,
     groupNeedsName = 9002,
@@ -48,7 +63,19 @@ enum class Code : long
     namesExpected = 9032,
     hasNamesAlready = 9033,
     foreignRoot = 9034,
-    nobodyLeft = 9035
+    nobodyLeft = 9035,
+
+    nameNeedsText = 9041,
+    typeNeedsText = 9042,
+    typeTextTaken = 9043,
+    loginTaken = 9044,
+    unknownLogin = 9045,
+    mayNotChangeLogin = 9046,
+    unknownRole = 9047,
+    mayNotGiveRole = 9048,
+    unknownMessage = 9049,
+    unknownMessageKind = 9050,
+    mayNotLeaveMessages = 9051
 };
 
 /// An error as the callers see it. The source is "KorvaneData." and the class; "#" in the error's text gives

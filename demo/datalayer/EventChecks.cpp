@@ -8,13 +8,13 @@ namespace korvane::store
 
 void EventChecks::requireMayCreate(long name) const
 {
-    if (!bookingRights(store_.account(), store_.connection()).create && !isOwn(name))
+    if (!Rights(store_).mayBook(name))
         throw refusal(Code::mayNotCreateForOthers);
 }
 
 void EventChecks::requireMayEdit(long name) const
 {
-    if (!bookingRights(store_.account(), store_.connection()).edit && !isOwn(name))
+    if (!Rights(store_).mayEditActivities(name))
         throw refusal(Code::mayNotEditForOthers);
 }
 
@@ -66,11 +66,6 @@ Failure EventChecks::missing(long event, long instance) const
 {
     return rows_.find(event) ? refusal(Code::unknownOccurrence, std::to_wstring(instance))
                              : refusal(Code::unknownEvent);
-}
-
-bool EventChecks::isOwn(long name) const
-{
-    return isOwnName(name, store_.account(), store_.connection());
 }
 
 bool EventChecks::exists(const char* query, long id) const

@@ -38,7 +38,6 @@ public:
     Failure missing(long event, long instance) const;
 
 private:
-    bool isOwn(long name) const;
     bool exists(const char* query, long id) const;
 
     Store& store_;

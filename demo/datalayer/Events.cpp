@@ -1,6 +1,7 @@
 #include "demo/datalayer/Events.h"
 
 #include "demo/datalayer/Recurrence.h"
+#include "demo/datalayer/Results.h"
 #include "demo/datalayer/Schedule.h"
 
 namespace korvane::store
@@ -67,7 +68,7 @@ STDMETHODIMP Events::Fetch(long eventId, long instance, long* nameId, long* type
         const Activity found = traced(
             trace(), line(L"Events.Fetch", eventId, instance),
             [&] { return table_.fetch(eventId, instance); }, shownResult);
-        const auto replaced = Bstr::adopt(std::exchange(*text, Bstr(found.text).detach()));
+        give(text, Bstr(found.text));
         *nameId = found.name;
         *typeId = found.type;
         *t0 = found.t0.days;

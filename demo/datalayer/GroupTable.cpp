@@ -1,7 +1,7 @@
 #include "demo/datalayer/GroupTable.h"
 
+#include "demo/datalayer/BuiltIn.h"
 #include "demo/datalayer/Errors.h"
-#include "demo/datalayer/Rights.h"
 #include "demo/datalayer/Text.h"
 
 namespace korvane::store
@@ -9,13 +9,6 @@ namespace korvane::store
 
 namespace
 {
-
-constexpr long lastBuiltInGroup = 3;
-
-bool isBuiltIn(long id) noexcept
-{
-    return id >= 1 && id <= lastBuiltInGroup;
-}
 
 Failure refusal(Code code, std::wstring_view detail = {})
 {
@@ -53,15 +46,15 @@ std::optional<Group> GroupTable::find(long id) const
 bool GroupTable::mayPerform(long operation, long id) const
 {
     const Reading reading(connection_);
-    const Rights rights = rightsTo(id, store_.account(), connection_);
+    const auto rights = rights_.toGroup(id);
     switch (operation)
     {
     case 1:
         return rights.add;
     case 2:
-        return rights.remove && !isBuiltIn(id) && find(id);
+        return rights.remove && !isBuiltInGroup(id) && find(id);
     case 3:
-        return rights.change && !isBuiltIn(id) && find(id);
+        return rights.change && !isBuiltInGroup(id) && find(id);
     default:
         return false;
     }
@@ -69,7 +62,7 @@ bool GroupTable::mayPerform(long operation, long id) const
 
 GroupChange GroupTable::add(std::wstring_view name, long flags)
 {
-    if (!rightsTo(0, store_.account(), connection_).add)
+    if (!rights_.toGroup(0).add)
         throw refusal(Code::mayNotAddGroups);
     requireName(name);
 
@@ -85,9 +78,9 @@ GroupChange GroupTable::add(std::wstring_view name, long flags)
 
 GroupChange GroupTable::remove(long id)
 {
-    if (!rightsTo(id, store_.account(), connection_).remove)
+    if (!rights_.toGroup(id).remove)
         throw refusal(Code::mayNotDeleteGroup);
-    if (isBuiltIn(id))
+    if (isBuiltInGroup(id))
         throw refusal(Code::builtInGroup);
 
     Transaction transaction(connection_);
@@ -100,7 +93,7 @@ GroupChange GroupTable::remove(long id)
 
 GroupChange GroupTable::update(long id, std::wstring_view name, long flags)
 {
-    if (!rightsTo(id, store_.account(), connection_).change || isBuiltIn(id))
+    if (!rights_.toGroup(id).change || isBuiltInGroup(id))
         throw refusal(Code::mayNotChangeGroup);
     requireName(name);
 
@@ -109,6 +102,21 @@ GroupChange GroupTable::update(long id, std::wstring_view name, long flags)
     requireFreeName(name, id);
     Statement(connection_, "UPDATE groups SET name = ?, flags = ? WHERE id = ?", name, flags, id).run();
     return committed(transaction, id);
+}
+
+GroupChange GroupTable::setPosition(long id, long position)
+{
+    // Whoever arranges a database without groups of its own has nothing in his list but an empty entry.
+    const bool isNothing = id == 0;
+    if (!rights_.toGroup(0).change || isBuiltInGroup(id))
+        throw refusal(Code::mayNotArrangeGroups);
+
+    Transaction transaction(connection_);
+    if (!isNothing)
+        requireExisting(id);
+    Statement(connection_, "UPDATE groups SET position = ?1 WHERE id = ?2 AND position <> ?1", position, id)
+        .run();
+    return committed(transaction, position);
 }
 
 void GroupTable::requireExisting(long id) const

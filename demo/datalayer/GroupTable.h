@@ -1,7 +1,7 @@
 // The groups as the database holds them, and the rules for changing them.
 #pragma once
 
-#include "demo/datalayer/Store.h"
+#include "demo/datalayer/Rights.h"
 
 #include <optional>
 #include <string>
@@ -27,7 +27,7 @@ struct GroupChange
 class GroupTable
 {
 public:
-    explicit GroupTable(Store& store) : store_(store), connection_(store.connection()) {}
+    explicit GroupTable(Store& store) : connection_(store.connection()), rights_(store) {}
 
     /// All groups in their stored order.
     std::vector<Group> all() const;
@@ -40,6 +40,7 @@ public:
     GroupChange add(std::wstring_view name, long flags);
     GroupChange remove(long id);
     GroupChange update(long id, std::wstring_view name, long flags);
+    GroupChange setPosition(long id, long position);
 
 private:
     void requireExisting(long id) const;
@@ -47,8 +48,8 @@ private:
     void requireFreeName(std::wstring_view name, long exceptGroup) const;
     GroupChange committed(Transaction& transaction, long result) const;
 
-    Store& store_;
     Connection& connection_;
+    Rights rights_;
 };
 
 } // namespace korvane::store

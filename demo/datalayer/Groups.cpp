@@ -1,5 +1,7 @@
 #include "demo/datalayer/Groups.h"
 
+#include "demo/datalayer/Results.h"
+
 namespace korvane::store
 {
 
@@ -32,7 +34,7 @@ STDMETHODIMP Groups::Fetch(long id, BSTR* text, long* flags, VARIANT_BOOL* resul
         const auto group = traced(trace(), line(L"Groups.Fetch", id), find, shownResult);
         if (group)
         {
-            const auto replaced = Bstr::adopt(std::exchange(*text, Bstr(group->name).detach()));
+            give(text, Bstr(group->name));
             *flags = group->flags;
         }
         return group.has_value();
@@ -70,9 +72,17 @@ STDMETHODIMP Groups::Update(long id, BSTR text, long flags, long* updatedId)
     });
 }
 
+STDMETHODIMP Groups::SetPosition(long id, long position)
+{
+    return guard([&] {
+        tracedCall(trace(), line(L"Groups.SetPosition", id, position),
+                   [&] { announced(table_.setPosition(id, position)); });
+    });
+}
+
 void Groups::announceChange()
 {
-    attempt([&] { announce(table_.all()); });
+    attempt([&] { announceAnew(); });
 }
 
 void Groups::announce(const std::vector<Group>& groups)

@@ -23,9 +23,10 @@ public:
     STDMETHODIMP Add(BSTR text, long flags, long* newId) override;
     STDMETHODIMP Remove(long id, long* removedId) override;
     STDMETHODIMP Update(long id, BSTR text, long flags, long* updatedId) override;
-    STDMETHODIMP SetPosition(long, long) override { return E_NOTIMPL; }
+    STDMETHODIMP SetPosition(long id, long position) override;
 
-    /// Announces all groups, after a write that was not made through here.
+    void announceAnew() { announce(table_.all()); }
+    /// The same after a write that was not made through here.
     void announceChange();
 
 private:

@@ -32,15 +32,15 @@ LinkTable::Group LinkTable::groupOf(long event) const
 bool LinkTable::mayPerform(long level, long event) const
 {
     const Reading reading(connection_);
-    const BookingRights rights = bookingRights(store_.account(), connection_);
+    const Rights rights(store_);
     if (level == 1)
-        return rights.create;
+        return rights.mayBookForAll() || rights.coversAnyGroup();
     if (level != 3)
         return false;
     if (event == 0)
-        return rights.edit;
+        return rights.mayEditForAll() || rights.coversAnyGroup();
     const auto activity = rows_.find(event);
-    return activity && (rights.edit || isOwnName(activity->name, store_.account(), connection_));
+    return activity && rights.mayEditActivities(activity->name);
 }
 
 long LinkTable::create(long event)

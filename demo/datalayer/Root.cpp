@@ -1,5 +1,6 @@
 #include "demo/datalayer/Root.h"
 
+#include "demo/datalayer/BuiltIn.h"
 #include "demo/datalayer/Errors.h"
 #include "demo/datalayer/Recurrence.h"
 #include "demo/datalayer/Sample.h"
@@ -18,12 +19,6 @@ HRESULT given(Interface** result, Trace& trace, const wchar_t* call, const ComPt
         trace.add(call);
         return ComPtr<Interface>(collection.get());
     });
-}
-
-/// What a collection is answered with that this data layer does not have yet.
-template <class Interface> HRESULT lacks(Interface** result)
-{
-    return returns(result, []() -> ComPtr<Interface> { throw Failure(E_NOTIMPL); });
 }
 
 Rule newRule(long kind)
@@ -53,7 +48,7 @@ STDMETHODIMP Root::get_Types(ITypes** collection)
 
 STDMETHODIMP Root::get_Accounts(IAccounts** collection)
 {
-    return lacks(collection);
+    return given(collection, store_->trace(), L"Root.Accounts", accounts_);
 }
 
 STDMETHODIMP Root::get_Events(IEvents** collection)
@@ -68,7 +63,7 @@ STDMETHODIMP Root::get_EventLinks(IEventLinks** links)
 
 STDMETHODIMP Root::get_Messages(IMessages** collection)
 {
-    return lacks(collection);
+    return given(collection, store_->trace(), L"Root.Messages", messages_);
 }
 
 STDMETHODIMP Root::NewRecurrence(long kind, IRecurrence** rule)
@@ -86,11 +81,62 @@ STDMETHODIMP Root::OpenScope(long flags, BSTR source, IScope** scope)
     return returns(scope, [&] { return ComPtr<IScope>(make<Scope>(store_, flags, view(source)).get()); });
 }
 
+template <class Value> Value Root::ofAccount(Value Account::*member, Value otherwise) const
+{
+    const auto account = AccountTable(*store_).current();
+    return account ? (*account).*member : otherwise;
+}
+
+STDMETHODIMP Root::get_LoginID(long* loginId)
+{
+    return returns(loginId, [&] { return ofAccount(&Account::id, 0L); });
+}
+
+STDMETHODIMP Root::get_Login(BSTR* login)
+{
+    return returns(login, [&] { return Bstr(ofAccount(&Account::login, std::wstring())); });
+}
+
+STDMETHODIMP Root::get_NameID(long* nameId)
+{
+    return returns(nameId, [&] { return ofAccount(&Account::name, 0L); });
+}
+
+STDMETHODIMP Root::get_Role(long* role)
+{
+    return returns(role, [&] { return ofAccount(&Account::role, noUser); });
+}
+
+STDMETHODIMP Root::get_UnreadMessages(long* count)
+{
+    return returns(count, [&] { return messages_->unread(); });
+}
+
+STDMETHODIMP Root::HasChanged(VARIANT_BOOL* result)
+{
+    return returns(result, [&] { return store_->hasChanged(); });
+}
+
+STDMETHODIMP Root::AnnounceAll()
+{
+    return guard([&] {
+        tracedCall(store_->trace(), L"Session.AnnounceAll", [&] {
+            groups_->announceAnew();
+            accounts_->announceAnew();
+            names_->announceAnew();
+            types_->announceAnew();
+            events_->announceChange();
+            messages_->announceNew();
+        });
+    });
+}
+
 void Root::addSample()
 {
     tracedCall(store_->trace(), L"Database.AddSample", [&] {
         store::addSample(*store_);
         groups_->announceChange();
+        accounts_->announceChange();
         names_->announceChange();
         types_->announceChange();
     });

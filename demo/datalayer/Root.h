@@ -1,30 +1,28 @@
 // The root of an open database.
 #pragma once
 
+#include "demo/datalayer/Accounts.h"
 #include "demo/datalayer/EventLinks.h"
 #include "demo/datalayer/Events.h"
 #include "demo/datalayer/Groups.h"
-#include "demo/datalayer/MemberCollection.h"
-#include "demo/datalayer/NameTable.h"
-#include "demo/datalayer/Store.h"
-#include "demo/datalayer/TypeTable.h"
+#include "demo/datalayer/Messages.h"
+#include "demo/datalayer/Names.h"
+#include "demo/datalayer/Types.h"
 #include "framework/com/Object.h"
 
-#include <KorvaneData.h>
+#include <KorvaneStore.h>
 
 namespace korvane::store
 {
 
-using Names = MemberCollection<Name, INames, INamesEvents>;
-using Types = MemberCollection<Type, ITypes, ITypesEvents>;
-
-class Root final : public Object<Root, Inherits<IRoot>, IRoot>
+class Root final : public Object<Root, Inherits<IRoot, ISession>, IRoot, ISession>
 {
 public:
     explicit Root(std::shared_ptr<Store> store)
         : store_(std::move(store)), groups_(make<store::Groups>(store_)), names_(make<store::Names>(store_)),
-          types_(make<store::Types>(store_)), events_(make<store::Events>(store_)),
-          links_(make<store::EventLinks>(store_, events_))
+          types_(make<store::Types>(store_)), accounts_(make<store::Accounts>(store_)),
+          events_(make<store::Events>(store_)), links_(make<store::EventLinks>(store_, events_)),
+          messages_(make<store::Messages>(store_))
     {
     }
 
@@ -38,19 +36,32 @@ public:
     STDMETHODIMP NewRecurrence(long kind, IRecurrence** rule) override;
     STDMETHODIMP OpenScope(long flags, BSTR source, IScope** scope) override;
 
+    STDMETHODIMP get_LoginID(long* loginId) override;
+    STDMETHODIMP get_Login(BSTR* login) override;
+    STDMETHODIMP get_NameID(long* nameId) override;
+    STDMETHODIMP get_Role(long* role) override;
+    STDMETHODIMP get_UnreadMessages(long* count) override;
+    STDMETHODIMP HasChanged(VARIANT_BOOL* result) override;
+    STDMETHODIMP AnnounceAll() override;
+
     /// Fills the database with groups, resources and activity types to play with, and tells the subscribers.
     void addSample();
 
     static const GUID* privateId() noexcept;
 
 private:
+    /// A value of the account that works in the database; otherwise, when it has been removed.
+    template <class Value> Value ofAccount(Value Account::*member, Value otherwise) const;
+
     std::shared_ptr<Store> store_;
     // One of each for all, so that subscribers hear of changes whichever reference they are made through.
     ComPtr<store::Groups> groups_;
     ComPtr<store::Names> names_;
     ComPtr<store::Types> types_;
+    ComPtr<store::Accounts> accounts_;
     ComPtr<store::Events> events_;
     ComPtr<store::EventLinks> links_;
+    ComPtr<store::Messages> messages_;
 };
 
 } // namespace korvane::store

@@ -9,7 +9,7 @@ namespace korvane::store
 namespace
 {
 
-// Colors are 0xBBGGRR. The employee's account is Emily's.
+// Colors are 0xBBGGRR. The employee's account is Emily's. Dates count from 30 December 1899.
 constexpr const char* script = R"(
     INSERT INTO groups (name, flags, position)
         SELECT column1, 3, column2 + (SELECT max(position) FROM groups)
@@ -29,7 +29,12 @@ constexpr const char* script = R"(
         ('Jonas Weber', 0xB48CC8), ('Maria Costa', 0x8FC1D4), ('Paul Martin', 0),
         ('Van', 0), ('Estate car', 0), ('Forklift', 0),
         ('Conference room', 0), ('Training room', 0), ('Workshop', 0);
-    UPDATE names SET account = (SELECT id FROM accounts WHERE login = 'employee') WHERE name = 'Emily Stone';
+    INSERT INTO accounts (login, role) VALUES ('andrea', 2), ('ben', 3) ON CONFLICT DO NOTHING;
+    UPDATE names SET account = accounts.id
+      FROM (VALUES ('Andrea Lindner', 'andrea'), ('Ben Carter', 'ben'), ('Emily Stone', 'employee'))
+      JOIN accounts ON accounts.login = column2
+     WHERE names.name = column1;
+    UPDATE names SET sync_login = 'andrea' WHERE name = 'Andrea Lindner';
 
     -- Paul drives, and is booked with the vehicles too.
     INSERT INTO group_names (group_id, name_id, position)
@@ -53,6 +58,26 @@ constexpr const char* script = R"(
           JOIN types ON types.name = column2
          WHERE true
         ON CONFLICT DO NOTHING;
+
+    INSERT INTO info (name_id, label, position, value)
+        SELECT names.id, column2, column3, column4
+          FROM (VALUES
+                    ('Andrea Lindner', 'Mobile', 0, '555 0142'),
+                    ('Andrea Lindner', 'Office', 1, 'Building 2, room 114'),
+                    ('Emily Stone', 'Mobile', 0, '555 0177'),
+                    ('Van', 'Number plate', 0, 'KV 471'),
+                    ('Van', 'Key', 1, 'Reception,' || char(13, 10) || 'second drawer'))
+          JOIN names ON names.name = column1;
+
+    INSERT INTO messages (name_id, writer, time, phone, contact, about, kind)
+        SELECT names.id, 'Ben Carter', julianday(date('now', 'localtime')) - julianday('1899-12-30') + column2,
+               column3, column4, column5, column6
+          FROM (VALUES
+                    ('Emily Stone', 0.37, '555 0190', 'Ms Ortega, Northside Print',
+                     'The brochures are ready to be picked up.', 2),
+                    ('Emily Stone', 0.41, '', 'Reception', 'A parcel has come for you.', 4),
+                    ('Andrea Lindner', 0.39, '555 0113', 'Mr Hale', 'The training on Thursday', 3))
+          JOIN names ON names.name = column1;
 )";
 
 Failure refusal(Code code)
@@ -66,7 +91,7 @@ void addSample(Store& store)
 {
     Connection& connection = store.connection();
     Transaction transaction(connection);
-    if (!rightsTo(0, store.account(), connection).add)
+    if (!Rights(store).toGroup(0).add)
         throw refusal(Code::mayNotAddGroups);
     if (Statement(connection, "SELECT 1 FROM names WHERE id > 1").next())
         throw refusal(Code::hasNamesAlready);

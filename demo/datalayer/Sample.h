@@ -1,4 +1,4 @@
-// Groups, resources and activity types to play with.
+// Groups, resources with logins and messages, and activity types to play with.
 #pragma once
 
 #include "demo/datalayer/Store.h"

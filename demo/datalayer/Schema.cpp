@@ -9,7 +9,7 @@ namespace
 {
 
 constexpr long applicationId = 0x4B525644; // as in the script
-constexpr long version = 2;
+constexpr long version = 3;
 
 // Identifiers are 32-bit for all callers, and are not used again after a deletion.
 constexpr const char* script = R"(
@@ -135,6 +135,58 @@ constexpr const char* activities = R"(
     INSERT INTO types (id, name, color) VALUES (0, 'Activity', 0xBFBFBF);
 )";
 
+/// What the third version has besides. The numbers of the roles are those that resources' logins have: all but the
+/// first one move on by one, to make room for the manager.
+constexpr const char* masterData = R"(
+    PRAGMA user_version = 3;
+    PRAGMA defer_foreign_keys = ON;
+
+    UPDATE roles SET id = -1 - id WHERE id > 1;
+    UPDATE roles SET id = -id WHERE id < 0;
+    UPDATE accounts SET role = role + 1 WHERE role > 1;
+    UPDATE role_groups SET role = -1 - role WHERE role > 1;
+    UPDATE role_groups SET role = -role WHERE role < 0;
+    UPDATE roles SET name = name || ' ' || id WHERE name IN ('Administrator', 'Manager', 'User', 'No User');
+    UPDATE roles SET name = 'Administrator' WHERE id = 1;
+    UPDATE roles SET name = 'User' WHERE id = 3;
+    INSERT INTO roles (id, name) VALUES (2, 'Manager'), (-1, 'No User');
+
+    -- How far a role reaches: 0 nowhere, 1 to the own resource, 2 to the groups that it is in, 3 everywhere.
+    ALTER TABLE roles ADD COLUMN reach INTEGER NOT NULL DEFAULT 1 CHECK (reach BETWEEN 0 AND 3);
+    UPDATE roles SET reach = 3 WHERE id = 1;
+    UPDATE roles SET reach = 2 WHERE id = 2;
+    UPDATE roles SET reach = 0 WHERE id = -1;
+
+    -- The role is that of the account; a resource without one keeps its own.
+    ALTER TABLE names ADD COLUMN flags INTEGER NOT NULL DEFAULT 2;
+    ALTER TABLE names ADD COLUMN role INTEGER REFERENCES roles;
+    ALTER TABLE names ADD COLUMN sync_login TEXT NOT NULL DEFAULT '';
+    ALTER TABLE types ADD COLUMN flags INTEGER NOT NULL DEFAULT 3;
+    CREATE INDEX group_names_by_name ON group_names (name_id);
+    CREATE INDEX group_types_by_type ON group_types (type_id);
+
+    CREATE TABLE info (
+        name_id INTEGER NOT NULL REFERENCES names ON DELETE CASCADE,
+        label TEXT NOT NULL,
+        position INTEGER NOT NULL,
+        value TEXT NOT NULL,
+        PRIMARY KEY (name_id, label)
+    ) WITHOUT ROWID;
+
+    CREATE TABLE messages (
+        id INTEGER PRIMARY KEY AUTOINCREMENT CHECK (id BETWEEN 1 AND 2147483647),
+        name_id INTEGER NOT NULL REFERENCES names ON DELETE CASCADE,
+        writer TEXT NOT NULL,
+        time REAL NOT NULL,
+        phone TEXT NOT NULL,
+        contact TEXT NOT NULL,
+        about TEXT NOT NULL,
+        kind INTEGER NOT NULL CHECK (kind BETWEEN 1 AND 4),
+        was_read INTEGER NOT NULL DEFAULT 0 CHECK (was_read IN (0, 1))
+    );
+    CREATE INDEX messages_by_name ON messages (name_id);
+)";
+
 long number(const Connection& connection, const char* sql)
 {
     Statement statement(connection, sql);
@@ -166,8 +218,10 @@ void prepareSchema(Connection& connection)
     const long found = versionOf(connection); // another user may have been quicker
     if (found < 1)
         connection.execute(script);
-    if (found < version)
+    if (found < 2)
         connection.execute(activities);
+    if (found < version)
+        connection.execute(masterData);
     transaction.commit();
 }
 

@@ -1,5 +1,7 @@
 #include "demo/datalayer/Store.h"
 
+#include "demo/datalayer/AccountTable.h"
+#include "demo/datalayer/BuiltIn.h"
 #include "demo/datalayer/Errors.h"
 #include "demo/datalayer/Schema.h"
 
@@ -11,8 +13,6 @@ namespace korvane::store
 
 namespace
 {
-
-constexpr long administratorAccount = 1;
 
 struct Opened
 {
@@ -43,11 +43,19 @@ std::wstring folderOf(const std::wstring& path)
 long accountOf(const Connection& connection, std::wstring_view login)
 {
     if (login.empty())
-        return administratorAccount;
-    Statement found(connection, "SELECT id FROM accounts WHERE login = ?", login);
-    if (!found.next())
+        return builtInAccount;
+    const auto found = AccountTable::find(connection, login);
+    if (!found)
         throw error(Code::unknownAccount, L"Database");
-    return found.number(0);
+    return found->id;
+}
+
+/// Grows with every write of another connection.
+long dataVersion(const Connection& connection)
+{
+    Statement row(connection, "PRAGMA data_version");
+    row.next();
+    return row.number(0);
 }
 
 Connection connect(const std::wstring& path, long lockTimeout)
@@ -62,8 +70,14 @@ Connection connect(const std::wstring& path, long lockTimeout)
 Store::Store(const std::wstring& path, std::wstring_view login, long lockTimeout,
              std::shared_ptr<Trace> trace)
     : trace_(std::move(trace)), folder_(folderOf(path)), connection_(connect(path, lockTimeout)),
-      account_(accountOf(connection_, login))
+      account_(accountOf(connection_, login)), dataVersion_(dataVersion(connection_))
 {
+}
+
+bool Store::hasChanged()
+{
+    const long former = std::exchange(dataVersion_, dataVersion(connection_));
+    return dataVersion_ != former;
 }
 
 std::shared_ptr<Store> Store::open(const std::wstring& path, std::wstring_view login, long lockTimeout,

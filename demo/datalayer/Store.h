@@ -24,6 +24,8 @@ public:
     Connection& connection() noexcept { return connection_; }
     Trace& trace() noexcept { return *trace_; }
     long account() const noexcept { return account_; }
+    /// Whether somebody else has written to the database since it was opened or asked for last.
+    bool hasChanged();
     const std::wstring& folder() const noexcept { return folder_; }
 
     Store(const std::wstring& path, std::wstring_view login, long lockTimeout, std::shared_ptr<Trace> trace);
@@ -33,6 +35,7 @@ private:
     std::wstring folder_;
     Connection connection_;
     long account_;
+    long dataVersion_;
 };
 
 } // namespace korvane::store

@@ -52,6 +52,10 @@ std::wstring shown(OleDate date);
 std::wstring shown(const wchar_t* text) = delete; // it would count as a bool
 
 /// A call or event with its arguments, for example: Groups.Update 4, "Staff", 3
+inline std::wstring line(std::wstring_view name)
+{
+    return std::wstring(name);
+}
 template <class First, class... Others>
 std::wstring line(std::wstring_view name, const First& first, const Others&... others)
 {

@@ -1,7 +1,7 @@
-// The activity types as the database holds them.
+// The activity types as the database holds them, and the rules for changing them.
 #pragma once
 
-#include "demo/datalayer/Sqlite.h"
+#include "demo/datalayer/GroupMembers.h"
 
 #include <string>
 #include <tuple>
@@ -16,11 +16,33 @@ struct Type
     std::wstring text;
     long color; ///< RGB; below 1 where none is chosen
 
-    static constexpr const wchar_t* loading = L"Types.Load";
     auto announced() const { return std::tie(id, text, color); }
-    /// The built-in type, and then the types of a group in their stored order; all types for group 0, and for a
-    /// group that has none of its own.
-    static std::vector<Type> allOf(long group, const Connection& connection);
+};
+
+/// What an activity type has besides.
+struct TypeDetails
+{
+    std::wstring text;
+    long color;
+    long flags;
+    long groups; ///< in how many it stands
+};
+
+class TypeTable final : public GroupMembers
+{
+public:
+    explicit TypeTable(Store& store);
+
+    /// The types of a group in their stored order; all types for group 0, and for a group that has none of its own.
+    /// The built-in type is in every group, and comes first where it was not given another place.
+    std::vector<Type> list(long group) const;
+    TypeDetails fetch(long id) const;
+
+private:
+    bool permits(long operation, long id) const override;
+    void requireMayJoin(long, long) const override {}
+    void requireFreeText(std::wstring_view text, long exceptItem) const override;
+    void prepareGroup(long group) override;
 };
 
 } // namespace korvane::store

@@ -2,6 +2,7 @@
 
 #include "demo/host/Display.h"
 #include "demo/host/ErrorBox.h"
+#include "demo/host/Notice.h"
 #include "framework/com/Boundary.h"
 #include "framework/com/LateBound.h"
 
@@ -15,15 +16,15 @@ namespace
 {
 
 constexpr long textError = 1000; // in the library's string table
-constexpr DWORD style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
+constexpr DWORD commonStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
 constexpr DWORD extendedStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
 
 } // namespace
 
-CommandDialog::CommandDialog(HWND owner, ComPtr<IResources> resources)
-    : owner_(owner), resources_(std::move(resources))
+CommandDialog::CommandDialog(HWND owner, ComPtr<IResources> resources, bool resizable)
+    : owner_(owner), resources_(std::move(resources)), style_(commonStyle | (resizable ? WS_THICKFRAME : 0))
 {
-    create({className, L"", style, extendedStyle, reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1)}, owner,
+    create({className, L"", style_, extendedStyle, reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1)}, owner,
            nullptr, {});
     EnableWindow(owner_, FALSE);
 
@@ -55,9 +56,8 @@ bool CommandDialog::open(const ComPtr<IAppCommand>& command)
     call(dialog, &IAppDialog::putref_Resources, resources_.get());
     call(dialog, &IAppDialog::putref_Command, command.as<IDispatch>().get());
 
-    Bstr name;
-    call(dialog, &IAppDialog::get_Name, name.put());
-    SetWindowTextW(handle(), name.c_str());
+    const Bstr name = fetch(dialog, &IAppDialog::get_Name);
+    SetWindowTextW(handle(), withoutAccessKey(name.view()).c_str());
     centre(); // a question that comes first appears on this monitor
     VARIANT_BOOL ready = VARIANT_FALSE;
     call(dialog, &IAppDialog::get_Ready, &ready);
@@ -67,6 +67,9 @@ bool CommandDialog::open(const ComPtr<IAppCommand>& command)
 
     fit(site_->extent());
     centre();
+    RECT own{};
+    GetWindowRect(handle(), &own);
+    smallest_ = {own.right - own.left, own.bottom - own.top};
     ShowWindow(handle(), SW_SHOW);
     site_->activateUi();
     return true;
@@ -86,6 +89,13 @@ LRESULT CommandDialog::receive(UINT message, WPARAM first, LPARAM second)
     case WM_SETFOCUS:
         focusArrived();
         return 0;
+    case WM_SIZE:
+        sized();
+        return 0;
+    case WM_GETMINMAXINFO:
+        if (isResizable())
+            reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {smallest_.cx, smallest_.cy};
+        return 0;
     case WM_CLOSE:
         onEnd(true);
         return 0;
@@ -100,11 +110,24 @@ bool CommandDialog::execute(IAppCommand& command)
     VARIANT_BOOL ignored = VARIANT_FALSE; // most commands give False also after a write
     const auto failure =
         attempt([&] { call(ComPtr<IAppCommand>(&command), &IAppCommand::Execute, &ignored); });
-    if (notifier_)
-        notifier_->OnExecuted(&command, failure ? VARIANT_FALSE : VARIANT_TRUE);
+    tell(&command, !failure);
+    if (onExecuted)
+        onExecuted(); // a command that has failed may have written a part
     if (failure)
         throw *failure;
     return true;
+}
+
+/// What goes wrong in the notifier is the dialog's to tell.
+void CommandDialog::tell(IAppCommand* executed, bool success) const
+{
+    if (const auto notifier = notifier_) // the dialog may end in the call
+        notifier->OnExecuted(executed, success ? VARIANT_TRUE : VARIANT_FALSE);
+}
+
+void CommandDialog::tellOfOthers() const
+{
+    tell(nullptr, true); // theirs is a command of another process
 }
 
 void CommandDialog::showError(HRESULT number, std::wstring_view source, std::wstring_view description) const
@@ -118,12 +141,22 @@ void CommandDialog::showError(HRESULT number, std::wstring_view source, std::wst
 void CommandDialog::fit(SIZE extent) const
 {
     RECT place{0, 0, extent.cx, extent.cy};
-    AdjustWindowRectEx(&place, style, FALSE, extendedStyle);
+    AdjustWindowRectEx(&place, style_, FALSE, extendedStyle);
     SetWindowPos(handle(), nullptr, 0, 0, place.right - place.left, place.bottom - place.top,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     RECT own{};
     GetWindowRect(handle(), &own);
     moveTo(own.left, own.top);
+}
+
+/// The user has given the window another size, which the control takes.
+void CommandDialog::sized() const
+{
+    if (!isResizable() || !site_)
+        return;
+    RECT area{};
+    GetClientRect(handle(), &area);
+    site_->resize({area.right, area.bottom});
 }
 
 /// Over the owner.

@@ -1,6 +1,6 @@
 #include "demo/host/CommandMenu.h"
 
-#include "framework/com/Failure.h"
+#include "framework/com/Call.h"
 
 #include <cwchar>
 #include <vector>
@@ -25,31 +25,45 @@ HMENU addMenu(HMENU bar, const wchar_t* caption)
     return menu;
 }
 
+// In the library's string table.
+constexpr long textFile = 1600;
+constexpr long textExit = 1603;
+constexpr long textZoomIn = 40010;
+constexpr long textZoomOut = 40011;
+constexpr long textToday = 40012;
+
 struct ViewItem
 {
+    long textId; ///< 0 for a text of the host's own
     const wchar_t* text;
+    const wchar_t* keyName;
     MenuItem id;
     ACCEL key;
 };
 
 constexpr ViewItem viewItems[] = {
-    {L"Zoom &in\tCtrl++", menuZoomIn, {FVIRTKEY | FCONTROL, VK_OEM_PLUS, menuZoomIn}},
-    {L"Zoom &out\tCtrl+-", menuZoomOut, {FVIRTKEY | FCONTROL, VK_OEM_MINUS, menuZoomOut}},
-    {L"&Today\tCtrl+T", menuToday, {FVIRTKEY | FCONTROL, 'T', menuToday}},
-    {L"&Groups or schedule\tF6", menuOtherPart, {FVIRTKEY, VK_F6, menuOtherPart}},
+    {textZoomIn, L"", L"Ctrl++", menuZoomIn, {FVIRTKEY | FCONTROL, VK_OEM_PLUS, menuZoomIn}},
+    {textZoomOut, L"", L"Ctrl+-", menuZoomOut, {FVIRTKEY | FCONTROL, VK_OEM_MINUS, menuZoomOut}},
+    {textToday, L"", L"Ctrl+T", menuToday, {FVIRTKEY | FCONTROL, 'T', menuToday}},
+    {0, L"Groups or &schedule", L"F6", menuOtherPart, {FVIRTKEY, VK_F6, menuOtherPart}},
 };
 
 } // namespace
 
-HMENU createMenuBar()
+HMENU createMenuBar(const ComPtr<IResources>& resources)
 {
+    const auto text = [&](long id) {
+        return std::wstring(fetch(resources, &IResources::GetString, id).view());
+    };
     const HMENU bar = CreateMenu();
     require(bar != nullptr);
-    require(AppendMenuW(addMenu(bar, L"&File"), MF_STRING, menuExit, L"E&xit\tAlt+F4"));
+    HMENU menu = addMenu(bar, text(textFile).c_str());
+    addMenu(menu, L"&Log in as");
+    require(AppendMenuW(menu, MF_SEPARATOR, 0, nullptr));
+    require(AppendMenuW(menu, MF_STRING, menuExit, (text(textExit) + L"\tAlt+F4").c_str()));
 
     // Commands of one menu stand together in the table.
     const wchar_t* caption = L"";
-    HMENU menu = nullptr;
     for (const CommandEntry& entry : commandTable())
     {
         if (std::wcscmp(caption, entry.menu) != 0)
@@ -59,8 +73,23 @@ HMENU createMenuBar()
 
     menu = addMenu(bar, L"&View");
     for (const ViewItem& item : viewItems)
-        require(AppendMenuW(menu, MF_STRING, item.id, item.text));
+    {
+        const std::wstring shown = item.textId == 0 ? item.text : text(item.textId);
+        require(AppendMenuW(menu, MF_STRING, item.id, (shown + L'\t' + item.keyName).c_str()));
+    }
+    addMenu(menu, L"&Language");
     return bar;
+}
+
+HMENU accountMenu(HMENU bar) noexcept
+{
+    return GetSubMenu(GetSubMenu(bar, 0), 0);
+}
+
+HMENU languageMenu(HMENU bar) noexcept
+{
+    const HMENU view = GetSubMenu(bar, GetMenuItemCount(bar) - 1);
+    return GetSubMenu(view, GetMenuItemCount(view) - 1);
 }
 
 HMENU menuWith(HMENU bar, const CommandEntry& entry) noexcept
@@ -76,7 +105,7 @@ Keys createKeys(Part part)
 {
     std::vector<ACCEL> keys;
     for (const CommandEntry& entry : commandTable())
-        if (entry.key.key != 0 && entry.isOfSchedule() == (part == Part::schedule))
+        if (entry.key.key != 0 && entry.countsIn(part))
             keys.push_back({entry.key.fVirt, entry.key.key, static_cast<WORD>(idOf(entry))});
     for (const ViewItem& item : viewItems)
         keys.push_back(item.key);

@@ -2,6 +2,9 @@
 #pragma once
 
 #include "demo/host/CommandTable.h"
+#include "framework/com/ComPtr.h"
+
+#include <KorvaneInterfaces.h>
 
 #include <memory>
 #include <type_traits>
@@ -16,21 +19,22 @@ enum MenuItem
     menuZoomIn,
     menuZoomOut,
     menuToday,
-    menuOtherPart
+    menuOtherPart,
+    menuFirstLanguage = 200, ///< and one more for each language
+    menuFirstAccount = 2000  ///< and one more for each account, behind all others
 };
 
-/// The menu bar; it belongs to the window that it is given to.
-HMENU createMenuBar();
+/// The menu bar, in the language of the resources as far as they have its texts. It belongs to the window that it is
+/// given to.
+HMENU createMenuBar(const ComPtr<IResources>& resources);
+
+/// The menu of a bar for the accounts: empty until it is filled.
+HMENU accountMenu(HMENU bar) noexcept;
+/// The same for the languages.
+HMENU languageMenu(HMENU bar) noexcept;
 
 /// The menu of a bar that a command stands in.
 HMENU menuWith(HMENU bar, const CommandEntry& entry) noexcept;
-
-/// The part of the window that has the keyboard: keys mean something of their own there.
-enum class Part
-{
-    groups,
-    schedule
-};
 
 struct DestroyKeys
 {

@@ -10,14 +10,25 @@
 namespace korvane::host
 {
 
+/// The part of the window that has the keyboard: keys mean something of their own there.
+enum class Part
+{
+    groups,
+    schedule
+};
+
 /// What a command works on.
 enum class Target
 {
-    group,    ///< the one that is selected in the list
-    slot,     ///< the one in the schedule that the cursor is in
-    bar,      ///< the selected one
-    lostBar,  ///< the selected one; without a dialog, for it goes
-    movingBar ///< the selected one, and where it is dropped
+    group,     ///< the one that is selected in the list
+    members,   ///< those of the selected group
+    resource,  ///< the one that the schedule's cursor is with, as a member of the group
+    addressee, ///< the same one by itself
+    reader,    ///< the resource of the account that is logged in
+    slot,      ///< the one in the schedule that the cursor is in
+    bar,       ///< the selected one
+    lostBar,   ///< the selected one; without a dialog, for it goes
+    movingBar  ///< the selected one, and where it is dropped
 };
 
 struct CommandEntry
@@ -30,9 +41,15 @@ struct CommandEntry
     const wchar_t* progId;  ///< class of the command
     long operation;         ///< operation code
     Target target;
+    bool resizable = false; ///< its dialog lays itself out in the size that it is given
 
-    /// Its key counts in the schedule, or where the groups are.
-    bool isOfSchedule() const noexcept { return target != Target::group; }
+    bool worksOnActivity() const noexcept { return target >= Target::slot; }
+
+    /// Whether its key counts in a part of the window: that of a reader's command does wherever he is.
+    bool countsIn(Part part) const noexcept
+    {
+        return target == Target::reader || (target == Target::group) == (part == Part::groups);
+    }
 };
 
 std::span<const CommandEntry> commandTable() noexcept;
@@ -45,7 +62,8 @@ int idOf(const CommandEntry& entry) noexcept;
 /// Null for a number that no entry has.
 const CommandEntry* entryOf(int id) noexcept;
 
-// The names of those that the mouse asks for, too.
+// The names of those that the window asks for itself, or whose menu it shows.
+inline constexpr const wchar_t* editResource = L"Resource.Edit";
 inline constexpr const wchar_t* newActivity = L"Activity.New";
 inline constexpr const wchar_t* changeActivity = L"Activity.Change";
 inline constexpr const wchar_t* moveActivity = L"Activity.Move";

@@ -61,6 +61,13 @@ SIZE ControlSite::extent() const
     return pixels;
 }
 
+void ControlSite::resize(SIZE size) const
+{
+    const RECT place = rectangle(size);
+    if (const auto object = inPlace_)
+        call(object, &IOleInPlaceObject::SetObjectRects, &place, &place);
+}
+
 void ControlSite::activateUi()
 {
     const RECT place = rectangle(extent());

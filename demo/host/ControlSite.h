@@ -44,6 +44,8 @@ public:
 
     IOleObject* control() const noexcept { return control_.get(); }
     SIZE extent() const;
+    /// Gives the control a size, in pixels. One that does not take it asks for the right one.
+    void resize(SIZE size) const;
     void activateUi();
     bool isUiActive() const noexcept { return static_cast<bool>(active_); }
     /// Tells the active control that the window became the active one, or is no longer.

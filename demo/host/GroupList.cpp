@@ -48,10 +48,8 @@ GroupList::GroupList(HWND parent, UINT refreshMessage)
 
 void GroupList::follow(const ComPtr<IRoot>& root)
 {
-    ComPtr<IGroups> groups;
-    call(root, &IRoot::get_Groups, groups.put());
-    events_.connect(
-        groups.get(), __uuidof(IGroupsEvents),
+    announced_.connect(
+        root,
         {.clear =
              [this] {
                  groups_.clear();
@@ -62,11 +60,13 @@ void GroupList::follow(const ComPtr<IRoot>& root)
                  groups_.push_back({group.number(0), std::wstring(group.text(1).view()), group.number(2)});
                  refreshLater();
              }});
-    events_.during([&] {
-        VARIANT_BOOL ignored = VARIANT_FALSE;
-        call(groups, &IGroups::Load, &ignored);
-    });
+    load();
     refresh();
+}
+
+void GroupList::load()
+{
+    announced_.load(&IGroups::Load);
 }
 
 void GroupList::place(const RECT& area) noexcept

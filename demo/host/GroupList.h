@@ -1,11 +1,9 @@
 // The groups of the database in a list, kept current by the data layer's events.
 #pragma once
 
-#include "framework/com/EventConnection.h"
+#include "framework/DataLayer.h"
 
 #include <commctrl.h>
-
-#include <KorvaneData.h>
 
 #include <functional>
 #include <string>
@@ -25,6 +23,8 @@ public:
 
     /// Shows the groups of a database from now on.
     void follow(const ComPtr<IRoot>& root);
+    /// Reads them again.
+    void load();
 
     HWND handle() const noexcept { return list_; }
     void place(const RECT& area) noexcept;
@@ -52,7 +52,7 @@ private:
     HWND parent_;
     UINT refreshMessage_;
     HWND list_;
-    EventConnection events_;
+    Subscription<IGroups> announced_;
     std::vector<Group> groups_;
     long selected_ = 0;
     bool refreshPending_ = false;

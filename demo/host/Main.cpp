@@ -4,7 +4,9 @@
 #include "demo/host/ErrorBox.h"
 #include "demo/host/MainWindow.h"
 #include "demo/host/tour/BookingSteps.h"
+#include "demo/host/tour/DepartmentSteps.h"
 #include "demo/host/tour/GroupSteps.h"
+#include "demo/host/tour/MessageSteps.h"
 #include "demo/host/tour/Report.h"
 #include "demo/host/tour/Tour.h"
 #include "framework/com/Boundary.h"
@@ -68,15 +70,31 @@ bool take(const Chapter& chapter, OpenDatabase& database, const std::wstring& fo
     return tour.succeeded();
 }
 
-/// The activities need resources, the groups are told from an almost empty database: each has its own.
+/// A chapter in a database of its own.
+struct ChapterOfTour
+{
+    Chapter (*chapter)();
+    const wchar_t* file;
+    bool withSample;
+};
+
+// The activities and messages need resources, groups and departments are told from an almost empty database.
+constexpr ChapterOfTour chapters[] = {
+    {&bookingChapter, L"booking.sqlite", true},
+    {&departmentChapter, L"department.sqlite", false},
+    {&messageChapter, L"messages.sqlite", true},
+};
+
 bool takeTour(const Options& options)
 {
     const std::wstring& folder = options.tourFolder;
     Report report(folder + L"\\tour.txt", options.verbose);
+    for (const ChapterOfTour& part : chapters)
     {
-        OpenDatabase database(freshDatabase(folder, L"booking.sqlite"), {});
-        database.addSample();
-        if (!take(bookingChapter(), database, folder, report))
+        OpenDatabase database(freshDatabase(folder, part.file), {});
+        if (part.withSample)
+            database.addSample();
+        if (!take(part.chapter(), database, folder, report))
             return false;
     }
     OpenDatabase database(options.database.empty() ? freshDatabase(folder, L"tour.sqlite") : options.database,

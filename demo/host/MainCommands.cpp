@@ -1,6 +1,7 @@
 // The host's window: the commands of its menus, from the choice to the end of their dialog.
 #include "demo/host/ErrorBox.h"
 #include "demo/host/MainWindow.h"
+#include "demo/host/Notice.h"
 #include "demo/host/Orders.h"
 #include "demo/host/SharedActivity.h"
 #include "framework/com/Boundary.h"
@@ -13,6 +14,16 @@ void MainWindow::chosen(int id)
     if (const CommandEntry* entry = entryOf(id))
     {
         run(*entry);
+        return;
+    }
+    if (const std::wstring* login = accounts_.loginOf(id))
+    {
+        logIn(std::wstring(*login)); // the menu may be filled anew meanwhile
+        return;
+    }
+    if (const std::wstring* language = languages_.languageOf(id))
+    {
+        speak(std::wstring(*language));
         return;
     }
     switch (id)
@@ -47,12 +58,22 @@ void MainWindow::run(const CommandEntry& entry)
     switch (entry.target)
     {
     case Target::group:
+    case Target::members:
         start(entry, orderForGroup(entry, content_->selected()));
+        break;
+    case Target::resource:
+        start(entry, orderForMember(entry, group, slot ? resourceOf(*slot).id : 0));
+        break;
+    case Target::addressee:
+        if (slot)
+            start(entry, orderForResource(entry, resourceOf(*slot)));
+        break;
+    case Target::reader:
+        start(entry, orderForReader(entry, database_.reader()));
         break;
     case Target::slot:
         if (slot)
-            start(entry,
-                  orderForSlot(entry, group, schedule_->content().rows()[slot->row].resource.id, *slot));
+            start(entry, orderForSlot(entry, group, resourceOf(*slot).id, *slot));
         break;
     case Target::bar:
         if (bar)
@@ -76,8 +97,12 @@ void MainWindow::drop(const Bar& bar, const Slot& landing, bool copies)
     if (dialog_)
         return;
     const CommandEntry& entry = entryNamed(copies ? copyActivity : moveActivity);
-    const long resource = schedule_->content().rows().at(landing.row).resource.id;
-    start(entry, orderForLanding(entry, schedule_->group(), bar, resource, landing));
+    start(entry, orderForLanding(entry, schedule_->group(), bar, resourceOf(landing).id, landing));
+}
+
+const Resource& MainWindow::resourceOf(const Slot& slot) const
+{
+    return schedule_->content().rows().at(slot.row).resource;
 }
 
 ComPtr<IAppCommand> MainWindow::prepared(const Order& order) const
@@ -95,27 +120,32 @@ void MainWindow::remove(const Bar& bar, const Order& order)
         return;
     const auto command = prepared(order);
     VARIANT_BOOL ignored = VARIANT_FALSE; // False also after a write
-    call(command, &IAppCommand::Execute, &ignored);
+    const auto failure = attempt([&] { call(command, &IAppCommand::Execute, &ignored); });
+    showChanges(true);
+    if (failure)
+        throw *failure;
 }
 
 void MainWindow::start(const CommandEntry& entry, const Order& order)
 {
     bool shown = false;
     const auto failure = attempt([&] {
-        schedule_->hold(true);
         command_ = prepared(order);
         entry_ = &entry;
-        dialog_ = std::make_unique<CommandDialog>(handle(), resources_);
+        dialog_ = std::make_unique<CommandDialog>(handle(), resources_, entry.resizable);
         dialog_->onEnd = [this](bool cancelled) { PostMessageW(handle(), messageDialogEnded, cancelled, 0); };
+        // What cannot be read now is read later: the command has been executed all the same.
+        dialog_->onExecuted = [this] { attempt([this] { showChanges(true); }); };
         shown = dialog_->open(command_);
     });
     if (!shown)
         closeDialog();
     if (failure)
         throw *failure;
+    if (!shown && entry.target == Target::reader)
+        MessageBoxW(handle(), messageNotice(resources_, 0).c_str(), L"Korvane", MB_OK | MB_ICONINFORMATION);
 }
 
-/// What has changed meanwhile is shown now.
 void MainWindow::closeDialog()
 {
     const bool hadDialog = static_cast<bool>(dialog_);
@@ -124,7 +154,6 @@ void MainWindow::closeDialog()
     // A question before the dialog may have taken the activation along.
     if (hadDialog && GetActiveWindow() != handle())
         SetActiveWindow(handle());
-    schedule_->hold(false);
 }
 
 void MainWindow::dialogEnded(bool cancelled)
@@ -138,7 +167,7 @@ void MainWindow::dialogEnded(bool cancelled)
     // What the command worked on is what the user wants to see now.
     if (entry_->target == Target::group)
         content_->select(numberOf(command, L"GroupID"));
-    else
+    else if (entry_->worksOnActivity())
         schedule_->select({numberOf(command, L"EventID"), numberOf(command, L"Instance")});
 }
 

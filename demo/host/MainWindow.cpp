@@ -1,6 +1,8 @@
 #include "demo/host/MainWindow.h"
 
 #include "demo/host/Display.h"
+#include "demo/host/Language.h"
+#include "demo/host/Notice.h"
 #include "framework/com/Boundary.h"
 #include "framework/com/LateBound.h"
 #include "framework/com/Module.h"
@@ -19,6 +21,18 @@ namespace
 constexpr long pictureApplication = 100;
 constexpr long cursorMove = 25500;
 constexpr long cursorCopy = 25501;
+
+// The parts of the status bar.
+enum StatusPart : WPARAM
+{
+    partFile,
+    partSelection,
+    partNotice,
+    partAccount
+};
+
+constexpr UINT_PTR timerChanges = 1;
+constexpr UINT betweenLooks = 1000; // milliseconds
 
 /// The handle of an icon or cursor, which the picture owns.
 LPARAM handleOf(const ComPtr<IPictureDisp>& picture)
@@ -40,16 +54,18 @@ SIZE firstSize()
 } // namespace
 
 MainWindow::MainWindow(OpenDatabase& database)
-    : database_(database), resources_(createByProgId<IResources>(L"KorvaneDlg.Resources")),
-      groupKeys_(createKeys(Part::groups)), scheduleKeys_(createKeys(Part::schedule))
+    : database_(database), library_(createByProgId<IResources>(L"KorvaneDlg.Resources")),
+      resources_(library_), groupKeys_(createKeys(Part::groups)), scheduleKeys_(createKeys(Part::schedule))
 {
     create({L"KorvaneHost.Main", L"Korvane", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0,
             reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1)},
-           nullptr, createMenuBar(), firstSize());
+           nullptr, createMenuBar(resources_), firstSize());
     useIcon();
     createStatusBar();
     createParts();
     layOut();
+    showAccount();
+    SetTimer(handle(), timerChanges, betweenLooks, nullptr);
 }
 
 MainWindow::~MainWindow()
@@ -59,7 +75,7 @@ MainWindow::~MainWindow()
 
 void MainWindow::createParts()
 {
-    schedule_ = std::make_unique<ScheduleWindow>(handle(), database_.root());
+    schedule_ = std::make_unique<ScheduleWindow>(handle(), database_.view());
     useCursors();
     schedule_->onOpen = [this] { run(entryNamed(changeActivity)); };
     schedule_->onDrop = [this](const Bar& bar, const Slot& landing, bool copies) {
@@ -68,7 +84,7 @@ void MainWindow::createParts()
     schedule_->onSelect = [this] { showSelection(); };
     content_ = std::make_unique<GroupList>(handle(), messageRefresh);
     content_->onSelect = [this] { schedule_->showGroup(content_->selected()); };
-    content_->follow(database_.root());
+    content_->follow(database_.view());
     content_->selectFirst();
 }
 
@@ -119,6 +135,12 @@ LRESULT MainWindow::receive(UINT message, WPARAM first, LPARAM second)
     case WM_SETFOCUS:
         if (content_)
             SetFocus(lastFocus_ ? lastFocus_ : content_->handle());
+        return 0;
+    case WM_INITMENUPOPUP:
+        fillMenu(reinterpret_cast<HMENU>(first));
+        return 0;
+    case WM_TIMER:
+        attempt([this] { lookForChanges(); }); // what is refused is tried again, and need not be told
         return 0;
     case messageRefresh:
         content_->refresh();
@@ -177,26 +199,103 @@ void MainWindow::layOut() noexcept
     content_->place({area.left, area.top, groups, area.bottom});
     schedule_->place({groups, area.top, area.right, area.bottom});
 
-    const int accountEnd = static_cast<int>(area.right);
-    const int selectionEnd = accountEnd - MulDiv(140, dpi, 96);
-    const int ends[] = {std::max<int>(groups, selectionEnd - MulDiv(430, dpi, 96)), selectionEnd, -1};
+    const int noticeEnd = static_cast<int>(area.right) - MulDiv(110, dpi, 96);
+    const int selectionEnd = noticeEnd - MulDiv(160, dpi, 96);
+    const int ends[] = {std::max<int>(groups, selectionEnd - MulDiv(430, dpi, 96)), selectionEnd, noticeEnd,
+                        -1};
     SendMessageW(status_, SB_SETPARTS, std::size(ends), reinterpret_cast<LPARAM>(ends));
-    const wchar_t* account = database_.account().empty() ? L"Administrator" : database_.account().c_str();
-    SendMessageW(status_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(database_.path().c_str()));
-    SendMessageW(status_, SB_SETTEXTW, 2, reinterpret_cast<LPARAM>(account));
+    showStatus(partFile, database_.path());
+}
+
+void MainWindow::showStatus(std::size_t part, const std::wstring& text) const noexcept
+{
+    SendMessageW(status_, SB_SETTEXTW, part, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
 void MainWindow::showSelection() const
 {
-    SendMessageW(status_, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(schedule_->describeSelection().c_str()));
+    showStatus(partSelection, schedule_->describeSelection());
 }
 
-/// The commands on activities, where the right button was released; by keyboard, at the cursor.
+/// Who works here, and what there is for him to read.
+void MainWindow::showAccount() const
+{
+    const std::wstring login = database_.login();
+    const long unread = database_.unreadMessages();
+    const std::wstring notice = messageNotice(resources_, unread);
+    showStatus(partNotice, notice);
+    showStatus(partAccount, login);
+    SetWindowTextW(handle(), titleFor(login, unread, notice).c_str());
+}
+
+/// Something has been written.
+/// @param tells whether the user is to be told where it cannot be read.
+void MainWindow::showChanges(bool tells)
+{
+    outdated_ = true;
+    database_.hasChanged(); // what was written up to now is what is read now
+    content_->load();
+    schedule_->refresh(tells);
+    showAccount();
+    outdated_ = false;
+}
+
+/// What others have written, in this process or another one, is told to nobody: whoever wants to know has to ask.
+void MainWindow::lookForChanges()
+{
+    if (database_.tellOfOthers() && dialog_)
+        dialog_->tellOfOthers();
+    if (outdated_ || database_.hasChanged())
+        showChanges(false);
+}
+
+void MainWindow::logIn(const std::wstring& login)
+{
+    if (dialog_)
+        return;
+    database_.logIn(login);
+    content_->follow(database_.view());
+    schedule_->follow(database_.view());
+    showAccount();
+}
+
+/// Those that are other ones each time they are opened.
+void MainWindow::fillMenu(HMENU menu)
+{
+    if (menu == accountMenu(GetMenu(handle())))
+        accounts_.fill(menu, database_.view(), database_.login());
+    else if (menu == languageMenu(GetMenu(handle())))
+        languages_.fill(menu, languageFolder(), language_);
+}
+
+/// What is opened from now on is in the language. So are the errors of commands without a dialog: the library takes its
+/// texts from what a dialog was given last.
+void MainWindow::speak(const std::wstring& language)
+{
+    if (dialog_)
+        return;
+    auto resources = resourcesIn(language, library_);
+    const HMENU bar = createMenuBar(resources);
+    call(createByProgId<IAppDialog>(L"KorvaneDlg.ctlEditGroups"), &IAppDialog::putref_Resources,
+         resources.get());
+    resources_ = std::move(resources);
+    language_ = language;
+    const HMENU former = GetMenu(handle());
+    SetMenu(handle(), bar);
+    DestroyMenu(former);
+    showAccount();
+}
+
+/// The commands on activities or, among the names, on resources, where the right button was released; by keyboard, at
+/// the cursor.
 void MainWindow::showMenuAt(POINT place) const
 {
-    if (const auto at = schedule_->menuPlace(place))
-        TrackPopupMenu(menuWith(GetMenu(handle()), entryNamed(changeActivity)), TPM_RIGHTBUTTON, at->x, at->y,
-                       0, handle(), nullptr);
+    const auto found = schedule_->menuPlace(place);
+    if (!found)
+        return;
+    const CommandEntry& entry = entryNamed(found->isOfResource ? editResource : changeActivity);
+    TrackPopupMenu(menuWith(GetMenu(handle()), entry), TPM_RIGHTBUTTON, found->point.x, found->point.y, 0,
+                   handle(), nullptr);
 }
 
 void MainWindow::goToOtherPart() noexcept

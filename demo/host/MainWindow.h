@@ -1,10 +1,12 @@
 // The host's window: the menu with the commands, the groups, the schedule of the selected one, and a status bar.
 #pragma once
 
+#include "demo/host/AccountMenu.h"
 #include "demo/host/CommandDialog.h"
 #include "demo/host/CommandMenu.h"
 #include "demo/host/CommandTable.h"
 #include "demo/host/GroupList.h"
+#include "demo/host/LanguageMenu.h"
 #include "demo/host/OpenDatabase.h"
 #include "demo/host/PreparedCommand.h"
 #include "demo/host/schedule/ScheduleWindow.h"
@@ -34,6 +36,11 @@ public:
     std::function<void(const Order& order)> onOrder;
 
     const GroupList& content() const noexcept { return *content_; }
+    /// Goes on as somebody else, with the same database.
+    void logIn(const std::wstring& login);
+    /// Goes on in another language: that of a file beside the program, or without a name the library's own.
+    void speak(const std::wstring& language);
+
     ScheduleWindow& schedule() const noexcept { return *schedule_; }
     OpenDatabase& database() const noexcept { return database_; }
 
@@ -49,10 +56,16 @@ private:
 
     void useIcon();
     void useCursors();
+    void fillMenu(HMENU menu);
     void createStatusBar();
     void createParts();
     void layOut() noexcept;
+    void showStatus(std::size_t part, const std::wstring& text) const noexcept;
     void showSelection() const;
+    void showAccount() const;
+    void showChanges(bool tells);
+    void lookForChanges();
+    const Resource& resourceOf(const Slot& slot) const;
     void showMenuAt(POINT place) const;
     void chosen(int id);
     void run(const CommandEntry& entry);
@@ -65,7 +78,12 @@ private:
     void goToOtherPart() noexcept;
 
     OpenDatabase& database_;
+    bool outdated_ = false;      ///< something that has changed could not be read yet
+    ComPtr<IResources> library_; ///< the library's own resources
     ComPtr<IResources> resources_;
+    std::wstring language_;
+    LanguageMenu languages_;
+    AccountMenu accounts_;
     ComPtr<IPictureDisp> icon_;       ///< owns the window's icon
     ComPtr<IPictureDisp> moveCursor_; ///< like the icon, theirs are used in the schedule
     ComPtr<IPictureDisp> copyCursor_;

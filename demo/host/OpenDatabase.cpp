@@ -1,5 +1,7 @@
 #include "demo/host/OpenDatabase.h"
 
+#include "demo/host/InfoFile.h"
+#include "demo/host/Language.h"
 #include "framework/com/EventConnection.h"
 #include "framework/com/LateBound.h"
 
@@ -30,13 +32,68 @@ std::wstring fullPath(const std::wstring& path)
     return length == 0 || length >= ARRAYSIZE(buffer) ? path : std::wstring(buffer, length);
 }
 
+/// That of the database that this thread has opened last.
+std::wstring sharedFolder()
+{
+    const auto settings = createByProgId<IRegistry>(L"KorvaneData.Registry");
+    const Variant folder =
+        fetch(settings, &IRegistry::GetValue, Bstr(L"SharedFolder").get(), Variant(Bstr()).get());
+    return std::wstring(toText(folder.get()).view());
+}
+
+ComPtr<ISession> session(const ComPtr<IRoot>& root)
+{
+    return root.as<ISession>();
+}
+
 } // namespace
 
-OpenDatabase::OpenDatabase(const std::wstring& path, std::wstring account)
-    : path_(fullPath(path)), account_(std::move(account)),
-      database_(createByProgId<IDatabase>(L"KorvaneData.Database"))
+OpenDatabase::OpenDatabase(const std::wstring& path, const std::wstring& account)
+    : path_(fullPath(path)), database_(createByProgId<IDatabase>(L"KorvaneData.Database"))
 {
-    call(database_, &IDatabase::Open, Bstr(path_).get(), Bstr(account_).get(), root_.put());
+    logIn(account);
+}
+
+void OpenDatabase::logIn(const std::wstring& account)
+{
+    auto root = opened(account);
+    view_ = opened(account);
+    root_ = std::move(root);
+    account_ = account;
+}
+
+ComPtr<IRoot> OpenDatabase::opened(const std::wstring& account) const
+{
+    return fetch(database_, &IDatabase::Open, Bstr(path_).get(), Bstr(account).get());
+}
+
+std::wstring OpenDatabase::login() const
+{
+    return std::wstring(fetch(session(view_), &ISession::get_Login).view());
+}
+
+long OpenDatabase::reader() const
+{
+    return fetch(session(view_), &ISession::get_NameID);
+}
+
+long OpenDatabase::unreadMessages() const
+{
+    return fetch(session(view_), &ISession::get_UnreadMessages);
+}
+
+bool OpenDatabase::hasChanged() const
+{
+    return fetch(session(view_), &ISession::HasChanged); // nothing is written through the view
+}
+
+bool OpenDatabase::tellOfOthers() const
+{
+    const auto own = session(root_);
+    if (!fetch(own, &ISession::HasChanged))
+        return false;
+    call(own, &ISession::AnnounceAll);
+    return true;
 }
 
 bool OpenDatabase::addSample()
@@ -58,6 +115,8 @@ bool OpenDatabase::addSample()
     if (!isEmpty || allowed == VARIANT_FALSE)
         return false;
     call(database_, &IDatabase::AddSample, root_.get());
+    addInfoFile(sharedFolder());
+    addInfoFilesOf(languageFolder(), sharedFolder());
     return true;
 }
 

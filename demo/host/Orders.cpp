@@ -8,6 +8,23 @@ Order orderForGroup(const CommandEntry& entry, long group)
     return {entry.progId, entry.operation, {{L"GroupID", Variant(group)}}};
 }
 
+Order orderForMember(const CommandEntry& entry, long group, long resource)
+{
+    return {entry.progId, entry.operation, {{L"GroupID", Variant(group)}, {L"NameID", Variant(resource)}}};
+}
+
+Order orderForResource(const CommandEntry& entry, const Resource& resource)
+{
+    return {entry.progId,
+            entry.operation,
+            {{L"NameID", Variant(resource.id)}, {L"Name", Variant(Bstr(resource.name))}}};
+}
+
+Order orderForReader(const CommandEntry& entry, long resource)
+{
+    return {entry.progId, entry.operation, {{L"NameID", Variant(resource)}}};
+}
+
 Order orderForSlot(const CommandEntry& entry, long group, long resource, const Slot& slot)
 {
     return {entry.progId,

@@ -10,6 +10,15 @@ namespace korvane::host
 
 Order orderForGroup(const CommandEntry& entry, long group);
 
+/// A command on a member of a group; 0 where none is meant yet.
+Order orderForMember(const CommandEntry& entry, long group, long resource);
+
+/// What concerns a resource by itself.
+Order orderForResource(const CommandEntry& entry, const Resource& resource);
+
+/// What concerns the resource that reads.
+Order orderForReader(const CommandEntry& entry, long resource);
+
 /// A new activity in a slot.
 Order orderForSlot(const CommandEntry& entry, long group, long resource, const Slot& slot);
 

@@ -94,7 +94,8 @@ std::optional<long> numberIn(std::wstring_view text)
 
 bool toBool(const VARIANT& value)
 {
-    return converted(value, VT_BOOL).get().boolVal != VARIANT_FALSE;
+    const VARIANT_BOOL flag = value.vt == VT_BOOL ? value.boolVal : converted(value, VT_BOOL).get().boolVal;
+    return flag != VARIANT_FALSE;
 }
 
 OleDate toDate(const VARIANT& value)

@@ -42,7 +42,7 @@ ControlsContext::ControlsContext() noexcept
         ActivateActCtx(context, &cookie_);
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_TREEVIEW_CLASSES |
                                                            ICC_DATE_CLASSES | ICC_UPDOWN_CLASS |
-                                                           ICC_BAR_CLASSES};
+                                                           ICC_BAR_CLASSES | ICC_TAB_CLASSES};
     InitCommonControlsEx(&classes);
 }
 

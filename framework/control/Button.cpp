@@ -34,10 +34,9 @@ void Button::placed()
     icon_ = std::move(icon);
 }
 
-void Button::setFillColor(long color)
+void Button::setFillColor(std::optional<long> color)
 {
-    fillColor_ = color;
-    if (window())
+    if (std::exchange(fillColor_, color) != color && window())
         InvalidateRect(window(), nullptr, TRUE);
 }
 

@@ -19,10 +19,14 @@ public:
     {
     }
 
-    /// Fills the button with a colour (RGB; below 1 for none) from now on.
-    void setFillColor(long color);
+    /// Fills the button with a colour (RGB; below 1 for none); without one it looks like any other button.
+    void setFillColor(std::optional<long> color);
 
     std::function<void()> onClick; ///< by the user
+
+    /// With the button's edges, and some room between them and the caption.
+    float neededWidth() const override { return picture_ != 0 ? 0 : captionWidth() + 180; }
+    bool stretches() const noexcept override { return false; }
 
     void placed() override;
     void closing() noexcept override { icon_.reset(); }

@@ -12,6 +12,9 @@ class CheckableButton : public Button
 public:
     using Button::Button;
 
+    /// With the mark before the caption, and the frame that shows the focus.
+    float neededWidth() const override { return captionWidth() + 300; }
+
     bool Value() const noexcept { return send(BM_GETCHECK) == BST_CHECKED; }
     /// Does not raise onClick.
     virtual void setValue(bool checked) const noexcept;

@@ -76,6 +76,15 @@ void ComboBox::Clear()
     settingText_ = false;
 }
 
+void ComboBox::ClearList()
+{
+    const std::wstring text = Text();
+    const LRESULT selected = send(CB_GETEDITSEL);
+    Clear();
+    setText(text);
+    send(CB_SETEDITSEL, 0, MAKELPARAM(LOWORD(selected), HIWORD(selected)));
+}
+
 int ComboBox::ListCount() const noexcept
 {
     return static_cast<int>(send(CB_GETCOUNT));

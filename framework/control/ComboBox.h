@@ -22,7 +22,8 @@ public:
 
     /// Adds an item at the end, with its data. Throws E_OUTOFMEMORY when the list is full.
     void AddItem(BSTR text, long itemData);
-    void Clear(); ///< the text goes too
+    void Clear();     ///< the text goes too
+    void ClearList(); ///< of a box to type in, where the text stays
     int ListCount() const noexcept;
     int ListIndex() const noexcept; ///< -1 without a selection
     void setListIndex(int index) noexcept;

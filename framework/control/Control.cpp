@@ -99,6 +99,7 @@ void Control::setTextValue(std::wstring_view text)
     text_ = text;
     if (window_)
         SetWindowTextW(window_, text_.c_str());
+    dialog_.textChanged();
 }
 
 void Control::setToolTipText(std::wstring_view text)
@@ -115,7 +116,12 @@ bool Control::hasFocus() const noexcept
 
 void Control::setFocus() const noexcept
 {
-    if (window_)
+    if (!window_)
+        return;
+    // The dialog manager makes the button with the focus the one that Enter presses; in a text box it would select all.
+    if ((send(WM_GETDLGCODE) & DLGC_BUTTON) != 0)
+        SendMessageW(dialog_.window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(window_), TRUE);
+    else
         SetFocus(window_);
 }
 
@@ -133,6 +139,12 @@ void Control::bringToFront() const noexcept
         SetWindowPos(window_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
+float Control::captionWidth() const
+{
+    const SIZE extent = dialog_.font().measureCaption(text_, dialog_.dpi());
+    return toTwips(static_cast<float>(extent.cx), dialog_.dpi());
+}
+
 float Control::textHeight(std::wstring_view text, float width) const
 {
     const int dpi = dialog_.dpi();
@@ -146,7 +158,7 @@ float Control::textHeight(std::wstring_view text, float width) const
 void Control::create(HWND parent, int id)
 {
     window_ = createWindow(parent, id_ != 0 ? id_ : id);
-    if (onKeyDown || onKeyPress)
+    if (onKeyDown || onKeyPress || !tellsOfFocus())
         watchKeys(keyWindow(), *this);
 }
 
@@ -158,6 +170,11 @@ bool Control::takesKey(WORD key, DWORD modifiers) const noexcept
 bool Control::takesCharacter(wchar_t character) const noexcept
 {
     return onKeyPress && isTaken(dialog_, [&] { return onKeyPress(character); });
+}
+
+bool Control::takesDialogKey(WORD key) const noexcept
+{
+    return onDialogKey && isTaken(dialog_, [&] { return onDialogKey(key); });
 }
 
 Place Control::placeOnDialog() const noexcept

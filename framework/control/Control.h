@@ -52,6 +52,8 @@ public:
     virtual ~Control() = default;
 
     const wchar_t* name() const noexcept { return name_; }
+    /// The frame that the control stands in; null for none.
+    const Frame* frame() const noexcept { return frame_; }
 
     /// Place in twips on the control's surface.
     const Place& place() const noexcept { return place_; }
@@ -86,14 +88,18 @@ public:
     void setFocus() const noexcept;
 
     // The keys that go to the control, before it sees them. True for a key that is dealt with: the control does not see
-    // it. Tab, Enter and Esc are the dialog's. To be bound before the control has its window.
+    // it. To be bound before the control has its window.
     std::function<bool(WORD key, DWORD modifiers)> onKeyDown; ///< modifiers: a sum of KeyModifier
     std::function<bool(wchar_t character)> onKeyPress;
+    /// Tab, Enter and Esc, which are the dialog's, before it sees them. From where the focus is then, Tab leads on.
+    std::function<bool(WORD key)> onDialogKey;
 
     /// What the control shows is on the screen when the call returns.
     void showNow() const noexcept;
     /// Puts the control in front of those that it overlaps. It comes first in the tab order then.
     void bringToFront() const noexcept;
+    /// Twips that the caption takes in the dialog's font.
+    float captionWidth() const;
     /// Twips that a text takes in the dialog's font, its lines broken where they are wider than a width.
     float textHeight(std::wstring_view text, float width) const;
 
@@ -109,6 +115,12 @@ public:
     private:
         const Control& control_;
     };
+
+    // For making room for texts.
+    /// Twips that the control is to be wide for its caption to be read; 0 where it shows none.
+    virtual float neededWidth() const { return 0; }
+    /// Whether the control becomes wider with the part of the dialog that it spans.
+    virtual bool stretches() const noexcept { return true; }
 
     // For the dialog's window.
     /// In a frozen dialog only the ways out are enabled.
@@ -132,6 +144,10 @@ public:
     virtual void draw(const DRAWITEMSTRUCT&) const {}
     bool takesKey(WORD key, DWORD modifiers) const noexcept;
     bool takesCharacter(wchar_t character) const noexcept;
+    bool takesDialogKey(WORD key) const noexcept;
+    /// Shows the next page, or the one before. False for a control without pages.
+    virtual bool turnsPage(bool) { return false; }
+    void focusNotified(bool arrived) const noexcept;
     /// The captions whose access keys lead to the control: its own, or that of each of its tabs. Null after the last.
     virtual const std::wstring* accessCaption(std::size_t) const noexcept { return nullptr; }
     /// Whether the access keys lead anywhere now.
@@ -150,7 +166,8 @@ protected:
     /// Runs a handler under the dialog's error trap.
     void raise(const std::function<void()>& handler) const;
 
-    void focusNotified(bool arrived) const noexcept;
+    /// Whether the platform's control tells its owner when the focus comes and goes.
+    virtual bool tellsOfFocus() const noexcept { return true; }
 
     /// The window to which the keys go while the control has the focus.
     virtual HWND keyWindow() const noexcept { return window_; }

@@ -110,6 +110,16 @@ SIZE DialogFont::measure(const wchar_t* text, int dpi) const
     return extent;
 }
 
+SIZE DialogFont::measureCaption(std::wstring_view caption, int dpi) const
+{
+    RECT place{};
+    withFont(handle(dpi), [&](HDC context) {
+        DrawTextW(context, caption.data(), static_cast<int>(caption.size()), &place,
+                  DT_CALCRECT | DT_SINGLELINE);
+    });
+    return {place.right, place.bottom};
+}
+
 SIZE DialogFont::measure(std::wstring_view text, int dpi, int width) const
 {
     RECT place{0, 0, width, 0};

@@ -33,7 +33,9 @@ public:
 
     /// Extent of a text in pixels.
     SIZE measure(const wchar_t* text, int dpi) const;
-    /// The same, its lines broken where they are wider than a width in pixels.
+    /// The same of a caption, of which the ampersand before the access key is not shown.
+    SIZE measureCaption(std::wstring_view caption, int dpi) const;
+    /// The extent of a text, its lines broken where they are wider than a width in pixels.
     SIZE measure(std::wstring_view text, int dpi, int width) const;
 
     /// A copy: who changes it sets it, and the layout follows.

@@ -4,6 +4,7 @@
 #include "framework/com/Module.h"
 #include "framework/control/ActivationContext.h"
 #include "framework/control/Dpi.h"
+#include "framework/control/Keys.h"
 
 #include <commctrl.h>
 #include <windowsx.h>
@@ -247,6 +248,20 @@ bool DialogWindow::followAccessKey(MSG message) noexcept
     // The dialog manager finds the letter as the caption has it; not on every platform in the other case too.
     message.wParam = found.spelled;
     return IsDialogMessageW(window_, &message) != FALSE;
+}
+
+bool DialogWindow::takesDialogKey(const MSG& message) noexcept
+{
+    const DWORD modifiers = keyModifiers();
+    if (message.wParam == VK_TAB && (modifiers & controlKey) != 0)
+        for (Control* control : controls_)
+            if (control->isWithinReach() && control->turnsPage((modifiers & shiftKey) != 0))
+                return true;
+    HWND window = message.hwnd;
+    while (window && GetParent(window) != window_)
+        window = GetParent(window);
+    const Control* control = controlOf(window);
+    return control && control->takesDialogKey(static_cast<WORD>(message.wParam));
 }
 
 HWND DialogWindow::lastTabStop() const noexcept

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace korvane
@@ -31,14 +32,21 @@ public:
     /// Does what the access key of a message leads to. False when it is none of a visible and enabled control.
     bool followAccessKey(MSG message) noexcept;
 
+    /// Gives a key to the control that it goes to before the dialog has it, and Ctrl+Tab to the tabs. True when it is
+    /// dealt with.
+    bool takesDialogKey(const MSG& message) noexcept;
+
     // The ends of the tab order; null in a dialog without a control that takes the focus.
     HWND firstTabStop() const noexcept { return GetNextDlgTabItem(window_, nullptr, FALSE); }
     HWND lastTabStop() const noexcept;
 
     // For the controls.
+    /// Whether one of them has the focus.
+    bool hasFocus() const noexcept { return window_ && IsChild(window_, GetFocus()); }
     bool isFrozen() const noexcept { return frozen_; }
     void add(Control& control) { controls_.push_back(&control); }
     void layoutChanged() noexcept;
+    void textChanged() noexcept { textsChanged_ = true; }
     void toolTipChanged(const Control& control);
     /// Runs a handler under the dialog's error trap.
     virtual void run(const std::function<void()>& handler) noexcept = 0;
@@ -67,6 +75,9 @@ protected:
 
     /// Gives every control the dialog's font, at the window's resolution.
     void applyFont();
+
+    /// Whether a text has changed since this was asked.
+    bool takeTextsChanged() noexcept { return std::exchange(textsChanged_, false); }
 
     /// Puts every control where its place is, and shows and hides. Does nothing but note it within a Batch.
     void arrange() noexcept;
@@ -116,6 +127,7 @@ private:
     int dpi_ = 96;
     int batches_ = 0;
     bool layoutPending_ = false;
+    bool textsChanged_ = false;
     bool frozen_ = false;
     bool controlsCreated_ = false;
 };

@@ -14,6 +14,9 @@ public:
 
     DialogWindow& dialog() const noexcept { return dialog_; }
 
+    /// Whether what stands in the frame keeps its distance from the right end.
+    virtual bool alignsRight() const noexcept { return false; }
+
 protected:
     HWND createWindow(HWND, int) override { return nullptr; }
 };

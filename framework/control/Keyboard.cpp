@@ -70,11 +70,21 @@ bool OleControl::translates(LPMSG message) noexcept
     switch (message->message)
     {
     case WM_KEYDOWN:
+    {
+        if (!isDialogKey(message->wParam))
+            return false;
+        const HWND focus = GetFocus();
+        if (takesDialogKey(*message))
+            return true;
+        MSG key = *message;
+        if (GetFocus() != focus && IsChild(window(), GetFocus()))
+            key.hwnd = GetFocus();
         if (message->wParam == VK_TAB && leavesByTab(GetKeyState(VK_SHIFT) < 0) &&
             containerTranslates(message))
             return true; // the container has taken the focus on to what comes after the dialog
         // Other keys are left to the container first: they may be accelerators of its own.
-        return isDialogKey(message->wParam) && window() && IsDialogMessageW(window(), message);
+        return window() && IsDialogMessageW(window(), &key);
+    }
     case WM_SYSCHAR:
         // A key that is none of the dialog's may belong to a menu or a neighbour.
         return followAccessKey(*message);

@@ -34,6 +34,13 @@ LRESULT CALLBACK keys(HWND window, UINT message, WPARAM first, LPARAM second, UI
         if (!control.takesCharacter(static_cast<wchar_t>(first)))
             break;
         return 0;
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+    {
+        const LRESULT result = DefSubclassProc(window, message, first, second);
+        control.focusNotified(message == WM_SETFOCUS);
+        return result;
+    }
     case WM_NCDESTROY:
         RemoveWindowSubclass(window, &keys, id);
         break;

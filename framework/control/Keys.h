@@ -19,7 +19,8 @@ enum KeyModifier : DWORD
 /// A sum of the keys that are held down now.
 DWORD keyModifiers() noexcept;
 
-/// Asks a control for each key that goes to its window, or to the part of it that has the focus, whether it takes it.
+/// Asks a control for each key that goes to its window, or to the part of it that has the focus, whether it takes it,
+/// and tells it when the focus comes and goes.
 void watchKeys(HWND window, const Control& control) noexcept;
 
 } // namespace korvane

@@ -13,14 +13,6 @@ HWND Label::createWindow(HWND parent, int id)
     return makeWindow(parent, id, L"Static", SS_LEFT | WS_GROUP | pointing, 0);
 }
 
-float Label::captionWidth() const
-{
-    std::wstring shown = Caption();
-    std::erase(shown, L'&');
-    const SIZE extent = dialog_.font().measure(shown.c_str(), dialog_.dpi());
-    return static_cast<float>(extent.cx) * 1440.0f / static_cast<float>(dialog_.dpi());
-}
-
 void Label::labels(const Control& control) const noexcept
 {
     // The dialog manager and the accessibility support both read the order of the windows.

@@ -13,8 +13,7 @@ public:
 
     void setCaption(std::wstring_view caption) { setTextValue(caption); }
 
-    /// Twips that the caption takes in the dialog's font.
-    float captionWidth() const;
+    float neededWidth() const override { return captionWidth(); }
 
     /// Makes this the label of a control: its access key leads there, and screen readers name the control by it.
     void labels(const Control& control) const noexcept;

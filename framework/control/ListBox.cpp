@@ -1,5 +1,8 @@
 #include "framework/control/ListBox.h"
 
+#include "framework/com/Boundary.h"
+#include "framework/control/DialogWindow.h"
+
 #include <algorithm>
 #include <new>
 
@@ -8,8 +11,17 @@ namespace korvane
 
 HWND ListBox::createWindow(HWND parent, int id)
 {
-    return makeWindow(parent, id, L"ListBox", WS_TABSTOP | WS_VSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT,
-                      WS_EX_CLIENTEDGE);
+    const HWND window =
+        makeWindow(parent, id, L"ListBox", WS_TABSTOP | WS_VSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT,
+                   WS_EX_CLIENTEDGE);
+    if (onDrag)
+        drag_.watch(window);
+    return window;
+}
+
+void ListBox::drag(int target) const noexcept
+{
+    attempt([&] { raise([&] { onDrag(target); }); });
 }
 
 void ListBox::InsertItem(int index, const wchar_t* text, long itemData)
@@ -41,16 +53,20 @@ void ListBox::MoveItem(int from, int to)
         send(LB_SETTOPINDEX, static_cast<WPARAM>(top));
     }
     ValidateRect(window(), nullptr);
-    for (int index = std::min(from, to); index <= std::max(from, to); ++index)
-        invalidate(index);
+    redraw(std::min(from, to), std::max(from, to));
     setListIndex(to);
 }
 
-void ListBox::invalidate(int index) const noexcept
+/// Draws the rows of some items anew, as far as they can be seen.
+void ListBox::redraw(int first, int last) const noexcept
 {
+    RECT whole{};
+    GetClientRect(window(), &whole);
     RECT item{};
-    if (send(LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item)) != LB_ERR)
-        InvalidateRect(window(), &item, TRUE);
+    for (int index = std::max(first, static_cast<int>(send(LB_GETTOPINDEX)));
+         index <= last && item.bottom < whole.bottom; ++index)
+        if (send(LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item)) != LB_ERR)
+            InvalidateRect(window(), &item, TRUE);
 }
 
 void ListBox::Clear()
@@ -90,7 +106,7 @@ std::wstring ListBox::List(int index) const
 
 void ListBox::notify(WORD code)
 {
-    if (code == LBN_SELCHANGE)
+    if (code == LBN_SELCHANGE || code == LBN_SELCANCEL)
         raise(onClick);
     else if (code == LBN_DBLCLK)
         raise(onDblClick);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "framework/control/Control.h"
+#include "framework/control/ItemDrag.h"
 
 namespace korvane
 {
@@ -26,8 +27,11 @@ public:
     long ItemData(int index) const noexcept;
     std::wstring List(int index) const;
 
-    std::function<void()> onClick;    ///< the selection was made, by mouse or keyboard
+    std::function<void()> onClick;    ///< the selection was made or taken back, by mouse or keyboard
     std::function<void()> onDblClick; ///< comes after onClick
+    /// The selected item is dragged to the place of another one, where its owner may move it. To be bound before the
+    /// list has its window.
+    std::function<void(int target)> onDrag;
 
     void notify(WORD code) override;
 
@@ -35,7 +39,10 @@ protected:
     HWND createWindow(HWND parent, int id) override;
 
 private:
-    void invalidate(int index) const noexcept;
+    void redraw(int first, int last) const noexcept;
+    void drag(int target) const noexcept;
+
+    ItemDrag drag_{dialog_, [this](int target) { drag(target); }};
 };
 
 } // namespace korvane

@@ -10,7 +10,7 @@ namespace korvane
 HWND Swatch::createWindow(HWND parent, int id)
 {
     if (kind_ == Kind::shown)
-        return makeWindow(parent, id, L"Static", SS_OWNERDRAW, 0);
+        return makeWindow(parent, id, L"Static", SS_OWNERDRAW | WS_GROUP, 0); // the arrow keys end before it
     const DWORD group = kind_ == Kind::first ? WS_GROUP | WS_TABSTOP : 0;
     return makeWindow(parent, id, L"Button", group | BS_NOTIFY | BS_OWNERDRAW, 0);
 }

@@ -30,6 +30,7 @@ public:
 
     std::function<void()> onClick; ///< by the user
 
+    bool stretches() const noexcept override { return false; }
     void notify(WORD code) override;
     void draw(const DRAWITEMSTRUCT& item) const override;
 

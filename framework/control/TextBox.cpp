@@ -16,9 +16,12 @@ TextBox::TextBox(Surface surface, const Design& design, Kind kind, WPARAM limit)
 
 HWND TextBox::createWindow(HWND parent, int id)
 {
-    const DWORD kind = kind_ == Kind::lines ? ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL : ES_AUTOHSCROLL;
+    const bool isCell = kind_ == Kind::cell;
+    const DWORD lines = ES_MULTILINE | ES_AUTOVSCROLL | (isCell ? WS_BORDER : WS_VSCROLL);
+    const DWORD kind = isCell || kind_ == Kind::lines ? lines : ES_AUTOHSCROLL;
     const DWORD locking = locked_ ? ES_READONLY : 0;
-    const HWND box = makeWindow(parent, id, L"Edit", WS_TABSTOP | kind | locking, WS_EX_CLIENTEDGE);
+    const HWND box =
+        makeWindow(parent, id, L"Edit", WS_TABSTOP | kind | locking, isCell ? 0 : WS_EX_CLIENTEDGE);
     SendMessageW(box, EM_SETLIMITTEXT, limit_, 0);
     return box;
 }
@@ -52,6 +55,11 @@ void TextBox::select(int start, int length) const noexcept
 {
     send(EM_SETSEL, static_cast<WPARAM>(start), start + length);
     send(EM_SCROLLCARET);
+}
+
+void TextBox::insert(const std::wstring& text) const noexcept
+{
+    send(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
 void TextBox::setLocked(bool locked) noexcept

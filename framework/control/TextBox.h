@@ -13,6 +13,7 @@ public:
     {
         line,
         lines, ///< Enter is left to the default button, Ctrl+Enter breaks the line
+        cell,  ///< the same over a cell of a grid: with a thin edge, and without a scroll bar
         digits ///< takes the digits 0 to 9 and Backspace
     };
 
@@ -26,6 +27,8 @@ public:
     int SelStart() const noexcept { return selection().first; }
     int SelLength() const noexcept { return selection().second; }
     void select(int start, int length) const noexcept;
+    /// Types a text in place of the selection.
+    void insert(const std::wstring& text) const noexcept;
     void selectAll() const noexcept { send(EM_SETSEL, 0, -1); }
 
     /// The text of a locked box can be selected and copied, but not changed by the user.

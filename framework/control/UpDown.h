@@ -23,6 +23,7 @@ public:
 
     std::function<void()> onChange; ///< by the user; setValue does not raise it
 
+    bool stretches() const noexcept override { return false; }
     void scrolled() override;
 
 protected:

@@ -45,16 +45,24 @@ std::vector<CommandCase> groupCommands();
 std::vector<DialogCase> groupDialogs();
 std::vector<CommandCase> activityCommands();
 std::vector<DialogCase> activityDialogs();
+std::vector<CommandCase> masterdataCommands();
+std::vector<DialogCase> arrangeDialogs();
+std::vector<DialogCase> listEditorDialogs();
+std::vector<CommandCase> messageCommands();
+std::vector<DialogCase> messageDialogs();
+std::vector<DialogCase> infoMessageDialogs();
 
 const std::vector<CommandCase>& commandCases()
 {
-    static const auto cases = joined({groupCommands(), activityCommands()});
+    static const auto cases =
+        joined({groupCommands(), activityCommands(), masterdataCommands(), messageCommands()});
     return cases;
 }
 
 const std::vector<DialogCase>& dialogCases()
 {
-    static const auto cases = joined({groupDialogs(), activityDialogs()});
+    static const auto cases = joined({groupDialogs(), activityDialogs(), arrangeDialogs(),
+                                      listEditorDialogs(), messageDialogs(), infoMessageDialogs()});
     return cases;
 }
 
@@ -173,6 +181,8 @@ void DialogOnCase::confirm()
 {
     if (tested.runsByItself())
         container.site->activateUi();
+    else if (tested.confirmKey != 0)
+        container.press(tested.confirmKey, false, true);
     else
         container.press(VK_RETURN);
     container.pump();

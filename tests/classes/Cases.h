@@ -34,6 +34,7 @@ struct CommandUse
     std::string name;
     long operation;
     Operands operands = {};
+    Operands entered = {}; ///< set once it is prepared
 };
 
 struct CommandCase
@@ -47,6 +48,9 @@ struct CommandCase
     bool refusesUnknown;
     void (*fill)(RecordingData& data);
     std::vector<CommandUse> uses;
+    /// The calls of executing an unknown operation that is not refused: they write nothing.
+    std::vector<std::string> unknownCalls = {};
+    bool prepareReads = true;
 };
 
 struct DialogCase
@@ -64,8 +68,14 @@ struct DialogCase
     std::wstring sharedKeys = {};
     /// The key that answers the dialog's questions.
     WORD answer = VK_RETURN;
+    /// The access key of the button that confirms; 0 where Enter does.
+    WORD confirmKey = 0;
+    /// Whether it goes on with a further item after OK.
+    bool staysOpen = false;
 
     bool runsByItself() const noexcept { return !use; }
+    /// What the container is told after OK.
+    std::vector<bool> doneAfterOk() const { return staysOpen ? std::vector<bool>{} : std::vector{false}; }
 };
 
 const std::vector<CommandCase>& commandCases();

@@ -24,6 +24,16 @@ class DialogTests : public testing::TestWithParam<DialogCase>, public DialogOnCa
 protected:
     DialogTests() : DialogOnCase(GetParam()) {}
 
+    /// What the command makes of the calls of a confirmation: a dialog that goes on prepares the next command.
+    static std::vector<FailingCall> ofCommand(std::vector<FailingCall> calls)
+    {
+        const auto next = std::find_if(calls.begin(), calls.end(), [](const FailingCall& each) {
+            return each.upToTheFailure.back().starts_with("Root.OpenScope(-1");
+        });
+        calls.erase(next, calls.end());
+        return calls;
+    }
+
     /// The calls that a step of the use makes.
     template <class Step> std::vector<FailingCall> callsOf(Step step)
     {
@@ -127,10 +137,11 @@ TEST_P(DialogTests, ConfirmedItSubmitsOnceAndEnds)
         return true;
     };
     confirm();
-    container.press(VK_RETURN);
+    if (!tested.staysOpen)
+        container.press(VK_RETURN);
     container.press(VK_ESCAPE);
     EXPECT_EQ(container.submitted, 1);
-    EXPECT_THAT(container.done, ElementsAre(false));
+    EXPECT_THAT(container.done, ElementsAre(tested.staysOpen));
     EXPECT_THAT(container.errors, IsEmpty());
 }
 
@@ -193,7 +204,7 @@ TEST_P(DialogTests, AFailedReadyCanBeCancelled)
 TEST_P(DialogTests, AFailureOfItsCommandIsToldAndLeavesEverythingAsItWas)
 {
     fillIn();
-    const auto calls = callsOf([&] { confirm(); });
+    const auto calls = ofCommand(callsOf([&] { confirm(); }));
     const auto written = data.content();
     EXPECT_FALSE(calls.empty());
     for (const FailingCall& failing : calls)
@@ -215,7 +226,7 @@ TEST_P(DialogTests, AFailureOfItsCommandIsToldAndLeavesEverythingAsItWas)
         EXPECT_THAT(container.done, IsEmpty());
         EXPECT_EQ(look(), before);
         confirm();
-        EXPECT_THAT(container.done, ElementsAre(false));
+        EXPECT_EQ(container.done, tested.doneAfterOk());
         EXPECT_EQ(container.errors.size(), 1U);
         EXPECT_EQ(data.content(), written); // as if it had not failed
     }
@@ -245,7 +256,7 @@ TEST_P(DialogTests, TheHostMayCloseItWhileItIsToldSomething)
 {
     const auto failing = [this] {
         fillIn();
-        const auto calls = callsOf([&] { confirm(); });
+        const auto calls = ofCommand(callsOf([&] { confirm(); }));
         renew();
         return calls.back();
     }();
@@ -256,8 +267,10 @@ TEST_P(DialogTests, TheHostMayCloseItWhileItIsToldSomething)
     fillIn();
     container.site->onDone = [&](bool) { close(); };
     attempt([this] { confirm(); }); // the host ended what it was about to activate
-    EXPECT_FALSE(container.dialog);
     EXPECT_EQ(container.submitted, 1);
+    if (tested.staysOpen)
+        container.press(VK_ESCAPE);
+    EXPECT_FALSE(container.dialog);
     container.site->onDone = toHost;
 
     renew();
@@ -319,7 +332,8 @@ TEST_P(DialogTests, AHostsOwnTextsStandInItAndACaptionThatWasReadStays)
         int captions = 0;
         for (const HWND window : windowsOn(container.dialogWindow()))
             if (const auto kind = classOf(window); kind == L"Static" || kind == L"Button")
-                if (const std::wstring caption = Container::text(window); !caption.empty())
+                if (const std::wstring caption = Container::text(window);
+                    !caption.empty() && !caption.starts_with(L'#') && !numberIn(caption)) // a colour, a count
                 {
                     EXPECT_THAT(caption,
                                 testing::AnyOf(testing::StartsWith(word), testing::StartsWith(L"first")));
@@ -365,8 +379,10 @@ TEST_P(FilledDialogTests, AFailureWhileItIsFilledInIsToldAndItStaysUsable)
         EXPECT_THAT(container.errors, ElementsAre(locked));
         EXPECT_EQ(data.openScopes, 0);
         EXPECT_THAT(container.done, IsEmpty());
+        if (tested.staysOpen)
+            tested.use(container); // an item that could not be read is not chosen
         confirm();
-        EXPECT_THAT(container.done, ElementsAre(false));
+        EXPECT_EQ(container.done, tested.doneAfterOk());
         EXPECT_EQ(container.errors.size(), 1U);
     }
 }
@@ -381,9 +397,14 @@ TEST_P(PlainContainerTests, ItWorksAndRelaysNothing)
 {
     fillIn();
     data.takeCalls();
+    const auto content = data.content();
     confirm();
     container.press(VK_ESCAPE);
-    EXPECT_THAT(data.takeCalls(), IsEmpty());
+    if (!tested.staysOpen)
+    {
+        EXPECT_THAT(data.takeCalls(), IsEmpty());
+    }
+    EXPECT_EQ(data.content(), content);
     EXPECT_THAT(container.done, IsEmpty());
 }
 
@@ -391,6 +412,18 @@ INSTANTIATE_TEST_SUITE_P(EveryDialog, PlainContainerTests, testing::ValuesIn(dia
                          [](const auto& tested) { return tested.param.name; });
 
 // --- the keyboard
+
+namespace
+{
+
+/// Where a text is typed in a combo box, it is typed in a box within it.
+HWND focusedControl()
+{
+    const HWND focus = GetFocus();
+    return focus && classOf(GetParent(focus)) == L"ComboBox" ? GetParent(focus) : focus;
+}
+
+} // namespace
 
 TEST_P(FilledDialogTests, TabReachesEveryControlAndLeadsBack)
 {
@@ -409,10 +442,10 @@ TEST_P(FilledDialogTests, TabReachesEveryControlAndLeadsBack)
         SetFocus(expected.front());
         for (std::size_t step = 0; step < expected.size(); ++step)
         {
-            reached.push_back(GetFocus());
+            reached.push_back(focusedControl());
             container.press(VK_TAB, back);
         }
-        EXPECT_EQ(GetFocus(), expected.front());
+        EXPECT_EQ(focusedControl(), expected.front());
         if (back)
             std::reverse(reached.begin() + 1, reached.end());
         EXPECT_EQ(reached, expected);
@@ -444,7 +477,7 @@ TEST_P(FilledDialogTests, AccessKeysAreUniqueAndLeadToTheirControls)
             named = GetWindow(named, GW_HWNDNEXT);
         SetFocus(okButton());
         container.press(static_cast<WORD>(key), false, true);
-        EXPECT_EQ(GetFocus(), IsWindowEnabled(named) ? named : okButton());
+        EXPECT_EQ(focusedControl(), IsWindowEnabled(named) ? named : okButton());
     }
 }
 

@@ -70,6 +70,19 @@ TEST_F(ComboBoxTests, WhatTheOwnerSetsIsNotTold)
     EXPECT_THAT(clicks, IsEmpty());
 }
 
+TEST_F(ComboBoxTests, WhatIsTypedAndWhereStaysWhenTheListIsCleared)
+{
+    container.type(L"anton");
+    SendMessageW(GetFocus(), EM_SETSEL, 1, 3);
+    changes.clear();
+    combo().ClearList();
+    EXPECT_EQ(combo().ListCount(), 0);
+    EXPECT_EQ(combo().Text(), L"anton");
+    EXPECT_THAT(changes, IsEmpty());
+    container.type(L"x");
+    EXPECT_EQ(combo().Text(), L"axon");
+}
+
 TEST_F(ComboBoxTests, AnItemThatTheUserChoosesIsTold)
 {
     container.press(VK_DOWN);

@@ -83,6 +83,14 @@ TEST_F(ListBoxTests, ASelectionThatTheOwnerMakesIsNoClick)
     EXPECT_EQ(clicks, 1);
 }
 
+/// Platforms tell of it by a notification of its own.
+TEST_F(ListBoxTests, ASelectionThatTheUserTakesBackIsAClick)
+{
+    SendMessageW(dialog->window(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(list().window()), LBN_SELCANCEL),
+                 reinterpret_cast<LPARAM>(list().window()));
+    EXPECT_EQ(clicks, 1);
+}
+
 TEST_F(ListBoxTests, AnItemMovesUpAndDownWithItsDataAndIsSelected)
 {
     list().MoveItem(3, 1);

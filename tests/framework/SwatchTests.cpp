@@ -132,6 +132,8 @@ TEST_F(SwatchTests, AButtonShowsAColourAndStaysAButton)
     container.press('C', false, true);
     EXPECT_EQ(layout().pressed, 4);
     EXPECT_THAT(container.done, IsEmpty());
+    button.setFillColor(std::nullopt);
+    EXPECT_EQ(fillOf(button), plain);
 }
 
 TEST_F(SwatchTests, AButtonShowsAPictureAndKeepsItsName)

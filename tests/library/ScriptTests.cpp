@@ -180,7 +180,8 @@ TEST_F(ScriptTests, ErrorsArriveWithTheirNumberSourceAndText)
         platformError(DISP_E_TYPEMISMATCH, "The value is of a type that cannot be converted.");
     EXPECT_THAT(run(L"errors"),
                 ElementsAre("a number: no error", "a text that is no number" + mismatch,
-                            "a number that is too large" + platformError(DISP_E_OVERFLOW, "The value is out of range."),
+                            "a number that is too large" +
+                                platformError(DISP_E_OVERFLOW, "The value is out of range."),
                             "an object of another class" + mismatch, "a number for an object" + mismatch,
                             "the operand after the errors: Long 5",
                             "Easter: -2147221503 | cscript | The recurrence type Easter is not implemented"));

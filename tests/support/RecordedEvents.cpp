@@ -111,7 +111,7 @@ STDMETHODIMP RecordedEvents::Fetch(long eventId, long instance, long* nameId, lo
     *typeId = stored->typeId;
     *T0 = stored->t0;
     *T1 = stored->t1;
-    SysReAllocStringLen(text, stored->text.data(), static_cast<UINT>(stored->text.size()));
+    put(text, stored->text);
     return S_OK;
 }
 

@@ -10,14 +10,28 @@ void RecordedGroups::announce(const Group& group)
     raise(2, {Variant(group.id), Variant(Bstr(group.name)), Variant(group.flags)});
 }
 
+void RecordedGroups::announceAll()
+{
+    raise(1);
+    auto groups = data_.groups;
+    std::stable_sort(groups.begin(), groups.end(),
+                     [](const Group& left, const Group& right) { return left.position < right.position; });
+    for (const Group& group : groups)
+        announce(group);
+}
+
+void RecordedGroups::changed()
+{
+    if (data_.announcesWrites)
+        announceAll();
+}
+
 STDMETHODIMP RecordedGroups::Load(VARIANT_BOOL* result)
 {
     const HRESULT outcome = data_.record("Groups.Load", "");
     if (FAILED(outcome))
         return outcome;
-    raise(1);
-    for (const Group& group : data_.groups)
-        announce(group);
+    announceAll();
     *result = VARIANT_TRUE;
     return S_OK;
 }
@@ -32,7 +46,7 @@ STDMETHODIMP RecordedGroups::Fetch(long id, BSTR* name, long* flags, VARIANT_BOO
     *result = VARIANT_FALSE;
     if (found == data_.groups.end())
         return S_OK;
-    SysReAllocStringLen(name, found->name.data(), static_cast<UINT>(found->name.size()));
+    put(name, found->name);
     *flags = found->flags;
     *result = VARIANT_TRUE;
     return S_OK;
@@ -56,6 +70,7 @@ STDMETHODIMP RecordedGroups::Add(BSTR name, long flags, long* newId)
         return outcome;
     *newId = data_.nextId++;
     data_.groups.push_back({*newId, std::wstring(view(name)), flags, true});
+    changed();
     return S_OK;
 }
 
@@ -66,6 +81,7 @@ STDMETHODIMP RecordedGroups::Remove(long id, long* removedId)
         return outcome;
     std::erase_if(data_.groups, [id](const Group& group) { return group.id == id; });
     *removedId = 0;
+    changed();
     return S_OK;
 }
 
@@ -77,9 +93,21 @@ STDMETHODIMP RecordedGroups::Update(long id, BSTR name, long flags, long* update
         return outcome;
     for (Group& group : data_.groups)
         if (group.id == id)
-            group = {id, std::wstring(view(name)), flags, group.editable};
+            group = {id, std::wstring(view(name)), flags, group.editable, group.position};
     *updatedId = std::exchange(data_.nextUpdatedGroup, std::nullopt).value_or(id);
+    changed();
     return S_OK;
+}
+
+STDMETHODIMP RecordedGroups::SetPosition(long id, long position)
+{
+    const auto write = [&] {
+        for (Group& group : data_.groups)
+            if (group.id == id)
+                group.position = position;
+        changed();
+    };
+    return data_.answer("Groups.SetPosition", write, id, position);
 }
 
 } // namespace korvane::test

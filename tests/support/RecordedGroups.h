@@ -25,8 +25,12 @@ public:
     STDMETHODIMP Add(BSTR name, long flags, long* newId) override;
     STDMETHODIMP Remove(long id, long* removedId) override;
     STDMETHODIMP Update(long id, BSTR name, long flags, long* updatedId) override;
+    STDMETHODIMP SetPosition(long id, long position) override;
 
 private:
+    void announceAll();
+    void changed();
+
     RecordingData& data_;
 };
 

@@ -1,7 +1,7 @@
 // Values of the data layer's calls, as the records of calls show them.
 #pragma once
 
-#include "framework/com/Platform.h"
+#include "framework/com/Bstr.h"
 
 #include <KorvaneData.h>
 
@@ -28,6 +28,38 @@ std::string shown(long number);
 /// "2026-11-20 09:00:00", to the nearest second, and the way back.
 std::string stamp(DATE time);
 DATE dateOf(const char* stamp);
+
+// The arguments of a call, one after the other.
+inline std::string argument(long number)
+{
+    return shown(number);
+}
+inline std::string argument(DATE time)
+{
+    return stamp(time);
+}
+inline std::string argument(BSTR text)
+{
+    return quoted(view(text));
+}
+inline std::string argument(const std::wstring& text)
+{
+    return test::quoted(text);
+}
+inline std::string listed()
+{
+    return {};
+}
+template <class First, class... More> std::string listed(const First& first, const More&... more)
+{
+    return (argument(first) + ... + (", " + argument(more)));
+}
+
+/// Replaces a text that is given in and out.
+inline void put(BSTR* text, const std::wstring& value)
+{
+    SysReAllocStringLen(text, value.data(), static_cast<UINT>(value.size()));
+}
 
 /// A link id: a number, or `Empty`.
 std::string shownLink(const VARIANT& link);

@@ -1,9 +1,11 @@
 #include "tests/support/RecordingData.h"
 
 #include "tests/support/EmptyData.h"
+#include "tests/support/RecordedAccounts.h"
 #include "tests/support/RecordedEventLinks.h"
 #include "tests/support/RecordedEvents.h"
 #include "tests/support/RecordedGroups.h"
+#include "tests/support/RecordedMessages.h"
 #include "tests/support/RecordedNames.h"
 
 #include <gtest/gtest.h>
@@ -43,13 +45,19 @@ public:
     STDMETHODIMP get_Groups(IGroups** collection) override { return give("Root.Groups", groups, collection); }
     STDMETHODIMP get_Names(INames** collection) override { return give("Root.Names", names, collection); }
     STDMETHODIMP get_Types(ITypes** collection) override { return give("Root.Types", types, collection); }
-    STDMETHODIMP get_Accounts(IAccounts** collection) override { return lacks(collection); }
+    STDMETHODIMP get_Accounts(IAccounts** collection) override
+    {
+        return give("Root.Accounts", accounts, collection);
+    }
     STDMETHODIMP get_Events(IEvents** collection) override { return give("Root.Events", events, collection); }
     STDMETHODIMP get_EventLinks(IEventLinks** collection) override
     {
         return give("Root.EventLinks", links, collection);
     }
-    STDMETHODIMP get_Messages(IMessages** collection) override { return lacks(collection); }
+    STDMETHODIMP get_Messages(IMessages** collection) override
+    {
+        return give("Root.Messages", messages, collection);
+    }
 
     STDMETHODIMP NewRecurrence(long kind, IRecurrence** rule) override
     {
@@ -73,12 +81,6 @@ public:
     }
 
 private:
-    template <class Interface> static HRESULT lacks(Interface** result)
-    {
-        *result = nullptr;
-        return E_NOTIMPL;
-    }
-
     template <class Collection, class Interface>
     HRESULT give(const char* call, const ComPtr<Collection>& collection, Interface** result)
     {
@@ -95,8 +97,10 @@ public:
     ComPtr<RecordedGroups> groups = make<RecordedGroups>(data_);
     ComPtr<RecordedNames> names = make<RecordedNames>(data_);
     ComPtr<RecordedTypes> types = make<RecordedTypes>(data_);
+    ComPtr<RecordedAccounts> accounts = make<RecordedAccounts>(data_);
     ComPtr<RecordedEvents> events = make<RecordedEvents>(data_);
     ComPtr<RecordedEventLinks> links = make<RecordedEventLinks>(data_);
+    ComPtr<RecordedMessages> messages = make<RecordedMessages>(data_);
 };
 
 RecordedRoot& rootOf(const RecordingData& data)
@@ -114,10 +118,14 @@ template <class Function> auto with(const RecordingData& data, EventsOf source, 
         return function(*root.names);
     case EventsOf::types:
         return function(*root.types);
+    case EventsOf::accounts:
+        return function(*root.accounts);
     case EventsOf::events:
         return function(*root.events);
     case EventsOf::links:
         return function(*root.links);
+    case EventsOf::messages:
+        return function(*root.messages);
     default:
         return function(*root.groups);
     }
@@ -138,14 +146,27 @@ RecordingData::~RecordingData()
 std::vector<std::string> RecordingData::content() const
 {
     std::vector<std::string> lines;
+    const auto line = [&](const char* kind, const std::string& values) {
+        lines.push_back(kind + (' ' + values));
+    };
     for (const Group& group : groups)
-        lines.push_back("group " + shown(group.id) + ' ' + test::quoted(group.name) + ' ' +
-                        shown(group.flags));
+        line("group", listed(group.id, group.name, group.flags, group.position));
+    for (const Name& name : names)
+        line("resource",
+             listed(name.id, name.text, name.group, name.position, name.color, name.flags, name.mailbox));
+    for (const Type& type : types)
+        line("type", listed(type.id, type.text, type.group, type.position, type.color, type.flags));
+    for (const Account& account : accounts)
+        line("account", listed(account.id, account.login, account.role, account.nameId));
     for (const Event& event : events)
-        lines.push_back("activity " + shown(event.id) + ' ' + shown(event.nameId) + ' ' +
-                        shown(event.typeId) + ' ' + stamp(event.t0) + ' ' + stamp(event.t1) + ' ' +
-                        test::quoted(event.text) + ' ' + shown(event.link.value_or(0)) + ' ' +
-                        shownRule(event.rule) + ' ' + shown(event.exception));
+        line("activity", listed(event.id, event.nameId, event.typeId, event.t0, event.t1, event.text,
+                                event.link.value_or(0)) +
+                             ' ' + shownRule(event.rule) + ' ' + shown(event.exception));
+    for (const Info& row : info)
+        line("info", listed(row.nameId, row.position, row.label, row.value));
+    for (const Message& message : messages)
+        line("message", listed(message.id, message.nameId, message.from, message.dtg, message.tlf,
+                               message.contact, message.about, message.kind, long{message.read}));
     return lines;
 }
 
@@ -187,8 +208,9 @@ bool RecordingData::hasSubscribers(EventsOf source) const
 bool RecordingData::hasSubscribers() const
 {
     return hasSubscribers(EventsOf::groups) || hasSubscribers(EventsOf::names) ||
-           hasSubscribers(EventsOf::types) || hasSubscribers(EventsOf::events) ||
-           hasSubscribers(EventsOf::links);
+           hasSubscribers(EventsOf::types) || hasSubscribers(EventsOf::accounts) ||
+           hasSubscribers(EventsOf::events) || hasSubscribers(EventsOf::links) ||
+           hasSubscribers(EventsOf::messages);
 }
 
 void RecordingData::announceGroup(const Group& group) const
@@ -204,6 +226,16 @@ void RecordingData::announceName(const Name& name) const
 void RecordingData::announceType(const Type& type) const
 {
     rootOf(*this).types->announce(type);
+}
+
+void RecordingData::announceAccount(const Account& account) const
+{
+    rootOf(*this).accounts->announce(account);
+}
+
+void RecordingData::announceMessage(const Message& message) const
+{
+    rootOf(*this).messages->announce(message);
 }
 
 void RecordingData::announceEvent(const Event& event, long instance) const

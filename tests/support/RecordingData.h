@@ -12,6 +12,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -27,9 +28,13 @@ struct Group
     std::wstring name;
     long flags = 1;
     bool editable = true;
+    long position = 0;
 };
 
-/// A resource as a member of a group.
+/// A resource or an activity type that stands in no group.
+constexpr long inNoGroup = -2;
+
+/// A resource as a member of a group. One in several groups has a row in each.
 struct Name
 {
     /// It is announced by id and text alone.
@@ -39,6 +44,10 @@ struct Name
     std::wstring text;
     long group = 1;
     long color = 0;
+    long flags = 2;
+    std::wstring mailbox = {};
+    std::set<long> refused = {}; ///< the operations that the current user may not perform
+    long position = 0;           ///< in the group
 };
 
 struct Type
@@ -47,6 +56,40 @@ struct Type
     std::wstring text;
     long color = 0;
     long group = 0; ///< 0 for a type of every group
+    long flags = 3;
+    std::set<long> refused = {};
+    long position = 0;
+};
+
+struct Account
+{
+    long id;
+    std::wstring login;
+    long role = 3;
+    long nameId = 0; ///< the resource that it is attached to
+};
+
+/// An information row of a resource.
+struct Info
+{
+    long nameId;
+    std::wstring label;
+    std::wstring value;
+    long position = 0;
+};
+
+/// A message that was left for a resource.
+struct Message
+{
+    long id;
+    long nameId;
+    std::wstring from;
+    DATE dtg;
+    std::wstring tlf;
+    std::wstring contact;
+    std::wstring about;
+    long kind = 4;
+    bool read = false;
 };
 
 /// An activity, booked for one resource.
@@ -69,8 +112,10 @@ enum class EventsOf
     groups,
     names,
     types,
+    accounts,
     events,
-    links
+    links,
+    messages
 };
 
 /// What the data layer holds and what it was asked. Shared by the COM objects that stand for it, which may
@@ -96,11 +141,25 @@ struct RecordingData
 
     /// Records a call; answers with the failure that it was told, if any.
     HRESULT record(const std::string& call, const std::string& arguments);
+    /// Records a call, and lets it take place unless it was told to fail.
+    template <class... Arguments>
+    HRESULT answer(const std::string& call, const std::function<void()>& body, const Arguments&... arguments)
+    {
+        const HRESULT outcome = record(call, listed(arguments...));
+        if (SUCCEEDED(outcome))
+            body();
+        return outcome;
+    }
 
     std::vector<Group> groups;
     std::vector<Name> names;
     std::vector<Type> types;
+    std::vector<Account> accounts;
     std::vector<Event> events;
+    std::vector<Info> info;
+    std::vector<Message> messages;
+    /// Groups, resources, types, accounts and messages are announced anew after each change of them.
+    bool announcesWrites = false;
     bool fetchFillsNothing = false; ///< Events.Fetch leaves the values as they are
     bool mayCreateForOthers = true; ///< the access to link groups of level 1
     bool mayEditForOthers = true;   ///< and of level 3
@@ -108,6 +167,8 @@ struct RecordingData
     std::optional<long> nextLink;
     /// The id that the next change of a group returns, where it is not the group's own.
     std::optional<long> nextUpdatedGroup;
+    /// The same for a resource or a type that is changed or removed from a group.
+    std::optional<long> nextUpdatedItem;
     Rule newRule{0}; ///< what a new rule holds; its kind is the one asked for
     long nextId = 100;
     /// Records the reading and writing of rules too, for example `Recurrence.put_Count(10)`.
@@ -138,6 +199,8 @@ struct RecordingData
     void announceGroup(const Group& group) const;
     void announceName(const Name& name) const;
     void announceType(const Type& type) const;
+    void announceAccount(const Account& account) const;
+    void announceMessage(const Message& message) const;
     void announceEvent(const Event& event, long instance = 0) const;
     void announceClear(EventsOf source = EventsOf::groups) const;
 };

@@ -16,6 +16,7 @@ struct Resource
 {
     long id;
     std::wstring name;
+    long color = 0; ///< RGB; below 1 for none
 };
 
 /// Which occurrence of which activity.

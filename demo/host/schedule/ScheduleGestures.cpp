@@ -74,6 +74,8 @@ void ScheduleWindow::pressed(POINT point)
 {
     SetFocus(handle());
     endMove();
+    if (const auto named = layout().nameAt(point))
+        return selectRow(*named);
     const auto hit = layout().at(point);
     if (!hit || !hit->row)
         return;
@@ -93,6 +95,14 @@ void ScheduleWindow::selectAt(const Hit& hit)
     else
         cursor_.putInto(*hit.row, scale_.slotOf(hit.time));
     wanted_.reset(); // the user wants something else
+    cursorMoved();
+}
+
+/// The resource of a row, at the time where the cursor is.
+void ScheduleWindow::selectRow(std::size_t row)
+{
+    cursor_.putInto(row, cursor_.slot()->start);
+    wanted_.reset();
     cursorMoved();
 }
 

@@ -50,19 +50,38 @@ RECT ScheduleLayout::placeOf(const Slot& slot) const noexcept
     return {left, top + 1, std::max(pixelOf(slot.end), left + narrowestBar), top + rowHeight(slot.row) - 1};
 }
 
+RECT ScheduleLayout::placeOfName(std::size_t row) const noexcept
+{
+    return {0, rowTop(row), metrics_.nameWidth, rowTop(row) + rowHeight(row)};
+}
+
 std::optional<Hit> ScheduleLayout::at(POINT point) const noexcept
 {
     if (point.x < metrics_.nameWidth || point.y < metrics_.headerHeight())
         return std::nullopt;
-    Hit hit{std::nullopt, timeAt(point.x), nullptr};
-    const auto row = rowNear(point.y);
-    if (!row || point.y < rowTop(*row) || point.y >= rowTop(*row) + rowHeight(*row))
+    Hit hit{rowAt(point.y), timeAt(point.x), nullptr};
+    if (!hit.row)
         return hit;
-    hit.row = row;
-    for (const Bar& bar : schedule_.barsOf(*row))
+    for (const Bar& bar : schedule_.barsOf(*hit.row))
         if (const RECT place = placeOf(bar); PtInRect(&place, point))
             hit.bar = &bar;
     return hit;
+}
+
+std::optional<std::size_t> ScheduleLayout::nameAt(POINT point) const noexcept
+{
+    const bool isAmongNames =
+        point.x >= 0 && point.x < metrics_.nameWidth && point.y >= metrics_.headerHeight();
+    return isAmongNames ? rowAt(point.y) : std::nullopt;
+}
+
+/// Empty above the first row and below the last one.
+std::optional<std::size_t> ScheduleLayout::rowAt(int y) const noexcept
+{
+    const auto row = rowNear(y);
+    if (!row || y < rowTop(*row) || y >= rowTop(*row) + rowHeight(*row))
+        return std::nullopt;
+    return row;
 }
 
 std::optional<std::size_t> ScheduleLayout::rowNear(int y) const noexcept

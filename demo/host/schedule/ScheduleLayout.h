@@ -69,14 +69,20 @@ public:
     /// All lanes of the row.
     RECT placeOf(const Slot& slot) const noexcept;
 
+    RECT placeOfName(std::size_t row) const noexcept;
+
     /// Empty in the header and among the names.
     std::optional<Hit> at(POINT point) const noexcept;
+    /// The row whose name is at a point.
+    std::optional<std::size_t> nameAt(POINT point) const noexcept;
     /// The row that is nearest to a height; empty when there are no rows.
     std::optional<std::size_t> rowNear(int y) const noexcept;
     /// The rows nearest to two heights, and those between.
     RowRange rowsBetween(int top, int bottom) const noexcept;
 
 private:
+    std::optional<std::size_t> rowAt(int y) const noexcept;
+
     const Schedule& schedule_;
     const TimeScale& scale_;
     const ScheduleMetrics& metrics_;

@@ -169,8 +169,12 @@ void SchedulePainter::drawNames() const
         const int rowTop = view_.layout.rowTop(row);
         const int bottom = rowTop + view_.layout.rowHeight(row);
         fill({area_.left, bottom - 1, right, bottom}, lineColor());
+        const Resource& resource = view_.schedule.rows()[row].resource;
+        if (resource.color > 0)
+            fill({area_.left, rowTop, area_.left + view_.metrics.padding, bottom - 1},
+                 static_cast<COLORREF>(resource.color));
         text({area_.left + 2 * view_.metrics.padding, rowTop, right - view_.metrics.padding, bottom},
-             view_.schedule.rows()[row].resource.name, GetSysColor(COLOR_BTNTEXT), DT_LEFT | DT_END_ELLIPSIS);
+             resource.name, GetSysColor(COLOR_BTNTEXT), DT_LEFT | DT_END_ELLIPSIS);
     }
 }
 

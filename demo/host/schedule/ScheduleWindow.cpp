@@ -31,12 +31,6 @@ ScheduleWindow::ScheduleWindow(HWND parent, const ComPtr<IRoot>& root)
     SetTimer(handle(), timerMinute, oneMinute, nullptr);
     cursor_.putInto(0, startOfWork(now()));
     schedule_.setShortestBar(scale_.minutesOf(narrowestBar));
-    data_.onChange = [this] { changed(); };
-}
-
-ScheduleWindow::~ScheduleWindow()
-{
-    data_.onChange = nullptr;
 }
 
 void ScheduleWindow::place(const RECT& area) const noexcept
@@ -138,11 +132,18 @@ void ScheduleWindow::showGroup(long group)
     changed();
 }
 
-void ScheduleWindow::hold(bool held)
+void ScheduleWindow::follow(const ComPtr<IRoot>& root)
 {
-    held_ = held;
-    if (!held_ && stale_)
-        changed();
+    data_.follow(root);
+    refresh(true);
+}
+
+void ScheduleWindow::refresh(bool tells)
+{
+    data_.outdate();
+    stale_ = true;
+    tells_ = tells_ || tells;
+    tryAgain();
 }
 
 void ScheduleWindow::select(BarId bar)
@@ -178,7 +179,7 @@ std::wstring ScheduleWindow::describeSelection() const
            (bar && !bar->text.empty() ? L": " + bar->text : L"");
 }
 
-std::optional<POINT> ScheduleWindow::menuPlace(POINT asked)
+std::optional<ScheduleWindow::MenuPlace> ScheduleWindow::menuPlace(POINT asked)
 {
     const auto slot = cursor_.slot();
     if (!slot)
@@ -189,16 +190,22 @@ std::optional<POINT> ScheduleWindow::menuPlace(POINT asked)
         const RECT place = layout().placeOf(*slot);
         asked = {place.left, place.bottom};
         ClientToScreen(handle(), &asked);
-        return asked;
+        return MenuPlace{asked, false};
     }
     POINT point = asked;
     ScreenToClient(handle(), &point);
     const RECT area = clientArea();
-    const auto hit = layout().at(point);
-    if (!hit || !hit->row || !PtInRect(&area, point))
+    if (!PtInRect(&area, point))
         return std::nullopt;
-    selectAt(*hit);
-    return asked;
+    const auto named = layout().nameAt(point);
+    const auto hit = layout().at(point);
+    if (named)
+        selectRow(*named);
+    else if (hit && hit->row)
+        selectAt(*hit);
+    else
+        return std::nullopt;
+    return MenuPlace{asked, named.has_value()};
 }
 
 /// Whoever cannot see the window is told where the cursor is by the window's name.
@@ -211,7 +218,7 @@ void ScheduleWindow::cursorMoved()
         onSelect();
 }
 
-/// Changes come in numbers: they are shown once, when the call that made them is over.
+/// Something else is to be seen, which the user has asked for.
 void ScheduleWindow::changed()
 {
     stale_ = true;
@@ -219,7 +226,8 @@ void ScheduleWindow::changed()
     tryAgain();
 }
 
-/// Where nothing else is asked for, that something was refused has been told already.
+/// Changes come in numbers: they are shown once, when the call that made them is over. Where nothing else is asked for,
+/// that something was refused has been told already.
 void ScheduleWindow::tryAgain()
 {
     if (!reloadPosted_)
@@ -228,8 +236,6 @@ void ScheduleWindow::tryAgain()
 
 void ScheduleWindow::reload()
 {
-    if (held_)
-        return;
     // A screen more at either side, so that scrolling does not load each time.
     const long minutes = visibleMinutes();
     const OleDate from = later(scale_.start(), -minutes);

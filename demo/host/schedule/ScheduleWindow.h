@@ -24,7 +24,6 @@ public:
     };
 
     ScheduleWindow(HWND parent, const ComPtr<IRoot>& root);
-    ~ScheduleWindow() override;
     ScheduleWindow(const ScheduleWindow&) = delete;
     ScheduleWindow& operator=(const ScheduleWindow&) = delete;
 
@@ -45,12 +44,14 @@ public:
 
     void place(const RECT& area) const noexcept;
 
+    /// Shows another database, or the same one for somebody else.
+    void follow(const ComPtr<IRoot>& root);
     /// Shows the resources of a group, or of all of them for 0.
     void showGroup(long group);
     long group() const noexcept { return group_; }
-    /// An open dialog listens to the data layer as the schedule does, and nothing may be loaded meanwhile. What
-    /// has changed is shown afterwards.
-    void hold(bool held);
+    /// Something has been written: shows what there is now.
+    /// @param tells whether the user is to be told when that cannot be read.
+    void refresh(bool tells);
 
     const Schedule& content() const noexcept { return schedule_; }
     /// Null when the cursor is in an empty slot.
@@ -70,9 +71,15 @@ public:
     void showToday();
     /// The first slot that is seen whole.
     OleDate firstSlot() const noexcept { return later(scale_.slotOf(scale_.start()), scale_.slotMinutes()); }
-    /// Where on the screen a menu is to stand; empty where there is nothing that it could be for.
+    /// Where on the screen a menu is to stand, and what for.
+    struct MenuPlace
+    {
+        POINT point;
+        bool isOfResource; ///< among the names; otherwise it is for what is booked
+    };
+    /// Empty where there is nothing that a menu could be for.
     /// @param asked where the user has asked for it, which is then selected; -1 and -1 for the keyboard.
-    std::optional<POINT> menuPlace(POINT asked);
+    std::optional<MenuPlace> menuPlace(POINT asked);
     /// Brings a day and hour to the left edge.
     void scrollTo(OleDate start);
 
@@ -106,6 +113,7 @@ private:
     // Input.
     void pressed(POINT point);
     void selectAt(const Hit& hit);
+    void selectRow(std::size_t row);
     void opened(POINT point);
     void wheel(int delta, WORD keys, int x);
     void wheelSideways(int delta);
@@ -137,7 +145,6 @@ private:
     bool reloadPosted_ = false;
     bool tells_ = false; ///< whether the user is to be told when the posted one is refused
     bool stale_ = false;
-    bool held_ = false;
     Cursors cursors_{LoadCursorW(nullptr, IDC_SIZEALL), LoadCursorW(nullptr, IDC_SIZEALL)};
     WheelTurns wheelRows_;
     WheelTurns wheelTime_;

@@ -99,11 +99,6 @@ std::vector<std::wstring> shownBookings(const Visitor& visitor)
 
 // --- what is done in the schedule
 
-constexpr Word goesTo{&goTo};
-constexpr Word openSlot{[](Visitor& visitor, Text resource, OleDate time) {
-    visitor.doubleClickAt(visitor.schedule(), pointOfTime(visitor, resource, time),
-                          L"the empty slot at " + shownTime(time));
-}};
 constexpr Word openBar{[](Visitor& visitor, Text resource, OleDate start) {
     visitor.doubleClickAt(visitor.schedule(), pointOfBar(visitor, resource, start),
                           std::wstring(L"the bar of ") + resource);

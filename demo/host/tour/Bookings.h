@@ -35,6 +35,8 @@ public:
     /// To be used on the thread that makes it.
     explicit Bookings(const OpenDatabase& original);
 
+    const ComPtr<IRoot>& root() const noexcept { return database_.root(); }
+
     /// Everything from a year ago to a year ahead, by resource and start.
     std::vector<Booking> all() const;
     /// Empty for an activity that does not repeat.

@@ -1,6 +1,6 @@
 #include "demo/host/tour/GroupSteps.h"
 
-#include "demo/host/tour/Deeds.h"
+#include "demo/host/tour/GroupSights.h"
 
 #include <algorithm>
 
@@ -14,18 +14,9 @@ constexpr long newFlags = 3; // what the command gives to every new group
 
 // The page.
 constexpr const wchar_t* dialogTitle = L"Group";
-constexpr const wchar_t* errorTitle = L"Error";
 constexpr const wchar_t* groupsMenu = L"&Groups";
 constexpr Field name{L"the name", L"Edit"};
 constexpr Field list{L"the list", L"ListBox"};
-
-GroupRow& rowOf(std::vector<GroupRow>& rows, const std::wstring& text)
-{
-    const auto found =
-        std::find_if(rows.begin(), rows.end(), [&](const GroupRow& row) { return row.name == text; });
-    expect(found != rows.end(), L"a group " + quoted(text) + L" in the database");
-    return *found;
-}
 
 /// In the database there are these groups, and the window's list shows them.
 void expectGroups(Visitor& visitor, const std::vector<GroupRow>& expected)
@@ -67,52 +58,14 @@ constexpr Word removes{[](Visitor& visitor, Text text) {
     calls(L"Groups.Remove " + std::to_wstring(removed.id))(visitor);
 }};
 
-/// Clicks a group in the window's list.
-constexpr Word selects{[](Visitor& visitor, Text text) {
-    auto rows = visitor.groups();
-    const GroupRow& wanted = rowOf(rows, text);
-    const auto row = static_cast<int>(&wanted - rows.data());
-    expect(itemOf(visitor.list(), row, 0) == text, quoted(text) + L" in the window's list");
-    visitor.clickAt(visitor.list(), middleOf(visitor.list(), placeOfRow(visitor.list(), row)),
-                    quoted(text) + L" in the window's list");
-    waitFor(L"the row is selected", [&] {
-        long selected = 0;
-        visitor.window().invoke([&] { selected = visitor.window().content().selected(); });
-        return selected == wanted.id;
-    });
-}};
-constexpr Word clickItem{[](Visitor& visitor, Text text) {
-    const HWND listBox = visitor.find(list);
-    visitor.clickAt(listBox, middleOf(listBox, placeOfItem(listBox, text)),
-                    quoted(text) + L" in the dialog's list");
-}};
-constexpr Word doubleClickItem{[](Visitor& visitor, Text text) {
-    const HWND listBox = visitor.find(list);
-    // Elsewhere on the item: a click before must not count as the first one of the two.
-    RECT firstHalf = placeOfItem(listBox, text);
-    firstHalf.right = (firstHalf.left + firstHalf.right) / 2;
-    visitor.doubleClickAt(listBox, middleOf(listBox, firstHalf), quoted(text));
-}};
 constexpr Word clickEmptyPartOfList{[](Visitor& visitor) {
     visitor.clickAt(visitor.list(), middleOf(visitor.list()), L"the empty part of the list");
-}};
-constexpr Word offers{[](Visitor& visitor, const std::vector<std::wstring>& names) {
-    expect(itemsOf(visitor.find(list)) == names, L"the new groups in the dialog, and no built-in one");
 }};
 constexpr Word showsFirstItem{
     [](Visitor& visitor) { visitor.waitForText(name, itemsOf(visitor.find(list)).front()); }};
 constexpr Word showsLastItem{
     [](Visitor& visitor) { visitor.waitForText(name, itemsOf(visitor.find(list)).back()); }};
 
-/// The error box has the data layer's text, source and number, and the dialog waits for it.
-constexpr Word tellsThatNameIsTaken{[](Visitor& visitor) {
-    visitor.waitForBox(errorTitle);
-    expect(visibleChild(visitor.front(), L"Static",
-                        L"There is a group named \"Staff\" already.\n\n"
-                        L"Source: KorvaneData.Groups\nNumber: 0x8004232B") != nullptr,
-           L"the data layer's text, source and number in the error box");
-    expect(!IsWindowEnabled(visitor.dialog()), L"a dialog that waits for the error box");
-}};
 /// The dialog is open still, with what was typed, and nothing is written.
 constexpr Word goesOn{[](Visitor& visitor, Text typed) {
     const HWND open = visitor.dialog();
@@ -153,12 +106,13 @@ Chapter groupChapter()
           endsInList(), adds(L"Training"), picture(L"main")}},
         {L"Rename: chosen in the list by mouse, the name edited, OK by mouse",
          {selects(L"Training"), choose(groupsMenu, L"&Rename..."), opens(dialogTitle), shows(name, L"Training"),
-          offers(newGroups), clickItem(L"Night shift"), shows(name, L"Night shift"), picture(L"rename"),
+          offers(list, newGroups), clickItem(list, L"Night shift"), shows(name, L"Night shift"), picture(L"rename"),
           click(name), hasKeyboard(name), press(L"End"), press(L"Backspace", 5),
           enter(name, L"watch", L"Night "), click(okButton), endsInList(), renames(L"Night shift", L"Night watch")}},
         {L"An error leaves the dialog open: a name that is taken, then a better one",
          {press(L"Ctrl+N"), opens(dialogTitle), enter(name, L"Staff"), press(L"Enter"),
-          tellsThatNameIsTaken(), picture(L"error"), press(L"Enter"), boxIsGone(errorTitle), goesOn(L"Staff"),
+          tellsError(L"There is a group named \"Staff\" already.\n\n"
+                     L"Source: KorvaneData.Groups\nNumber: 0x8004232B", L"error"), goesOn(L"Staff"),
           press(L"End"), enter(name, L" (part-time)", L"Staff"), click(okButton), endsInList(),
           adds(L"Staff (part-time)")}},
         {L"Cancel by Esc writes nothing",
@@ -174,8 +128,8 @@ Chapter groupChapter()
           press(L"Alt+E"), hasKeyboard(list), press(L"Home"), showsFirstItem(), press(L"End"), showsLastItem(),
           press(L"Esc"), endsInList(), changesNothing()}},
         {L"Delete: chosen in the list, confirmed by a double click",
-         {selects(L"Training"), press(L"Del"), opens(dialogTitle), hasNoName, clickItem(L"Staff (part-time)"),
-          hasKeyboard(list), picture(L"delete"), doubleClickItem(L"Staff (part-time)"), endsInList(),
+         {selects(L"Training"), press(L"Del"), opens(dialogTitle), hasNoName, clickItem(list, L"Staff (part-time)"),
+          hasKeyboard(list), picture(L"delete"), doubleClickItem(list, L"Staff (part-time)"), endsInList(),
           removes(L"Staff (part-time)")}},
         {L"Exit by the menu", {leave()}},
     }, &shownRows};

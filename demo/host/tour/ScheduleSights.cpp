@@ -49,6 +49,22 @@ OleDate tourTime(long day, long hour) noexcept
     return later(tourMonday(), day * minutesPerDay + hour * 60);
 }
 
+POINT pointOfName(Visitor& visitor, const std::wstring& resource)
+{
+    RECT place{};
+    waitFor(L"the schedule shows the name " + resource, [&] {
+        std::optional<std::size_t> row;
+        look(visitor, [&](const ScheduleWindow& schedule) {
+            row = rowOf(schedule.content(), resource);
+            const ScheduleLayout layout = schedule.layout();
+            if (row)
+                place = layout.placeOfName(*row);
+        });
+        return row.has_value();
+    });
+    return onScreen(visitor, place);
+}
+
 POINT pointOfTime(Visitor& visitor, const std::wstring& resource, OleDate time)
 {
     RECT place{};
@@ -63,6 +79,29 @@ POINT pointOfTime(Visitor& visitor, const std::wstring& resource, OleDate time)
         return found;
     });
     return onScreen(visitor, place);
+}
+
+std::vector<std::wstring> rowsOfSchedule(Visitor& visitor)
+{
+    std::vector<std::wstring> names;
+    look(visitor, [&](const ScheduleWindow& schedule) {
+        for (const Row& row : schedule.content().rows())
+            names.push_back(row.resource.name);
+    });
+    return names;
+}
+
+COLORREF colorOfBar(Visitor& visitor, const std::wstring& resource, OleDate start)
+{
+    pointOfBar(visitor, resource, start); // it is there
+    COLORREF color = CLR_INVALID;
+    look(visitor, [&](const ScheduleWindow& schedule) {
+        const auto row = rowOf(schedule.content(), resource);
+        for (const Bar& bar : schedule.content().bars())
+            if (bar.row == row && minutesBetween(bar.start, start) == 0)
+                color = schedule.content().colorOf(bar.type).value_or(CLR_INVALID);
+    });
+    return color;
 }
 
 POINT pointOfBar(Visitor& visitor, const std::wstring& resource, OleDate start)

@@ -12,12 +12,6 @@ namespace
 
 constexpr DWORD patience = 120'000; // milliseconds; a machine may have much else to do first
 
-bool isOfClass(HWND window, const wchar_t* className)
-{
-    wchar_t name[64];
-    return GetClassNameW(window, name, ARRAYSIZE(name)) && lstrcmpiW(name, className) == 0;
-}
-
 using Visitor = std::function<bool(HWND)>; ///< false ends the enumeration
 
 BOOL CALLBACK visit(HWND window, LPARAM visitor)
@@ -34,6 +28,12 @@ GUITHREADINFO stateOf(HWND window)
 }
 
 } // namespace
+
+bool isOfClass(HWND window, const wchar_t* className)
+{
+    wchar_t name[64];
+    return GetClassNameW(window, name, ARRAYSIZE(name)) && lstrcmpiW(name, className) == 0;
+}
 
 Failure tourFailure(const std::wstring& reason)
 {
@@ -123,6 +123,18 @@ std::wstring itemOf(HWND listView, int row, int column)
     const LRESULT length =
         ask(listView, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
     return {text, static_cast<std::size_t>(length)};
+}
+
+int itemThatEndsWith(HMENU menu, const std::wstring& text)
+{
+    for (int index = 0; index < GetMenuItemCount(menu); ++index)
+    {
+        wchar_t item[128];
+        GetMenuStringW(menu, static_cast<UINT>(index), item, ARRAYSIZE(item), MF_BYPOSITION);
+        if (std::wstring(item).ends_with(text))
+            return index;
+    }
+    return -1;
 }
 
 HWND focusIn(HWND window)

@@ -23,6 +23,8 @@ LRESULT ask(HWND window, UINT message, WPARAM first = 0, LPARAM second = 0);
 /// one.
 HWND visibleWindow(const wchar_t* className, const wchar_t* title = nullptr);
 
+bool isOfClass(HWND window, const wchar_t* className);
+
 /// The visible children of a class, at any depth.
 std::vector<HWND> visibleChildren(HWND parent, const wchar_t* className);
 /// The visible child of a class with a text; null without one.
@@ -31,6 +33,9 @@ HWND visibleChild(HWND parent, const wchar_t* className, const std::wstring& tex
 std::wstring textOf(HWND window);
 std::vector<std::wstring> itemsOf(HWND listBox);
 std::wstring itemOf(HWND listView, int row, int column);
+
+/// The place of an item in a menu; -1 where there is none.
+int itemThatEndsWith(HMENU menu, const std::wstring& text);
 
 /// What has the keyboard in the thread of a window.
 HWND focusIn(HWND window);

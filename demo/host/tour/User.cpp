@@ -55,9 +55,11 @@ WORD keyNamed(std::wstring_view name)
                                            [&](const KeyName& each) { return each.name == name; });
     if (found != std::end(keyNames))
         return found->key;
-    if (name.size() != 1 || name[0] < L'A' || name[0] > L'Z')
+    const bool isOwnKey =
+        name.size() == 1 && ((name[0] >= L'A' && name[0] <= L'Z') || (name[0] >= L'0' && name[0] <= L'9'));
+    if (!isOwnKey)
         throw Failure(E_INVALIDARG, L"Tour", L"There is no key " + std::wstring(name) + L".");
-    return static_cast<WORD>(name[0]); // letters are their own keys
+    return static_cast<WORD>(name[0]);
 }
 
 INPUT keyInput(WORD key, bool up) noexcept
@@ -202,6 +204,12 @@ void User::doubleClick(POINT place) const
     sendAll({mouseInput(place, MOUSEEVENTF_LEFTDOWN), mouseInput(place, MOUSEEVENTF_LEFTUP),
              mouseInput(place, MOUSEEVENTF_LEFTDOWN), mouseInput(place, MOUSEEVENTF_LEFTUP)});
     untilTaken_();
+}
+
+void User::rightClick(POINT place) const
+{
+    send(mouseInput(place, MOUSEEVENTF_RIGHTDOWN));
+    send(mouseInput(place, MOUSEEVENTF_RIGHTUP));
 }
 
 void User::send(const INPUT& input) const

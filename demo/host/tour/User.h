@@ -47,6 +47,7 @@ public:
     void moveTo(POINT place) const;
     void click(POINT place) const;
     void doubleClick(POINT place) const;
+    void rightClick(POINT place) const;
     void pressButton(POINT place) const;
     void releaseButton(POINT place) const;
 

@@ -29,6 +29,18 @@ int indexOf(HMENU menu, const std::wstring& text)
     throw tourFailure(L"there is no " + text + L" in the menu");
 }
 
+std::wstring textBefore(HWND control)
+{
+    const HWND label = GetWindow(control, GW_HWNDPREV);
+    return label ? textOf(label) : std::wstring();
+}
+
+/// A box with a list of its own has an edit box within.
+bool isPartOfBox(HWND control)
+{
+    return isOfClass(GetParent(control), L"ComboBox");
+}
+
 } // namespace
 
 void expect(bool isTheCase, const std::wstring& what)
@@ -61,7 +73,8 @@ HWND Visitor::find(const Field& field) const
     auto found = visibleChildren(dialog_, field.className);
     std::erase_if(found, [&](HWND child) {
         const auto style = static_cast<DWORD>(GetWindowLongW(child, GWL_STYLE));
-        return (style & field.style) != field.style || (field.caption && textOf(child) != field.caption);
+        return (style & field.style) != field.style || (field.caption && textOf(child) != field.caption) ||
+               (field.label && textBefore(child) != field.label) || isPartOfBox(child);
     });
     expect(found.size() == 1, std::wstring(L"one control: ") + field.name);
     return found.front();
@@ -113,10 +126,20 @@ void Visitor::doubleClickAt(HWND window, POINT place, const std::wstring& what)
     user_.doubleClick(place);
 }
 
+void Visitor::rightClickAt(HWND window, POINT place, const std::wstring& what)
+{
+    report_.detail(L"right click on " + what);
+    pointAt(window, place, what);
+    user_.rightClick(place);
+}
+
 void Visitor::pointAt(HWND window, POINT place, const std::wstring& what)
 {
     user_.moveTo(place);
-    waitFor(L"nothing is in front of " + what, [&] { return WindowFromPoint(place) == window; });
+    waitFor(L"nothing is in front of " + what, [&] {
+        const HWND front = WindowFromPoint(place);
+        return front == window || IsChild(window, front);
+    });
 }
 
 void Visitor::dragTo(HWND window, POINT from, POINT to, const std::wstring& what)

@@ -6,6 +6,7 @@
 #include "demo/host/tour/Bookings.h"
 #include "demo/host/tour/GroupRows.h"
 #include "demo/host/tour/Report.h"
+#include "demo/host/tour/Roster.h"
 #include "demo/host/tour/User.h"
 
 #include <string>
@@ -25,7 +26,14 @@ struct Field
     const wchar_t* className = L"";
     const wchar_t* caption = nullptr; ///< null where there is one of the class only
     DWORD style = 0;                  ///< what it has beyond others of its class
+    const wchar_t* label = nullptr;   ///< text of the label before it
 };
+
+/// A field that is told by its label.
+constexpr Field labelled(const wchar_t* name, const wchar_t* className, const wchar_t* label) noexcept
+{
+    return {name, className, nullptr, 0, label};
+}
 
 // In every dialog.
 inline constexpr Field okButton{L"OK", L"Button", L"OK"};
@@ -43,6 +51,7 @@ public:
     /// From now on what is booked is read here.
     void reads(const Bookings& bookings) noexcept { bookings_ = &bookings; }
     const Bookings& bookings() const noexcept { return *bookings_; }
+    Roster roster() const { return Roster(bookings_->root()); }
 
     MainWindow& window() const noexcept { return window_; }
     HWND mainWindow() const noexcept { return main_; }
@@ -64,6 +73,7 @@ public:
     void click(const Field& field);
     void clickAt(HWND window, POINT place, const std::wstring& what);
     void doubleClickAt(HWND window, POINT place, const std::wstring& what);
+    void rightClickAt(HWND window, POINT place, const std::wstring& what);
     /// Takes hold of something and draws it elsewhere, without letting it go yet.
     void dragTo(HWND window, POINT from, POINT to, const std::wstring& what);
     /// Lets go of it where it is.

@@ -140,12 +140,12 @@ TEST_F(BookingRights, AreNotToldAnythingElseWithoutThem)
 
 TEST_F(BookingRights, AreTwo)
 {
-    sql("UPDATE roles SET may_create_for_others = 1 WHERE id = 2");
+    sql("UPDATE roles SET may_create_for_others = 1 WHERE id = 3");
     EXPECT_TRUE(employee->hasAccess(1, 0));
     EXPECT_FALSE(employee->hasAccess(3, others));
     const long added = employee->add(meeting());
     expectMayNotEdit(L"Events", [&] { employee->remove(added); });
-    sql("UPDATE roles SET may_create_for_others = 0, may_edit_for_others = 1 WHERE id = 2");
+    sql("UPDATE roles SET may_create_for_others = 0, may_edit_for_others = 1 WHERE id = 3");
     EXPECT_FALSE(employee->hasAccess(1, 0));
     EXPECT_TRUE(employee->hasAccess(3, others));
     employee->remove(added);

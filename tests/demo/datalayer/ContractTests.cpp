@@ -1,6 +1,6 @@
 // What every data layer is to the library, and so both the demo's, which keeps its data in a database, and the one that
 // records for the tests of the library what it was asked.
-#include "tests/demo/datalayer/ActivityTest.h"
+#include "tests/demo/datalayer/Office.h"
 #include "tests/support/RecordingData.h"
 
 #include <gmock/gmock.h>
@@ -13,7 +13,7 @@ namespace
 
 using testing::ElementsAre;
 
-/// Groups 4 and 5 with the resources 2 to 5, and the activity types 0 to 2.
+/// Groups 4 and 5 with the resources 2 to 5, the activity types 0 to 2, and Carla's login.
 class Recorded : public testing::Test
 {
 protected:
@@ -22,6 +22,7 @@ protected:
         data.groups = {{1, L"System", 1, false}, {4, L"Staff", 3}, {5, L"Vehicles", 3}};
         data.names = {{2, L"Anna", 4, 255}, {3, L"Bert", 4}, {4, L"Carla", 4}, {5, L"Van", 5, 65280}};
         data.types = {{0, L"Activity", 12566463}, {1, L"Meeting", 16711680}, {2, L"Travel", 0}};
+        data.accounts = {{1, L"admin", 1, 1}, {2, L"employee", 3, 4}};
         desk.emplace(data.root);
     }
 
@@ -56,6 +57,7 @@ protected:
     static constexpr long unknown = 4711;
 
     const ComPtr<IRoot>& root() const { return this->desk->root; }
+    Office office() const { return Office(root()); }
 
     template <class Collection>
     ComPtr<Collection> get(HRESULT (STDMETHODCALLTYPE IRoot::*member)(Collection**)) const
@@ -136,6 +138,8 @@ TYPED_TEST_SUITE(Contract, DataLayers);
 
 TYPED_TEST(Contract, EachCollectionIsOneObject)
 {
+    EXPECT_EQ(this->get(&IRoot::get_Accounts).get(), this->get(&IRoot::get_Accounts).get());
+    EXPECT_EQ(this->get(&IRoot::get_Messages).get(), this->get(&IRoot::get_Messages).get());
     EXPECT_EQ(this->groups().get(), this->groups().get());
     EXPECT_EQ(this->get(&IRoot::get_Names).get(), this->get(&IRoot::get_Names).get());
     EXPECT_EQ(this->get(&IRoot::get_Types).get(), this->get(&IRoot::get_Types).get());
@@ -232,6 +236,189 @@ TYPED_TEST(Contract, NobodyMayChangeBuiltInOrUnknownGroups)
     EXPECT_TRUE(Calls::hasAccess(this->groups(), 3, 4));
     for (const long id : {0L, 1L, this->unknown})
         EXPECT_FALSE(Calls::hasAccess(this->groups(), 3, id));
+}
+
+TYPED_TEST(Contract, GroupsHaveAnOrder)
+{
+    call(this->groups(), &IGroups::SetPosition, 5L, 3L);
+    call(this->groups(), &IGroups::SetPosition, 4L, 4L);
+    const Lines groups = this->announcedGroups();
+    EXPECT_THAT(Lines(groups.end() - 2, groups.end()),
+                ElementsAre(L"OnAdd 5, Vehicles, 3", L"OnAdd 4, Staff, 3"));
+}
+
+TYPED_TEST(Contract, ResourcesAreAddedAndChanged)
+{
+    const Office office = this->office();
+    const long dora = office.addName(L"Dora", 255);
+    EXPECT_GT(dora, this->van);
+    EXPECT_EQ((Resource{L"Dora", 255, 0, L"", 2, -1}), office.fetchName(dora));
+    EXPECT_THAT(Office::members(office.names, 4), ElementsAre(this->anna, this->bert, this->carla));
+    EXPECT_EQ(dora, korvane::fetch(office.names, &INames::Update, dora, Bstr(L"Theodora").get(), -1L, 17L));
+    EXPECT_EQ((Resource{L"Theodora", -1, 0, L"", 17, -1}), office.fetchName(dora));
+    EXPECT_EQ((Resource{L"Carla", 0, 2, L"employee", 2, 3}), office.fetchName(this->carla));
+}
+
+TYPED_TEST(Contract, AResourceThatIsNoneLeavesEverythingAlone)
+{
+    const Office office = this->office();
+    EXPECT_EQ((Resource{L"before", 71, 72, L"before", 73, 74}), office.fetchName(0));
+    EXPECT_EQ(-1, office.role(0));
+    EXPECT_EQ(L"", office.mailbox(0));
+}
+
+TYPED_TEST(Contract, AccessIsToSomeOrToAnyResourcesAndTypes)
+{
+    const Office office = this->office();
+    for (const long operation : {1L, 2L, 3L})
+    {
+        EXPECT_TRUE(Office::may(office.names, operation, this->anna));
+        EXPECT_TRUE(Office::may(office.names, operation, 0));
+        EXPECT_FALSE(Office::may(office.names, operation, this->unknown));
+        EXPECT_TRUE(Office::may(office.types, operation, 1));
+        EXPECT_FALSE(Office::may(office.types, operation, this->unknown));
+    }
+    EXPECT_TRUE(Office::may(office.types, 1, 0));
+}
+
+TYPED_TEST(Contract, ResourcesAreMembersOfGroups)
+{
+    const Office office = this->office();
+    const long dora = office.addName(L"Dora");
+    Office::addToGroup(office.names, dora, 4);
+    Office::addToGroup(office.names, this->anna, 5);
+    EXPECT_THAT(Office::members(office.names, 4), ElementsAre(this->anna, this->bert, this->carla, dora));
+    EXPECT_THAT(Office::members(office.names, 5), ElementsAre(this->van, this->anna));
+    Office::removeFromGroup(office.names, this->anna, 4);
+    EXPECT_THAT(Office::members(office.names, 4), ElementsAre(this->bert, this->carla, dora));
+    EXPECT_THAT(Office::members(office.names, 5), ElementsAre(this->van, this->anna));
+}
+
+TYPED_TEST(Contract, ResourcesKeepTheirPlaceUnlessTheyGetAnother)
+{
+    const Office office = this->office();
+    long position = 0;
+    for (const long name : {this->carla, this->anna, this->bert})
+        Office::addToGroup(office.names, name, 4, ++position);
+    Office::addToGroup(office.names, this->carla, 4);
+    EXPECT_THAT(Office::members(office.names, 4), ElementsAre(this->carla, this->anna, this->bert));
+}
+
+TYPED_TEST(Contract, TypesAreAddedChangedAndMembersOfGroups)
+{
+    const Office office = this->office();
+    const long holiday = office.addType(L"Holiday", 255);
+    Bstr text(L"before");
+    long color = 71;
+    long flags = 72;
+    long groups = 73;
+    const auto read = [&] {
+        call(office.types, &ITypes::Fetch, holiday, text.inOut(), &color, &flags, &groups);
+        return std::wstring(text.c_str()) + L' ' + std::to_wstring(color) + L' ' + std::to_wstring(flags) +
+               L' ' + std::to_wstring(groups);
+    };
+    EXPECT_EQ(L"Holiday 255 3 0", read());
+    office.updateType(holiday, L"Leave", -1);
+    Office::addToGroup(office.types, holiday, 4);
+    EXPECT_EQ(L"Leave -1 3 1", read());
+    EXPECT_THAT(Office::members(office.types, 4), ElementsAre(0, 1, 2, holiday));
+    long position = 0;
+    for (const long type : {holiday, 2L, 0L, 1L})
+        Office::addToGroup(office.types, type, 4, ++position);
+    EXPECT_THAT(Office::members(office.types, 4), ElementsAre(holiday, 2, 0, 1));
+    Office::removeFromGroup(office.types, holiday, 4);
+    EXPECT_THAT(Office::members(office.types, 4), ElementsAre(2, 0, 1));
+}
+
+TYPED_TEST(Contract, AccountsAreFoundAddedAndRemoved)
+{
+    const Office office = this->office();
+    EXPECT_THAT(office.lookup(L"EMPLOYEE"), ElementsAre(2, 3, this->carla));
+    EXPECT_THAT(office.lookup(L"zoe"), ElementsAre(0, -1, 0));
+    const long zoe = office.addAccount(L"zoe", this->van);
+    EXPECT_THAT(office.lookup(L"Zoe"), ElementsAre(zoe, 3, this->van));
+    EXPECT_THAT(office.logins(), ElementsAre(L"OnClear", L"OnAdd 1, admin", L"OnAdd 2, employee",
+                                             L"OnAdd " + std::to_wstring(zoe) + L", zoe"));
+    EXPECT_TRUE(office.removeAccount(L"ZOE"));
+    EXPECT_FALSE(office.removeAccount(L"zoe"));
+    EXPECT_EQ(L"", office.fetchName(this->van).login);
+}
+
+TYPED_TEST(Contract, AnAccountIsAttachedToOneResourceAndAResourceHasOneAccount)
+{
+    const Office office = this->office();
+    office.addAccount(L"zoe", this->van);
+    office.attach(this->van, L"employee");
+    EXPECT_EQ(L"employee", office.fetchName(this->van).login);
+    EXPECT_EQ(L"", office.fetchName(this->carla).login);
+    EXPECT_EQ(0, office.lookup(L"zoe").back());
+    EXPECT_TRUE(office.detach(this->van));
+    EXPECT_FALSE(office.detach(this->van));
+    EXPECT_THAT(office.lookup(L"employee"), ElementsAre(2, 3, 0));
+}
+
+TYPED_TEST(Contract, ARoleIsThatOfTheLogin)
+{
+    const Office office = this->office();
+    EXPECT_EQ(3, office.role(this->carla));
+    EXPECT_EQ(-1, office.role(this->van));
+    office.setRole(this->carla, 2);
+    EXPECT_EQ(2, office.fetchName(this->carla).role);
+    EXPECT_THAT(office.lookup(L"employee"), ElementsAre(2, 2, this->carla));
+}
+
+TYPED_TEST(Contract, TheMailboxIsTheLoginThatIsSynchronised)
+{
+    const Office office = this->office();
+    EXPECT_EQ(L"", office.mailbox(this->carla));
+    office.setSyncLogin(this->carla, L"employee");
+    EXPECT_EQ(L"employee", office.mailbox(this->carla));
+    EXPECT_EQ(L"", office.mailbox(this->anna));
+    office.setSyncLogin(this->carla, L"");
+    EXPECT_EQ(L"", office.mailbox(this->carla));
+}
+
+TYPED_TEST(Contract, InformationIsReplacedLabelByLabelWithoutAnAnnouncement)
+{
+    const Office office = this->office();
+    const Listener::Subscription listener(office.names, DIID_INamesEvents);
+    office.setInfo(this->anna, L"Mobile", 1, L"1");
+    office.setInfo(this->anna, L"Office", 0, L"2");
+    office.setInfo(this->bert, L"Mobile", 0, L"3");
+    office.setInfo(this->anna, L"Never there", -1, L"");
+    EXPECT_EQ(Lines{}, listener->events());
+    EXPECT_THAT(office.info(this->anna),
+                ElementsAre(L"OnInfoClear", L"OnInfoAdd 2, Office, 2", L"OnInfoAdd 2, Mobile, 1"));
+    office.setInfo(this->anna, L"Office", 2, L"4");
+    office.setInfo(this->anna, L"Mobile", -1, L"");
+    EXPECT_THAT(office.info(this->anna), ElementsAre(L"OnInfoClear", L"OnInfoAdd 2, Office, 4"));
+}
+
+TYPED_TEST(Contract, MessagesAreLeftReadAndRemoved)
+{
+    const Office office = this->office();
+    const Note note{L"", at(2026, 11, 22, 9, 30), L"555", L"Mr Hale", L"Training", 3};
+    const long first = office.leave(this->carla, note);
+    const long second = office.leave(this->carla, note);
+    const auto listed = [&] {
+        Lines result;
+        for (const std::wstring& line : office.messagesFor(this->carla))
+            if (const auto last = line.rfind(L','); last != std::wstring::npos)
+                result.push_back(line.substr(0, line.find(L',')) + line.substr(last + 1));
+        return result;
+    };
+    const auto added = [](long id, const wchar_t* read) { return L"OnAdd " + std::to_wstring(id) + read; };
+    EXPECT_THAT(listed(), ElementsAre(added(first, L" False"), added(second, L" False")));
+    Note read = office.read(first);
+    EXPECT_FALSE(read.from.empty());
+    read.from.clear();
+    EXPECT_EQ(note, read);
+    EXPECT_TRUE(office.read(first).wasRead);
+    EXPECT_THAT(listed(), ElementsAre(added(first, L" True"), added(second, L" False")));
+    call(office.messages, &IMessages::Remove, first);
+    EXPECT_THAT(listed(), ElementsAre(added(second, L" False")));
+    this->expectTold(office.messages, [&] { office.read(first); });
+    EXPECT_THAT(office.messagesFor(this->anna), ElementsAre(L"OnClear"));
 }
 
 TYPED_TEST(Contract, ActivitiesAreAddedChangedAndRemoved)

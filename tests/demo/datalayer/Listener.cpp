@@ -18,6 +18,8 @@ std::wstring written(const VARIANT& argument)
         return std::to_wstring(argument.lVal);
     case VT_BSTR:
         return std::wstring(view(argument.bstrVal));
+    case VT_BOOL:
+        return argument.boolVal ? L"True" : L"False";
     case VT_DATE:
         return test::written(argument.date);
     default:
@@ -30,8 +32,10 @@ std::wstring written(const VARIANT& argument)
 
 HRESULT Listener::hear(DISPID event, const DISPPARAMS& arguments)
 {
-    EXPECT_TRUE(event == 2 || (event == 1 && arguments.cArgs == 0));
-    std::wstring line = event == 1 ? L"OnClear" : L"OnAdd";
+    static constexpr const wchar_t* names[] = {L"OnClear", L"OnAdd", L"OnInfoClear", L"OnInfoAdd"};
+    const bool clears = event == 1 || event == 3;
+    EXPECT_TRUE(event >= 1 && event <= 4 && clears == (arguments.cArgs == 0));
+    std::wstring line = names[event - 1];
     for (UINT index = arguments.cArgs; index > 0; --index) // the last one comes first
         line += (index == arguments.cArgs ? L" " : L", ") + written(arguments.rgvarg[index - 1]);
     events_.push_back(line);

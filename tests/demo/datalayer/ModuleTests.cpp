@@ -145,7 +145,14 @@ TEST_F(Module, ObjectsKeepTheirIdentity)
     require(root->OpenScope(0, Bstr(L"test").get(), scope.put()));
     expectIdentity(database.as<IUnknown>(),
                    {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IDatabase});
-    expectIdentity(root.as<IUnknown>(), {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IRoot});
+    expectIdentity(root.as<IUnknown>(),
+                   {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IRoot, IID_ISession});
+    expectIdentity(
+        korvane::fetch(root, &IRoot::get_Accounts).as<IUnknown>(),
+        {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IAccounts, IID_IConnectionPointContainer});
+    expectIdentity(
+        korvane::fetch(root, &IRoot::get_Messages).as<IUnknown>(),
+        {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IMessages, IID_IConnectionPointContainer});
     expectIdentity(scope.as<IUnknown>(), {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IScope});
     expectIdentity(groups.as<IUnknown>(), {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IGroups,
                                            IID_IConnectionPointContainer});
@@ -203,6 +210,14 @@ TEST_F(Module, ObjectsAnswerForTheirErrors)
     EXPECT_EQ(S_OK, booked.links.as<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(IID_IEventLinks));
     EXPECT_EQ(S_OK, booked.names.as<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(IID_INames));
     EXPECT_EQ(S_OK, booked.types.as<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(IID_ITypes));
+    const auto root = open();
+    EXPECT_EQ(S_OK, root.as<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(IID_ISession));
+    EXPECT_EQ(S_OK, korvane::fetch(root, &IRoot::get_Accounts)
+                        .as<ISupportErrorInfo>()
+                        ->InterfaceSupportsErrorInfo(IID_IAccounts));
+    EXPECT_EQ(S_OK, korvane::fetch(root, &IRoot::get_Messages)
+                        .as<ISupportErrorInfo>()
+                        ->InterfaceSupportsErrorInfo(IID_IMessages));
     const auto groups = openGroups().as<ISupportErrorInfo>();
     EXPECT_EQ(S_OK, groups->InterfaceSupportsErrorInfo(IID_IGroups));
     EXPECT_EQ(S_FALSE, groups->InterfaceSupportsErrorInfo(IID_IConnectionPointContainer));

@@ -90,7 +90,7 @@ TEST_F(Opening, RefusesTheDatabaseOfAnotherProgram)
 TEST_F(Opening, RefusesTheDatabaseOfANewerVersion)
 {
     open();
-    sql("PRAGMA user_version = 3");
+    sql("PRAGMA user_version = 4");
     EXPECT_ERROR(open(), Code::newerDatabase, L"KorvaneData.Database",
                  L"The database was made by a newer version of this program.");
 }

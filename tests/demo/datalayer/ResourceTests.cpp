@@ -82,12 +82,13 @@ TEST_F(Resources, HaveABuiltInOneThatIsInNoGroup)
         attempt([&] { sql("INSERT INTO group_names (group_id, name_id, position) VALUES (4, 1, 9)"); }));
 }
 
-TEST_F(Resources, LeaveTheirGroupsWithTheGroup)
+TEST_F(Resources, LeaveTheirGroupsWithTheGroupAndAreUnassignedThen)
 {
     remove(groupsOf(desk->root), 5);
-    EXPECT_EQ((Lines{L"OnClear", L"OnAdd 2, Anna, 4, 255", L"OnAdd 3, Bert, 4, 0", L"OnAdd 4, Carla, 4, 0"}),
+    EXPECT_EQ((Lines{L"OnClear", L"OnAdd 5, Van, 3, 65280", L"OnAdd 2, Anna, 4, 255", L"OnAdd 3, Bert, 4, 0",
+                     L"OnAdd 4, Carla, 4, 0"}),
               namesOf(0));
-    EXPECT_EQ(L"Van", sqlText("SELECT name FROM names WHERE id = 5"));
+    EXPECT_EQ((Lines{L"OnClear", L"OnAdd 5, Van, 3, 65280"}), namesOf(3));
 }
 
 TEST_F(Resources, RefuseAMissingPlaceForTheResult)
@@ -109,10 +110,10 @@ TEST_F(ActivityTypes, OfAGroupAreAnnouncedInTheirOrderAfterTheBuiltInOne)
     EXPECT_EQ((Lines{L"OnClear", activity, meetings, travel}), typesOf(0));
 }
 
-TEST_F(ActivityTypes, BeginWithTheBuiltInOneWhereverItIsStored)
+TEST_F(ActivityTypes, HaveTheBuiltInOneInTheirOrderWhereItWasGivenAPlace)
 {
     sql("INSERT INTO group_types (group_id, type_id, position) VALUES (4, 1, 1), (4, 0, 9), (5, 0, 1)");
-    EXPECT_EQ((Lines{L"OnClear", activity, meetings}), typesOf(4));
+    EXPECT_EQ((Lines{L"OnClear", meetings, activity}), typesOf(4));
     EXPECT_EQ((Lines{L"OnClear", activity, meetings, travel}), typesOf(5));
 }
 

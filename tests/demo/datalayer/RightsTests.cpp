@@ -93,7 +93,7 @@ TEST_F(Rights, AreNotToldAnythingElseWithoutThem)
 
 TEST_F(Rights, CanBeGivenForOneGroup)
 {
-    sql(("INSERT INTO role_groups (role, group_id, may_change) VALUES (2, " + std::to_string(staff) + ", 1)")
+    sql(("INSERT INTO role_groups (role, group_id, may_change) VALUES (3, " + std::to_string(staff) + ", 1)")
             .c_str());
     const auto groups = openGroups(L"employee");
     EXPECT_TRUE(hasAccess(groups, 3, staff));
@@ -107,7 +107,7 @@ TEST_F(Rights, CanBeGivenForOneGroup)
 
 TEST_F(Rights, ToAGroupGoWithTheGroup)
 {
-    sql(("INSERT INTO role_groups (role, group_id, may_delete) VALUES (2, " + std::to_string(staff) + ", 1)")
+    sql(("INSERT INTO role_groups (role, group_id, may_delete) VALUES (3, " + std::to_string(staff) + ", 1)")
             .c_str());
     remove(openGroups(L"employee"), staff);
     EXPECT_EQ(L"0", sqlText("SELECT count(*) FROM role_groups"));
@@ -116,7 +116,7 @@ TEST_F(Rights, ToAGroupGoWithTheGroup)
 TEST_F(Rights, FollowTheRoleAtOnce)
 {
     const auto groups = openGroups(L"employee");
-    sql("UPDATE roles SET may_add = 1, may_delete = 1, may_change = 1 WHERE name = 'Employees'");
+    sql("UPDATE roles SET may_add = 1, may_delete = 1, may_change = 1 WHERE name = 'User'");
     EXPECT_TRUE(hasAccess(groups, 1, 0));
     EXPECT_TRUE(hasAccess(groups, 2, staff));
     EXPECT_TRUE(hasAccess(groups, 3, staff));
@@ -136,8 +136,8 @@ TEST_F(Rights, EndWithTheAccount)
 
 TEST_F(Rights, OfANewAccountFollowItsRole)
 {
-    sql("INSERT INTO roles (id, name, may_add) VALUES (3, 'Planners', 1);"
-        "INSERT INTO accounts (login, role) VALUES ('mia', 3)");
+    sql("INSERT INTO roles (id, name, may_add) VALUES (4, 'Planners', 1);"
+        "INSERT INTO accounts (login, role) VALUES ('mia', 4)");
     const auto groups = openGroups(L"mia");
     EXPECT_TRUE(hasAccess(groups, 1, 0));
     EXPECT_FALSE(hasAccess(groups, 3, staff));

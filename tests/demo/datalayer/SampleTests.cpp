@@ -1,4 +1,6 @@
-#include "tests/demo/datalayer/ActivityTest.h"
+#include "tests/demo/datalayer/Office.h"
+
+#include <cmath>
 
 using namespace korvane;
 using namespace korvane::store;
@@ -45,6 +47,27 @@ TEST_F(Samples, GiveTheEmployeeAResource)
     const Desk employee(open(L"employee"));
     const long own = std::stol(sqlText("SELECT id FROM names WHERE account = 2"));
     EXPECT_GT(employee.add({own, 3, at(2026, 7, 1), at(2026, 7, 15), L"Holiday"}), 0);
+}
+
+TEST_F(Samples, HaveAManagerUsersMessagesAndInformation)
+{
+    addTo(open());
+    EXPECT_EQ(L"andrea 2 Andrea Lindner, ben 3 Ben Carter, employee 3 Emily Stone",
+              sqlText("SELECT group_concat(concat_ws(' ', login, accounts.role, name), ', ' ORDER BY login)"
+                      "  FROM accounts JOIN names ON account = accounts.id WHERE names.id > 1"));
+    const Office emily(open(L"employee"));
+    const long own = korvane::fetch(emily.session(), &ISession::get_NameID);
+    EXPECT_EQ(2, korvane::fetch(emily.session(), &ISession::get_UnreadMessages));
+    const Lines messages = emily.messagesFor(own);
+    EXPECT_EQ(3u, messages.size());
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    EXPECT_EQ(at(now.wYear, now.wMonth, now.wDay), std::floor(emily.read(1).time));
+    const Office andrea(open(L"andrea"));
+    const long managers = korvane::fetch(andrea.session(), &ISession::get_NameID);
+    EXPECT_EQ(L"andrea", andrea.mailbox(managers));
+    EXPECT_EQ(3u, andrea.info(managers).size());
+    EXPECT_TRUE(Office::may(andrea.names, 3, own));
 }
 
 TEST_F(Samples, AreAnnounced)

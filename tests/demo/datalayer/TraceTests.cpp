@@ -1,4 +1,4 @@
-#include "tests/demo/datalayer/ActivityTest.h"
+#include "tests/demo/datalayer/Office.h"
 #include "tests/demo/datalayer/Subscriber.h"
 
 using namespace korvane;
@@ -20,6 +20,10 @@ protected:
 };
 
 class TracesOfBooking : public ActivityTest
+{
+};
+
+class TracesOfMasterData : public OfficeTest
 {
 };
 
@@ -263,5 +267,66 @@ TEST_F(TracesOfBooking, NestEvents)
               L"Schedule.Load 2026-03-02 00:00:00, 2026-03-03 00:00:00\r\n"
               L"  OnClear\r\n"
               L"  OnAdd 1, 0, 2, 1, 2026-03-02 09:00:00, 2026-03-02 10:00:00, \"Budget\"\r\n",
+              trace());
+}
+
+TEST_F(TracesOfMasterData, ShowCallsWithArgumentsAndResults)
+{
+    ignoreTrace();
+    const long dora = office->addName(L"Dora", 255);
+    office->addAccount(L"dora", dora);
+    office->setRole(dora, 2);
+    office->setSyncLogin(dora, L"dora");
+    office->addToGroup(office->names, dora, staff);
+    office->fetchName(dora);
+    office->fetchName(0);
+    office->role(dora);
+    office->mailbox(dora);
+    office->lookup(L"dora");
+    office->lookup(L"nobody");
+    office->detach(dora);
+    office->removeAccount(L"dora");
+    call(office->groups, &IGroups::SetPosition, staff, 9L);
+    attempt([&] { office->updateName(1, L"Me"); });
+    EXPECT_EQ(L"Names.Add \"Dora\", 255, 2 = 6\r\n"
+              L"Accounts.Add \"dora\", 3, 6 = 5\r\n"
+              L"Names.SetRole 6, 2\r\n"
+              L"Names.SetSyncLogin 6, \"dora\"\r\n"
+              L"Names.AddToGroup 6, 4, 0 = 0\r\n"
+              L"Names.Fetch 6 = \"Dora\", 255, 5, \"dora\", 2, 2\r\n"
+              L"Names.Fetch 0\r\n"
+              L"Names.GetRole 6 = 2\r\n"
+              L"Names.GetMailbox 6 = \"dora\"\r\n"
+              L"Accounts.Lookup \"dora\" = 5, 2, 6\r\n"
+              L"Accounts.Lookup \"nobody\" = 0\r\n"
+              L"Accounts.Detach 6 = True\r\n"
+              L"Accounts.Remove \"dora\" = True\r\n"
+              L"Groups.SetPosition 4, 9\r\n"
+              L"Names.Update 1, \"Me\", 0, 2 ! 0x800410C3 You are not authorized to edit this ressource.\r\n",
+              trace());
+}
+
+TEST_F(TracesOfMasterData, ShowInformationAndMessages)
+{
+    ignoreTrace();
+    office->setInfo(anna, L"Mobile", 0, L"1");
+    office->info(anna);
+    const long message = office->leave(anna, {L"", at(2026, 3, 2, 9), L"555", L"Mr Hale", L"Training", 3});
+    office->messagesFor(anna);
+    office->read(message);
+    call(office->messages, &IMessages::Remove, message);
+    call(office->session(), &ISession::AnnounceAll);
+    EXPECT_EQ(L"Names.SetInfo 2, \"Mobile\", 0, \"1\"\r\n"
+              L"Names.LoadInfo 2 = True\r\n"
+              L"  OnInfoClear\r\n"
+              L"  OnInfoAdd 2, \"Mobile\", \"1\"\r\n"
+              L"Messages.Add 2, 2026-03-02 09:00:00, \"Training\", \"555\", \"Mr Hale\", 3 = 1\r\n"
+              L"Messages.LoadFor 2, -1 = True\r\n"
+              L"  OnClear\r\n"
+              L"  OnAdd 1, \"SuperUser\", 2026-03-02 09:00:00, \"555\", \"Mr Hale\", \"Training\", False\r\n"
+              L"Messages.Fetch 1 = \"SuperUser\", 2026-03-02 09:00:00, \"555\", \"Mr Hale\", \"Training\", "
+              L"3, False\r\n"
+              L"Messages.Remove 1\r\n"
+              L"Session.AnnounceAll\r\n",
               trace());
 }

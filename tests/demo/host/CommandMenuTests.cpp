@@ -1,7 +1,9 @@
 #include "demo/host/CommandMenu.h"
 
 #include "demo/host/CommandTable.h"
+#include "tests/support/Library.h"
 
+#include <KorvaneDlg.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -18,7 +20,7 @@ namespace
 class MenuBar
 {
 public:
-    MenuBar() : bar_(createMenuBar()) {}
+    MenuBar() : bar_(createMenuBar(korvane::test::create<IResources>(__uuidof(::Resources)))) {}
     MenuBar(const MenuBar&) = delete;
     MenuBar& operator=(const MenuBar&) = delete;
     ~MenuBar() { DestroyMenu(bar_); }
@@ -57,12 +59,17 @@ TEST(CommandMenu, HoldsEveryCommandInItsMenu)
     EXPECT_EQ(found, expected);
 }
 
-TEST(CommandMenu, BeginsWithFileAndExit)
+TEST(CommandMenu, BeginsWithFileWhereTheUserLogsInAndLeaves)
 {
     const MenuBar bar;
+    const HMENU file = GetSubMenu(bar.get(), 0);
     EXPECT_EQ(textOf(bar.get(), 0), L"&File");
-    EXPECT_EQ(GetMenuItemID(GetSubMenu(bar.get(), 0), 0), static_cast<UINT>(menuExit));
+    EXPECT_EQ(textOf(file, 0), L"&Log in as");
+    EXPECT_EQ(GetSubMenu(file, 0), accountMenu(bar.get()));
+    EXPECT_NE(accountMenu(bar.get()), nullptr);
+    EXPECT_EQ(GetMenuItemID(file, GetMenuItemCount(file) - 1), static_cast<UINT>(menuExit));
     EXPECT_EQ(entryOf(menuExit), nullptr);
+    EXPECT_EQ(entryOf(menuFirstAccount), nullptr);
 }
 
 TEST(CommandMenu, FindsTheMenuThatACommandStandsIn)
@@ -76,6 +83,9 @@ TEST(CommandMenu, FindsTheMenuThatACommandStandsIn)
     }
     EXPECT_EQ(menuWith(bar.get(), entryNamed(newActivity)), menuWith(bar.get(), entryNamed(moveActivity)));
     EXPECT_NE(menuWith(bar.get(), entryNamed(newActivity)), menuWith(bar.get(), commandTable().front()));
+    for (const wchar_t* const name : {L"Message.Leave", L"Message.Info"})
+        EXPECT_EQ(menuWith(bar.get(), entryNamed(name)), menuWith(bar.get(), entryNamed(editResource)))
+            << "the menu of a resource has all that can be done with it";
 }
 
 TEST(CommandMenu, EndsWithTheView)
@@ -109,8 +119,9 @@ TEST(CommandMenu, HasTheKeyOfEveryCommandInItsPartOnly)
     const auto schedule = keysOf(Part::schedule);
     for (const CommandEntry& entry : commandTable())
     {
-        EXPECT_EQ(isThere(groups, entry.key, idOf(entry)), !entry.isOfSchedule());
-        EXPECT_EQ(isThere(schedule, entry.key, idOf(entry)), entry.isOfSchedule());
+        const bool hasKey = entry.key.key != 0;
+        EXPECT_EQ(isThere(groups, entry.key, idOf(entry)), hasKey && entry.countsIn(Part::groups));
+        EXPECT_EQ(isThere(schedule, entry.key, idOf(entry)), hasKey && entry.countsIn(Part::schedule));
     }
 }
 

@@ -7,7 +7,7 @@
 #include <cwctype>
 #include <set>
 #include <string_view>
-#include <tuple>
+#include <utility>
 
 namespace korvane::host
 {
@@ -69,12 +69,25 @@ TEST(CommandTable, GivesEachItemOfAMenuAnAccessKeyOfItsOwn)
 
 TEST(CommandTable, GivesEachKeyToOneCommandOfEachPart)
 {
-    std::set<std::tuple<bool, BYTE, WORD>> seen;
-    for (const CommandEntry& entry : commandTable())
-        if (entry.key.key != 0)
-        {
-            EXPECT_TRUE(seen.insert({entry.isOfSchedule(), entry.key.fVirt, entry.key.key}).second);
-        }
+    for (const Part part : {Part::groups, Part::schedule})
+    {
+        std::set<std::pair<BYTE, WORD>> seen;
+        for (const CommandEntry& entry : commandTable())
+            if (entry.key.key != 0 && entry.countsIn(part))
+            {
+                EXPECT_TRUE(seen.insert({entry.key.fVirt, entry.key.key}).second);
+            }
+    }
+}
+
+TEST(CommandTable, LetsAReaderReadWhereverHeIs)
+{
+    for (const Part part : {Part::groups, Part::schedule})
+    {
+        EXPECT_TRUE(entryNamed(L"Message.Read").countsIn(part));
+        EXPECT_EQ(entryNamed(L"Group.New").countsIn(part), part == Part::groups);
+        EXPECT_EQ(entryNamed(L"Message.Leave").countsIn(part), part == Part::schedule);
+    }
 }
 
 TEST(CommandTable, NamesACommandOfTheLibraryAndItsOperation)
@@ -84,6 +97,12 @@ TEST(CommandTable, NamesACommandOfTheLibraryAndItsOperation)
         EXPECT_TRUE(std::wstring_view(entry.progId).starts_with(L"KorvaneDlg."));
         EXPECT_NE(entry.operation, 0);
     }
+}
+
+TEST(CommandTable, MakesTheWindowsOfOrderDialogsResizable)
+{
+    for (const CommandEntry& entry : commandTable())
+        EXPECT_EQ(entry.resizable, std::wstring_view(entry.name).starts_with(L"Arrange."));
 }
 
 TEST(CommandTable, ShowsTheKeyBehindTheCaption)

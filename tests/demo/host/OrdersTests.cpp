@@ -43,6 +43,8 @@ public:
             std::wstring call(view(name));
             if (value.vt == VT_I4)
                 call += L" = " + std::to_wstring(value.lVal);
+            else if (value.vt == VT_BSTR)
+                call += L" = " + std::wstring(view(value.bstrVal));
             else if (value.vt == VT_DATE)
                 call += L" at " + std::to_wstring(minutesBetween(test::monday, {value.date}));
             calls.push_back(call);
@@ -86,6 +88,23 @@ TEST(Orders, OpenAnOccurrenceForChange)
     EXPECT_EQ(told(orderForBar(entryNamed(changeActivity), 4, bar())),
               (Calls{L"Operation 3", L"Root", L"EventID = 5", L"Instance = 3", L"GroupID = 4", L"N0 = 20",
                      L"Granted", L"Prepare"}));
+}
+
+TEST(Orders, TellACommandOnMembersTheirGroup)
+{
+    EXPECT_EQ(told(orderForGroup(entryNamed(L"Arrange.Types"), 4)),
+              (Calls{L"Operation 3", L"Root", L"GroupID = 4", L"Granted", L"Prepare"}));
+    EXPECT_EQ(told(orderForMember(entryNamed(L"Resource.Remove"), 4, 20)),
+              (Calls{L"Operation 2", L"Root", L"GroupID = 4", L"NameID = 20", L"Granted", L"Prepare"}));
+}
+
+TEST(Orders, TellWhomAMessageIsFor)
+{
+    EXPECT_EQ(told(orderForResource(entryNamed(L"Message.Leave"), {20, L"Bob"})),
+              (Calls{L"Operation 1", L"Root", L"NameID = 20", L"Name = Bob", L"Granted", L"Prepare"}));
+    EXPECT_EQ(told(orderForResource(entryNamed(L"Message.Info"), {20, L"Bob"})).front(), L"Operation 3");
+    EXPECT_EQ(told(orderForReader(entryNamed(L"Message.Read"), 20)),
+              (Calls{L"Operation 2", L"Root", L"NameID = 20", L"Granted", L"Prepare"}));
 }
 
 TEST(Orders, MoveFromOneResourceToAnother)

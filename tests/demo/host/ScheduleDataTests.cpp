@@ -67,9 +67,8 @@ class ScheduleDataTest : public testing::Test
 protected:
     ScheduleDataTest()
     {
-        data.names = {{10, L"Ann", 1}, {20, L"Bob", 1}, {30, L"Cid", 2}};
+        data.names = {{10, L"Ann", 1, 0x123456}, {20, L"Bob", 1}, {30, L"Cid", 2}};
         root->activities->announced = {occurrence(1, 10)};
-        reader.onChange = [this] { ++changes; };
     }
 
     static Values occurrence(long event, long resource)
@@ -83,7 +82,6 @@ protected:
     korvane::test::RecordingData data;
     ComPtr<Root> root = make<Root>(data.root);
     Schedule schedule;
-    int changes = 0;
     ScheduleData reader{ComPtr<IRoot>(root.get())};
 };
 
@@ -98,9 +96,34 @@ TEST_F(ScheduleDataTest, ReadsResourcesAndWhatIsBookedForThem)
     EXPECT_EQ(bar.start, at(9));
     EXPECT_EQ(bar.end, at(10));
     EXPECT_EQ(bar.text, L"Work");
-    EXPECT_EQ(changes, 0) << "what it asked for itself is no change";
-    root->activities->raise(eventClear);
-    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(schedule.rows().front().resource.color, 0x123456);
+}
+
+TEST_F(ScheduleDataTest, ReadsResourcesAndTypesAgainOnlyWhenTheyAreOutOfDate)
+{
+    load(1);
+    data.takeCalls();
+    data.names.front().text = L"Zoe";
+    load(1);
+    EXPECT_TRUE(data.takeCalls().empty()) << "another time, and nothing else";
+    reader.outdate();
+    load(1);
+    EXPECT_EQ(data.takeCalls(), (std::vector<std::string>{"Names.Load(1)", "Types.Load(0)"}));
+    EXPECT_EQ(schedule.rows().front().resource.name, L"Zoe");
+}
+
+TEST_F(ScheduleDataTest, ReadsFromAnotherRoot)
+{
+    load(1);
+    korvane::test::RecordingData other;
+    other.names = {{40, L"Dan", 1}};
+    const auto otherRoot = make<Root>(other.root);
+    reader.follow(ComPtr<IRoot>(otherRoot.get()));
+    load(1);
+    ASSERT_EQ(schedule.rows().size(), 1U);
+    EXPECT_EQ(schedule.rows().front().resource.name, L"Dan");
+    EXPECT_FALSE(data.hasSubscribers());
+    reader.follow(ComPtr<IRoot>(root.get()));
 }
 
 TEST_F(ScheduleDataTest, TellsAnAnnouncementThatItCannotRead)

@@ -74,6 +74,14 @@ TEST_P(SchedulePainterTest, ShowsBarsInTheColourOfTheirType)
     EXPECT_EQ(colorAt(at(10.5), (place.top + place.bottom) / 2), paper());
 }
 
+TEST_P(SchedulePainterTest, MarksAResourceWithItsColour)
+{
+    schedule.setResources({{10, L"Ann", static_cast<long>(green)}, {20, L"Bob"}});
+    draw();
+    EXPECT_EQ(GetPixel(context, 1, lowerEdge(0)), green);
+    EXPECT_EQ(GetPixel(context, 1, lowerEdge(1)), headerColor()) << "none is chosen";
+}
+
 TEST_P(SchedulePainterTest, ShadesWeekends)
 {
     draw();

@@ -20,6 +20,7 @@ protected:
              at(10).days, Bstr(L"Work").get(), &event);
         lock = std::make_unique<store::Connection>(file, 50);
         lock->execute("BEGIN EXCLUSIVE");
+        window->refresh(true);
         return event;
     }
 
@@ -38,6 +39,7 @@ TEST_F(ScheduleReading, ShowsWhatIsBookedAsSoonAsItIs)
     EXPECT_EQ(bar.text, L"Work");
     EXPECT_TRUE(window->content().colorOf(bar.type));
     call(events, &IEvents::Remove, event, 0L);
+    window->refresh(true);
     work();
     EXPECT_TRUE(window->content().bars().empty());
 }
@@ -49,25 +51,42 @@ TEST_F(ScheduleReading, LoadsOnceForManyChanges)
     {
         long event = 0;
         call(events, &IEvents::Add, 3L, meeting, at(9).days, at(10).days, Bstr(L"").get(), &event);
+        window->refresh(true);
     }
     EXPECT_EQ(loads(), 0) << "not within the calls that change";
     work();
     EXPECT_EQ(loads(), 1);
     work();
-    EXPECT_EQ(loads(), 0) << "what is announced while loading is no change";
+    EXPECT_EQ(loads(), 0);
     EXPECT_EQ(window->content().bars().size(), 5U);
 }
 
-TEST_F(ScheduleReading, LoadsNothingWhileADialogIsOpen)
+TEST_F(ScheduleReading, ShowsAnotherDatabase)
 {
-    window->hold(true);
-    trace();
     book(1, 9, 10);
-    EXPECT_EQ(loads(), 0);
-    window->hold(false);
+    const std::wstring otherFile = file + L".other";
+    std::filesystem::remove(otherFile);
+    window->follow(fetch(database, &IDatabase::Open, Bstr(otherFile).get(), nullptr));
     work();
-    EXPECT_EQ(loads(), 1);
+    EXPECT_TRUE(window->content().rows().empty());
+    window->follow(view);
+    work();
     EXPECT_EQ(window->content().bars().size(), 1U);
+    EXPECT_TRUE(std::filesystem::remove(otherFile)) << "nobody holds it any more";
+}
+
+TEST_F(ScheduleReading, TellsNothingOfWhatOthersWriteBehindALock)
+{
+    lock = std::make_unique<store::Connection>(file, 50);
+    lock->execute("BEGIN EXCLUSIVE");
+    window->refresh(false);
+    work();
+    EXPECT_TRUE(boxes.asked.empty());
+    trace();
+    lock.reset();
+    send(WM_TIMER, ScheduleWindow::timerMinute);
+    work();
+    EXPECT_EQ(loads(), 1) << "it is read as soon as it can be";
 }
 
 TEST_F(ScheduleReading, LoadsWhatIsScrolledInto)
@@ -124,11 +143,9 @@ TEST_F(ScheduleReading, TriesAgainByItselfWithoutASecondBox)
     EXPECT_EQ(window->content().bars().size(), 1U);
 }
 
-TEST_F(ScheduleReading, EndsAHoldEvenWhenReadingIsRefused)
+TEST_F(ScheduleReading, SelectsWhatIsWantedAsSoonAsItCanBeRead)
 {
-    window->hold(true);
     const long event = bookBehindALock();
-    EXPECT_FALSE(attempt([&] { window->hold(false); }));
     window->select({event, 0});
     work();
     EXPECT_EQ(window->selectedBar(), nullptr);
@@ -141,10 +158,11 @@ TEST_F(ScheduleReading, EndsAHoldEvenWhenReadingIsRefused)
 
 TEST_F(ScheduleReading, SelectsWhatADialogEndedWith)
 {
-    window->hold(true);
-    const long event = book(1, 9, 10);
-    window->hold(false);
+    book(0, 9, 10);
+    const long event = bookBehindALock();
+    lock.reset();
     window->select({event, 0});
+    EXPECT_EQ(window->selectedBar(), nullptr) << "it is not read yet";
     work();
     ASSERT_NE(window->selectedBar(), nullptr);
     EXPECT_EQ(window->selectedBar()->id.event, event);
@@ -152,9 +170,7 @@ TEST_F(ScheduleReading, SelectsWhatADialogEndedWith)
 
 TEST_F(ScheduleReading, KeepsWhatTheUserSelectsMeanwhile)
 {
-    window->hold(true);
     const long event = bookBehindALock();
-    window->hold(false);
     window->select({event, 0});
     work();
     send(WM_LBUTTONDOWN, MK_LBUTTON, pointAt(3, 11));

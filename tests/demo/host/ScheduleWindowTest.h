@@ -22,7 +22,8 @@ public:
         call(database, &IDatabase::Open, Bstr(file).get(), nullptr, root.put());
         call(database, &IDatabase::AddSample, root.get());
         call(root, &IRoot::get_Events, events.put());
-        window = std::make_unique<ScheduleWindow>(parent, root);
+        call(database, &IDatabase::Open, Bstr(file).get(), nullptr, view.put());
+        window = std::make_unique<ScheduleWindow>(parent, view);
         window->onOpen = [this] { ++opened; };
         window->onDrop = [this](const Bar& bar, const Slot& landing, bool copies) {
             dropped.push_back({bar, landing, copies});
@@ -40,6 +41,7 @@ public:
         DestroyWindow(parent);
         events.reset();
         root.reset();
+        view.reset();
         std::filesystem::remove(file);
     }
 
@@ -72,6 +74,7 @@ protected:
         long event = 0;
         call(events, &IEvents::Add, window->content().rows().at(row).resource.id, meeting, at(from).days,
              at(to).days, Bstr(L"Work").get(), &event);
+        window->refresh(true);
         work();
         return event;
     }
@@ -112,7 +115,8 @@ protected:
     HWND parent =
         CreateWindowExW(0, L"Static", L"", WS_POPUP, 0, 0, 900, 400, nullptr, nullptr, nullptr, nullptr);
     ComPtr<IDatabase> database{make<store::Database>().get()};
-    ComPtr<IRoot> root;
+    ComPtr<IRoot> root; ///< somebody else's, who writes
+    ComPtr<IRoot> view;
     ComPtr<IEvents> events;
     std::unique_ptr<ScheduleWindow> window;
     int opened = 0;

@@ -21,12 +21,12 @@ protected:
     }
 
     /// Where the menu comes that is asked for at a point of the window.
-    std::optional<POINT> menuAt(POINT point) const
+    std::optional<ScheduleWindow::MenuPlace> menuAt(POINT point) const
     {
         ClientToScreen(window->handle(), &point);
         auto place = window->menuPlace(point);
         if (place)
-            ScreenToClient(window->handle(), &*place);
+            ScreenToClient(window->handle(), &place->point);
         return place;
     }
 };
@@ -66,19 +66,40 @@ TEST_F(ScheduleWindowScrolling, HasAMenuWhereSomethingCanBeSelected)
     const int firstRow = window->layout().rowTop(0);
     const int belowRows = firstRow + window->layout().heightOfRows();
 
-    EXPECT_FALSE(menuAt({names - 20, firstRow + 5})) << "the names";
+    EXPECT_FALSE(menuAt({names - 20, firstRow - 5})) << "above the names";
     EXPECT_FALSE(menuAt({names + 20, firstRow - 5})) << "the header";
+    EXPECT_FALSE(menuAt({names - 20, belowRows + 5})) << "below the last name";
     EXPECT_FALSE(menuAt({names + 20, belowRows + 5})) << "below the last row";
     EXPECT_FALSE(menuAt({area.right + 5, firstRow + 5})) << "the scroll bar";
     EXPECT_NE(window->selectedBar(), nullptr);
 
     const auto place = menuAt({names + 20, firstRow + 5});
     ASSERT_TRUE(place);
-    EXPECT_EQ(place->x, names + 20);
-    EXPECT_EQ(place->y, firstRow + 5);
+    EXPECT_EQ(place->point.x, names + 20);
+    EXPECT_EQ(place->point.y, firstRow + 5);
+    EXPECT_FALSE(place->isOfResource);
     EXPECT_EQ(window->selectedBar(), nullptr)
         << "wherever the button was pressed, the menu is for this place";
     EXPECT_EQ(window->selectedSlot()->row, 0U);
+}
+
+TEST_F(ScheduleWindowScrolling, HasAMenuForTheResourceAmongTheNames)
+{
+    const int names = window->layout().pixelOf(at(7));
+    send(WM_LBUTTONDOWN, MK_LBUTTON, pointAt(2, 11));
+    const auto place = menuAt({names - 20, window->layout().rowTop(1) + 5});
+    ASSERT_TRUE(place);
+    EXPECT_TRUE(place->isOfResource);
+    EXPECT_EQ(window->selectedSlot()->row, 1U);
+    EXPECT_EQ(window->selectedSlot()->start, at(11)) << "another resource, at the same time";
+}
+
+TEST_F(ScheduleWindowScrolling, SelectsAResourceByItsName)
+{
+    send(WM_LBUTTONDOWN, MK_LBUTTON,
+         MAKELPARAM(window->layout().pixelOf(at(7)) - 20, window->layout().rowTop(3) + 5));
+    EXPECT_EQ(window->selectedSlot()->row, 3U);
+    EXPECT_EQ(GetCapture(), nullptr);
 }
 
 TEST_F(ScheduleWindowScrolling, ShowsWhatTheMenuOfTheKeyboardIsFor)
@@ -90,10 +111,11 @@ TEST_F(ScheduleWindowScrolling, ShowsWhatTheMenuOfTheKeyboardIsFor)
         auto place = window->menuPlace({-1, -1});
         expectInSight();
         ASSERT_TRUE(place);
-        ScreenToClient(window->handle(), &*place);
+        EXPECT_FALSE(place->isOfResource);
+        ScreenToClient(window->handle(), &place->point);
         const RECT slot = window->layout().placeOf(*window->selectedSlot());
-        EXPECT_EQ(place->x, slot.left);
-        EXPECT_EQ(place->y, slot.bottom);
+        EXPECT_EQ(place->point.x, slot.left);
+        EXPECT_EQ(place->point.y, slot.bottom);
     }
 }
 

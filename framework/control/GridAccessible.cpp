@@ -1,0 +1,392 @@
+// A table of rows of cells. A child is known by its place among its siblings, from 1; in the events of the window, which
+// name a child of the table, a cell is known by a number below 0.
+#include "framework/control/Grid.h"
+
+#include "framework/com/Decimal.h"
+#include "framework/com/Object.h"
+
+#include <oleacc.h>
+
+#include <algorithm>
+
+namespace korvane
+{
+
+// What is told is asked for through the interface: nothing is found by the names of its members.
+template <> inline constexpr bool isDual<IAccessible> = false;
+template <> inline bool alsoAnswersFor<IAccessible>(REFIID iid) noexcept
+{
+    return iid == IID_IDispatch;
+}
+
+namespace
+{
+
+/// A function of the platform's support for assistive technology, which is loaded where there is any.
+template <class Function> Function* support(const char* name) noexcept
+{
+    static const HMODULE library = LoadLibraryExW(L"oleacc.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+    return library ? reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(library, name)))
+                   : nullptr;
+}
+
+constexpr int whole = GridLayout::none; ///< the row of the table, and the column of a row
+
+/// Where the grid is, for who may outlive it; null once it is gone.
+class GridLink final : public IUnknown
+{
+public:
+    explicit GridLink(Grid& linked) noexcept : grid(&linked) {}
+    virtual ~GridLink() = default;
+
+    STDMETHODIMP QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+    STDMETHODIMP_(ULONG) Release() override
+    {
+        const ULONG remaining = --references_;
+        if (remaining == 0)
+            delete this;
+        return remaining;
+    }
+
+    Grid* grid;
+
+private:
+    ULONG references_ = 0;
+};
+
+/// The table, one of its rows or one of its cells.
+class GridAccessible final : public Object<GridAccessible, Inherits<IAccessible>, IAccessible>
+{
+public:
+    GridAccessible(ComPtr<GridLink> grid, Cell element) : grid_(std::move(grid)), element_(element) {}
+
+    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override
+    {
+        return E_NOTIMPL;
+    }
+
+    STDMETHODIMP get_accParent(IDispatch** parent) override;
+    STDMETHODIMP get_accChildCount(long* count) override
+    {
+        return returns(count, [&] { return childCount(); });
+    }
+    STDMETHODIMP get_accChild(VARIANT child, IDispatch** object) override
+    {
+        return returns(object, [&] { return objectOf(elementOf(child)); });
+    }
+    STDMETHODIMP get_accName(VARIANT child, BSTR* name) override
+    {
+        return returns(name, [&] { return nameOf(elementOf(child)); });
+    }
+    STDMETHODIMP get_accValue(VARIANT child, BSTR* value) override
+    {
+        return returns(value, [&] {
+            const Cell element = elementOf(child);
+            return element.column == whole ? Bstr() : Bstr(grid().textOf(element));
+        });
+    }
+    STDMETHODIMP get_accRole(VARIANT child, VARIANT* role) override
+    {
+        return returns(role, [&] { return Variant(roleOf(elementOf(child))); });
+    }
+    STDMETHODIMP get_accState(VARIANT child, VARIANT* state) override
+    {
+        return returns(state, [&] { return Variant(stateOf(elementOf(child))); });
+    }
+    STDMETHODIMP get_accFocus(VARIANT* focus) override
+    {
+        return returns(focus, [&] { return grid().hasFocus() ? currentBelow() : Variant(); });
+    }
+    STDMETHODIMP get_accSelection(VARIANT* selection) override
+    {
+        return returns(selection, [&] { return currentBelow(); });
+    }
+    STDMETHODIMP get_accDefaultAction(VARIANT child, BSTR* action) override;
+    STDMETHODIMP accDoDefaultAction(VARIANT child) override;
+    STDMETHODIMP accSelect(long flags, VARIANT child) override;
+    STDMETHODIMP accLocation(long* left, long* top, long* width, long* height, VARIANT child) override;
+    STDMETHODIMP accNavigate(long direction, VARIANT start, VARIANT* end) override;
+    STDMETHODIMP accHitTest(long x, long y, VARIANT* found) override;
+
+    // A grid has none of these.
+    STDMETHODIMP get_accDescription(VARIANT, BSTR* text) override { return none(text); }
+    STDMETHODIMP get_accHelp(VARIANT, BSTR* text) override { return none(text); }
+    STDMETHODIMP get_accHelpTopic(BSTR* file, VARIANT, long*) override { return none(file); }
+    STDMETHODIMP get_accKeyboardShortcut(VARIANT, BSTR* keys) override { return none(keys); }
+    STDMETHODIMP put_accName(VARIANT, BSTR) override { return E_NOTIMPL; }
+    STDMETHODIMP put_accValue(VARIANT, BSTR) override { return E_NOTIMPL; }
+
+private:
+    static HRESULT none(BSTR* text) noexcept
+    {
+        if (text)
+            *text = nullptr;
+        return S_FALSE;
+    }
+
+    Grid& grid() const;
+    const GridLayout& layout() const { return grid().settledLayout(); }
+    long childCount() const;
+    Cell elementOf(const VARIANT& child) const;
+    Cell cellOf(const VARIANT& child) const;
+    ComPtr<IDispatch> objectOf(Cell element) const;
+    Variant currentBelow() const;
+    Bstr nameOf(Cell element) const;
+    long roleOf(Cell element) const;
+    long stateOf(Cell element) const;
+    RECT placeOf(Cell element) const; ///< on the window
+
+    ComPtr<GridLink> grid_;
+    Cell element_;
+};
+
+/// Throws when the window has gone.
+Grid& GridAccessible::grid() const
+{
+    if (!grid_->grid)
+        throw Failure(CO_E_OBJNOTCONNECTED);
+    return *grid_->grid;
+}
+
+long GridAccessible::childCount() const
+{
+    return element_.column != whole ? 0 : element_.row != whole ? grid().Cols() : grid().Rows();
+}
+
+Cell GridAccessible::elementOf(const VARIANT& child) const
+{
+    const int columns = grid().Cols();
+    if (child.vt != VT_I4)
+        throw Failure(E_INVALIDARG);
+    if (child.lVal == CHILDID_SELF)
+        return element_;
+    if (child.lVal > 0 && child.lVal <= childCount())
+        return element_.row == whole ? Cell{static_cast<int>(child.lVal) - 1, whole}
+                                     : Cell{element_.row, static_cast<int>(child.lVal) - 1};
+    const long cell = -(child.lVal + 1);
+    if (child.lVal > 0 || element_.row != whole || cell / columns >= grid().Rows())
+        throw Failure(E_INVALIDARG);
+    return {static_cast<int>(cell) / columns, static_cast<int>(cell) % columns};
+}
+
+/// The cell that a call is about. Throws for what is none that can be the current one.
+Cell GridAccessible::cellOf(const VARIANT& child) const
+{
+    const Cell element = elementOf(child);
+    const Cell cell{element.row, element.column == whole ? grid().current().column : element.column};
+    if (element.row == whole || layout().isFixed(cell))
+        throw Failure(E_INVALIDARG);
+    return cell;
+}
+
+ComPtr<IDispatch> GridAccessible::objectOf(Cell element) const
+{
+    return ComPtr<IDispatch>(make<GridAccessible>(grid_, element).get());
+}
+
+/// The current cell, or the row that it is in, as a child of this element; Empty where it is none.
+Variant GridAccessible::currentBelow() const
+{
+    const Cell current = grid().current();
+    if (element_.row == whole)
+        return Variant(objectOf(current));
+    return element_.row == current.row && element_.column == whole ? Variant(long{current.column} + 1)
+                                                                   : Variant();
+}
+
+/// A cell is called by its headings, and its text is its value; a heading is called what it says.
+Bstr GridAccessible::nameOf(Cell element) const
+{
+    Grid& shown = grid();
+    if (element.row == whole)
+    {
+        std::wstring name = shown.Caption();
+        std::erase(name, L'&');
+        return Bstr(name);
+    }
+    if (element.column == whole)
+        return Bstr(shown.textOf({element.row, shown.FixedCols()}));
+    if (element.row < shown.FixedRows())
+        return Bstr(shown.textOf(element));
+    if (element.column < shown.FixedCols())
+        return Bstr(decimal(element.row - shown.FixedRows() + 1));
+    return Bstr(shown.FixedRows() > 0 ? shown.textOf({0, element.column}) : std::wstring_view());
+}
+
+long GridAccessible::roleOf(Cell element) const
+{
+    if (element.row == whole)
+        return ROLE_SYSTEM_TABLE;
+    if (element.column == whole)
+        return ROLE_SYSTEM_ROW;
+    if (element.row < grid().FixedRows())
+        return ROLE_SYSTEM_COLUMNHEADER;
+    return element.column < grid().FixedCols() ? ROLE_SYSTEM_ROWHEADER : ROLE_SYSTEM_CELL;
+}
+
+long GridAccessible::stateOf(Cell element) const
+{
+    Grid& shown = grid();
+    long state = IsWindowEnabled(shown.window()) ? 0 : STATE_SYSTEM_UNAVAILABLE;
+    if (!IsWindowVisible(shown.window()))
+        state |= STATE_SYSTEM_INVISIBLE;
+    if (element.row == whole)
+        return state | STATE_SYSTEM_FOCUSABLE;
+    RECT client{};
+    GetClientRect(shown.window(), &client);
+    if (element.row >= shown.FixedRows())
+        client.top = layout().fixedHeight();
+    RECT seen{};
+    const RECT place = placeOf(element);
+    if (!IntersectRect(&seen, &place, &client))
+        state |= STATE_SYSTEM_OFFSCREEN;
+    if (element.column == whole || layout().isFixed(element))
+        return state;
+    state |= STATE_SYSTEM_FOCUSABLE | STATE_SYSTEM_SELECTABLE;
+    if (element == shown.current())
+        state |= STATE_SYSTEM_SELECTED | (shown.hasFocus() ? STATE_SYSTEM_FOCUSED : 0);
+    return state;
+}
+
+RECT GridAccessible::placeOf(Cell element) const
+{
+    RECT place{};
+    GetClientRect(grid().window(), &place);
+    if (element.row == whole)
+        return place;
+    const RECT cell = layout().place({element.row, std::max(element.column, 0)});
+    return element.column == whole ? RECT{0, cell.top, place.right, cell.bottom} : cell;
+}
+
+STDMETHODIMP GridAccessible::get_accParent(IDispatch** parent)
+{
+    return returns(parent, [&] {
+        if (element_.row != whole)
+            return objectOf(element_.column != whole ? Cell{element_.row, whole} : Cell{whole, whole});
+        ComPtr<IDispatch> window;
+        if (const auto fromWindow =
+                support<decltype(AccessibleObjectFromWindow)>("AccessibleObjectFromWindow"))
+            require(fromWindow(grid().window(), static_cast<DWORD>(OBJID_WINDOW), IID_IDispatch,
+                               window.putVoid()));
+        return window;
+    });
+}
+
+STDMETHODIMP GridAccessible::get_accDefaultAction(VARIANT child, BSTR* action)
+{
+    return returns(action, [&] {
+        const Cell element = elementOf(child);
+        return element.row == whole || layout().isFixed(cellOf(child)) ? Bstr() : Bstr(L"Click");
+    });
+}
+
+STDMETHODIMP GridAccessible::accDoDefaultAction(VARIANT child)
+{
+    return guard([&] { grid().click(cellOf(child)); });
+}
+
+STDMETHODIMP GridAccessible::accSelect(long flags, VARIANT child)
+{
+    return guard([&] {
+        if ((flags & (SELFLAG_TAKEFOCUS | SELFLAG_TAKESELECTION)) == 0 ||
+            (flags & ~(SELFLAG_TAKEFOCUS | SELFLAG_TAKESELECTION)) != 0)
+            throw Failure(E_INVALIDARG); // one cell is the current one, and only one
+        const Cell element = elementOf(child);
+        if ((flags & SELFLAG_TAKEFOCUS) != 0)
+            grid().setFocus();
+        if (element.row != whole)
+            grid().choose(cellOf(child));
+    });
+}
+
+STDMETHODIMP GridAccessible::accLocation(long* left, long* top, long* width, long* height, VARIANT child)
+{
+    if (!left || !top || !width || !height)
+        return E_POINTER;
+    *left = *top = *width = *height = 0;
+    return guard([&] {
+        RECT place = placeOf(elementOf(child));
+        MapWindowPoints(grid().window(), nullptr, reinterpret_cast<POINT*>(&place),
+                        2); // also from right to left
+        *left = place.left;
+        *top = place.top;
+        *width = place.right - place.left;
+        *height = place.bottom - place.top;
+    });
+}
+
+STDMETHODIMP GridAccessible::accNavigate(long direction, VARIANT start, VARIANT* end)
+{
+    return returns(end, [&] {
+        Cell to = elementOf(start);
+        if (direction == NAVDIR_FIRSTCHILD || direction == NAVDIR_LASTCHILD)
+        {
+            const bool isFirst = direction == NAVDIR_FIRSTCHILD;
+            if (to.row == whole)
+                to.row = isFirst ? 0 : grid().Rows() - 1;
+            else if (to.column == whole)
+                to.column = isFirst ? 0 : grid().Cols() - 1;
+            else
+                return Variant();
+            return Variant(objectOf(to));
+        }
+        const bool isCell = to.column != whole;
+        const bool isBack =
+            direction == NAVDIR_PREVIOUS || direction == NAVDIR_UP || direction == NAVDIR_LEFT;
+        const bool isAcross = isCell && direction != NAVDIR_UP && direction != NAVDIR_DOWN;
+        if (to.row == whole || (!isCell && (direction == NAVDIR_LEFT || direction == NAVDIR_RIGHT)))
+            return Variant();
+        (isAcross ? to.column : to.row) += isBack ? -1 : 1;
+        const bool exists = to.row >= 0 && to.row < grid().Rows() &&
+                            (!isCell || (to.column >= 0 && to.column < grid().Cols()));
+        return exists ? Variant(objectOf(to)) : Variant();
+    });
+}
+
+STDMETHODIMP GridAccessible::accHitTest(long x, long y, VARIANT* found)
+{
+    return returns(found, [&] {
+        POINT point{x, y};
+        ScreenToClient(grid().window(), &point);
+        const RECT own = placeOf(element_);
+        if (!PtInRect(&own, point))
+            return Variant();
+        const Cell cell = layout().at(point);
+        if (element_.column != whole || cell.row == GridLayout::none || cell.column == GridLayout::none)
+            return Variant(long{CHILDID_SELF});
+        return Variant(objectOf(element_.row == whole ? Cell{cell.row, whole} : cell));
+    });
+}
+
+} // namespace
+
+LRESULT Grid::answer(WPARAM request)
+{
+    const auto toResult = support<decltype(LresultFromObject)>("LresultFromObject");
+    if (!toResult)
+        return 0;
+    if (!self_)
+        self_ = ComPtr<IUnknown>(new GridLink(*this));
+    const auto table =
+        make<GridAccessible>(ComPtr<GridLink>(static_cast<GridLink*>(self_.get())), Cell{whole, whole});
+    return toResult(IID_IAccessible, request, static_cast<IAccessible*>(table.get()));
+}
+
+void Grid::closing() noexcept
+{
+    if (self_)
+        static_cast<GridLink*>(self_.get())->grid = nullptr;
+    self_.reset();
+}
+
+void Grid::tell(DWORD event, Cell cell) const noexcept
+{
+    if (window())
+        NotifyWinEvent(event, window(), OBJID_CLIENT, -(cell.row * Cols() + cell.column + 1));
+}
+
+} // namespace korvane

@@ -1,0 +1,160 @@
+#include "messages/InfoMessage.h"
+
+#include "framework/com/SafeArray.h"
+#include "messages/InfoFile.h"
+
+namespace korvane
+{
+
+namespace
+{
+
+/// Events of the resources, besides those of every collection.
+enum NamesEvent : DISPID
+{
+    eventInfoClear = 3,
+    eventInfoAdd = 4
+};
+
+// The dimensions of Info: labels and values, and the rows.
+constexpr std::size_t labels = 0;
+constexpr std::size_t values = 1;
+
+/// The position of a row that is to go.
+constexpr long removed = -1;
+
+OleDate now()
+{
+    SYSTEMTIME time{};
+    GetLocalTime(&time);
+    OleDate result;
+    SystemTimeToVariantTime(&time, &result.days);
+    return result;
+}
+
+} // namespace
+
+std::span<const Operand<InfoMessage>> InfoMessage::operands()
+{
+    static constexpr Operand<InfoMessage> table[] = {
+        operand<&InfoMessage::Root>(L"Root"), operand<&InfoMessage::NameID>(L"NameID"),
+        operand<&InfoMessage::Name>(L"Name"), operand<&InfoMessage::Contact>(L"Contact"),
+        operand<&InfoMessage::Tlf>(L"Tlf"),   operand<&InfoMessage::About>(L"About"),
+    };
+    return table;
+}
+
+STDMETHODIMP InfoMessage::put_Info(VARIANT value)
+{
+    return guard([&] { Info = Variant::valueOf(value); });
+}
+
+bool InfoMessage::prepare()
+{
+    listen();
+    if (operation != operationSend)
+        FetchInfo();
+    return true;
+}
+
+bool InfoMessage::execute()
+{
+    const auto messages = collection<IMessages>(Root);
+    const auto names = collection<INames>(Root);
+    switch (operation)
+    {
+    case operationSend:
+        send(messages);
+        break;
+    case operationStore:
+        store(names);
+        break;
+    default:
+        break;
+    }
+    return false; // also after a successful write: hosts do not read a failure into it
+}
+
+Variant InfoMessage::FetchInfo()
+{
+    listen();
+    mNames.load(&INames::LoadInfo, NameID);
+    if (count_ == 0)
+        for (Bstr& label : readInfoFile())
+            addRow(std::move(label), Bstr());
+
+    Info = Variant();
+    if (count_ > 0)
+    {
+        TextTable table(2, count_);
+        for (std::size_t index = 0; index < count_; ++index)
+        {
+            table.at(labels, index) = rows_[index].label;
+            table.at(values, index) = rows_[index].value;
+        }
+        Info = table.toArray();
+    }
+    return Info;
+}
+
+/// Only what answers to LoadInfo counts: a data layer may have one collection of names for all, and announce there what
+/// somebody else has asked for, or what is being stored.
+void InfoMessage::listen()
+{
+    mNames.connect(Root, {.further = [this](DISPID event, const EventArguments& row) {
+                       if (!mNames.isLoading())
+                           return;
+                       if (event == eventInfoClear)
+                           clearRows();
+                       else if (event == eventInfoAdd)
+                           addRow(Bstr(row.text(1).view()), Bstr(row.text(2).view()));
+                   }});
+}
+
+/// One empty row stays, which does not count as one: storing removes the empty label of a resource without rows, too.
+void InfoMessage::clearRows()
+{
+    rows_ = std::vector<Row>(1);
+    count_ = 0;
+}
+
+void InfoMessage::addRow(Bstr label, Bstr value)
+{
+    rows_.resize(count_);
+    rows_.push_back({std::move(label), std::move(value)});
+    ++count_;
+}
+
+/// The kind as the data layer numbers it: one more than its place in the dialog, and 1 for every other number.
+long InfoMessage::kind() const noexcept
+{
+    return TypeIndex >= 1 && TypeIndex <= 3 ? TypeIndex + 1 : 1;
+}
+
+void InfoMessage::send(const ComPtr<IMessages>& messages) const
+{
+    fetch(messages, &IMessages::Add, NameID, now().days, About.get(), Tlf.get(), Contact.get(), kind());
+}
+
+/// A row is known by its label: taking out all that were there and writing all that are to be is how rows are moved,
+/// renamed and deleted. What a failure leaves behind is taken out when the command is executed again.
+void InfoMessage::store(const ComPtr<INames>& names)
+{
+    const TextTable table(Info.get()); // what is no table is refused before anything is removed
+    if (table.columns() > 0 && table.rows() <= values)
+        throw Failure(DISP_E_BADINDEX);
+
+    for (const Row& row : std::vector(rows_)) // whoever is called may have them read anew
+        call(names, &INames::SetInfo, NameID, row.label.get(), removed, Bstr().get());
+    rows_.clear();
+    count_ = 0;
+    for (std::size_t index = 0; index < table.columns(); ++index)
+    {
+        const Bstr& label = table.at(labels, index);
+        const Bstr& value = table.at(values, index);
+        addRow(label, value); // the call may fail when the row is already stored
+        call(names, &INames::SetInfo, NameID, label.get(), static_cast<long>(index), value.get());
+    }
+}
+
+} // namespace korvane

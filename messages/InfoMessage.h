@@ -1,0 +1,73 @@
+// The command that leaves a phone message for a resource, or stores its information rows.
+#pragma once
+
+#include "framework/AppCommand.h"
+#include "framework/DataLayer.h"
+
+#include <KorvaneDlg.h>
+
+#include <vector>
+
+namespace korvane
+{
+
+class InfoMessage final : public AppCommand<InfoMessage, IInfoMessage>
+{
+public:
+    enum Operation : long
+    {
+        operationSend = 1,
+        operationStore = 3
+    };
+
+    static constexpr const wchar_t* dialogClass = L"KorvaneDlg.ctlInfoMessage";
+    static const GUID* classId() noexcept { return &__uuidof(::InfoMessage); }
+    static std::span<const Operand<InfoMessage>> operands();
+
+    bool prepare();
+    bool execute();
+
+    /// For the dialog: reads the resource's rows into Info, and returns it. A resource without rows gets the labels of
+    /// the info file, or Empty.
+    Variant FetchInfo();
+
+    STDMETHODIMP get_TypeIndex(long* value) override { return read(value, TypeIndex); }
+    STDMETHODIMP put_TypeIndex(long value) override { return write(TypeIndex, value); }
+    STDMETHODIMP get_Info(VARIANT* value) override { return read(value, Info); }
+    STDMETHODIMP put_Info(VARIANT value) override;
+    STDMETHODIMP get_Contact(BSTR* value) override { return read(value, Contact); }
+    STDMETHODIMP put_Contact(BSTR value) override { return write(Contact, value); }
+    STDMETHODIMP get_Tlf(BSTR* value) override { return read(value, Tlf); }
+    STDMETHODIMP put_Tlf(BSTR value) override { return write(Tlf, value); }
+    STDMETHODIMP get_About(BSTR* value) override { return read(value, About); }
+    STDMETHODIMP put_About(BSTR value) override { return write(About, value); }
+
+    ComPtr<IRoot> Root;
+    long NameID = 0;    ///< whom the message is for, or whose rows they are
+    Bstr Name;          ///< the resource's name, for the dialog
+    long TypeIndex = 0; ///< the kind of the message, counted from 0
+    Variant Info; ///< rows to store: an array of texts, labels at (0, row), values at (1, row); or Empty
+    Bstr Contact; ///< who phoned
+    Bstr Tlf;     ///< the caller's phone number
+    Bstr About;   ///< what the message concerns
+
+private:
+    struct Row
+    {
+        Bstr label;
+        Bstr value;
+    };
+
+    void listen();
+    void clearRows();
+    void addRow(Bstr label, Bstr value);
+    long kind() const noexcept;
+    void send(const ComPtr<IMessages>& messages) const;
+    void store(const ComPtr<INames>& names);
+
+    std::vector<Row> rows_; ///< as far as known, what the data layer holds: storing removes them first
+    std::size_t count_ = 0;
+    Subscription<INames> mNames;
+};
+
+} // namespace korvane

@@ -1,0 +1,152 @@
+#include "messages/ctlInfoMessage.h"
+
+namespace korvane
+{
+
+namespace
+{
+
+enum TextId : long
+{
+    textTitle = 22500,
+    textHeader = 22508,
+    textAboutRequired = 22590,
+    textNoLogin = 22591,
+    textInfo = 22600
+};
+
+/// Texts of the kinds of a message.
+constexpr const wchar_t* textsOfTypes[] = {L"22501", L"22502", L"22503", L"22507"};
+
+constexpr float typeWidth = 3000;
+constexpr float typeHeight = 300;
+
+/// Kinds stand in two columns; the access keys and arrow keys go down the first one first.
+Place placeOfType(int index)
+{
+    return {static_cast<float>(index / 2) * typeWidth, 330.0F + static_cast<float>(index % 2) * typeHeight,
+            typeWidth, 255};
+}
+
+/// A text as a caption shows it.
+std::wstring captionOf(std::wstring_view text)
+{
+    std::wstring caption;
+    for (const wchar_t character : text)
+        caption.append(character == L'&' ? 2 : 1, character);
+    return caption;
+}
+
+} // namespace
+
+ctlInfoMessage::ctlInfoMessage()
+    : Dialog(textTitle, 6240, 4560), optType(makeControls<4>([this](int index) {
+          return OptionButton(fraInsertMessage,
+                              {.name = L"optType", .place = placeOfType(index), .text = textsOfTypes[index]},
+                              index == 0 ? OptionButton::Position::first : OptionButton::Position::further);
+      }))
+{
+    tabInfoMsg.onClick = [this] { turnPage(); };
+    for (std::size_t index = 0; index < optType.size(); ++index)
+        optType[index].onClick = [this, index] { command().TypeIndex = static_cast<long>(index); };
+    txtContact.onChange = [this] { command().Contact = Bstr(txtContact.Text()); };
+    txtTlf.onChange = [this] { command().Tlf = Bstr(txtTlf.Text()); };
+    txtAbout.onChange = [this] { command().About = Bstr(txtAbout.Text()); };
+}
+
+bool ctlInfoMessage::load()
+{
+    noLogin_ = infoLoaded_ = false;
+    tabInfoMsg.setTabCaption(keyMessage, resourceText(textTitle).view());
+    tabInfoMsg.setTabCaption(keyInfo, resourceText(textInfo).view());
+    tabInfoMsg.select(keyMessage);
+    inScope(command().Root, L"ctlInfoMessage.Prepare",
+            [this] { fetch(command().asCommand(), &IAppCommand::Prepare); });
+    showCommand();
+    showPage();
+    if (command().operation != InfoMessage::operationSend)
+        return command().operation == operationDelete || command().operation == InfoMessage::operationStore;
+
+    noLogin_ = !inScope(command().Root, L"ctlInfoMessage.Prepare", [this] { return hasLogin(); });
+    if (noLogin_)
+    {
+        tabInfoMsg.select(keyInfo);
+        turnPage();
+    }
+    return true;
+}
+
+/// What the host has set, so that nothing is sent that the user does not see.
+void ctlInfoMessage::showCommand()
+{
+    std::wstring header(resourceText(textHeader).view());
+    if (!command().Name.empty())
+        header += L" \x2013 " + captionOf(command().Name.view());
+    lblHeader.setCaption(header);
+    // A number that is none of a kind is sent as the first one.
+    const long type = command().TypeIndex;
+    const std::size_t shown =
+        type > 0 && type < static_cast<long>(optType.size()) ? static_cast<std::size_t>(type) : 0;
+    for (std::size_t index = 0; index < optType.size(); ++index)
+        optType[index].setValue(index == shown);
+    txtContact.setText(command().Contact.view());
+    txtTlf.setText(command().Tlf.view());
+    txtAbout.setText(command().About.view());
+}
+
+bool ctlInfoMessage::hasLogin()
+{
+    const auto names = collection<INames>(command().Root);
+    Bstr text;
+    Bstr login;
+    long color = 0;
+    long loginId = 0;
+    long flags = 0;
+    long role = 0;
+    call(names, &INames::Fetch, command().NameID, text.inOut(), &color, &loginId, login.inOut(), &flags,
+         &role);
+    return !login.empty();
+}
+
+void ctlInfoMessage::turnPage()
+{
+    if (!isOnInfo() && noLogin_)
+    {
+        tabInfoMsg.select(keyInfo);
+        RaiseAppError(textNoLogin);
+    }
+    // Without its rows the page is not shown: OK there would take them away.
+    if (isOnInfo() && !infoLoaded_)
+        undoOnFailure(
+            [this] {
+                info.fill(inScope(command().Root, L"InfoMessage.FetchInfo",
+                                  [this] { return command().FetchInfo(); }));
+                infoLoaded_ = true;
+            },
+            [this] { tabInfoMsg.select(keyMessage); });
+    showPage();
+}
+
+void ctlInfoMessage::showPage()
+{
+    fraInsertMessage.setVisible(!isOnInfo());
+    info.setVisible(isOnInfo());
+    controlInfoChanged(); // each page has access keys of its own
+}
+
+/// OK stores the page that is shown.
+void ctlInfoMessage::takeValues()
+{
+    if (isOnInfo())
+    {
+        info.commit();
+        command().Info = info.toArray();
+        command().operation = InfoMessage::operationStore;
+        return;
+    }
+    if (txtAbout.Text().empty())
+        RaiseAppError(textAboutRequired);
+    command().operation = InfoMessage::operationSend;
+}
+
+} // namespace korvane

@@ -1,0 +1,94 @@
+// The info dialog in a container, with its data and its user.
+#pragma once
+
+#include "framework/com/Variant.h"
+#include "tests/support/Container.h"
+#include "tests/support/GridView.h"
+#include "tests/support/RecordingData.h"
+
+#include <KorvaneDlg.h>
+
+#include <gmock/gmock.h>
+
+namespace korvane::test
+{
+
+class InfoDialogTest : public testing::Test
+{
+protected:
+    using Texts = std::vector<std::pair<std::wstring, std::wstring>>;
+
+    static constexpr long anna = 7; ///< has a login
+    static constexpr long van = 8;  ///< has none
+
+    InfoDialogTest()
+    {
+        data.names = {{anna, L"Anna"}, {van, L"Van 1"}};
+        data.accounts = {{3, L"anna", 3, anna}};
+        data.info = {{anna, L"Home", L"555 0102", 0},
+                     {anna, L"Fax", L"555 0103\r\nafter six", 1},
+                     {anna, L"Car", L"555 0104", 2},
+                     {van, L"Plate", L"KD 1234", 0}};
+    }
+
+    void let(const wchar_t* operand, const Variant& value) const
+    {
+        call(command, &IAppCommand::put_Operand, Bstr(operand).get(), value.get());
+    }
+
+    bool show(long operation = 1, long nameId = anna)
+    {
+        call(command, &IAppCommand::put_Operation, operation);
+        let(L"Root", Variant(data.root.as<IDispatch>()));
+        let(L"NameID", Variant(nameId));
+        if (!container.show(__uuidof(::ctlInfoMessage), command.get()))
+            return false;
+        container.site->activateUi();
+        container.pump();
+        return true;
+    }
+
+    /// As show, on the page with the rows.
+    void showInfo(long nameId = anna)
+    {
+        ASSERT_TRUE(show(1, nameId));
+        turnPage();
+        ASSERT_TRUE(container.visible(gridWindow()));
+        SetFocus(gridWindow());
+        container.pump();
+        data.takeCalls();
+    }
+
+    void turnPage() { container.press(VK_TAB, false, false, true); }
+    void accessKey(wchar_t key) const
+    {
+        PostMessageW(GetFocus(), WM_SYSCHAR, key, 1 << 29);
+        container.pump();
+    }
+
+    HWND tabs() const { return container.control(L"SysTabControl32"); }
+    HWND gridWindow() const { return container.control(L"KorvaneGrid"); }
+    GridView grid() const { return GridView(gridWindow()); }
+    HWND contact() const { return container.control(L"Edit", 0); }
+    HWND tlf() const { return container.control(L"Edit", 1); }
+    HWND about() const { return container.control(L"Edit", 2); }
+    HWND editor() const { return container.control(L"Edit", 3); }
+    HWND type(int index) const { return container.control(L"Button", index); }
+    bool isOnInfo() const { return container.visible(gridWindow()); }
+    bool isEditing() const { return container.visible(editor()); }
+
+    std::vector<std::wstring> labels() const
+    {
+        std::vector<std::wstring> all;
+        for (const auto& [label, value] : grid().texts())
+            all.push_back(label);
+        return all;
+    }
+
+    RecordingData data;
+    Container container;
+    ComPtr<IAppCommand> command = create<IAppCommand>(__uuidof(::InfoMessage));
+    ComPtr<IInfoMessage> info = command.as<IInfoMessage>();
+};
+
+} // namespace korvane::test
