@@ -2,6 +2,14 @@
 // The library and the data layer must be registered (see README.md): a script has no manifest.
 var database = new ActiveXObject("KorvaneData.Database");
 var root = database.Open("sample.sqlite", "");
+try
+{
+    database.AddSample(root);
+}
+catch (refused)
+{
+    // it is there already
+}
 
 function edit(operation, id, name)
 {

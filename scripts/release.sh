@@ -4,7 +4,7 @@
 # the unpacked zips and from an installation, and after the uninstallation registry and folder are as before.
 #
 # usage: scripts/release.sh [--quick] [--no-test] [--twice]
-#   --quick     the trial in a 32-bit prefix only
+#   --quick     for 32 bits only, with the trial: not to be released
 #   --no-test   without the trial
 #   --twice     packs a second time from builds made anew, and compares
 
@@ -38,9 +38,14 @@ SOURCE_DATE_EPOCH=$(git log -1 --format=%ct)
 export SOURCE_DATE_EPOCH TZ=UTC
 umask 022
 
+presets=(release-win32)
+[[ $quick = yes ]] || presets+=(release-win64)
+KORVANE_RELEASE_PRESETS=$(IFS=';' && echo "${presets[*]}")
+export KORVANE_RELEASE_PRESETS
+
 build() {
     local preset
-    for preset in release-win32 release-win64; do
+    for preset in "${presets[@]}"; do
         cmake --preset "$preset"
         cmake --build "build/$preset" -j 2 --target KorvaneDlg KorvaneHost
     done
@@ -71,7 +76,7 @@ step() {
 
 compare() {
     (cd "$release" && sha256sum -- *) >"$root/build/logs/first.sha256"
-    rm -rf build/release-win32 build/release-win64
+    rm -rf "${presets[@]/#/build/}"
     build
     pack
     (cd "$release" && sha256sum --check "$root/build/logs/first.sha256")
@@ -83,7 +88,6 @@ step "pack" pack
 if [[ $twice = yes ]]; then step "the same bytes" compare; fi
 if [[ $try = yes ]]; then
     step "trial win32" scripts/try-release.sh win32
-    # A machine without 64-bit Wine tells so.
     if [[ $quick = no ]]; then step "trial win64" scripts/try-release.sh win64; fi
 fi
 ls -l "$release"

@@ -25,7 +25,7 @@ if [[ $prefix = win64 ]] && ! have_wine64; then
 fi
 
 rm -rf "${KORVANE_WINE_DIR:?}/$prefix"
-keep_to_core || true
+keep_to_core "" || true
 start_display
 prepare_prefix "$prefix"
 drive=$WINEPREFIX/drive_c
@@ -63,6 +63,11 @@ remember() {
     echo 'WScript.Echo 1' >"$drive/first.vbs"
     wine cscript //nologo 'C:\first.vbs' >/dev/null 2>&1 || fail "cscript"
     rm "$drive/first.vbs"
+    # A new prefix lacks these folders of keys, which every user of Windows has.
+    local key
+    for key in Classes\\CLSID Classes\\Interface Classes\\TypeLib 'Microsoft\Windows\CurrentVersion\Uninstall'; do
+        wine reg add "HKCU\\Software\\$key" /f >/dev/null 2>&1 || fail "reg"
+    done
     registry >"$KORVANE_WINE_DIR/registry.txt"
     files >"$KORVANE_WINE_DIR/files.txt"
 }
@@ -112,6 +117,11 @@ use() {
     echo "${command[*]}: $(tr -d '\r' <"$output" | cut -d: -f1 | xargs)"
 }
 
+winepath_of() {
+    local path=C:${1#"$drive"}
+    echo "${path//\//\\}"
+}
+
 say() {
     wine cscript //nologo "$1" >"$output" 2>&1 || fail "$1"
     grep -q "$2" "$output" || fail "$1: no \"$2\""
@@ -158,20 +168,33 @@ expect_as_before "zips"
 
 # --- installed
 
+# The folder of the user has no blank: neither Wine nor the installer takes quotes around it.
 for mode in AllUsers CurrentUser; do
-    wine "$release"/KorvaneDlg-*-setup.exe /S "/$mode" '/D=C:\Installed folder\Korvane' >"$output" 2>&1 || fail "the installer, /$mode"
-    [[ -e "$drive/Installed folder/Korvane/x64/KorvaneDlg.dll" ]] || fail "/$mode: nothing is installed"
+    options=(/S "/$mode")
+    place="$drive/Program Files/KorvaneDlg"
+    if [[ $mode = CurrentUser ]]; then
+        options+=('/D=C:\Korvane')
+        place=$drive/Korvane
+    elif [[ $prefix = win64 ]]; then
+        place="$drive/Program Files (x86)/KorvaneDlg"
+    fi
+    wine "$release"/KorvaneDlg-*-setup.exe "${options[@]}" >"$output" 2>&1 || fail "the installer, /$mode"
+    [[ -e $place/$arch/KorvaneDlg.dll && -e $place/Uninstall.exe ]] || fail "/$mode: nothing is installed"
     registry | grep -q KorvaneDlg.ctlEditGroups || fail "/$mode: nothing is registered"
     if [[ $mode = AllUsers ]]; then # Wine does not show scripts what is registered for a user
-        cd "$drive/Installed folder"
-        say 'Korvane\samples\Group.js' '^added, renamed and deleted: '
-        rm sample.sqlite
         cd "$drive"
+        say "$(winepath_of "$place")"'\samples\Group.js' '^added, renamed and deleted: '
+        rm sample.sqlite
     fi
-    # In place of a copy of its own in the temporary folder, for which nobody could wait.
-    wine "$drive/Installed folder/Korvane/Uninstall.exe" /S "/$mode" '_?=C:\Installed folder\Korvane' >"$output" 2>&1 ||
-        fail "the uninstaller, /$mode"
-    rm -f "$drive/Installed folder/Korvane/Uninstall.exe"
-    rmdir "$drive/Installed folder/Korvane" "$drive/Installed folder" || fail "/$mode: files are left"
+    # It goes on in a copy of its own, in the temporary folder.
+    wine "$place/Uninstall.exe" /S "/$mode" >"$output" 2>&1 || fail "the uninstaller, /$mode"
+    for ((tries = 0; tries < 150; ++tries)); do
+        [[ -e $place ]] || break
+        sleep 0.2
+    done
+    if [[ -e $place ]]; then
+        find "$place" >"$output"
+        fail "/$mode: files are left"
+    fi
     expect_as_before "installer, /$mode"
 done

@@ -56,6 +56,28 @@ TEST(ModuleTests, IsALibraryForThisPlatformThatMayBeMovedInMemory)
               IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE | IMAGE_DLLCHARACTERISTICS_NX_COMPAT);
 }
 
+// Where installers and the Explorer look.
+TEST(ModuleTests, TellsWhatItIsAndThatItRegistersItself)
+{
+    const std::wstring path = folderOfTests() + L"\\KorvaneDlg.dll";
+    std::vector<std::byte> information(GetFileVersionInfoSizeW(path.c_str(), nullptr));
+    ASSERT_TRUE(
+        GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(information.size()), information.data()));
+    const auto told = [&](const std::wstring& name) {
+        void* text = nullptr;
+        UINT length = 0;
+        const BOOL found = VerQueryValueW(information.data(),
+                                          (L"\\StringFileInfo\\040904B0\\" + name).c_str(), &text, &length);
+        return found ? narrow(static_cast<const wchar_t*>(text)) : "(none)";
+    };
+    for (const wchar_t* name : {L"FileVersion", L"ProductVersion"})
+        EXPECT_EQ(told(name), KORVANE_VERSION);
+    EXPECT_EQ(told(L"OriginalFilename"), "KorvaneDlg.dll");
+    EXPECT_EQ(told(L"OLESelfRegister"), "");
+    for (const wchar_t* name : {L"CompanyName", L"LegalCopyright", L"FileDescription", L"ProductName"})
+        EXPECT_THAT(told(name), testing::Not(testing::AnyOf("", "(none)"))) << narrow(name);
+}
+
 TEST(ModuleTests, AnUnknownClassIsNotAvailable)
 {
     const CLSID unknown{0x11111111, 0x2222, 0x3333, {1, 2, 3, 4, 5, 6, 7, 8}};
