@@ -25,7 +25,7 @@ if [[ $prefix = win64 ]] && ! have_wine64; then
 fi
 
 rm -rf "${KORVANE_WINE_DIR:?}/$prefix"
-keep_to_core "" || true
+keep_to_core 0 || true
 start_display
 prepare_prefix "$prefix"
 drive=$WINEPREFIX/drive_c

@@ -42,7 +42,8 @@ void Button::setFillColor(std::optional<long> color)
 
 void Button::notify(WORD code)
 {
-    if (code == BN_CLICKED)
+    // The second of two quick clicks counts where it goes one step further, and not where it would do a thing twice.
+    if (code == BN_CLICKED || (code == BN_DOUBLECLICKED && picture_ != 0))
         raise(onClick);
     else if (code == BN_SETFOCUS || code == BN_KILLFOCUS)
         focusNotified(code == BN_SETFOCUS);

@@ -13,7 +13,6 @@ namespace
 {
 
 using Extent = FailingAllocation::Extent;
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr int moreThanEnough = 5000;

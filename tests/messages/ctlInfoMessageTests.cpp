@@ -7,7 +7,6 @@ namespace korvane::test
 
 using testing::Contains;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Pair;
 using testing::StartsWith;

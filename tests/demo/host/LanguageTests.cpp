@@ -16,7 +16,6 @@ namespace korvane::host
 namespace
 {
 
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 ComPtr<IResources> library()
