@@ -1,5 +1,7 @@
 #include "framework/control/TextRoom.h"
 
+#include "framework/com/Variant.h"
+
 #include <algorithm>
 
 namespace korvane
@@ -23,6 +25,12 @@ float rightOf(const Place& place) noexcept
     return place.left + place.width;
 }
 
+/// What its text needs. A number is a count, or the id of a text that could not be had: nothing to make room for.
+float neededWidth(const Control& control)
+{
+    return numberIn(control.textValue()) ? 0 : control.neededWidth();
+}
+
 } // namespace
 
 float TextRoom::make()
@@ -40,7 +48,7 @@ float TextRoom::make()
 
 void TextRoom::widen(Control& control)
 {
-    const float needed = control.neededWidth();
+    const float needed = neededWidth(control);
     if (needed <= 0)
         return;
     const Place place = control.placeOnDialog();
@@ -59,7 +67,7 @@ void TextRoom::widen(Control& control)
 
 void TextRoom::widenToLeft(Control& control)
 {
-    const float by = control.neededWidth() - control.Width();
+    const float by = neededWidth(control) - control.Width();
     if (by <= 0)
         return;
     const float left = control.Left();

@@ -121,7 +121,8 @@ std::vector<std::string> lookOf(HWND dialog, bool captions)
             line += " hidden";
         if (!IsWindowEnabled(window))
             line += " disabled";
-        if (captions || (windowClass != L"Static" && windowClass != L"Button"))
+        if (captions ||
+            (windowClass != L"Static" && windowClass != L"Button" && windowClass != L"KorvaneGrid"))
             line += " \"" + narrow(Container::text(window)) + '"';
         look.push_back(line + heldBy(window, windowClass));
     }
