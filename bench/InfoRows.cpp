@@ -36,6 +36,7 @@ std::vector<Row> makeRows(int count)
     constexpr const wchar_t* values[] = {L"555 0100", L"555 0100\r\nafter six",
                                          L"555 0100\r\nask for Mr\r\nHansen"};
     std::vector<Row> rows;
+    rows.reserve(static_cast<std::size_t>(count));
     for (int row = 0; row < count; ++row)
         rows.push_back({Bstr(L"Number " + decimal(row)), Bstr(values[row % 3])});
     return rows;

@@ -71,19 +71,19 @@ long ColorChoice::defaultColor() noexcept
 void ColorChoice::show(long color)
 {
     color_ = color;
-    const auto swatch = std::find_if(lblColor.begin(), lblColor.end(),
-                                     [&](const Swatch& each) { return each.FillColor() == color; });
+    const auto* const swatch = std::find_if(lblColor.begin(), lblColor.end(),
+                                            [&](const Swatch& each) { return each.FillColor() == color; });
     const bool custom = swatch == lblColor.end();
-    mark(custom ? nullptr : &*swatch);
+    mark(static_cast<std::size_t>(swatch - lblColor.begin()));
     shpColor.setFillColor(color);
     cmdCustomColor.setFillColor(custom && color > 0 ? std::optional(color) : std::nullopt);
 }
 
-/// The chosen swatch is flat.
-void ColorChoice::mark(const Swatch* chosen)
+/// The chosen swatch is flat. @param chosen the number of swatches for none of them.
+void ColorChoice::mark(std::size_t chosen)
 {
-    for (Swatch& swatch : lblColor)
-        swatch.setRaised(&swatch != chosen);
+    for (std::size_t index = 0; index < lblColor.size(); ++index)
+        lblColor[index].setRaised(index != chosen);
 }
 
 void ColorChoice::choose(const Swatch& swatch)
@@ -96,7 +96,7 @@ void ColorChoice::choose(const Swatch& swatch)
 /// behaviour.
 void ColorChoice::chooseCustom()
 {
-    mark(nullptr);
+    mark(lblColor.size());
     const auto chosen = chooseColor(GetAncestor(cmdCustomColor.window(), GA_ROOT), color_);
     if (!chosen || !cmdCustomColor.window()) // the container may have ended the dialog meanwhile
         return;

@@ -34,7 +34,7 @@ public:
 private:
     static constexpr std::size_t count = 16;
 
-    void mark(const Swatch* chosen);
+    void mark(std::size_t chosen);
     void choose(const Swatch& swatch);
     void chooseCustom();
 

@@ -25,9 +25,9 @@ void InfoRows::assign(const Variant& info)
 Variant InfoRows::toArray() const
 {
     TextTable table(2, rows_.size());
-    for (std::size_t row = 0; row < rows_.size(); ++row)
+    for (std::size_t index = 0; index < rows_.size(); ++index) // the first index of the array is the column
         for (const std::size_t column : {labels, values})
-            table.at(column, row) = Bstr(rows_[row].texts[column]);
+            table.at(column, index) = Bstr(rows_[index].texts[column]);
     return table.toArray();
 }
 

@@ -24,8 +24,10 @@ constexpr float typeHeight = 300;
 /// Kinds stand in two columns; the access keys and arrow keys go down the first one first.
 Place placeOfType(int index)
 {
-    return {static_cast<float>(index / 2) * typeWidth, 330.0F + static_cast<float>(index % 2) * typeHeight,
-            typeWidth, 255};
+    const int column = index / 2;
+    const int row = index % 2;
+    return {static_cast<float>(column) * typeWidth, 330.0F + static_cast<float>(row) * typeHeight, typeWidth,
+            255};
 }
 
 /// A text as a caption shows it.

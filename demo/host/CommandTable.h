@@ -33,14 +33,14 @@ enum class Target
 
 struct CommandEntry
 {
-    const wchar_t* name;    ///< that the program itself calls it by
-    const wchar_t* menu;    ///< the menu that it stands in
-    const wchar_t* caption; ///< its text there
-    ACCEL key;              ///< modifiers and virtual key; 0 for none
-    const wchar_t* keyName; ///< as the menu shows the key
-    const wchar_t* progId;  ///< class of the command
-    long operation;         ///< operation code
-    Target target;
+    const wchar_t* name = L"";    ///< that the program itself calls it by
+    const wchar_t* menu = L"";    ///< the menu that it stands in
+    const wchar_t* caption = L""; ///< its text there
+    ACCEL key = {};               ///< modifiers and virtual key; 0 for none
+    const wchar_t* keyName = L""; ///< as the menu shows the key
+    const wchar_t* progId = L"";  ///< class of the command
+    long operation = 0;           ///< operation code
+    Target target = Target::group;
     bool resizable = false; ///< its dialog lays itself out in the size that it is given
 
     bool worksOnActivity() const noexcept { return target >= Target::slot; }

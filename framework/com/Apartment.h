@@ -14,13 +14,20 @@ namespace korvane
 /// unloaded. As long as it is there it counts once among what keeps the module loaded.
 struct ApartmentState
 {
-    ApartmentState() noexcept { customColors.fill(RGB(255, 255, 255)); }
+    ComPtr<IUnknown> resources;          ///< the texts and pictures of all dialogs of the apartment
+    std::optional<Failure> currentError; ///< the last error that a dialog's action met
+    std::array<COLORREF, 16> customColors =
+        white();                          ///< those that the user has put together in the colour dialog
+    const IErrorInfo* reported = nullptr; ///< the error object that the library has set last, not held
+    HRESULT reportedNumber = S_OK;        ///< and the number that went with it
 
-    ComPtr<IUnknown> resources;            ///< the texts and pictures of all dialogs of the apartment
-    std::optional<Failure> currentError;   ///< the last error that a dialog's action met
-    std::array<COLORREF, 16> customColors; ///< those that the user has put together in the colour dialog
-    const IErrorInfo* reported = nullptr;  ///< the error object that the library has set last, not held
-    HRESULT reportedNumber = S_OK;         ///< and the number that went with it
+private:
+    static std::array<COLORREF, 16> white() noexcept
+    {
+        std::array<COLORREF, 16> colors{};
+        colors.fill(RGB(255, 255, 255));
+        return colors;
+    }
 };
 
 /// The state of the calling thread's apartment, made on first use. Throws when COM refuses.

@@ -43,7 +43,7 @@ int linesIn(HDC context, std::wstring_view text, int width, int lineHeight, UINT
     for (;;)
     {
         const std::size_t end = text.find(L'\n');
-        std::wstring_view line = text.substr(0, end);
+        std::wstring_view line(text.data(), std::min(end, text.size()));
         if (line.ends_with(L'\r'))
             line.remove_suffix(1);
         SIZE extent{};

@@ -134,6 +134,8 @@ private:
     Cell elementOf(const VARIANT& child) const;
     Cell cellOf(const VARIANT& child) const;
     ComPtr<IDispatch> objectOf(Cell element) const;
+    std::optional<Cell> childOf(Cell element, bool first) const;
+    std::optional<Cell> neighbourOf(Cell element, long direction) const;
     Variant currentBelow() const;
     Bstr nameOf(Cell element) const;
     long roleOf(Cell element) const;
@@ -322,29 +324,36 @@ STDMETHODIMP GridAccessible::accLocation(long* left, long* top, long* width, lon
 STDMETHODIMP GridAccessible::accNavigate(long direction, VARIANT start, VARIANT* end)
 {
     return returns(end, [&] {
-        Cell to = elementOf(start);
-        if (direction == NAVDIR_FIRSTCHILD || direction == NAVDIR_LASTCHILD)
-        {
-            const bool isFirst = direction == NAVDIR_FIRSTCHILD;
-            if (to.row == whole)
-                to.row = isFirst ? 0 : grid().Rows() - 1;
-            else if (to.column == whole)
-                to.column = isFirst ? 0 : grid().Cols() - 1;
-            else
-                return Variant();
-            return Variant(objectOf(to));
-        }
-        const bool isCell = to.column != whole;
-        const bool isBack =
-            direction == NAVDIR_PREVIOUS || direction == NAVDIR_UP || direction == NAVDIR_LEFT;
-        const bool isAcross = isCell && direction != NAVDIR_UP && direction != NAVDIR_DOWN;
-        if (to.row == whole || (!isCell && (direction == NAVDIR_LEFT || direction == NAVDIR_RIGHT)))
-            return Variant();
-        (isAcross ? to.column : to.row) += isBack ? -1 : 1;
-        const bool exists = to.row >= 0 && to.row < grid().Rows() &&
-                            (!isCell || (to.column >= 0 && to.column < grid().Cols()));
-        return exists ? Variant(objectOf(to)) : Variant();
+        const Cell from = elementOf(start);
+        const bool isFirst = direction == NAVDIR_FIRSTCHILD;
+        const auto to =
+            isFirst || direction == NAVDIR_LASTCHILD ? childOf(from, isFirst) : neighbourOf(from, direction);
+        return to ? Variant(objectOf(*to)) : Variant();
     });
+}
+
+/// The first or the last part of an element; none of a cell.
+std::optional<Cell> GridAccessible::childOf(Cell element, bool first) const
+{
+    if (element.row != whole && element.column != whole)
+        return std::nullopt;
+    int& part = element.row == whole ? element.row : element.column;
+    part = first ? 0 : (element.row == whole ? grid().Rows() : grid().Cols()) - 1;
+    return element;
+}
+
+/// What stands beside a row or a cell; none beyond the table's edges.
+std::optional<Cell> GridAccessible::neighbourOf(Cell element, long direction) const
+{
+    const bool isCell = element.column != whole;
+    const bool isBack = direction == NAVDIR_PREVIOUS || direction == NAVDIR_UP || direction == NAVDIR_LEFT;
+    const bool isAcross = isCell && direction != NAVDIR_UP && direction != NAVDIR_DOWN;
+    if (element.row == whole || (!isCell && (direction == NAVDIR_LEFT || direction == NAVDIR_RIGHT)))
+        return std::nullopt;
+    int& place = isAcross ? element.column : element.row;
+    place += isBack ? -1 : 1;
+    return place >= 0 && place < (isAcross ? grid().Cols() : grid().Rows()) ? std::optional(element)
+                                                                            : std::nullopt;
 }
 
 STDMETHODIMP GridAccessible::accHitTest(long x, long y, VARIANT* found)

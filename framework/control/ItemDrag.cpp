@@ -66,7 +66,7 @@ std::optional<LRESULT> ItemDrag::handle(UINT message, WPARAM first, LPARAM secon
     case WM_KEYDOWN:
         if (first == VK_ESCAPE)
         {
-            drop_(from_);
+            dropAt(from_);
             ReleaseCapture();
         }
         return 0;
@@ -107,7 +107,12 @@ void ItemDrag::follow() noexcept
     const int row = mouse_ < 0 ? -1 : std::min<int>(mouse_, whole.bottom) / height;
     const int target = std::clamp(top + row, 0, last);
     if (target != SendMessageW(list_, LB_GETCURSEL, 0, 0))
-        drop_(target);
+        dropAt(target);
+}
+
+void ItemDrag::dropAt(int target) noexcept
+{
+    dialog_.run([this, target] { drop_(target); });
 }
 
 void ItemDrag::end() noexcept

@@ -32,6 +32,7 @@ private:
     std::optional<LRESULT> handle(UINT message, WPARAM first, LPARAM second) noexcept;
     LRESULT press(WPARAM keys, LPARAM position) noexcept;
     void follow() noexcept;
+    void dropAt(int target) noexcept;
     void end() noexcept;
 
     DialogWindow& dialog_;

@@ -37,7 +37,7 @@ public:
             heard.push_back("Resize " + shown(arguments.number(0)) + ' ' + shown(arguments.number(1)));
             return S_OK;
         case 4:
-            heard.push_back("Submit");
+            heard.emplace_back("Submit");
             return onSubmit ? onSubmit(parameters->rgvarg, *exception) : DISP_E_MEMBERNOTFOUND;
         default:
             return DISP_E_MEMBERNOTFOUND;

@@ -508,8 +508,7 @@ void CALLBACK hear(HWINEVENTHOOK, DWORD, HWND window, LONG object, LONG child, D
     Variant self;
     if (SUCCEEDED(AccessibleObjectFromEvent(window, static_cast<DWORD>(object), static_cast<DWORD>(child),
                                             at.put(), self.put())))
-        heardFocus.values.push_back(
-            std::wstring(fetchIfAny(at, &IAccessible::get_accValue, self.get()).view()));
+        heardFocus.values.emplace_back(fetchIfAny(at, &IAccessible::get_accValue, self.get()).view());
 }
 
 } // namespace

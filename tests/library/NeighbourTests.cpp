@@ -146,6 +146,7 @@ void PrintTo(const Order& order, std::ostream* stream)
 std::vector<Order> everyOrder()
 {
     std::vector<Order> orders;
+    orders.reserve(16);
     for (int bits = 0; bits < 16; ++bits)
         orders.push_back({(bits & 1) != 0, (bits & 2) != 0, (bits & 4) != 0, (bits & 8) != 0});
     return orders;

@@ -32,7 +32,7 @@ protected:
         ok_ = ok();
         cancel_ = container.button(L"Cancel");
         for (int index = 0; index < swatches; ++index)
-            swatches_.push_back({swatch(index), colorOf(swatch(index))});
+            swatches_.emplace_back(swatch(index), colorOf(swatch(index)));
         if (!namesAreEdited())
             return;
         roles_ = container.control(L"ComboBox");
@@ -191,7 +191,7 @@ void ListEditorPropertyTests::selectAny()
     if (model_.asksBefore(chosen) && !oneIn(4))
         return; // a question takes far longer than all the rest
     const bool yes = oneIn(2);
-    questions.answerKey = yes ? 'Y' : 'N';
+    questions.answerKey = yes ? WORD{'Y'} : WORD{'N'};
     const std::string failing = oneIn(5) ? on(".Fetch") : "";
     tell("selects " + shown(chosen) + (yes ? " (yes)" : " (no)") + failing);
     if (!failing.empty())

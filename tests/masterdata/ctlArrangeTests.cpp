@@ -102,10 +102,9 @@ protected:
 
     std::vector<long> ids() const
     {
-        std::vector<long> all;
-        for (int index = 0; index < SendMessageW(list(), LB_GETCOUNT, 0, 0); ++index)
-            all.push_back(
-                static_cast<long>(SendMessageW(list(), LB_GETITEMDATA, static_cast<WPARAM>(index), 0)));
+        std::vector<long> all(static_cast<std::size_t>(SendMessageW(list(), LB_GETCOUNT, 0, 0)));
+        for (std::size_t index = 0; index < all.size(); ++index)
+            all[index] = static_cast<long>(SendMessageW(list(), LB_GETITEMDATA, index, 0));
         return all;
     }
 

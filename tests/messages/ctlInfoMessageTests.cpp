@@ -14,8 +14,8 @@ using testing::StartsWith;
 namespace
 {
 
-constexpr HRESULT aboutRequired = static_cast<HRESULT>(0x80040000 + 22590);
-constexpr HRESULT noLogin = static_cast<HRESULT>(0x80040000 + 22591);
+constexpr HRESULT aboutRequired = static_cast<HRESULT>(0x8004583E);
+constexpr HRESULT noLogin = static_cast<HRESULT>(0x8004583F);
 
 } // namespace
 

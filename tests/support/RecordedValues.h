@@ -15,7 +15,7 @@ namespace korvane::test
 /// What a recurrence rule holds.
 struct Rule
 {
-    long kind;
+    long kind = 0;
     long interval = 0;
     long count = 0;
     long anchor = 0;

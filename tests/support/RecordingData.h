@@ -63,7 +63,7 @@ struct Type
 
 struct Account
 {
-    long id;
+    long id = 0;
     std::wstring login;
     long role = 3;
     long nameId = 0; ///< the resource that it is attached to

@@ -28,7 +28,6 @@ constexpr Text activity = L"Activity"; // built in, in every group
 constexpr Text repair = L"Repair";
 constexpr Text inspection = L"Inspection";
 
-constexpr Text groupsMenu = L"&Groups";
 constexpr Text resourcesMenu = L"&Resources";
 constexpr Text typesMenu = L"Activity &types";
 constexpr Text arrangeMenu = L"Arra&nge";
