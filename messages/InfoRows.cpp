@@ -26,8 +26,8 @@ Variant InfoRows::toArray() const
 {
     TextTable table(2, rows_.size());
     for (std::size_t index = 0; index < rows_.size(); ++index) // the first index of the array is the column
-        for (const std::size_t column : {labels, values})
-            table.at(column, index) = Bstr(rows_[index].texts[column]);
+        for (const std::size_t part : {labels, values})
+            table.at(part, index) = Bstr(rows_[index].texts[part]);
     return table.toArray();
 }
 

@@ -22,6 +22,7 @@ enum class Target
 {
     group,     ///< the one that is selected in the list
     members,   ///< those of the selected group
+    order,     ///< their order, in a window that the user makes as large as he likes
     resource,  ///< the one that the schedule's cursor is with, as a member of the group
     addressee, ///< the same one by itself
     reader,    ///< the resource of the account that is logged in
@@ -41,8 +42,8 @@ struct CommandEntry
     const wchar_t* progId = L"";  ///< class of the command
     long operation = 0;           ///< operation code
     Target target = Target::group;
-    bool resizable = false; ///< its dialog lays itself out in the size that it is given
 
+    bool isResizable() const noexcept { return target == Target::order; }
     bool worksOnActivity() const noexcept { return target >= Target::slot; }
 
     /// Whether its key counts in a part of the window: that of a reader's command does wherever he is.

@@ -59,6 +59,7 @@ void MainWindow::run(const CommandEntry& entry)
     {
     case Target::group:
     case Target::members:
+    case Target::order:
         start(entry, orderForGroup(entry, content_->selected()));
         break;
     case Target::resource:
@@ -132,7 +133,7 @@ void MainWindow::start(const CommandEntry& entry, const Order& order)
     const auto failure = attempt([&] {
         command_ = prepared(order);
         entry_ = &entry;
-        dialog_ = std::make_unique<CommandDialog>(handle(), resources_, entry.resizable);
+        dialog_ = std::make_unique<CommandDialog>(handle(), resources_, entry.isResizable());
         dialog_->onEnd = [this](bool cancelled) { PostMessageW(handle(), messageDialogEnded, cancelled, 0); };
         // What cannot be read now is read later: the command has been executed all the same.
         dialog_->onExecuted = [this] { attempt([this] { showChanges(true); }); };

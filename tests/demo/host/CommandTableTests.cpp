@@ -102,7 +102,7 @@ TEST(CommandTable, NamesACommandOfTheLibraryAndItsOperation)
 TEST(CommandTable, MakesTheWindowsOfOrderDialogsResizable)
 {
     for (const CommandEntry& entry : commandTable())
-        EXPECT_EQ(entry.resizable, std::wstring_view(entry.name).starts_with(L"Arrange."));
+        EXPECT_EQ(entry.isResizable(), std::wstring_view(entry.name).starts_with(L"Arrange."));
 }
 
 TEST(CommandTable, ShowsTheKeyBehindTheCaption)
