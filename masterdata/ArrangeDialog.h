@@ -3,9 +3,9 @@
 #pragma once
 
 #include "framework/AppDialog.h"
-#include "framework/control/ControlArray.h"
 #include "framework/control/Label.h"
 #include "framework/control/ListBox.h"
+#include "framework/control/OrderButtons.h"
 #include "masterdata/Arrangement.h"
 
 namespace korvane
@@ -34,7 +34,7 @@ private:
     Extent minimumSize() const noexcept override;
 
     bool moveByKey(WORD key, DWORD modifiers);
-    void move(std::size_t kind);
+    void move(OrderButtons::Move to);
     void moveEntry(int target);
 
     static constexpr float commandsWidth = 2610;
@@ -44,7 +44,7 @@ private:
 
     Label lblArrange;
     ListBox lstArrange{*this, {.name = L"lstArrange", .place = {120, 375, 3465, 2910}}};
-    ControlArray<Button, 4> cmdMove; ///< cmdUpUp, cmdUp, cmdDown, cmdDownDown
+    OrderButtons cmdMove{*this, {3705, 375, 375, 375}, 60};
     CommandFrame fraCommands{
         *this, {designWidth - commandsWidth, designHeight - commandsHeight, commandsWidth, commandsHeight}};
 };
