@@ -22,22 +22,37 @@ bool ArrangeDialog::load()
 {
     const auto command = commandView(); // the host may take it away in a call
     const Arrangement& arranged = arrangement();
-    inScope(arranged.Root, scope_, [&] { fetch(command, &IAppCommand::Prepare); });
-    const bool arranges = fetch(command, &IAppCommand::get_Operation) == operationChange;
-    {
-        const ListBox::Filling filling(lstArrange);
-        lstArrange.Clear();
-        for (long index = 0; arranges && index < arranged.items().count(); ++index)
-            lstArrange.AddItem(arranged.items().at(index).text.get(), arranged.items().at(index).id);
-    }
+    bool arranges = false;
+    failure_ = attempt([&] {
+        inScope(arranged.Root, scope_, [&] { fetch(command, &IAppCommand::Prepare); });
+        arranges = fetch(command, &IAppCommand::get_Operation) == operationChange;
+        fill(arranges ? arranged.items().count() : 0);
+    });
     // The designed size, in the font that the dialog has by now.
     setSize(fitToPixels(designWidth * fraCommands.Width() / commandsWidth, dpi()),
             fitToPixels(designHeight * fraCommands.Height() / commandsHeight, dpi()));
-    return arranges;
+    if (failure_) // is told to the container, while Ready has succeeded: the agreed behaviour
+        raiseError(*failure_);
+    return arranges && !failure_;
 }
 
+void ArrangeDialog::fill(long count)
+{
+    const ItemTable& items = arrangement().items();
+    const ListBox::Filling filling(lstArrange);
+    lstArrange.Clear();
+    for (long index = 0; index < count; ++index)
+        lstArrange.AddItem(items.at(index).text.get(), items.at(index).id);
+}
+
+/// What the user has not seen is not stored.
 void ArrangeDialog::takeValues()
 {
+    if (failure_)
+        throw *failure_;
+    const bool arranges = fetch(commandView(), &IAppCommand::get_Operation) == operationChange;
+    if (arranges && lstArrange.ListCount() != arrangement().items().count())
+        throw Failure(DISP_E_BADINDEX); // the host has loaded anew
     for (int index = 0; index < lstArrange.ListCount(); ++index)
         arrangement().setPos(index, lstArrange.ItemData(index));
 }

@@ -8,6 +8,8 @@
 #include "framework/control/OrderButtons.h"
 #include "masterdata/Arrangement.h"
 
+#include <optional>
+
 namespace korvane
 {
 
@@ -33,6 +35,7 @@ private:
     void resized() override;
     Extent minimumSize() const noexcept override;
 
+    void fill(long count);
     bool moveByKey(WORD key, DWORD modifiers);
     void move(OrderButtons::Move to);
     void moveEntry(int target);
@@ -41,6 +44,7 @@ private:
     static constexpr float commandsHeight = 615;
 
     const wchar_t* scope_;
+    std::optional<Failure> failure_; ///< of the last attempt to load
 
     Label lblArrange;
     ListBox lstArrange{*this, {.name = L"lstArrange", .place = {120, 375, 3465, 2910}}};
