@@ -152,7 +152,7 @@ INSTANTIATE_TEST_SUITE_P(
                  "Root.Names()", "Names.Load(4)", "ctlEditNames.Prepare", storeName},
         Arranged{"Types", __uuidof(::ctlArrangeTypes), __uuidof(::ArrangeTypes), L"Activity Types",
                  L"Activity &types:", "Root.Types()", "Types.Load(4)", "ctlEditTypes.Prepare", storeType},
-        Arranged{"Groups", __uuidof(::ctlArrangeGroups), __uuidof(::ArrangeGroups), L"Group", L"Groups",
+        Arranged{"Groups", __uuidof(::ctlArrangeGroups), __uuidof(::ArrangeGroups), L"Group", L"&Groups:",
                  "Root.Groups()", "Groups.Load()", "ctlEditNames.Prepare", storeGroup}),
     [](const auto& tested) { return tested.param.name; });
 
