@@ -8,10 +8,10 @@ namespace korvane
 void ItemControl::InsertItem(int index, const wchar_t* text, long itemData)
 {
     const LRESULT made =
-        send(messages_.insert, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text ? text : L""));
+        sendItem(messages_.insert, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text ? text : L""));
     if (made < 0)
         throw std::bad_alloc();
-    send(messages_.setData, static_cast<WPARAM>(made), itemData);
+    sendItem(messages_.setData, static_cast<WPARAM>(made), itemData);
 }
 
 int ItemControl::ListCount() const noexcept
@@ -26,16 +26,16 @@ int ItemControl::ListIndex() const noexcept
 
 long ItemControl::ItemData(int index) const noexcept
 {
-    return static_cast<long>(send(messages_.data, static_cast<WPARAM>(index)));
+    return static_cast<long>(sendItem(messages_.data, static_cast<WPARAM>(index)));
 }
 
 std::wstring ItemControl::List(int index) const
 {
     const auto item = static_cast<WPARAM>(index);
-    const LRESULT length = send(messages_.textLength, item);
+    const LRESULT length = sendItem(messages_.textLength, item);
     std::wstring text(length > 0 ? static_cast<std::size_t>(length) : 0, L'\0');
     if (!text.empty())
-        send(messages_.text, item, reinterpret_cast<LPARAM>(text.data()));
+        sendItem(messages_.text, item, reinterpret_cast<LPARAM>(text.data()));
     return text;
 }
 

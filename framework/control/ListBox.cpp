@@ -33,7 +33,7 @@ void ListBox::drag(int target) const noexcept
 
 void ListBox::RemoveItem(int index) const noexcept
 {
-    send(LB_DELETESTRING, static_cast<WPARAM>(index));
+    sendItem(LB_DELETESTRING, static_cast<WPARAM>(index));
 }
 
 void ListBox::MoveItem(int from, int to)
