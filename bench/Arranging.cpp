@@ -181,8 +181,11 @@ void measureGrowth(Report& report, const Effort& effort)
         report.add(group, std::to_string(data.texts().size()) + " entries", "copies of their texts",
                    compared);
     }
-    report.add(group, "growth with the number of entries", growthExponent(counts, times), "exponent", 1.1);
-    report.add(group, "growth of the copies", growthExponent(counts, bareTimes), "exponent");
+    const double growth = growthExponent(counts, times);
+    const double ofCopies = growthExponent(counts, bareTimes);
+    report.add(group, "growth with the number of entries", growth, "exponent");
+    report.add(group, "growth of the copies", ofCopies, "exponent");
+    report.add(group, "growth beyond that of the copies", growth - ofCopies, "exponent", 0.1);
 }
 
 } // namespace

@@ -6,7 +6,7 @@
 # usage: scripts/bench.sh [--unthemed] [arguments of korvane_bench...]
 #   --unthemed   without the theme that is on by default
 #   --quick      few samples, to see that everything works
-#   GROUP...     only these: texts, creation, dialogs, filling, activities, messages, rows, calls, size
+#   GROUP...     only these: texts, creation, dialogs, filling, activities, arranging, messages, rows, calls, size
 #
 # KORVANE_BENCH_CORE names the core; the last one that this process may use serves otherwise.
 
