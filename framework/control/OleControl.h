@@ -186,7 +186,7 @@ private:
     void tellUi(bool active, const ComPtr<Told>& listener,
                 HRESULT (STDMETHODCALLTYPE Interface::*method)(Parameters...), Arguments... arguments)
     {
-        const ComPtr<Told> told(listener); // held: the container may take it away in the call
+        const ComPtr<Told> told(listener.get()); // held: the container may take it away in the call
         if (told && uiActive_ == active)
             (told.get()->*method)(arguments...);
     }
