@@ -128,22 +128,14 @@ void ListEditor::exclude(long id)
 {
     excluded_.insert(id);
     if (listed_.erase(id) > 0)
-        lstItems.RemoveItem(indexOf(id));
-}
-
-int ListEditor::indexOf(long id) const noexcept
-{
-    int index = lstItems.ListCount() - 1;
-    while (index >= 0 && lstItems.ItemData(index) != id)
-        --index;
-    return index;
+        lstItems.RemoveItem(lstItems.indexOf(id));
 }
 
 /// Makes the list show which item is at hand.
 void ListEditor::selectItem()
 {
     const long id = itemId();
-    lstItems.setListIndex(id == 0 ? -1 : indexOf(id));
+    lstItems.setListIndex(id == 0 ? -1 : lstItems.indexOf(id));
 }
 
 void ListEditor::read(long id)
