@@ -38,7 +38,7 @@ fail() {
 }
 
 wine() {
-    timeout 120 "$KORVANE_WINE" "$@" </dev/null
+    timeout "${limit:-120}" "$KORVANE_WINE" "$@" </dev/null
 }
 
 # Everything that registrations and installers write, and what else names the library. The prefix's own files hold it
@@ -159,7 +159,7 @@ say 'samples\Group.js' '^added, renamed and deleted: '
 undo=/u change_registration "$arch\\KorvaneDlg.dll" "$arch\\KorvaneData.dll"
 
 mkdir tour
-wine "$arch/KorvaneHost.exe" --tour tour --db tour.sqlite >"$output" 2>&1 || fail "the tour"
+limit=900 wine "$arch/KorvaneHost.exe" --tour tour --db tour.sqlite >"$output" 2>&1 || fail "the tour"
 tail -n 1 "$output"
 
 cd "$drive"
