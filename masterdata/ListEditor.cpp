@@ -217,8 +217,7 @@ void ListEditor::submitted(bool)
     const long color = item().ItemColor;
     const auto failure = attempt([this] {
         goOn();
-        inScope(
-            item().Root, texts_.nextScope, [this] { fetch(commandView(), &IAppCommand::Prepare); }, -1);
+        inScope(item().Root, texts_.nextScope, [this] { fetch(commandView(), &IAppCommand::Prepare); }, -1);
     });
     // Also where that failed: nothing is saved twice.
     item().ItemID = 0;

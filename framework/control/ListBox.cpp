@@ -27,15 +27,15 @@ void ListBox::drag(int target) const noexcept
 void ListBox::InsertItem(int index, const wchar_t* text, long itemData)
 {
     const LRESULT made =
-        send(LB_INSERTSTRING, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text ? text : L""));
+        sendItem(LB_INSERTSTRING, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text ? text : L""));
     if (made < 0)
         throw std::bad_alloc();
-    send(LB_SETITEMDATA, static_cast<WPARAM>(made), itemData);
+    sendItem(LB_SETITEMDATA, static_cast<WPARAM>(made), itemData);
 }
 
 void ListBox::RemoveItem(int index) const noexcept
 {
-    send(LB_DELETESTRING, static_cast<WPARAM>(index));
+    sendItem(LB_DELETESTRING, static_cast<WPARAM>(index));
 }
 
 void ListBox::MoveItem(int from, int to)
@@ -91,16 +91,16 @@ void ListBox::setListIndex(int index) const noexcept
 
 long ListBox::ItemData(int index) const noexcept
 {
-    return static_cast<long>(send(LB_GETITEMDATA, static_cast<WPARAM>(index)));
+    return static_cast<long>(sendItem(LB_GETITEMDATA, static_cast<WPARAM>(index)));
 }
 
 std::wstring ListBox::List(int index) const
 {
     const auto item = static_cast<WPARAM>(index);
-    const LRESULT length = send(LB_GETTEXTLEN, item);
+    const LRESULT length = sendItem(LB_GETTEXTLEN, item);
     std::wstring text(length > 0 ? static_cast<std::size_t>(length) : 0, L'\0');
     if (!text.empty())
-        send(LB_GETTEXT, item, reinterpret_cast<LPARAM>(text.data()));
+        sendItem(LB_GETTEXT, item, reinterpret_cast<LPARAM>(text.data()));
     return text;
 }
 

@@ -101,9 +101,7 @@ TEST(LateBoundTests, TheObjectsFailureIsThrown)
     const auto words = dictionary();
     invoke(words, L"Add", {Variant(Bstr(L"one")), Variant(1L)});
     // The number of a key that is there already.
-    EXPECT_EQ(failureOf([&] {
-                  invoke(words, L"Add", {Variant(Bstr(L"one")), Variant(2L)});
-              }),
+    EXPECT_EQ(failureOf([&] { invoke(words, L"Add", {Variant(Bstr(L"one")), Variant(2L)}); }),
               static_cast<HRESULT>(0x800A01C9));
     EXPECT_EQ(failureOf([&] { get(words, L"Nothing"); }), DISP_E_UNKNOWNNAME);
     EXPECT_EQ(failureOf([&] { get(ComPtr<IDispatch>(), L"Count"); }), E_POINTER);
