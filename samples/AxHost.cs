@@ -58,9 +58,9 @@ public class DialogHost : AxHost
                 candidate.Execute();
                 executed = true;
             }
-            catch (COMException error) // the dialog stays open and raises Error
+            catch (Exception error) // some numbers have a class of their own; the dialog stays open and raises Error
             {
-                errorNumber = error.ErrorCode;
+                errorNumber = Marshal.GetHRForException(error);
                 errorSource = error.Source;
                 errorDescription = error.Message;
             }

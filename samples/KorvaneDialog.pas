@@ -6,7 +6,7 @@ unit KorvaneDialog;
 interface
 
 uses
-  Winapi.ActiveX, System.Classes, System.SysUtils, System.Win.ComObj, System.Variants, Vcl.Controls, Vcl.Forms, Vcl.Dialogs,
+  System.Classes, System.SysUtils, System.Win.ComObj, System.Variants, Vcl.Controls, Vcl.Forms, Vcl.Dialogs,
   KorvaneLib_TLB, KorvaneDlg_TLB;
 
 type
@@ -77,10 +77,11 @@ begin
     Candidate.Execute;
     Executed := True;
   except
-    on E: EOleException do // the dialog stays open and raises Error
+    on E: EOleSysError do // the dialog stays open and raises Error
     begin
       ErrorNumber := E.ErrorCode;
-      ErrorSource := E.Source;
+      if E is EOleException then
+        ErrorSource := EOleException(E).Source;
       ErrorDescription := E.Message;
     end;
   end;
