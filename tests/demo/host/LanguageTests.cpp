@@ -227,6 +227,12 @@ TEST(LanguageFile, ThatIsMissingIsAnError)
     const auto failure = attempt([] { readTextFile(L"C:\\no such folder\\Dansk.txt"); });
     ASSERT_TRUE(failure);
     EXPECT_EQ(failure->number(), HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
+    EXPECT_EQ(failure->description(), L"The file C:\\no such folder\\Dansk.txt cannot be read.");
+}
+
+TEST(LanguageFile, InAnotherEncodingIsAnErrorInItsFirstLine)
+{
+    EXPECT_EQ(errorIn(std::string_view("\xFF\xFE;\0\n\0", 6)), L"Test.txt, line 1: this is not UTF-8.");
 }
 
 } // namespace korvane::host
