@@ -1,7 +1,6 @@
 #include "framework/control/DialogFont.h"
 
 #include "framework/com/Boundary.h"
-#include "framework/control/TextContext.h"
 
 #include <cwchar>
 
@@ -69,6 +68,7 @@ DialogFont::Scale DialogFont::set(IUnknown* font, int dpi)
         throw Failure(E_INVALIDARG);
     SIZE before{}; // of a font that fails by now nothing is known
     attempt([&] { before = measure(sample, dpi); });
+    context_.reset(); // before its font goes
     *this = std::move(next);
     if (before.cx <= 0 || before.cy <= 0)
         return {};
@@ -79,13 +79,24 @@ DialogFont::Scale DialogFont::set(IUnknown* font, int dpi)
 HFONT DialogFont::handle(int dpi) const
 {
     if (dpi_ != dpi)
+    {
+        context_.reset();
         call(font_, &IFont::SetRatio, dpi, 2540L);
+    }
     dpi_ = dpi;
     HFONT handle = nullptr;
     call(font_, &IFont::get_hFont, &handle);
     if (GetObjectType(handle) != OBJ_FONT)
         throw Failure(E_HANDLE);
     return handle;
+}
+
+HDC DialogFont::context(int dpi) const
+{
+    const HFONT font = handle(dpi);
+    if (!context_ || context_->font() != font || !static_cast<HDC>(*context_))
+        context_ = std::make_unique<TextContext>(font);
+    return *context_;
 }
 
 ComPtr<IFontDisp> DialogFont::copy() const
@@ -96,14 +107,14 @@ ComPtr<IFontDisp> DialogFont::copy() const
 SIZE DialogFont::measure(const wchar_t* text, int dpi) const
 {
     SIZE extent{};
-    GetTextExtentPoint32W(TextContext(handle(dpi)), text, static_cast<int>(std::wcslen(text)), &extent);
+    GetTextExtentPoint32W(context(dpi), text, static_cast<int>(std::wcslen(text)), &extent);
     return extent;
 }
 
 SIZE DialogFont::measureCaption(std::wstring_view caption, int dpi) const
 {
     RECT place{};
-    DrawTextW(TextContext(handle(dpi)), caption.data(), static_cast<int>(caption.size()), &place,
+    DrawTextW(context(dpi), caption.data(), static_cast<int>(caption.size()), &place,
               DT_CALCRECT | DT_SINGLELINE);
     return {place.right, place.bottom};
 }
@@ -112,7 +123,7 @@ SIZE DialogFont::measure(std::wstring_view text, int dpi, int width) const
 {
     RECT place{0, 0, width, 0};
     // As a box of several lines breaks them.
-    DrawTextW(TextContext(handle(dpi)), text.data(), static_cast<int>(text.size()), &place,
+    DrawTextW(context(dpi), text.data(), static_cast<int>(text.size()), &place,
               DT_CALCRECT | DT_WORDBREAK | DT_EDITCONTROL | DT_NOPREFIX | DT_EXPANDTABS);
     return {place.right, place.bottom};
 }

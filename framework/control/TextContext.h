@@ -11,7 +11,7 @@ class TextContext
 {
 public:
     explicit TextContext(HFONT font) noexcept
-        : context_(CreateCompatibleDC(nullptr)), former_(SelectObject(context_, font))
+        : font_(font), context_(CreateCompatibleDC(nullptr)), former_(SelectObject(context_, font))
     {
     }
     TextContext(const TextContext&) = delete;
@@ -23,8 +23,10 @@ public:
     }
 
     operator HDC() const noexcept { return context_; }
+    HFONT font() const noexcept { return font_; }
 
 private:
+    HFONT font_;
     HDC context_;
     HGDIOBJ former_;
 };
