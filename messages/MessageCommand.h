@@ -20,7 +20,7 @@ public:
     STDMETHODIMP put_About(BSTR value) override { return write(About, value); }
 
     ComPtr<IRoot> Root;
-    long NameID = 0; ///< whom the messages are for
+    long NameID = 0; ///< whose messages, or information rows, they are
     Bstr Contact;    ///< who phoned
     Bstr Tlf;        ///< the caller's phone number
     Bstr About;      ///< what the message concerns

@@ -270,6 +270,19 @@ TEST_F(ctlInfoMessageTests, AHostMayBeginAnewWithAnotherResourceWhileTheRowsAreR
     EXPECT_THAT(labels(), ElementsAre(L"Plate", L""));
 }
 
+TEST_F(ctlInfoMessageTests, AHostThatBeginsAnewAmidAnEditSeesTheRowsAsTheyAre)
+{
+    showInfo();
+    grid().click(1, 2);
+    container.type(L"half");
+    EXPECT_TRUE(container.ready());
+    EXPECT_FALSE(isOnInfo());
+    EXPECT_FALSE(isEditing());
+    turnPage();
+    EXPECT_FALSE(isEditing());
+    EXPECT_EQ(grid().text(1, 2), L"555 0102");
+}
+
 TEST_F(ctlInfoMessageTests, ACommandThatIsLetGoOfWhileItReadsItsRowsIsHeld)
 {
     EXPECT_TRUE(show());
