@@ -26,7 +26,7 @@ bool ArrangeDialog::load()
     failure_ = attempt([&] {
         inScope(arranged.Root, scope_, [&] { fetch(command, &IAppCommand::Prepare); });
         arranges = fetch(command, &IAppCommand::get_Operation) == operationChange;
-        fill(arranges ? arranged.items().count() : 0);
+        fill(arranges ? arranged.items() : ItemTable());
     });
     // The designed size, in the font that the dialog has by now.
     setSize(fitToPixels(designWidth * fraCommands.Width() / commandsWidth, dpi()),
@@ -36,12 +36,11 @@ bool ArrangeDialog::load()
     return arranges && !failure_;
 }
 
-void ArrangeDialog::fill(long count)
+void ArrangeDialog::fill(const ItemTable& items)
 {
-    const ItemTable& items = arrangement().items();
     const ListBox::Filling filling(lstArrange);
     lstArrange.Clear();
-    for (long index = 0; index < count; ++index)
+    for (long index = 0; index < items.count(); ++index)
         lstArrange.AddItem(items.at(index).text.get(), items.at(index).id);
 }
 

@@ -35,7 +35,7 @@ private:
     void resized() override;
     Extent minimumSize() const noexcept override;
 
-    void fill(long count);
+    void fill(const ItemTable& items);
     bool moveByKey(WORD key, DWORD modifiers);
     void move(OrderButtons::Move to);
     void moveEntry(int target);

@@ -180,6 +180,29 @@ TEST_P(ListEditorTests, AnItemWhoseScopeDoesNotCloseIsShown)
     EXPECT_EQ(Container::text(nameBox()), L"Ben");
 }
 
+/// By a user who cannot wait, while a data layer waits for its server.
+TEST_P(ListEditorTests, OkWhileAnItemIsReadSavesTheOneThatIsShownAndMixesNothing)
+{
+    showed(3);
+    select(0);
+    enterName(L"Anne");
+    questions.answerKey = 'Y';
+    data.during = [this](const std::string& call) {
+        if (!call.starts_with(on(".HasAccess")))
+            return;
+        data.during = nullptr;
+        enterName(L"Annie");
+        confirm();
+    };
+    select(1);
+    EXPECT_EQ(container.submitted, 1);
+    EXPECT_THAT(data.calls, Contains(StartsWith(on(".Update(5, \"Annie\""))));
+    EXPECT_EQ(id(), 0);
+    EXPECT_EQ(name(), L"");
+    EXPECT_EQ(Container::text(nameBox()), L"");
+    EXPECT_EQ(selected(), -1);
+}
+
 TEST_P(ListEditorTests, AnItemThatMayNotBeEditedIsRefused)
 {
     showed(1);
@@ -524,6 +547,25 @@ TEST_P(ListEditorTests, WhereTheNextCommandCannotBePreparedNothingIsSavedTwice)
         EXPECT_NE(held().get(), command.get());
         container.close();
     }
+}
+
+TEST_P(ListEditorTests, ACommandThatTheHostGivesWhileTheNextOneIsPreparedStaysAsTheHostHasMadeIt)
+{
+    showed(1);
+    enterName(L"Frida");
+    command = create<IAppCommand>(kind.command);
+    data.during = [this](const std::string& call) {
+        if (!call.starts_with("Root.OpenScope"))
+            return;
+        data.during = nullptr;
+        EXPECT_EQ(container.dialog->putref_Command(command.as<IDispatch>().get()), S_OK);
+        let(kind.idOperand.c_str(), Variant(ben));
+        let(kind.textOperand.c_str(), Variant(Bstr(L"Ben")));
+    };
+    confirm();
+    EXPECT_EQ(held().get(), command.get());
+    EXPECT_EQ(id(), ben);
+    EXPECT_EQ(name(), L"Ben");
 }
 
 TEST_P(ListEditorTests, ReadyWhileTheContainerExecutesKeepsWhatWasEntered)
