@@ -41,8 +41,8 @@ STDMETHODIMP Messages::Fetch(long msgId, BSTR* fromName, DATE* dtg, BSTR* tlf, B
         notNull(about);
         notNull(kind);
         notNull(wasRead);
-        const Message found = traced(
-            trace(), line(L"Messages.Fetch", msgId), [&] { return table_.fetch(msgId); }, shownResult);
+        const Message found =
+            traced(trace(), line(L"Messages.Fetch", msgId), [&] { return table_.fetch(msgId); }, shownResult);
         Bstr writer(found.writer);
         Bstr phone(found.phone);
         Bstr caller(found.contact);

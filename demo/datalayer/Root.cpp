@@ -81,7 +81,7 @@ STDMETHODIMP Root::OpenScope(long flags, BSTR source, IScope** scope)
     return returns(scope, [&] { return ComPtr<IScope>(make<Scope>(store_, flags, view(source)).get()); });
 }
 
-template <class Value> Value Root::ofAccount(Value Account::*member, Value otherwise) const
+template <class Value> Value Root::ofAccount(Value Account::* member, const Value& otherwise) const
 {
     const auto account = AccountTable(*store_).current();
     return account ? (*account).*member : otherwise;

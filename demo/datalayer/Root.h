@@ -51,7 +51,7 @@ public:
 
 private:
     /// A value of the account that works in the database; otherwise, when it has been removed.
-    template <class Value> Value ofAccount(Value Account::*member, Value otherwise) const;
+    template <class Value> Value ofAccount(Value Account::* member, const Value& otherwise) const;
 
     std::shared_ptr<Store> store_;
     // One of each for all, so that subscribers hear of changes whichever reference they are made through.

@@ -22,8 +22,8 @@ STDMETHODIMP Types::Fetch(long id, BSTR* text, long* color, long* flags, long* g
         notNull(color);
         notNull(flags);
         notNull(groups);
-        const TypeDetails found = traced(
-            trace(), called(L"Fetch", id), [&] { return table_.fetch(id); }, shownResult);
+        const TypeDetails found =
+            traced(trace(), called(L"Fetch", id), [&] { return table_.fetch(id); }, shownResult);
         give(text, Bstr(found.text));
         *color = found.color;
         *flags = found.flags;

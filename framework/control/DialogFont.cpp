@@ -1,6 +1,7 @@
 #include "framework/control/DialogFont.h"
 
 #include "framework/com/Boundary.h"
+#include "framework/control/TextContext.h"
 
 #include <cwchar>
 
@@ -39,15 +40,6 @@ bool areSame(const ComPtr<IFont>& one, const ComPtr<IFont>& other)
            size.int64 == otherSize.int64 && haveSame(&IFont::get_Weight, short{}) &&
            haveSame(&IFont::get_Charset, short{}) && haveSame(&IFont::get_Italic, BOOL{}) &&
            haveSame(&IFont::get_Underline, BOOL{}) && haveSame(&IFont::get_Strikethrough, BOOL{});
-}
-
-template <class Measure> void withFont(HFONT font, const Measure& measure) noexcept
-{
-    const HDC context = CreateCompatibleDC(nullptr);
-    const HGDIOBJ former = SelectObject(context, font);
-    measure(context);
-    SelectObject(context, former);
-    DeleteDC(context);
 }
 
 } // namespace
@@ -104,30 +96,24 @@ ComPtr<IFontDisp> DialogFont::copy() const
 SIZE DialogFont::measure(const wchar_t* text, int dpi) const
 {
     SIZE extent{};
-    withFont(handle(dpi), [&](HDC context) {
-        GetTextExtentPoint32W(context, text, static_cast<int>(std::wcslen(text)), &extent);
-    });
+    GetTextExtentPoint32W(TextContext(handle(dpi)), text, static_cast<int>(std::wcslen(text)), &extent);
     return extent;
 }
 
 SIZE DialogFont::measureCaption(std::wstring_view caption, int dpi) const
 {
     RECT place{};
-    withFont(handle(dpi), [&](HDC context) {
-        DrawTextW(context, caption.data(), static_cast<int>(caption.size()), &place,
-                  DT_CALCRECT | DT_SINGLELINE);
-    });
+    DrawTextW(TextContext(handle(dpi)), caption.data(), static_cast<int>(caption.size()), &place,
+              DT_CALCRECT | DT_SINGLELINE);
     return {place.right, place.bottom};
 }
 
 SIZE DialogFont::measure(std::wstring_view text, int dpi, int width) const
 {
     RECT place{0, 0, width, 0};
-    withFont(handle(dpi), [&](HDC context) {
-        // As a box of several lines breaks them.
-        DrawTextW(context, text.data(), static_cast<int>(text.size()), &place,
-                  DT_CALCRECT | DT_WORDBREAK | DT_EDITCONTROL | DT_NOPREFIX | DT_EXPANDTABS);
-    });
+    // As a box of several lines breaks them.
+    DrawTextW(TextContext(handle(dpi)), text.data(), static_cast<int>(text.size()), &place,
+              DT_CALCRECT | DT_WORDBREAK | DT_EDITCONTROL | DT_NOPREFIX | DT_EXPANDTABS);
     return {place.right, place.bottom};
 }
 

@@ -109,6 +109,7 @@ void TextRoom::drawApart(float at, float by, const Control* reaching)
     if (fixed_)
         return;
     std::vector<Place> places;
+    places.reserve(controls_.size());
     for (const Control* control : controls_)
         places.push_back(control->placeOnDialog());
     const auto moves = [&](const Place& place) { return place.left >= at - touching; };
