@@ -16,6 +16,15 @@ enum DialogEvent : DISPID
     eventSubmit = 4
 };
 
+/// A handler raises as scripts do, or returns what a method has told it, whose error information is the thread's then.
+Failure failureOfHandler(HRESULT outcome, EXCEPINFO& exception)
+{
+    if (outcome == DISP_E_EXCEPTION)
+        return failureOfInvoke(outcome, exception);
+    Failure told = Failure::ofHost(outcome);
+    return told.description().view().empty() ? Failure(outcome) : told;
+}
+
 /// The outcome of a subscriber that has no handler for an event.
 bool isDeaf(HRESULT outcome) noexcept
 {
@@ -94,7 +103,7 @@ bool DialogEvents::submit(IAppCommand* candidate)
         executed = executed || answer.executed != VARIANT_FALSE;
         std::optional<Failure> own;
         if (FAILED(outcome) && !isDeaf(outcome))
-            own = failureOfInvoke(outcome, exception);
+            own = failureOfHandler(outcome, exception);
         else if (answer.number != 0)
             own = Failure(answer.number, answer.source.view(), answer.description.view());
         if (own && !failure)
@@ -103,6 +112,7 @@ bool DialogEvents::submit(IAppCommand* candidate)
         answer.number = 0;
         answer.source = Bstr();
         answer.description = Bstr();
+        SetErrorInfo(0, nullptr); // what this one has left is not the next one's
     });
     if (failure && !executed)
         throw *failure;

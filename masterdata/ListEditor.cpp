@@ -128,22 +128,14 @@ void ListEditor::exclude(long id)
 {
     excluded_.insert(id);
     if (listed_.erase(id) > 0)
-        lstItems.RemoveItem(indexOf(id));
-}
-
-int ListEditor::indexOf(long id) const noexcept
-{
-    int index = lstItems.ListCount() - 1;
-    while (index >= 0 && lstItems.ItemData(index) != id)
-        --index;
-    return index;
+        lstItems.RemoveItem(lstItems.indexOf(id));
 }
 
 /// Makes the list show which item is at hand.
 void ListEditor::selectItem()
 {
     const long id = itemId();
-    lstItems.setListIndex(id == 0 ? -1 : indexOf(id));
+    lstItems.setListIndex(id == 0 ? -1 : lstItems.indexOf(id));
 }
 
 void ListEditor::read(long id)
@@ -217,8 +209,7 @@ void ListEditor::submitted(bool)
     const long color = item().ItemColor;
     const auto failure = attempt([this] {
         goOn();
-        inScope(
-            item().Root, texts_.nextScope, [this] { fetch(commandView(), &IAppCommand::Prepare); }, -1);
+        inScope(item().Root, texts_.nextScope, [this] { fetch(commandView(), &IAppCommand::Prepare); }, -1);
     });
     // Also where that failed: nothing is saved twice.
     item().ItemID = 0;

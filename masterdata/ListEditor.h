@@ -85,7 +85,6 @@ private:
     void begin();
     void loadData();
     void exclude(long id);
-    int indexOf(long id) const noexcept; ///< -1 when it is not listed
     void read(long id);
     void select();
     void selectItem();

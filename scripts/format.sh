@@ -19,8 +19,8 @@ if ((${#sources[@]} == 0)); then
 fi
 
 case ${1:-} in
-    '') clang-format -i -- "${sources[@]}" ;;
-    --check) clang-format --dry-run -Werror -- "${sources[@]}" ;;
+    '') clang-format-19 -i -- "${sources[@]}" ;;
+    --check) clang-format-19 --dry-run -Werror -- "${sources[@]}" ;;
     *)
         echo "usage: scripts/format.sh [--check]" >&2
         exit 2

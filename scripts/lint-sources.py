@@ -23,6 +23,10 @@ LINT = "build/lint"
 UNITS = os.path.join(ROOT, LINT, "units")
 SEEDS = "scripts/lint-seeds.txt"
 CLEAN = os.path.join(LINT, "clean.json")
+# One release on every system: another one finds other things, and formats otherwise.
+CLANG = "clang-19"
+CLANGXX = "clang++-19"
+TIDY = "clang-tidy-19"
 # What a compiler keeps in memory: the analyzer and the matchers grow with it faster than linearly.
 LINES_OF_UNIT = 3500
 # In tests the static analyzer loses itself in the branches of the test macros, and takes most of the time.
@@ -100,7 +104,7 @@ def library_flags(known=[]):
 
 def tools():
     text = ""
-    for command in (["clang-tidy", "--version"], ["dpkg-query", "-W", "mingw-w64-i686-dev", "g++-mingw-w64-i686-posix"]):
+    for command in ([TIDY, "--version"], ["dpkg-query", "-W", "mingw-w64-i686-dev", "g++-mingw-w64-i686-posix"]):
         text += subprocess.run(command, capture_output=True, text=True, check=True).stdout
     return text + "".join(digest(path) for path in (".clang-tidy", "scripts/lint-sources.py"))
 
@@ -212,9 +216,9 @@ class Unit:
             file.write(text)
 
     def headers(self):
-        command = ["clang++", *self.flags, "-M", "-MF", "-", self.path]
+        command = [CLANGXX, *self.flags, "-M", "-MF", "-", self.path]
         if self.path.endswith(".c"):
-            command[0] = "clang"
+            command[0] = CLANG
         told = subprocess.run(command, capture_output=True, text=True, cwd=os.path.dirname(DATABASE)).stdout
         words = told.replace("\\\n", " ").split()[1:]
         folder = os.path.join(ROOT, os.path.dirname(DATABASE))
@@ -222,7 +226,7 @@ class Unit:
         return sorted(path for path in paths if not path.startswith("/usr/") and path != self.path)
 
     def check(self):
-        command = ["clang-tidy", "--quiet", f"--header-filter=^{re.escape(ROOT)}/"]
+        command = [TIDY, "--quiet", f"--header-filter=^{re.escape(ROOT)}/"]
         command += [f"--checks={CHECKS[self.sources[0].is_test]}{JOINED}", self.path, "--", *self.flags]
         run = subprocess.run(command, capture_output=True, text=True, cwd=os.path.dirname(DATABASE))
         errors = [line for line in run.stderr.splitlines() if not re.match(r"\d+ warnings?.* (generated|treated)", line)]

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what building and testing on Debian 12 needs, and fetches SQLite for the demo's data layer.
+# Installs what building and testing on Debian 12 or 13 needs, and fetches SQLite for the demo's data layer.
 # Does nothing, quickly, where everything is there already.
 #
 # usage: scripts/setup.sh [--quiet]
@@ -17,7 +17,7 @@ packages=(
     g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix mingw-w64-tools libwine-dev
     cmake ninja-build googletest
     nsis xvfb imagemagick xdotool x11-utils fonts-liberation fonts-wine
-    clang clang-tidy clang-format python3 shellcheck
+    clang-19 clang-tidy-19 clang-format-19 python3 shellcheck
     ca-certificates
 )
 

@@ -101,7 +101,7 @@ long MessageTable::unread() const
 void MessageTable::requireMayRead(long name) const
 {
     const auto reader = accounts_.current();
-    if (!rights_.isAdministrator() && !(reader && reader->name == name && rights_.mayWrite()))
+    if (!rights_.isAdministrator() && (!reader || reader->name != name || !rights_.mayWrite()))
         throw refusal(Code::mayNotReadMessages);
     if (!Statement(connection_, "SELECT 1 FROM names WHERE id = ?", name).next())
         throw refusal(Code::unknownName);

@@ -34,8 +34,8 @@ STDMETHODIMP Messages::Fetch(long msgId, BSTR* fromName, DATE* dtg, BSTR* tlf, B
 {
     return guard([&] {
         requireAll(fromName, dtg, tlf, contact, about, kind, wasRead);
-        const Message found = traced(
-            trace(), line(L"Messages.Fetch", msgId), [&] { return table_.fetch(msgId); }, shownResult);
+        const Message found =
+            traced(trace(), line(L"Messages.Fetch", msgId), [&] { return table_.fetch(msgId); }, shownResult);
         Bstr writer(found.writer);
         Bstr phone(found.phone);
         Bstr caller(found.contact);
@@ -71,8 +71,7 @@ STDMETHODIMP Messages::Remove(long msgId)
 {
     // Nothing is announced, here and when a message is read: whoever shows messages knows what he did, and goes on
     // with those that he has.
-    return performed(
-        trace(), [&] { table_.remove(msgId); }, L"Messages.Remove", msgId);
+    return performed(trace(), [&] { table_.remove(msgId); }, L"Messages.Remove", msgId);
 }
 
 void Messages::announceNew()

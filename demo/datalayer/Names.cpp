@@ -45,8 +45,7 @@ STDMETHODIMP Names::Fetch(long id, BSTR* text, long* color, long* loginId, BSTR*
 
 STDMETHODIMP Names::GetRole(long id, long* role)
 {
-    return answered(
-        role, trace(), [&] { return table_.role(id); }, L"Names.GetRole", id);
+    return answered(role, trace(), [&] { return table_.role(id); }, L"Names.GetRole", id);
 }
 
 STDMETHODIMP Names::GetMailbox(long id, BSTR* mailbox)

@@ -77,11 +77,11 @@ private:
 
     /// A value of the account that works in the database; otherwise, when it has been removed.
     template <class Result, class Value>
-    HRESULT ofAccount(Result* result, Value Account::*member, Value otherwise) const
+    HRESULT ofAccount(Result* result, Value Account::* member, const Value& otherwise) const
     {
         return returns(result, [&] {
             const auto account = AccountTable(*store_).current();
-            Value value = account ? (*account).*member : std::move(otherwise);
+            const Value value = account ? (*account).*member : otherwise;
             if constexpr (std::is_same_v<Value, std::wstring>)
                 return Bstr(value);
             else

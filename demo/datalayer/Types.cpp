@@ -19,8 +19,8 @@ STDMETHODIMP Types::Fetch(long id, BSTR* text, long* color, long* flags, long* g
 {
     return guard([&] {
         requireAll(text, color, flags, groups);
-        const TypeDetails found = traced(
-            trace(), called(L"Fetch", id), [&] { return table_.fetch(id); }, shownResult);
+        const TypeDetails found =
+            traced(trace(), called(L"Fetch", id), [&] { return table_.fetch(id); }, shownResult);
         give(text, Bstr(found.text));
         *color = found.color;
         *flags = found.flags;

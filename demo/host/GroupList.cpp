@@ -48,18 +48,17 @@ GroupList::GroupList(HWND parent, UINT refreshMessage)
 
 void GroupList::follow(const ComPtr<IRoot>& root)
 {
-    announced_.connect(
-        root,
-        {.clear =
-             [this] {
-                 groups_.clear();
-                 refreshLater();
-             },
-         .add =
-             [this](const EventArguments& group) {
-                 groups_.push_back({group.number(0), std::wstring(group.text(1).view()), group.number(2)});
-                 refreshLater();
-             }});
+    announced_.connect(root, {.clear =
+                                  [this] {
+                                      groups_.clear();
+                                      refreshLater();
+                                  },
+                              .add =
+                                  [this](const EventArguments& group) {
+                                      groups_.push_back({group.number(0), std::wstring(group.text(1).view()),
+                                                         group.number(2)});
+                                      refreshLater();
+                                  }});
     load();
     refresh();
 }

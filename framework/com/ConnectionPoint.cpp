@@ -1,6 +1,7 @@
 #include "framework/com/ConnectionPoint.h"
 
 #include "framework/com/Enumeration.h"
+#include "framework/com/LateBound.h"
 
 #include <algorithm>
 
@@ -18,15 +19,6 @@ IConnectionPoint* copyOf(const ComPtr<IConnectionPoint>& point)
 CONNECTDATA copyOf(const ConnectionPoint::Subscriber& subscriber)
 {
     return {ComPtr<IUnknown>(subscriber.sink.get()).detach(), subscriber.cookie};
-}
-
-/// An event's arguments as Invoke wants them, the last one first. They stay the caller's.
-std::vector<VARIANT> reversed(std::initializer_list<Variant> arguments)
-{
-    std::vector<VARIANT> result;
-    for (auto argument = std::rbegin(arguments); argument != std::rend(arguments); ++argument)
-        result.push_back(argument->get());
-    return result;
 }
 
 } // namespace
@@ -47,7 +39,7 @@ void ConnectionPoint::cutOff() noexcept
 
 void ConnectionPoint::raise(DISPID event, std::initializer_list<Variant> arguments)
 {
-    std::vector<VARIANT> values = reversed(arguments);
+    std::vector<VARIANT> values = lastFirst(arguments);
     raise(event, values, [](HRESULT, EXCEPINFO&) {});
 }
 

@@ -95,8 +95,8 @@ protected:
     bool hasSubscribers() const noexcept { return point_ && point_->hasSubscribers(); }
     void raise(DISPID event, std::initializer_list<Variant> arguments = {})
     {
-        if (point_)
-            point_->raise(event, arguments);
+        if (const auto held = point_) // a subscriber may let go of the source in the call
+            held->raise(event, arguments);
     }
 
     /// Made when somebody asks for it: most objects have nobody who listens.

@@ -1,8 +1,5 @@
 #include "framework/com/LateBound.h"
 
-#include <algorithm>
-#include <vector>
-
 namespace korvane
 {
 
@@ -22,10 +19,7 @@ Variant callByName(const ComPtr<IDispatch>& object, std::wstring_view member, WO
                    std::initializer_list<Variant> arguments)
 {
     const DISPID id = idOf(object, member);
-    std::vector<VARIANT> values; // borrowed, and passed last first
-    for (const Variant& argument : arguments)
-        values.push_back(argument.get());
-    std::reverse(values.begin(), values.end());
+    std::vector<VARIANT> values = lastFirst(arguments);
     DISPPARAMS parameters{values.data(), nullptr, static_cast<UINT>(values.size()), 0};
     EXCEPINFO exception{};
     VARIANT result{};
@@ -37,6 +31,15 @@ Variant callByName(const ComPtr<IDispatch>& object, std::wstring_view member, WO
 }
 
 } // namespace
+
+std::vector<VARIANT> lastFirst(std::initializer_list<Variant> arguments)
+{
+    std::vector<VARIANT> values(arguments.size());
+    auto place = values.rbegin();
+    for (const Variant& argument : arguments)
+        *place++ = argument.get();
+    return values;
+}
 
 Failure failureOfInvoke(HRESULT outcome, EXCEPINFO& exception)
 {

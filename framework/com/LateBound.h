@@ -5,9 +5,13 @@
 
 #include <initializer_list>
 #include <string_view>
+#include <vector>
 
 namespace korvane
 {
+
+/// Arguments as Invoke wants them: the last one first. They stay the caller's.
+std::vector<VARIANT> lastFirst(std::initializer_list<Variant> arguments);
 
 /// The value of a property. Throws the object's failure, or DISP_E_UNKNOWNNAME where it has no such member.
 Variant get(const ComPtr<IDispatch>& object, std::wstring_view property,

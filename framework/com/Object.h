@@ -83,7 +83,7 @@ public:
         if (remaining == 0)
         {
             references_ = 1; // what the end calls may hold the object for a moment
-            if constexpr (requires(Class & whole) { whole.lastReleased(); })
+            if constexpr (requires(Class& whole) { whole.lastReleased(); })
                 static_cast<Class*>(this)->lastReleased(); // what has to happen while the object is whole
             delete static_cast<Class*>(this);
         }

@@ -222,8 +222,7 @@ void Control::focusNotified(bool arrived) const noexcept
         dialog_.focusLeft();
 }
 
-HWND Control::makeWindow(HWND parent, int id, const wchar_t* windowClass, DWORD style,
-                         DWORD extendedStyle) const
+HWND Control::makeWindow(HWND parent, int id, const wchar_t* windowClass, DWORD style, DWORD extendedStyle)
 {
     // Invisible and without extent until the dialog arranges its controls.
     const DWORD enabling = enabled_ ? 0 : WS_DISABLED;
@@ -232,6 +231,7 @@ HWND Control::makeWindow(HWND parent, int id, const wchar_t* windowClass, DWORD 
         reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), module::instance(), nullptr);
     if (!window)
         throw Failure(HRESULT_FROM_WIN32(GetLastError()));
+    procedure_ = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC));
     return window;
 }
 
@@ -244,6 +244,11 @@ void Control::raise(const std::function<void()>& handler) const
 LRESULT Control::send(UINT message, WPARAM first, LPARAM second) const noexcept
 {
     return window_ ? SendMessageW(window_, message, first, second) : 0;
+}
+
+LRESULT Control::sendItem(UINT message, WPARAM first, LPARAM second) const noexcept
+{
+    return window_ ? CallWindowProcW(procedure_, window_, message, first, second) : 0;
 }
 
 Control::Filling::Filling(const Control& control) noexcept : control_(control)

@@ -161,7 +161,7 @@ public:
 
 protected:
     virtual HWND createWindow(HWND parent, int id) = 0;
-    HWND makeWindow(HWND parent, int id, const wchar_t* windowClass, DWORD style, DWORD extendedStyle) const;
+    HWND makeWindow(HWND parent, int id, const wchar_t* windowClass, DWORD style, DWORD extendedStyle);
 
     /// Runs a handler under the dialog's error trap.
     void raise(const std::function<void()>& handler) const;
@@ -174,6 +174,9 @@ protected:
 
     std::wstring windowText() const;
     LRESULT send(UINT message, WPARAM first = 0, LPARAM second = 0) const noexcept;
+    /// The same for each of many items: past those who watch the keys of the control, for whom the platform looks up a
+    /// property of the window with every message.
+    LRESULT sendItem(UINT message, WPARAM first, LPARAM second = 0) const noexcept;
 
     DialogWindow& dialog_;
     std::wstring text_; ///< the text that the owner knows of
@@ -187,6 +190,7 @@ private:
     bool visible_ = true;
     bool enabled_ = true;
     HWND window_ = nullptr;
+    WNDPROC procedure_ = nullptr; ///< the window's own
     struct Arrangement
     {
         RECT pixels;

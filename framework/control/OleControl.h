@@ -183,9 +183,10 @@ private:
     HRESULT activateUi(const MSG* message);
     /// Tells the container of the user interface's activation, unless it has turned that round meanwhile.
     template <class Told, class Interface, class... Parameters, class... Arguments>
-    void tellUi(bool active, ComPtr<Told> told, // held: the container may take it away in the call
+    void tellUi(bool active, const ComPtr<Told>& listener,
                 HRESULT (STDMETHODCALLTYPE Interface::*method)(Parameters...), Arguments... arguments)
     {
+        const ComPtr<Told> told(listener.get()); // held: the container may take it away in the call
         if (told && uiActive_ == active)
             (told.get()->*method)(arguments...);
     }

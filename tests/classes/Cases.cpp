@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <utility>
 
 namespace korvane::test
 {
@@ -148,6 +149,22 @@ void DialogOnCase::show()
     place();
     if (!container.ready())
         throw Failure(E_FAIL, L"dialog", L"not ready");
+}
+
+ErrorInfo DialogOnCase::failureOfReady(HRESULT outcome, bool ready)
+{
+    EXPECT_TRUE(!ready || outcome == S_OK);
+    const auto told = std::exchange(container.errors, {});
+    const bool relayed = tested.relaysFailureOfLoading && !ready;
+    EXPECT_TRUE(relayed || told.empty());
+    if (relayed && outcome == S_OK)
+    {
+        EXPECT_EQ(told.size(), 1U);
+        return told.empty() ? ErrorInfo{} : told.front();
+    }
+    for (const ErrorInfo& each : told) // what came after the loading has failed as well
+        EXPECT_EQ(each.number, outcome);
+    return errorOf(outcome);
 }
 
 void DialogOnCase::activate()

@@ -71,6 +71,8 @@ struct DialogCase
     WORD confirmKey = 0;
     /// Whether it goes on with a further item after OK.
     bool staysOpen = false;
+    /// Whether a failure while it loads is told to the container, and Ready succeeds in saying that it is not ready.
+    bool relaysFailureOfLoading = false;
 
     bool runsByItself() const noexcept { return !use; }
     /// What the container is told after OK.
@@ -118,6 +120,8 @@ public:
     void place() { container.place(tested.dialogClass, command.get()); }
     /// Places the dialog and reads Ready, which is to succeed.
     void show();
+    /// The failure of a Ready that had this outcome, from where the dialog is to tell it; S_OK for none.
+    ErrorInfo failureOfReady(HRESULT outcome, bool ready);
     /// As show, and gives it the focus.
     void activate();
     /// As activate, and does what the user does before he confirms.

@@ -47,6 +47,26 @@ public:
     STDMETHODIMP_(ULONG) Release() override { return 1; }
 };
 
+/// Empties the pointer through which it is called, and fails when that ends it in its own call.
+class ShyRoot final : public Object<ShyRoot, Inherits<EmptyRoot>, IRoot>
+{
+public:
+    ShyRoot(ComPtr<IRoot>& caller, bool& alive) : caller_(caller), alive_(alive) { alive_ = true; }
+    ~ShyRoot() { alive_ = false; }
+
+    STDMETHODIMP get_Groups(IGroups** collection) override
+    {
+        const bool& alive = alive_; // not a member of what may be gone
+        *collection = nullptr;
+        caller_.reset();
+        return alive ? S_OK : E_UNEXPECTED;
+    }
+
+private:
+    ComPtr<IRoot>& caller_;
+    bool& alive_;
+};
+
 class CleanGroups final : public Object<CleanGroups, Inherits<EmptyGroups>, IGroups>
 {
 public:
@@ -86,6 +106,16 @@ TEST(FetchTests, WhatAFailingCallLeavesBehindIsNotTouched)
     EXPECT_FALSE(ComPtr<IUnknown>(&careless).as<IRoot>());
 }
 
+TEST(FetchTests, AnObjectIsHeldWhileItIsCalled)
+{
+    bool alive = false;
+    ComPtr<IRoot> root;
+    root = make<ShyRoot>(root, alive).as<IRoot>();
+    EXPECT_EQ(failureOf([&] { fetch(root, &IRoot::get_Groups); }), S_OK);
+    EXPECT_FALSE(root);
+    EXPECT_FALSE(alive); // and not longer
+}
+
 TEST(LateBoundTests, MembersAreCalledByTheirNames)
 {
     const auto words = dictionary();
@@ -101,9 +131,7 @@ TEST(LateBoundTests, TheObjectsFailureIsThrown)
     const auto words = dictionary();
     invoke(words, L"Add", {Variant(Bstr(L"one")), Variant(1L)});
     // The number of a key that is there already.
-    EXPECT_EQ(failureOf([&] {
-                  invoke(words, L"Add", {Variant(Bstr(L"one")), Variant(2L)});
-              }),
+    EXPECT_EQ(failureOf([&] { invoke(words, L"Add", {Variant(Bstr(L"one")), Variant(2L)}); }),
               static_cast<HRESULT>(0x800A01C9));
     EXPECT_EQ(failureOf([&] { get(words, L"Nothing"); }), DISP_E_UNKNOWNNAME);
     EXPECT_EQ(failureOf([&] { get(ComPtr<IDispatch>(), L"Count"); }), E_POINTER);

@@ -162,6 +162,31 @@ TEST_F(DialogEventsTests, AFailureThatTheHandlerRaisesIsUnderstoodToo)
                                                    " \"KorvaneData\" \"The database is locked.\""));
 }
 
+// What a handler in C does, where Execute has failed: it passes the failure on.
+TEST_F(DialogEventsTests, AFailureThatTheHandlerReturnsKeepsItsErrorInformation)
+{
+    listener->onSubmit = [](VARIANT*, EXCEPINFO&) {
+        return Failure(static_cast<long>(0x80041234), L"KorvaneData", L"The database is locked.").report();
+    };
+    press(VK_RETURN);
+    EXPECT_THAT(listener->heard,
+                testing::ElementsAre("Submit", "Error " + shown(static_cast<long>(0x80041234)) +
+                                                   " \"KorvaneData\" \"The database is locked.\""));
+}
+
+TEST_F(DialogEventsTests, ErrorInformationThatAnotherSubscriberHasLeftIsNotTaken)
+{
+    const ComPtr<Listener> further(new Listener);
+    subscribe(further);
+    listener->onSubmit = [](VARIANT*, EXCEPINFO&) {
+        Failure(E_FAIL, L"left", L"behind").report();
+        return S_OK;
+    };
+    further->onSubmit = [](VARIANT*, EXCEPINFO&) { return E_FAIL; };
+    press(VK_RETURN);
+    EXPECT_THAT(listener->heard, testing::ElementsAre("Submit", testing::Not(testing::HasSubstr("behind"))));
+}
+
 TEST_F(DialogEventsTests, EverySubscriberHearsAndOneThatExecutesIsEnough)
 {
     const ComPtr<Listener> further(new Listener);

@@ -115,9 +115,7 @@ TEST(ScopeTests, AScopeIsClosedAtTheEndOfItsStepAlsoWhereTheStepFails)
 {
     RecordingData data;
     EXPECT_EQ(inScope(data.root, L"Class.Step", [] { return 7; }), 7);
-    EXPECT_THROW(inScope(
-                     data.root, L"Class.Failing", [] { throw Failure(E_FAIL); }, -1),
-                 Failure);
+    EXPECT_THROW(inScope(data.root, L"Class.Failing", [] { throw Failure(E_FAIL); }, -1), Failure);
     EXPECT_THAT(data.takeCalls(), ElementsAre("Root.OpenScope(0, \"Class.Step\")", "Scope.Close(0, 0)",
                                               "Root.OpenScope(-1, \"Class.Failing\")", "Scope.Close(-1, 0)"));
 }

@@ -1,4 +1,4 @@
-#include "tests/support/CommandUser.h"
+#include "tests/support/CommandTest.h"
 
 #include <KorvaneDlg.h>
 
@@ -10,13 +10,12 @@ namespace korvane::test
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class EditGroupsTests : public testing::Test, public CommandUser
+class EditGroupsTests : public CommandTest
 {
 protected:
-    EditGroupsTests() : CommandUser(create<IAppCommand>(__uuidof(::EditGroups)))
+    EditGroupsTests() : CommandTest(__uuidof(::EditGroups))
     {
         data.groups = {{4, L"Drivers", 7}, {5, L"Rooms", 1}};
-        letRoot();
     }
 };
 

@@ -6,6 +6,8 @@
 #include <array>
 #include <cmath>
 
+#include <colordlg.h>
+
 namespace korvane::test
 {
 
@@ -767,6 +769,56 @@ TEST_P(ListEditorTests, AnyColourIsChosenInThePlatformsDialog)
     EXPECT_EQ(questions.asked.back().owner, container.window());
     chooseColor(VK_RETURN); // begins with the colour at hand
     EXPECT_EQ(color(), own);
+}
+
+TEST_P(ListEditorTests, ThePlatformsDialogOpensWholeWithTheColourAtHand)
+{
+    showed(3);
+    select(0);
+    long color = 0;
+    bool whole = false;
+    inColorDialog(VK_ESCAPE, [&](HWND box) {
+        color = typedColor(box);
+        RECT dialog{};
+        RECT field{};
+        whole = GetWindowRect(box, &dialog) != FALSE &&
+                GetWindowRect(GetDlgItem(box, COLOR_RED), &field) != FALSE && field.right < dialog.right;
+    });
+    EXPECT_EQ(color, red);
+    EXPECT_TRUE(whole);
+}
+
+/// Also those that were put together before the user cancelled.
+TEST_P(ListEditorTests, ColoursThatWerePutTogetherAreOfferedAgainAsLongAsTheApartmentLasts)
+{
+    const auto firstOwn = [](HWND box) {
+        RECT field{};
+        GetWindowRect(GetDlgItem(box, COLOR_CUSTOM1), &field);
+        POINT inside{field.left + 6, field.top + 6};
+        ScreenToClient(box, &inside);
+        SendMessageW(box, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(inside.x, inside.y));
+        SendMessageW(box, WM_LBUTTONUP, 0, MAKELPARAM(inside.x, inside.y));
+    };
+    showed(1);
+    inColorDialog(VK_ESCAPE, [](HWND box) {
+        typeColor(box, own);
+        SendMessageW(box, WM_COMMAND, MAKEWPARAM(COLOR_ADD, BN_CLICKED),
+                     reinterpret_cast<LPARAM>(GetDlgItem(box, COLOR_ADD)));
+    });
+    EXPECT_NE(color(), own);
+    for (const bool lasts : {true, false})
+    {
+        container.close();
+        command = nullptr;
+        if (!lasts)
+        {
+            EXPECT_EQ(canUnload(), S_OK);
+        }
+        command = create<IAppCommand>(kind.command);
+        showed(1);
+        inColorDialog(VK_RETURN, firstOwn);
+        EXPECT_EQ(color(), lasts ? own : static_cast<long>(RGB(255, 255, 255)));
+    }
 }
 
 TEST_P(ListEditorTests, ACancelledColourDialogLeavesTheColourAndTellsNothing)

@@ -7,7 +7,7 @@ namespace korvane::test
 {
 
 /// variant(VT_I2, &VARIANT::iVal, -3)
-template <class Field, class Value> VARIANT variant(VARTYPE type, Field VARIANT::*field, Value value)
+template <class Field, class Value> VARIANT variant(VARTYPE type, Field VARIANT::* field, Value value)
 {
     VARIANT result{};
     result.vt = type;

@@ -20,13 +20,12 @@ void ScheduleData::follow(const ComPtr<IRoot>& root)
         throw Failure(E_NOINTERFACE);
     outdate();
     schedule_ = schedule;
-    names_.connect(
-        root,
-        {.clear = [this] { resources_.clear(); },
-         .add =
-             [this](const EventArguments& name) {
-                 resources_.push_back({name.number(0), std::wstring(name.text(1).view()), name.number(3)});
-             }});
+    names_.connect(root, {.clear = [this] { resources_.clear(); },
+                          .add =
+                              [this](const EventArguments& name) {
+                                  resources_.push_back(
+                                      {name.number(0), std::wstring(name.text(1).view()), name.number(3)});
+                              }});
     types_.connect(root, {.clear = [this] { colors_.clear(); },
                           .add =
                               [this](const EventArguments& type) {

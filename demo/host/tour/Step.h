@@ -16,7 +16,9 @@ template <class Act> struct Word
 
     template <class... Arguments> Deed operator()(Arguments... arguments) const
     {
-        return [deed = act, arguments...](Visitor& visitor) { std::invoke(deed, visitor, arguments...); };
+        return [deed = act, ... given = std::move(arguments)](Visitor& visitor) {
+            std::invoke(deed, visitor, given...);
+        };
     }
 };
 template <class Act> Word(Act) -> Word<Act>;

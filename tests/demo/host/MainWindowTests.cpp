@@ -1,5 +1,6 @@
 #include "demo/host/MainWindow.h"
 
+#include "demo/host/Language.h"
 #include "demo/host/Orders.h"
 #include "demo/host/tour/Screen.h"
 #include "framework/DataLayer.h"
@@ -10,6 +11,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 
 namespace korvane::host
 {
@@ -54,6 +57,12 @@ protected:
     }
 
     std::wstring title() const { return textOf(window->handle()); }
+    std::wstring exitText() const
+    {
+        wchar_t text[64]{};
+        GetMenuStringW(GetMenu(window->handle()), menuExit, text, ARRAYSIZE(text), MF_BYCOMMAND);
+        return text;
+    }
     HWND dialog() const { return visibleWindow(CommandDialog::className); }
     HWND inDialog(const wchar_t* className) const
     {
@@ -105,6 +114,42 @@ TEST_F(MainWindowTest, StaysAsItIsWhenNobodyHasTheLogin)
     othersAdd(L"Zoe", staff);
     look();
     EXPECT_TRUE(hasRow(L"Zoe")) << "the database is open as before";
+}
+
+TEST_F(MainWindowTest, SpeaksTheLanguageThatIsChosenFromTheNextDialogOn)
+{
+    run(L"Group.New");
+    window->speak(L"Dansk");
+    close();
+    EXPECT_EQ(exitText(), L"E&xit\tAlt+F4") << "a dialog that is open keeps its language";
+    window->speak(L"Dansk");
+    EXPECT_EQ(exitText(), L"&Afslut\tAlt+F4");
+    run(L"Group.New");
+    EXPECT_EQ(textOf(dialog()), L"Gruppe");
+    close();
+    window->speak(L"");
+    EXPECT_EQ(exitText(), L"E&xit\tAlt+F4");
+    run(L"Group.New");
+    EXPECT_EQ(textOf(dialog()), L"Group");
+    close();
+}
+
+TEST_F(MainWindowTest, KeepsItsLanguageWhenTheFileOfAnotherOneIsBrokenOrMissing)
+{
+    const std::filesystem::path broken = languageFolder() + L"\\Broken.txt";
+    window->speak(L"Dansk");
+    std::ofstream(broken) << "0 \"1030\"\n1002 OK\n";
+    const auto failure = attempt([&] { window->speak(L"Broken"); });
+    std::filesystem::remove(broken);
+    ASSERT_TRUE(failure);
+    EXPECT_EQ(failure->description(),
+              L"Broken.txt, line 2: an id and a text in quotation marks are expected.");
+    EXPECT_TRUE(attempt([&] { window->speak(L"Missing"); }));
+    EXPECT_EQ(exitText(), L"&Afslut\tAlt+F4");
+    run(L"Group.New");
+    EXPECT_EQ(textOf(dialog()), L"Gruppe");
+    close();
+    window->speak(L"");
 }
 
 TEST_F(MainWindowTest, ShowsWhatOthersHaveWritten)
