@@ -6,6 +6,7 @@
 #include "framework/DataLayer.h"
 #include "framework/com/Boundary.h"
 #include "tests/support/Questions.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -34,23 +35,6 @@ public:
     ~MainWindowTest() override { window.reset(); }
 
 protected:
-    /// The last to go: the files are closed then.
-    class Folder
-    {
-    public:
-        Folder() { std::filesystem::create_directories(path); }
-        Folder(const Folder&) = delete;
-        Folder& operator=(const Folder&) = delete;
-        ~Folder()
-        {
-            std::error_code ignored;
-            std::filesystem::remove_all(path, ignored);
-        }
-
-        std::filesystem::path path = std::filesystem::temp_directory_path() /
-                                     (L"korvane host " + std::to_wstring(GetCurrentProcessId()));
-    };
-
     static constexpr long staff = 4; // in a new database with the sample
 
     static void work()
@@ -107,8 +91,8 @@ protected:
             fetch(names, &INames::AddToGroup, id, group, 0L);
     }
 
-    Folder folder;
-    std::wstring file = (folder.path / L"host.sqlite").wstring();
+    korvane::test::TemporaryFolder folder; ///< the last to go: the files are closed then
+    std::wstring file = folder.path() + L"\\host.sqlite";
     OpenDatabase database{file, L""};
     OpenDatabase other{file, L""};
     std::unique_ptr<MainWindow> window;
