@@ -16,6 +16,15 @@ enum DialogEvent : DISPID
     eventSubmit = 4
 };
 
+/// A handler raises as scripts do, or returns what a method has told it, whose error information is the thread's then.
+Failure failureOfHandler(HRESULT outcome, EXCEPINFO& exception)
+{
+    if (outcome == DISP_E_EXCEPTION)
+        return failureOfInvoke(outcome, exception);
+    Failure told = Failure::ofHost(outcome);
+    return told.description().view().empty() ? Failure(outcome) : told;
+}
+
 /// The outcome of a subscriber that has no handler for an event.
 bool isDeaf(HRESULT outcome) noexcept
 {
@@ -73,7 +82,7 @@ HRESULT DialogEvents::raise(DISPID event, std::initializer_list<Variant> argumen
 }
 
 /// Every subscriber is asked, and one that executes the command is enough: what it has done is not to be done again
-/// because another one has failed.
+/// because another one has failed. One that says so and fails then has not done it.
 bool DialogEvents::submit(IAppCommand* candidate)
 {
     const Variant command{ComPtr<IDispatch>(candidate)};
@@ -91,18 +100,19 @@ bool DialogEvents::submit(IAppCommand* candidate)
     refer(1, VT_BSTR, answer.source.inOut());
     refer(0, VT_BSTR, answer.description.inOut());
     subscribers_->raise(eventSubmit, arguments, [&](HRESULT outcome, EXCEPINFO& exception) {
-        executed = executed || answer.executed != VARIANT_FALSE;
         std::optional<Failure> own;
         if (FAILED(outcome) && !isDeaf(outcome))
-            own = failureOfInvoke(outcome, exception);
+            own = failureOfHandler(outcome, exception);
         else if (answer.number != 0)
             own = Failure(answer.number, answer.source.view(), answer.description.view());
+        executed = executed || (answer.executed != VARIANT_FALSE && !own);
         if (own && !failure)
             failure = std::move(own);
         answer.executed = VARIANT_FALSE;
         answer.number = 0;
         answer.source = Bstr();
         answer.description = Bstr();
+        SetErrorInfo(0, nullptr); // what this one has left is not the next one's
     });
     if (failure && !executed)
         throw *failure;

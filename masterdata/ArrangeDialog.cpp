@@ -22,11 +22,12 @@ bool ArrangeDialog::load()
 {
     const auto command = commandView(); // the host may take it away in a call
     const Arrangement& arranged = arrangement();
+    const ItemTable none;
     bool arranges = false;
     failure_ = attempt([&] {
         inScope(arranged.Root, scope_, [&] { fetch(command, &IAppCommand::Prepare); });
         arranges = fetch(command, &IAppCommand::get_Operation) == operationChange;
-        fill(arranges ? arranged.items() : ItemTable());
+        fill(arranges ? arranged.items() : none);
     });
     // The designed size, in the font that the dialog has by now.
     setSize(fitToPixels(designWidth * fraCommands.Width() / commandsWidth, dpi()),

@@ -143,7 +143,8 @@ void InfoGrid::cancelEdit()
         hideEditor();
 }
 
-/// Where the caret cannot go further, the arrow keys lead on to the next cell, without editing it.
+/// Where the caret cannot go further, the arrow keys lead on to the next cell, without editing it. With Shift they
+/// select, and the like.
 bool InfoGrid::editorKey(WORD key, DWORD modifiers)
 {
     if (!editing_ || modifiers != 0)

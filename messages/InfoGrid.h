@@ -16,6 +16,7 @@ class InfoGrid
 public:
     InfoGrid(DialogWindow& dialog, const Place& place);
 
+    bool Visible() const noexcept { return fraEditInfo.Visible(); }
     void setVisible(bool visible);
     void fill(const Variant& info);
     /// Takes over what is being typed.

@@ -13,7 +13,7 @@ using System.Drawing;
 using System.Runtime.InteropServices;
 using System.Windows.Forms;
 
-class DialogHost : AxHost
+public class DialogHost : AxHost
 {
     AxHost.ConnectionPointCookie events;
     public readonly Form Frame;
@@ -34,7 +34,7 @@ class DialogHost : AxHost
             events.Disconnect();
     }
 
-    // Public and visible to COM, or no event arrives.
+    // Public, like the class around it, and visible to COM, or no event arrives.
     [ComVisible(true), ClassInterface(ClassInterfaceType.None)]
     public class Sink : KorvaneDlg.IDialogEvents
     {
@@ -58,9 +58,9 @@ class DialogHost : AxHost
                 candidate.Execute();
                 executed = true;
             }
-            catch (COMException error) // the dialog stays open and raises Error
+            catch (Exception error) // some numbers have a class of their own; the dialog stays open and raises Error
             {
-                errorNumber = error.ErrorCode;
+                errorNumber = Marshal.GetHRForException(error);
                 errorSource = error.Source;
                 errorDescription = error.Message;
             }
@@ -88,14 +88,15 @@ static class Program
 
         var frame = new Form { FormBorderStyle = FormBorderStyle.FixedDialog, MaximizeBox = false };
         var host = new DialogHost(Type.GetTypeFromProgID((string)command.DialogClass), frame);
+        host.BeginInit();
         frame.Controls.Add(host);
-        host.CreateControl();
-        var dialog = (KorvaneDlg.IDialogControl)host.GetOcx();
+        host.EndInit(); // creates the control, also while nothing is visible
+        dynamic dialog = host.GetOcx();
         dialog.Command = command;
         frame.Text = dialog.Name;
         if (!dialog.Ready)
             return;
-        frame.ClientSize = host.Size = host.PreferredSize;
+        frame.ClientSize = host.Size; // as the dialog has asked for
         Application.Run(frame);
     }
 }

@@ -6,7 +6,7 @@ unit KorvaneDialog;
 interface
 
 uses
-  Winapi.ActiveX, System.Classes, System.SysUtils, System.Win.ComObj, System.Variants, Vcl.Controls, Vcl.Forms, Vcl.Dialogs,
+  System.Classes, System.SysUtils, System.Win.ComObj, System.Variants, Vcl.Controls, Vcl.Forms, Vcl.Dialogs,
   KorvaneLib_TLB, KorvaneDlg_TLB;
 
 type
@@ -26,7 +26,7 @@ implementation
 
 procedure TActivityForm.Edit(const Root: OleVariant);
 var
-  Command: OleVariant;
+  Command, Dialog: OleVariant;
 begin
   Command := CreateOleObject('KorvaneDlg.EditEvents');
   Command.Operation := 1;
@@ -43,10 +43,14 @@ begin
   FDialog.OnError := DialogError;
   FDialog.OnResize := DialogResize;
   FDialog.OnSubmit := DialogSubmit;
-  FDialog.Command := IDispatch(Command) as IAppCommand;
-  Caption := FDialog.Name;
-  if FDialog.Ready then
-    ShowModal;
+  Dialog := FDialog.OleObject; // a component has a Name of its own
+  Dialog.Command := IDispatch(Command);
+  Caption := Dialog.Name;
+  if not Dialog.Ready then
+    Exit;
+  ClientWidth := FDialog.Width; // as the dialog has asked for
+  ClientHeight := FDialog.Height;
+  ShowModal;
 end;
 
 procedure TActivityForm.DialogDone(Sender: TObject; Cancelled: WordBool);
@@ -73,10 +77,11 @@ begin
     Candidate.Execute;
     Executed := True;
   except
-    on E: EOleException do // the dialog stays open and raises Error
+    on E: EOleSysError do // the dialog stays open and raises Error
     begin
       ErrorNumber := E.ErrorCode;
-      ErrorSource := E.Source;
+      if E is EOleException then
+        ErrorSource := EOleException(E).Source;
       ErrorDescription := E.Message;
     end;
   end;

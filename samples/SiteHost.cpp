@@ -1,7 +1,6 @@
 // The group dialog on a site of the program's own: the dialog finds IAppDialogSink and IAppCommandSite there, and needs
 // no events. How to build and start it: README.md beside this file.
 #include <windows.h>
-#include <ocidl.h>
 #include <ole2.h>
 
 #include "KorvaneDlg.h"
@@ -12,34 +11,47 @@
 
 #define METHOD HRESULT STDMETHODCALLTYPE
 
-static HRESULT check(HRESULT result, const char* step)
+static void check(HRESULT result, const char* step)
 {
     if (SUCCEEDED(result))
-        return result;
+        return;
     std::printf("%s: 0x%08lX\n", step, static_cast<unsigned long>(result));
     std::exit(EXIT_FAILURE);
+}
+
+template <class Interface> static Interface* as(IUnknown* object)
+{
+    void* face = nullptr;
+    check(object->QueryInterface(__uuidof(Interface), &face), "interface");
+    return static_cast<Interface*>(face);
+}
+
+template <class Interface> static Interface* create(const wchar_t* progId)
+{
+    CLSID id;
+    IUnknown* object = nullptr;
+    check(CLSIDFromProgID(progId, &id), "class");
+    check(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&object)), "object");
+    return as<Interface>(object);
 }
 
 /// Lives as long as the program: nobody counts its references.
 class Site final : public IAppDialogSink,
                    public IAppCommandSite,
                    public IOleClientSite,
-                   public IOleInPlaceSite,
-                   public IOleInPlaceFrame
+                   public IOleInPlaceSite
 {
 public:
     HWND frame = nullptr;
     IOleInPlaceObject* control = nullptr;
-    IOleInPlaceActiveObject* keyboard = nullptr;
 
     void fit(RECT place)
     {
         RECT all = place;
-        AdjustWindowRectEx(&all, WS_OVERLAPPEDWINDOW, FALSE, 0);
+        AdjustWindowRect(&all, WS_OVERLAPPEDWINDOW, FALSE);
         SetWindowPos(frame, nullptr, 0, 0, all.right - all.left, all.bottom - all.top,
                      SWP_NOMOVE | SWP_NOZORDER);
-        if (control)
-            control->SetObjectRects(&place, &place);
+        control->SetObjectRects(&place, &place);
     }
 
     METHOD QueryInterface(REFIID iid, void** object) override
@@ -53,8 +65,6 @@ public:
             *object = static_cast<IOleClientSite*>(this);
         else if (iid == IID_IOleWindow || iid == IID_IOleInPlaceSite)
             *object = static_cast<IOleInPlaceSite*>(this);
-        else if (iid == IID_IOleInPlaceUIWindow || iid == IID_IOleInPlaceFrame)
-            *object = static_cast<IOleInPlaceFrame*>(this);
         return *object ? S_OK : E_NOINTERFACE;
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
@@ -70,24 +80,23 @@ public:
     METHOD Error(long number, BSTR source, BSTR description) override
     {
         std::printf("Error: 0x%08lX, %ls, %ls\n", static_cast<unsigned long>(number), source, description);
-        std::fflush(stdout);
         return S_OK;
     }
     METHOD Resize() override { return S_OK; } // OnPosRectChange has told the size already
 
-    // what the dialog asks for; an error that Execute leaves is let out as it is
+    // what the dialog asks for; an error is passed on as Execute leaves it
     METHOD Accepts(IAppCommand*, VARIANT_BOOL* result) override { return *result = VARIANT_TRUE, S_OK; }
     METHOD Offer(IAppCommand*, VARIANT_BOOL* result) override { return *result = VARIANT_FALSE, S_OK; }
     METHOD Submit(IAppCommand* command, VARIANT_BOOL* executed) override
     {
         VARIANT_BOOL ignored;
-        const HRESULT result = command->Execute(&ignored);
-        *executed = SUCCEEDED(result) ? VARIANT_TRUE : VARIANT_FALSE;
+        const HRESULT outcome = command->Execute(&ignored);
+        *executed = SUCCEEDED(outcome) ? VARIANT_TRUE : VARIANT_FALSE;
         std::printf("Submit: %s\n", *executed ? "executed" : "failed");
-        return result;
+        return outcome;
     }
 
-    // called through the vtable only
+    // IDispatch: called through the vtable only
     METHOD GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
     METHOD GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     METHOD GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
@@ -104,7 +113,7 @@ public:
     METHOD OnShowWindow(BOOL) override { return S_OK; }
     METHOD RequestNewObjectLayout() override { return E_NOTIMPL; }
 
-    // IOleInPlaceSite
+    // IOleInPlaceSite: a window, in which the dialog has all the room, and no toolbars to share
     METHOD GetWindow(HWND* window) override { return *window = frame, S_OK; }
     METHOD ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
     METHOD CanInPlaceActivate() override { return S_OK; }
@@ -113,7 +122,7 @@ public:
     METHOD GetWindowContext(IOleInPlaceFrame** shared, IOleInPlaceUIWindow** document, LPRECT place,
                             LPRECT clip, LPOLEINPLACEFRAMEINFO information) override
     {
-        *shared = this;
+        *shared = nullptr;
         *document = nullptr;
         GetClientRect(frame, place);
         *clip = *place;
@@ -122,82 +131,63 @@ public:
     }
     METHOD Scroll(SIZE) override { return S_FALSE; }
     METHOD OnUIDeactivate(BOOL) override { return S_OK; }
-    METHOD OnInPlaceDeactivate() override { return control = nullptr, S_OK; }
+    METHOD OnInPlaceDeactivate() override { return S_OK; }
     METHOD DiscardUndoState() override { return S_OK; }
     METHOD DeactivateAndUndo() override { return S_OK; }
     METHOD OnPosRectChange(LPCRECT place) override { return fit(*place), S_OK; }
-
-    // IOleInPlaceFrame
-    METHOD GetBorder(LPRECT) override { return INPLACE_E_NOTOOLSPACE; }
-    METHOD RequestBorderSpace(LPCBORDERWIDTHS) override { return INPLACE_E_NOTOOLSPACE; }
-    METHOD SetBorderSpace(LPCBORDERWIDTHS) override { return S_OK; }
-    METHOD SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR) override
-    {
-        return keyboard = object, S_OK;
-    }
-    METHOD InsertMenus(HMENU, LPOLEMENUGROUPWIDTHS) override { return E_NOTIMPL; }
-    METHOD SetMenu(HMENU, HOLEMENU, HWND) override { return S_OK; }
-    METHOD RemoveMenus(HMENU) override { return E_NOTIMPL; }
-    METHOD SetStatusText(LPCOLESTR) override { return S_OK; }
-    METHOD EnableModeless(BOOL) override { return S_OK; }
-    METHOD TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
 };
 
-template <class Interface> static Interface* create(const wchar_t* progId)
+/// A command that adds a group.
+static IEditGroups* addition(IRoot* root)
 {
-    CLSID id;
-    Interface* object = nullptr;
-    check(CLSIDFromProgID(progId, &id), "class");
-    check(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, __uuidof(Interface),
-                           reinterpret_cast<void**>(&object)),
-          "object");
-    return object;
+    const auto command = create<IEditGroups>(L"KorvaneDlg.EditGroups");
+    VARIANT_BOOL ignored;
+    command->put_Operation(1);
+    check(command->putref_Root(root), "Root");
+    check(command->Prepare(&ignored), "Prepare");
+    return command;
 }
 
 int main()
 {
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
     check(OleInitialize(nullptr), "OLE");
     IRoot* root = nullptr;
     const auto database = create<IDatabase>(L"KorvaneData.Database");
     check(database->Open(SysAllocString(L"sample.sqlite"), nullptr, &root), "database");
     database->AddSample(root); // refused where it is there already
-
-    const auto command = create<IEditGroups>(L"KorvaneDlg.EditGroups");
-    VARIANT_BOOL ignored;
-    BSTR text = nullptr;
-    command->put_Operation(1); // add
-    check(command->putref_Root(root), "Root");
-    check(command->Prepare(&ignored), "Prepare");
-    check(command->get_DialogClass(&text), "DialogClass");
+    const auto command = addition(root);
 
     static Site site;
-    const auto dialog = create<IDialogControl>(text);
-    IOleObject* object = nullptr;
-    check(dialog->QueryInterface(IID_IOleObject, reinterpret_cast<void**>(&object)), "control");
-    check(dialog->QueryInterface(IID_IOleInPlaceObject, reinterpret_cast<void**>(&site.control)), "control");
-    check(object->SetClientSite(&site), "site");
-    check(dialog->get_Name(&text), "Name");
-    site.frame = CreateWindowExW(WS_EX_CONTROLPARENT, L"Static", text, WS_OVERLAPPEDWINDOW, 40, 40, 300, 300,
-                                 nullptr, nullptr, nullptr, nullptr);
-    check(object->DoVerb(OLEIVERB_SHOW, nullptr, &site, 0, site.frame, nullptr), "Show");
-    check(dialog->putref_Command(command), "Command");
-    check(dialog->get_Ready(&ignored), "Ready");
+    BSTR text = nullptr;
+    VARIANT_BOOL ready;
     SIZEL size;
+    check(command->get_DialogClass(&text), "DialogClass");
+    const auto dialog = create<IDialogControl>(text);
+    const auto object = as<IOleObject>(dialog);
+    site.control = as<IOleInPlaceObject>(dialog);
+    site.frame = CreateWindowExW(WS_EX_CONTROLPARENT, L"Static", nullptr, WS_OVERLAPPEDWINDOW, 40, 40, 300,
+                                 300, nullptr, nullptr, nullptr, nullptr);
+    check(object->SetClientSite(&site), "site");
+    check(object->DoVerb(OLEIVERB_SHOW, nullptr, &site, 0, site.frame, nullptr), "Show");
+
+    check(dialog->putref_Command(command), "Command");
+    check(dialog->get_Name(&text), "Name");
+    check(dialog->get_Ready(&ready), "Ready");
+    SetWindowTextW(site.frame, text);
     object->GetExtent(DVASPECT_CONTENT, &size); // this program does not know finer screens than of 96 dots
     site.fit({0, 0, MulDiv(size.cx, 96, 2540), MulDiv(size.cy, 96, 2540)});
     ShowWindow(site.frame, SW_SHOW);
     object->DoVerb(OLEIVERB_UIACTIVATE, nullptr, &site, 0, site.frame, nullptr);
 
+    const auto keyboard = as<IOleInPlaceActiveObject>(dialog);
     MSG message;
-    while (GetMessageW(&message, nullptr, 0, 0) > 0)
-        if (!site.keyboard || site.keyboard->TranslateAccelerator(&message) != S_OK)
+    while (IsWindow(site.frame) && GetMessageW(&message, nullptr, 0, 0) > 0)
+        if (keyboard->TranslateAccelerator(&message) != S_OK)
         {
             TranslateMessage(&message);
             DispatchMessageW(&message);
-            if (!IsWindow(site.frame))
-                PostQuitMessage(0);
         }
     object->Close(OLECLOSE_NOSAVE);
     object->SetClientSite(nullptr);
-    DestroyWindow(site.frame);
 }

@@ -74,6 +74,14 @@ build() {
     step "configure $1" cmake --preset "$1" && step "build $1" cmake --build "build/$1" -j 2
 }
 
+# The library does not need what the demo needs: SQLite's sources.
+configure_alone() {
+    local folder=build/alone
+    rm -rf "$folder"
+    cmake --preset win32 -B "$folder" -DKORVANE_SQLITE_DIR="$PWD/$folder/none" &&
+        grep -q 'build KorvaneDlg.dll' "$folder/build.ninja" && ! grep -i sqlite "$folder/build.ninja"
+}
+
 # wine_failures PRESET LOG: the numbers of the programs in which Wine failed, and not what was tested.
 # A test program first tells what it runs: one that has said nothing was not started. One that a signal of the system
 # ends was ended by a fault in Wine itself, now and then when it exits while a thread of Wine's is just starting:
@@ -212,6 +220,16 @@ finish() {
 }
 trap finish EXIT
 
+# What a developer of hosts is given, without the packing: scripts/release.sh does all of it.
+try_samples() {
+    local folder=build/sdk component
+    rm -rf "$folder"
+    for component in sdk demo; do
+        cmake --install build/win32 --component "$component" --prefix "$folder" || return
+    done
+    scripts/try-samples.sh "$folder" x86
+}
+
 test_win32() {
     if [[ $win32_built = no ]]; then
         not_run "test win32" "no 32-bit build"
@@ -222,6 +240,7 @@ test_win32() {
         not_run "test win32" "no 32-bit Wine prefix"
         return 0
     fi
+    ((${#ctest_arguments[@]})) || step "samples" try_samples || true
     printf '%-16s\n' "test win32"
     if run_tests win32 error 2>&1 | tee "$logs/test-win32.log"; then return 0; fi
     failed+=("test win32")
@@ -244,6 +263,7 @@ if [[ $quick = no ]]; then
         step "lint" scripts/lint.sh || true
     fi
     if build win64; then win64_built=yes; fi
+    step "library alone" configure_alone || true
 fi
 
 if [[ $quick = no ]]; then start_win64; fi

@@ -8,15 +8,16 @@
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-export KORVANE_WINE_DIR=$PWD/build/try
+root=$PWD
+export KORVANE_WINE_DIR=$root/build/try
 # shellcheck source=scripts/wine-env.sh
 . scripts/wine-env.sh
 
 prefix=${1:?win32 or win64}
-release=$PWD/build/release
+release=$root/build/release
 case $prefix in
-    win32) arch=x86 compiler=i686 ;;
-    win64) arch=x64 compiler=x86_64 ;;
+    win32) arch=x86 ;;
+    win64) arch=x64 ;;
     *) exit 2 ;;
 esac
 if [[ $prefix = win64 ]] && ! have_wine64; then
@@ -38,7 +39,7 @@ fail() {
 }
 
 wine() {
-    timeout 120 "$KORVANE_WINE" "$@" </dev/null
+    timeout "${limit:-120}" "$KORVANE_WINE" "$@" </dev/null
 }
 
 # Everything that registrations and installers write, and what else names the library. The prefix's own files hold it
@@ -78,45 +79,6 @@ expect_as_before() {
     echo "$1: registry and folders as before"
 }
 
-# until_says TEXT: waits for a line of the running sample.
-until_says() {
-    local tries
-    for ((tries = 0; tries < 150; ++tries)); do
-        if grep -q "^$1" "$output"; then return 0; fi
-        sleep 0.2
-    done
-    fail "the sample does not say \"$1\""
-}
-
-# use TITLE PROGRAM ARGUMENTS... -- KEY LINE KEY LINE...: starts a sample and presses keys, each of which makes it say a line.
-use() {
-    local title=$1 command=() sample
-    shift
-    while [[ $1 != -- ]]; do
-        command+=("$1")
-        shift
-    done
-    shift
-    : >"$output"
-    (exec timeout 120 "$KORVANE_WINE" "${command[@]}") </dev/null >"$output" 2>&1 &
-    sample=$!
-    timeout 60 xdotool search --sync --onlyvisible --name "$title" >/dev/null || fail "${command[*]}: no window"
-    while (($#)); do
-        # A key that comes before the dialog has the focus is lost: once more, then.
-        local tries keys=()
-        for ((tries = 0; tries < 10; ++tries)); do
-            read -ra keys <<<"$1"
-            xdotool key "${keys[@]}"
-            sleep 1
-            if grep -q "^$2" "$output"; then break; fi
-        done
-        until_says "$2"
-        shift 2
-    done
-    wait "$sample" || fail "${command[*]}: exit code $?"
-    echo "${command[*]}: $(tr -d '\r' <"$output" | cut -d: -f1 | xargs)"
-}
-
 winepath_of() {
     local path=C:${1#"$drive"}
     echo "${path//\//\\}"
@@ -138,20 +100,14 @@ change_registration() {
 # --- from the zips
 
 remember
-unzip -q "$release"/KorvaneDlg-*-sdk.zip -d "$drive"
-unzip -qo "$release"/KorvaneDlg-*-demo.zip -d "$drive"
-cd "$drive"/KorvaneDlg-*/
+cd "$drive"
+for package in sdk demo; do
+    cmake -E tar xf "$release"/KorvaneDlg-*-$package.zip
+done
+cd KorvaneDlg-*/
 folder=$(basename "$PWD")
 
-while read -r line; do
-    line=${line//i686/$compiler}
-    echo "${line//x86\//$arch/}"
-    bash -c "${line//x86\//$arch/}" >"$output" 2>&1 || fail "it does not build"
-done < <(sed -n 's/^    \(i686-w64-mingw32-.*\)/\1/p' samples/README.md)
-
-use Activity "$arch/AtlHost.exe" -- alt+r Resize Return Submit
-use Activity "$arch/AtlHost.exe" employee -- Return Error Escape Done
-use Group "$arch/SiteHost.exe" -- "v a n s Return" Submit
+"$root/scripts/try-samples.sh" "$PWD" "$arch"
 
 change_registration "$arch\\KorvaneDlg.dll" "$arch\\KorvaneData.dll"
 say 'samples\Booking.vbs' '^booked: '
@@ -159,7 +115,7 @@ say 'samples\Group.js' '^added, renamed and deleted: '
 undo=/u change_registration "$arch\\KorvaneDlg.dll" "$arch\\KorvaneData.dll"
 
 mkdir tour
-wine "$arch/KorvaneHost.exe" --tour tour --db tour.sqlite >"$output" 2>&1 || fail "the tour"
+limit=900 wine "$arch/KorvaneHost.exe" --tour tour --db tour.sqlite >"$output" 2>&1 || fail "the tour"
 tail -n 1 "$output"
 
 cd "$drive"

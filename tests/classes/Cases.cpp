@@ -84,18 +84,6 @@ ComPtr<IAppCommand> makeCommand(const CLSID& classId, const RecordingData& data,
     return command;
 }
 
-void letOperand(const ComPtr<IAppCommand>& command, std::wstring_view name, const Variant& value)
-{
-    call(command, &IAppCommand::put_Operand, Bstr(name).get(), value.get());
-}
-
-Variant getOperand(const ComPtr<IAppCommand>& command, std::wstring_view name)
-{
-    Variant value;
-    call(command, &IAppCommand::get_Operand, Bstr(name).get(), value.put());
-    return value;
-}
-
 std::string operandsOf(const CommandCase& of, const ComPtr<IAppCommand>& command)
 {
     std::string result;

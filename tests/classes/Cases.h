@@ -3,11 +3,10 @@
 // A further class brings its entry (see tests/groups/GroupCases.cpp) and is known to the suites by it.
 #pragma once
 
-#include "framework/com/Variant.h"
+#include "tests/support/CommandUser.h"
 #include "tests/support/Container.h"
 #include "tests/support/Look.h"
 #include "tests/support/Questions.h"
-#include "tests/support/RecordingData.h"
 
 #include <KorvaneDlg.h>
 
@@ -94,8 +93,6 @@ ComPtr<IAppCommand> makeCommand(const CLSID& classId, const RecordingData& data,
 
 /// The operands of a command as one text, as far as they are not objects.
 std::string operandsOf(const CommandCase& of, const ComPtr<IAppCommand>& command);
-void letOperand(const ComPtr<IAppCommand>& command, std::wstring_view name, const Variant& value);
-Variant getOperand(const ComPtr<IAppCommand>& command, std::wstring_view name);
 
 /// The calls so far, without the closing of scopes, which follows a failure too.
 std::vector<std::string> stepsOf(RecordingData& data);

@@ -77,8 +77,7 @@ INSTANTIATE_TEST_SUITE_P(EveryDialog, FilledDialogTests, testing::ValuesIn(fille
 TEST_P(DialogTests, NameIsItsTitle)
 {
     place();
-    Bstr title;
-    call(container.dialog, &IAppDialog::get_Name, title.put());
+    const auto title = fetch(container.dialog, &IAppDialog::get_Name);
     EXPECT_EQ(title, tested.title);
 }
 
@@ -92,8 +91,7 @@ TEST_P(DialogTests, TakesItsOwnCommandOnly)
             others.push_back(create<IDispatch>(each.classId));
     for (const auto& other : others)
         EXPECT_EQ(container.dialog->putref_Command(other.get()), DISP_E_TYPEMISMATCH);
-    ComPtr<IAppCommand> held;
-    call(container.dialog, &IAppDialog::get_Command, held.put());
+    const auto held = fetch(container.dialog, &IAppDialog::get_Command);
     EXPECT_EQ(held.get(), command.get());
 }
 
@@ -132,8 +130,7 @@ TEST_P(DialogTests, ConfirmedItSubmitsOnceAndEnds)
         container.press(VK_ESCAPE);
         if (okButton())
             Container::click(okButton());
-        VARIANT_BOOL executed = VARIANT_FALSE;
-        call(command, &IAppCommand::Execute, &executed);
+        fetch(command, &IAppCommand::Execute);
         return true;
     };
     confirm();
@@ -331,8 +328,7 @@ TEST_P(DialogTests, AHostsOwnTextsStandInItAndACaptionThatWasReadStays)
         texts->word = word;
         call(container.dialog, &IAppDialog::putref_Resources, texts.get());
         ASSERT_TRUE(container.ready());
-        Bstr title;
-        call(container.dialog, &IAppDialog::get_Name, title.put());
+        const auto title = fetch(container.dialog, &IAppDialog::get_Name);
         EXPECT_THAT(std::wstring(title.view()), testing::StartsWith(word));
         int captions = 0;
         for (const HWND window : windowsOn(container.dialogWindow()))
