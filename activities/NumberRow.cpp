@@ -10,15 +10,16 @@ namespace korvane
 namespace
 {
 
-constexpr float gap = 45;
+constexpr float gap = 60;
+constexpr float drop = 45; // of a label beside a box
 
 } // namespace
 
 NumberRow::NumberRow(Frame& frame, float top, const Names& names, One one)
-    : one_(one), lblBefore(frame, {.name = names.before, .place = {0, top + gap, 1000, 210}}),
+    : one_(one), lblBefore(frame, {.name = names.before, .place = {0, top + drop, 1000, 210}}),
       txtNumber(frame, {.name = names.box, .place = {1000, top, 480, 300}}, TextBox::Kind::digits, digits),
       updNumber(frame, {.name = names.arrows, .place = {1480, top, 255, 300}}, txtNumber, 1, largest),
-      lblAfter(frame, {.name = names.after, .place = {1800, top + gap, 900, 210}})
+      lblAfter(frame, {.name = names.after, .place = {1800, top + drop, 900, 210}})
 {
     txtNumber.onChange = [this] { typed(); };
     txtNumber.onLostFocus = [this] { onLostFocus(); };

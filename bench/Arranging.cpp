@@ -144,12 +144,54 @@ void measureStoring(Report& report, const Effort& effort)
                compare(samples, ofLibrary, ofDataLayer(true)), 1.1);
 }
 
+/// Loading many entries, choosing their order and storing it, against copies of their texts that are kept in the place
+/// of the former ones: what the platform's memory makes of that is not the library's.
+void measureGrowth(Report& report, const Effort& effort)
+{
+    constexpr const char* group = "Loading and arranging";
+    const std::vector<double> counts{1000, 10000, 100000};
+    std::vector<double> times;
+    std::vector<double> bareTimes;
+    for (const double count : counts)
+    {
+        MemoryData data;
+        data.resize(static_cast<int>(count));
+        const auto command = arrangeCommand(data);
+        const auto host = command.as<IAppCommand>();
+        const auto arrange = [&] {
+            VARIANT_BOOL ignored = VARIANT_FALSE;
+            require(host->Prepare(&ignored));
+            const auto last = static_cast<long>(count) - 1;
+            for (long index = 0; index <= last; ++index)
+                call(command, &IArrangeGroups::put_Pos, index,
+                     fetch(command, &IArrangeGroups::get_GroupKey, last - index));
+            require(host->Execute(&ignored));
+        };
+        std::vector<Bstr> kept;
+        const auto copy = [&] {
+            std::vector<Bstr> copies;
+            for (const Bstr& text : data.texts())
+                copies.emplace_back(text.view());
+            kept = std::move(copies);
+        };
+        const Comparison compared =
+            compare(effort.samples(11), [&] { return perRun(1, arrange); }, [&] { return perRun(1, copy); });
+        times.push_back(compared.library.median);
+        bareTimes.push_back(compared.platform.median);
+        report.add(group, std::to_string(data.texts().size()) + " entries", "copies of their texts",
+                   compared);
+    }
+    report.add(group, "growth with the number of entries", growthExponent(counts, times), "exponent", 1.1);
+    report.add(group, "growth of the copies", growthExponent(counts, bareTimes), "exponent");
+}
+
 } // namespace
 
 void measureArranging(Report& report, const Effort& effort)
 {
     measureMove(report, effort);
     measureStoring(report, effort);
+    measureGrowth(report, effort);
 }
 
 } // namespace korvane::bench

@@ -7,9 +7,9 @@
 #include "bench/Announcer.h"
 #include "bench/Benchmarks.h"
 #include "bench/Library.h"
+#include "bench/SmallRoot.h"
 #include "framework/com/Decimal.h"
 #include "framework/com/Variant.h"
-#include "tests/support/EmptyData.h"
 #include "tests/support/Messages.h"
 #include "tests/support/ModuleControls.h"
 
@@ -62,36 +62,14 @@ public:
     }
 };
 
-class Scope final : public Object<Scope, Inherits<IScope>, IScope>
-{
-public:
-    STDMETHODIMP Close(long, long) override { return S_OK; }
-};
-
-class Root final : public Object<Root, Inherits<test::EmptyRoot>, IRoot>
-{
-public:
-    STDMETHODIMP get_Names(INames** collection) override
-    {
-        *collection = ComPtr<INames>(names.get()).detach();
-        return S_OK;
-    }
-    STDMETHODIMP OpenScope(long, BSTR, IScope** scope) override
-    {
-        *scope = ComPtr<IScope>(make<Scope>().get()).detach();
-        return S_OK;
-    }
-
-    const ComPtr<Names> names = make<Names>();
-};
-
 /// The info dialog on the page with the rows.
 class InfoPage
 {
 public:
     explicit InfoPage(int rows)
     {
-        root_->names->rows = makeRows(rows);
+        names_->rows = makeRows(rows);
+        root_->names = names_.as<INames>();
         call(command_, &IAppCommand::put_Operation, 1L);
         call(command_, &IAppCommand::put_Operand, Bstr(L"Root").get(), Variant(root_.as<IDispatch>()).get());
         open(container, L"KorvaneDlg.ctlInfoMessage", command_.get());
@@ -99,12 +77,13 @@ public:
     }
 
     HWND grid() const { return container.control(L"KorvaneGrid"); }
-    const std::vector<Row>& rows() const { return root_->names->rows; }
+    const std::vector<Row>& rows() const { return names_->rows; }
 
     test::Container container;
 
 private:
-    ComPtr<Root> root_ = make<Root>();
+    ComPtr<Names> names_ = make<Names>();
+    ComPtr<SmallRoot> root_ = make<SmallRoot>();
     ComPtr<IAppCommand> command_ = create<IAppCommand>(L"KorvaneDlg.InfoMessage");
 };
 

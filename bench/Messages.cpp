@@ -8,8 +8,8 @@
 #include "bench/Benchmarks.h"
 #include "bench/Deaf.h"
 #include "bench/Library.h"
+#include "bench/SmallRoot.h"
 #include "framework/com/Variant.h"
-#include "tests/support/EmptyData.h"
 
 namespace korvane::bench
 {
@@ -64,29 +64,6 @@ public:
     }
 };
 
-class Scope final : public Object<Scope, Inherits<IScope>, IScope>
-{
-public:
-    STDMETHODIMP Close(long, long) override { return S_OK; }
-};
-
-class Root final : public Object<Root, Inherits<test::EmptyRoot>, IRoot>
-{
-public:
-    STDMETHODIMP get_Messages(IMessages** collection) override
-    {
-        *collection = ComPtr<IMessages>(messages.get()).detach();
-        return S_OK;
-    }
-    STDMETHODIMP OpenScope(long, BSTR, IScope** scope) override
-    {
-        *scope = ComPtr<IScope>(make<Scope>().get()).detach();
-        return S_OK;
-    }
-
-    const ComPtr<Messages> messages = make<Messages>();
-};
-
 } // namespace
 
 void measureMessages(Report& report, const Effort& effort)
@@ -106,8 +83,10 @@ void measureMessages(Report& report, const Effort& effort)
     std::vector<double> times;
     for (const Size& size : sizes)
     {
-        const auto root = make<Root>();
-        root->messages->count = size.messages;
+        const auto messages = make<Messages>();
+        messages->count = size.messages;
+        const auto root = make<SmallRoot>();
+        root->messages = messages.as<IMessages>();
         const auto command = create<IAppCommand>(L"KorvaneDlg.ShowMessage");
         call(command, &IAppCommand::put_Operand, Bstr(L"Root").get(), Variant(root.as<IDispatch>()).get());
         test::Container container;

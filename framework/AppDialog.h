@@ -157,7 +157,7 @@ template <class Base, class... Further>
 class DialogObject
     : public Object<DialogObject<Base, Further...>, Base, IDialogControl, IAppDialog, Further..., IOleObject,
                     IOleInPlaceObject, IOleInPlaceActiveObject, IOleControl, IViewObject2, IPersistStreamInit,
-                    IPersistPropertyBag, IProvideClassInfo2, IConnectionPointContainer>
+                    IPersistPropertyBag, IProvideClassInfo2, IQuickActivate, IConnectionPointContainer>
 {
 protected:
     using DialogObject::Object::Object;

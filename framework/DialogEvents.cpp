@@ -82,7 +82,7 @@ HRESULT DialogEvents::raise(DISPID event, std::initializer_list<Variant> argumen
 }
 
 /// Every subscriber is asked, and one that executes the command is enough: what it has done is not to be done again
-/// because another one has failed.
+/// because another one has failed. One that says so and fails then has not done it.
 bool DialogEvents::submit(IAppCommand* candidate)
 {
     const Variant command{ComPtr<IDispatch>(candidate)};
@@ -100,12 +100,12 @@ bool DialogEvents::submit(IAppCommand* candidate)
     refer(1, VT_BSTR, answer.source.inOut());
     refer(0, VT_BSTR, answer.description.inOut());
     subscribers_->raise(eventSubmit, arguments, [&](HRESULT outcome, EXCEPINFO& exception) {
-        executed = executed || answer.executed != VARIANT_FALSE;
         std::optional<Failure> own;
         if (FAILED(outcome) && !isDeaf(outcome))
             own = failureOfHandler(outcome, exception);
         else if (answer.number != 0)
             own = Failure(answer.number, answer.source.view(), answer.description.view());
+        executed = executed || (answer.executed != VARIANT_FALSE && !own);
         if (own && !failure)
             failure = std::move(own);
         answer.executed = VARIANT_FALSE;

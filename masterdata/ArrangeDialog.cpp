@@ -8,64 +8,51 @@
 namespace korvane
 {
 
-namespace
-{
-
-/// How the selected entry moves: by a button, or by a key with Alt. The picture has the id of the text.
-struct Move
-{
-    const wchar_t* button;
-    const wchar_t* text;
-    long picture;
-    WORD key;
-};
-
-constexpr Move moves[] = {{L"cmdUpUp", L"22521", 22521, VK_HOME},
-                          {L"cmdUp", L"22522", 22522, VK_UP},
-                          {L"cmdDown", L"22523", 22523, VK_DOWN},
-                          {L"cmdDownDown", L"22524", 22524, VK_END}};
-
-} // namespace
-
 ArrangeDialog::ArrangeDialog(REFCLSID classId, long titleId, float width, float height, const wchar_t* list,
                              const wchar_t* scope)
     : AppDialog(classId, titleId, width, height), scope_(scope),
-      lblArrange(*this, {.name = L"lblArrange", .place = {120, 120, 3465, 210}, .text = list}),
-      cmdMove(makeControls<std::size(moves)>([this](int index) {
-          const Move& move = moves[index];
-          const float top = 375 + 435 * static_cast<float>(index);
-          return Button(
-              *this,
-              {.name = move.button, .place = {3705, top, 375, 375}, .text = move.text, .toolTip = move.text},
-              move.picture);
-      }))
+      lblArrange(*this, {.name = L"lblArrange", .place = {120, 120, 3465, 210}, .text = list})
 {
     lstArrange.onKeyDown = [this](WORD key, DWORD modifiers) { return moveByKey(key, modifiers); };
     lstArrange.onDrag = [this](int target) { moveEntry(target); };
-    for (std::size_t kind = 0; kind < cmdMove.size(); ++kind)
-        cmdMove[kind].onClick = [this, kind] { move(kind); };
+    cmdMove.onMove = [this](OrderButtons::Move to) { move(to); };
 }
 
 bool ArrangeDialog::load()
 {
     const auto command = commandView(); // the host may take it away in a call
     const Arrangement& arranged = arrangement();
-    inScope(arranged.Root, scope_, [&] { fetch(command, &IAppCommand::Prepare); });
-    const bool arranges = fetch(command, &IAppCommand::get_Operation) == operationChange;
-    {
-        const ListBox::Filling filling(lstArrange);
-        lstArrange.Clear();
-        for (long index = 0; arranges && index < arranged.items().count(); ++index)
-            lstArrange.AddItem(arranged.items().at(index).text.get(), arranged.items().at(index).id);
-    }
+    const ItemTable none;
+    bool arranges = false;
+    failure_ = attempt([&] {
+        inScope(arranged.Root, scope_, [&] { fetch(command, &IAppCommand::Prepare); });
+        arranges = fetch(command, &IAppCommand::get_Operation) == operationChange;
+        fill(arranges ? arranged.items() : none);
+    });
     // The designed size, in the font that the dialog has by now.
     setSize(fitToPixels(designWidth * fraCommands.Width() / commandsWidth, dpi()),
             fitToPixels(designHeight * fraCommands.Height() / commandsHeight, dpi()));
-    return arranges;
+    if (failure_) // is told to the container, while Ready has succeeded: the agreed behaviour
+        raiseError(*failure_);
+    return arranges && !failure_;
 }
 
+void ArrangeDialog::fill(const ItemTable& items)
+{
+    const ListBox::Filling filling(lstArrange);
+    lstArrange.Clear();
+    for (long index = 0; index < items.count(); ++index)
+        lstArrange.AddItem(items.at(index).text.get(), items.at(index).id);
+}
+
+/// What the user has not seen is not stored.
 void ArrangeDialog::takeValues()
 {
+    if (failure_)
+        throw *failure_;
+    const bool arranges = fetch(commandView(), &IAppCommand::get_Operation) == operationChange;
+    if (arranges && lstArrange.ListCount() != arrangement().items().count())
+        throw Failure(DISP_E_BADINDEX); // the host has loaded anew
     for (int index = 0; index < lstArrange.ListCount(); ++index)
         arrangement().setPos(index, lstArrange.ItemData(index));
 }
@@ -82,9 +69,8 @@ void ArrangeDialog::shown()
 void ArrangeDialog::resized()
 {
     const float margin = lstArrange.Left();
-    const float right = Width() - margin - cmdMove[0].Width();
-    for (Button& button : cmdMove)
-        button.setLeft(right);
+    const float right = Width() - margin - cmdMove.Width();
+    cmdMove.setLeft(right);
     fraCommands.setLeft(Width() - fraCommands.Width());
     fraCommands.setTop(Height() - fraCommands.Height());
     lblArrange.setWidth(right - 2 * margin);
@@ -93,24 +79,21 @@ void ArrangeDialog::resized()
 
 Extent ArrangeDialog::minimumSize() const noexcept
 {
-    return {fraCommands.Width() + lstArrange.Left(), cmdMove.back().bottom() + fraCommands.Height()};
+    return {fraCommands.Width() + lstArrange.Left(), cmdMove.bottom() + fraCommands.Height()};
 }
 
 bool ArrangeDialog::moveByKey(WORD key, DWORD modifiers)
 {
-    const auto* const found =
-        std::find_if(std::begin(moves), std::end(moves), [&](const Move& move) { return move.key == key; });
-    if ((modifiers & altKey) == 0 || found == std::end(moves))
+    const auto to = OrderButtons::moveOf(key);
+    if ((modifiers & altKey) == 0 || !to)
         return false;
-    move(static_cast<std::size_t>(found - moves));
+    move(*to);
     return true;
 }
 
-void ArrangeDialog::move(std::size_t kind)
+void ArrangeDialog::move(OrderButtons::Move to)
 {
-    const int selected = lstArrange.ListIndex();
-    const int targets[] = {0, selected - 1, selected + 1, lstArrange.ListCount()};
-    moveEntry(targets[kind]);
+    moveEntry(OrderButtons::target(to, lstArrange.ListIndex(), lstArrange.ListCount()));
 }
 
 /// Moves the selected entry, if there is one, as near to a place as the list has one.

@@ -3,10 +3,12 @@
 #pragma once
 
 #include "framework/AppDialog.h"
-#include "framework/control/ControlArray.h"
 #include "framework/control/Label.h"
 #include "framework/control/ListBox.h"
+#include "framework/control/OrderButtons.h"
 #include "masterdata/Arrangement.h"
+
+#include <optional>
 
 namespace korvane
 {
@@ -33,18 +35,20 @@ private:
     void resized() override;
     Extent minimumSize() const noexcept override;
 
+    void fill(const ItemTable& items);
     bool moveByKey(WORD key, DWORD modifiers);
-    void move(std::size_t kind);
+    void move(OrderButtons::Move to);
     void moveEntry(int target);
 
     static constexpr float commandsWidth = 2610;
     static constexpr float commandsHeight = 615;
 
     const wchar_t* scope_;
+    std::optional<Failure> failure_; ///< of the last attempt to load
 
     Label lblArrange;
     ListBox lstArrange{*this, {.name = L"lstArrange", .place = {120, 375, 3465, 2910}}};
-    ControlArray<Button, 4> cmdMove; ///< cmdUpUp, cmdUp, cmdDown, cmdDownDown
+    OrderButtons cmdMove{*this, {3705, 375, 375, 375}, 60};
     CommandFrame fraCommands{
         *this, {designWidth - commandsWidth, designHeight - commandsHeight, commandsWidth, commandsHeight}};
 };

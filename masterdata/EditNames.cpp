@@ -71,6 +71,7 @@ void EditNames::PrepareEdit(long id)
     NameLogin = std::move(nameLogin);
     NameMailbox = std::move(mailbox);
     storedLogin_ = std::move(login);
+    lentLogin_ = false;
 }
 
 ComPtr<EditNames> EditNames::CloneForNew() const
@@ -145,20 +146,24 @@ void EditNames::change(const Collections& data)
 void EditNames::giveLogin(const Collections& data)
 {
     Bstr given = NameLogin;
-    if (LoginID != 0)
+    const bool exists = LoginID != 0;
+    if (exists)
         fetch(data.accounts, &IAccounts::Attach, ItemID, NameLogin.get());
     else
         LoginID = fetch(data.accounts, &IAccounts::Add, NameLogin.get(), 3L, Variant(ItemID).get());
+    if (given.view() != storedLogin_.view())
+        lentLogin_ = exists;
     storedLogin_ = std::move(given); // what a further attempt may have to remove
 }
 
-/// The account of a login that the resource had goes with it.
+/// The account of a login that the resource had goes with it. One that a failed attempt has lent it stays.
 void EditNames::removeLogin(const Collections& data)
 {
     if (storedLogin_.empty())
         return;
     fetch(data.accounts, &IAccounts::Detach, ItemID);
-    fetch(data.accounts, &IAccounts::Remove, storedLogin_.get());
+    if (!lentLogin_)
+        fetch(data.accounts, &IAccounts::Remove, storedLogin_.get());
 }
 
 void EditNames::writeRights(const Collections& data) const

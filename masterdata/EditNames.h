@@ -69,7 +69,8 @@ private:
     void removeLogin(const Collections& data);
     void writeRights(const Collections& data) const;
 
-    Bstr storedLogin_; ///< the one that the resource has in the data layer
+    Bstr storedLogin_;       ///< the one that the resource has in the data layer
+    bool lentLogin_ = false; ///< its account was there before it became the resource's
 };
 
 } // namespace korvane

@@ -47,9 +47,9 @@ protected:
     {
         Stored made{ItemText, ItemColor, flags};
         if (ItemID == 0)
-            halfMade_ = ItemID = fetch(items, &Collection::Add, ItemText.get(), ItemColor, flags);
+            halfMade_ = ItemID = fetch(items, &Collection::Add, made.text.get(), made.color, flags);
         else if (stored_.text.view() != ItemText.view() || stored_.color != ItemColor)
-            fetch(items, &Collection::Update, ItemID, ItemText.get(), ItemColor, flags);
+            fetch(items, &Collection::Update, ItemID, made.text.get(), made.color, flags);
         stored_ = std::move(made);
     }
 

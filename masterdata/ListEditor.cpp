@@ -128,30 +128,21 @@ void ListEditor::exclude(long id)
 {
     excluded_.insert(id);
     if (listed_.erase(id) > 0)
-        lstItems.RemoveItem(indexOf(id));
-}
-
-int ListEditor::indexOf(long id) const noexcept
-{
-    int index = lstItems.ListCount() - 1;
-    while (index >= 0 && lstItems.ItemData(index) != id)
-        --index;
-    return index;
+        lstItems.RemoveItem(lstItems.indexOf(id));
 }
 
 /// Makes the list show which item is at hand.
 void ListEditor::selectItem()
 {
     const long id = itemId();
-    lstItems.setListIndex(id == 0 ? -1 : indexOf(id));
+    lstItems.setListIndex(id == 0 ? -1 : lstItems.indexOf(id));
 }
 
 void ListEditor::read(long id)
 {
     inScope(item().Root, texts_.queryScope, [&] {
         readItem(id);
-        item().ItemID = id; // belongs to what was read, also where the scope does not close
-        settle();
+        settle(); // also where the scope does not close
     });
 }
 
@@ -215,10 +206,14 @@ void ListEditor::takeValues()
 void ListEditor::submitted(bool)
 {
     const long color = item().ItemColor;
-    const auto failure = attempt([this] {
+    auto next = commandView();
+    const auto failure = attempt([&] {
         goOn();
-        inScope(item().Root, texts_.nextScope, [this] { fetch(commandView(), &IAppCommand::Prepare); }, -1);
+        next = commandView();
+        inScope(item().Root, texts_.nextScope, [&] { fetch(next, &IAppCommand::Prepare); }, -1);
     });
+    if (commandView().get() != next.get())
+        return; // the host has begun anew with another one
     // Also where that failed: nothing is saved twice.
     item().ItemID = 0;
     item().ItemText = Bstr();

@@ -44,6 +44,7 @@ protected:
     /// The command at hand.
     virtual GroupItem& item() const = 0;
     virtual long operation() const = 0;
+    /// Makes the command at hand that of an item.
     virtual void readItem(long id) = 0;
     /// Goes on with a command for a further new item.
     virtual void goOn() = 0;
@@ -85,7 +86,6 @@ private:
     void begin();
     void loadData();
     void exclude(long id);
-    int indexOf(long id) const noexcept; ///< -1 when it is not listed
     void read(long id);
     void select();
     void selectItem();
@@ -116,7 +116,12 @@ protected:
 private:
     GroupItem& item() const final { return this->command(); }
     long operation() const final { return this->command().operation; }
-    void readItem(long id) final { this->command().PrepareEdit(id); }
+    void readItem(long id) final
+    {
+        const ComPtr<Command> read(&this->command()); // another one may be at hand after a call
+        read->PrepareEdit(id);
+        read->ItemID = id;
+    }
     void goOn() final { this->replaceCommand(this->command().CloneForNew()); }
     void connect() final
     {

@@ -12,7 +12,7 @@ class ctlArrangeGroups final : public ArrangeDialogOf<ctlArrangeGroups, ArrangeG
 public:
     static const GUID* classId() noexcept { return &__uuidof(::ctlArrangeGroups); }
 
-    ctlArrangeGroups() : ArrangeDialogOf(21000, L"40000", L"ctlEditNames.Prepare") {}
+    ctlArrangeGroups() : ArrangeDialogOf(21000, L"21005", L"ctlEditNames.Prepare") {}
 };
 
 } // namespace korvane

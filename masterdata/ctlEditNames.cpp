@@ -98,10 +98,7 @@ void ctlEditNames::settle()
 
 void ctlEditNames::showFurther()
 {
-    int index = cboNameRoles.ListCount() - 1;
-    while (index >= 0 && cboNameRoles.ItemData(index) != command().NameRole)
-        --index;
-    cboNameRoles.setListIndex(index);
+    cboNameRoles.setListIndex(cboNameRoles.indexOf(command().NameRole));
     showLogin();
     chkSync.setValue(command().NameSync);
 }
@@ -112,10 +109,7 @@ void ctlEditNames::showLogin()
     const std::wstring_view login = command().NameLogin.view();
     if (cboLoginNames.hasFocus() && cboLoginNames.Text() == login)
         return;
-    int index = cboLoginNames.ListCount() - 1;
-    while (index >= 0 && cboLoginNames.List(index) != login)
-        --index;
-    if (index >= 0)
+    if (const int index = cboLoginNames.indexOf(login); index >= 0)
         cboLoginNames.setListIndex(index);
     else
         cboLoginNames.setText(login);

@@ -19,24 +19,10 @@ enum TextId : long
     textValue = 22518
 };
 
-constexpr long firstPicture = 22521;
 constexpr float buttonSize = 405;
 constexpr float gap = 75;
 constexpr float margins = 120; ///< of the editor, beside its text
 constexpr float selectorWidth = 240;
-
-/// One of the buttons for the order of the rows, from top to bottom: its picture has the id of its text.
-Button orderButton(Frame& frame, int index)
-{
-    static constexpr const wchar_t* names[] = {L"cmdUpUp", L"cmdUp", L"cmdDown", L"cmdDownDown"};
-    static constexpr const wchar_t* texts[] = {L"22521", L"22522", L"22523", L"22524"};
-    return {frame,
-            {.name = names[index],
-             .place = {0, static_cast<float>(index) * (buttonSize + gap), buttonSize, buttonSize},
-             .text = texts[index],
-             .toolTip = texts[index]},
-            firstPicture + index};
-}
 
 } // namespace
 
@@ -57,8 +43,7 @@ InfoGrid::InfoGrid(DialogWindow& dialog, const Place& place)
       fraArrangeInfo(dialog,
                      {.name = L"fraArrangeInfo",
                       .place = {place.left + place.width - buttonSize, place.top, buttonSize, place.height}}),
-      cmdUpUp(orderButton(fraArrangeInfo, 0)), cmdUp(orderButton(fraArrangeInfo, 1)),
-      cmdDown(orderButton(fraArrangeInfo, 2)), cmdDownDown(orderButton(fraArrangeInfo, 3))
+      cmdMove(fraArrangeInfo, {0, 0, buttonSize, buttonSize}, gap)
 {
     grdEditInfo.textOf = [this](Cell cell) { return textOf(cell); };
     grdEditInfo.onLeaveCell = [this] { commit(); };
@@ -73,10 +58,7 @@ InfoGrid::InfoGrid(DialogWindow& dialog, const Place& place)
     };
     txtEdit.onKeyDown = [this](WORD key, DWORD modifiers) { return editorKey(key, modifiers); };
     txtEdit.onDialogKey = [this](WORD key) { return editorDialogKey(key); };
-    cmdUpUp.onClick = [this] { moveRow(0); };
-    cmdUp.onClick = [this] { moveRow(rowOf(grdEditInfo.current()) - 1); };
-    cmdDown.onClick = [this] { moveRow(rowOf(grdEditInfo.current()) + 1); };
-    cmdDownDown.onClick = [this] { moveRow(rows_.count() - 1); };
+    cmdMove.onMove = [this](OrderButtons::Move move) { moveRow(move); };
     txtEdit.setVisible(false);
     txtEdit.setEnabled(false);
 }
@@ -161,7 +143,8 @@ void InfoGrid::cancelEdit()
         hideEditor();
 }
 
-/// Where the caret cannot go further, the arrow keys lead on to the next cell, without editing it.
+/// Where the caret cannot go further, the arrow keys lead on to the next cell, without editing it. With Shift they
+/// select, and the like.
 bool InfoGrid::editorKey(WORD key, DWORD modifiers)
 {
     if (!editing_ || modifiers != 0)
@@ -199,29 +182,15 @@ bool InfoGrid::editorDialogKey(WORD key)
 /// off on purpose.
 bool InfoGrid::gridKey(WORD key, DWORD modifiers)
 {
-    int target = 0;
-    switch (key)
+    if (key == VK_F2)
     {
-    case VK_F2:
         edit();
         return true;
-    case VK_HOME:
-        break;
-    case VK_UP:
-        target = rowOf(grdEditInfo.current()) - 1;
-        break;
-    case VK_DOWN:
-        target = rowOf(grdEditInfo.current()) + 1;
-        break;
-    case VK_END:
-        target = rows_.count() - 1;
-        break;
-    default:
-        return false;
     }
-    if ((modifiers & altKey) != 0)
-        moveRow(target);
-    return true;
+    const auto move = OrderButtons::moveOf(key);
+    if (move && (modifiers & altKey) != 0)
+        moveRow(*move);
+    return move.has_value();
 }
 
 /// Typing replaces the text of the cell. What comes in one go, from an input method, is one text.
@@ -237,11 +206,11 @@ bool InfoGrid::gridCharacter(wchar_t character)
     return true;
 }
 
-void InfoGrid::moveRow(int target)
+void InfoGrid::moveRow(OrderButtons::Move move)
 {
     commit();
     const int from = rowOf(grdEditInfo.current());
-    const int to = rows_.move(from, target);
+    const int to = rows_.move(from, OrderButtons::target(move, from, rows_.count()));
     const auto [first, last] = std::minmax(from, to);
     if (first != last)
         grdEditInfo.rowsChanged(first + grdEditInfo.FixedRows(), last + grdEditInfo.FixedRows());

@@ -2,9 +2,9 @@
 // buttons for the order of the rows.
 #pragma once
 
-#include "framework/control/Button.h"
 #include "framework/control/Frame.h"
 #include "framework/control/Grid.h"
+#include "framework/control/OrderButtons.h"
 #include "framework/control/TextBox.h"
 #include "messages/InfoRows.h"
 
@@ -16,6 +16,7 @@ class InfoGrid
 public:
     InfoGrid(DialogWindow& dialog, const Place& place);
 
+    bool Visible() const noexcept { return fraEditInfo.Visible(); }
     void setVisible(bool visible);
     void fill(const Variant& info);
     /// Takes over what is being typed.
@@ -38,7 +39,7 @@ private:
     bool editorDialogKey(WORD key);
     bool gridKey(WORD key, DWORD modifiers);
     bool gridCharacter(wchar_t character);
-    void moveRow(int target);
+    void moveRow(OrderButtons::Move move);
 
     DialogWindow& dialog_;
     InfoRows rows_;
@@ -49,10 +50,7 @@ private:
     TextBox txtEdit; // before the grid, and therefore in front of it
     Grid grdEditInfo;
     Frame fraArrangeInfo;
-    Button cmdUpUp;
-    Button cmdUp;
-    Button cmdDown;
-    Button cmdDownDown;
+    OrderButtons cmdMove;
 };
 
 } // namespace korvane

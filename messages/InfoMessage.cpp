@@ -37,9 +37,12 @@ OleDate now()
 std::span<const Operand<InfoMessage>> InfoMessage::operands()
 {
     static constexpr Operand<InfoMessage> table[] = {
-        operand<&InfoMessage::Root>(L"Root"), operand<&InfoMessage::NameID>(L"NameID"),
-        operand<&InfoMessage::Name>(L"Name"), operand<&InfoMessage::Contact>(L"Contact"),
-        operand<&InfoMessage::Tlf>(L"Tlf"),   operand<&InfoMessage::About>(L"About"),
+        operand<&InfoMessage::Root, InfoMessage>(L"Root"),
+        operand<&InfoMessage::NameID, InfoMessage>(L"NameID"),
+        operand<&InfoMessage::Name, InfoMessage>(L"Name"),
+        operand<&InfoMessage::Contact, InfoMessage>(L"Contact"),
+        operand<&InfoMessage::Tlf, InfoMessage>(L"Tlf"),
+        operand<&InfoMessage::About, InfoMessage>(L"About"),
     };
     return table;
 }

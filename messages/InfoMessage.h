@@ -1,17 +1,14 @@
 // The command that leaves a phone message for a resource, or stores its information rows.
 #pragma once
 
-#include "framework/AppCommand.h"
-#include "framework/DataLayer.h"
-
-#include <KorvaneDlg.h>
+#include "messages/MessageCommand.h"
 
 #include <vector>
 
 namespace korvane
 {
 
-class InfoMessage final : public AppCommand<InfoMessage, IInfoMessage>
+class InfoMessage final : public MessageCommand<InfoMessage, IInfoMessage>
 {
 public:
     enum Operation : long
@@ -35,21 +32,10 @@ public:
     STDMETHODIMP put_TypeIndex(long value) override { return write(TypeIndex, value); }
     STDMETHODIMP get_Info(VARIANT* value) override { return read(value, Info); }
     STDMETHODIMP put_Info(VARIANT value) override;
-    STDMETHODIMP get_Contact(BSTR* value) override { return read(value, Contact); }
-    STDMETHODIMP put_Contact(BSTR value) override { return write(Contact, value); }
-    STDMETHODIMP get_Tlf(BSTR* value) override { return read(value, Tlf); }
-    STDMETHODIMP put_Tlf(BSTR value) override { return write(Tlf, value); }
-    STDMETHODIMP get_About(BSTR* value) override { return read(value, About); }
-    STDMETHODIMP put_About(BSTR value) override { return write(About, value); }
 
-    ComPtr<IRoot> Root;
-    long NameID = 0;    ///< whom the message is for, or whose rows they are
     Bstr Name;          ///< the resource's name, for the dialog
     long TypeIndex = 0; ///< the kind of the message, counted from 0
     Variant Info; ///< rows to store: an array of texts, labels at (0, row), values at (1, row); or Empty
-    Bstr Contact; ///< who phoned
-    Bstr Tlf;     ///< the caller's phone number
-    Bstr About;   ///< what the message concerns
 
 private:
     struct Row

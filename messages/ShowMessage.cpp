@@ -6,9 +6,11 @@ namespace korvane
 std::span<const Operand<ShowMessage>> ShowMessage::operands()
 {
     static constexpr Operand<ShowMessage> table[] = {
-        operand<&ShowMessage::Root>(L"Root"),       operand<&ShowMessage::NameID>(L"NameID"),
-        operand<&ShowMessage::Contact>(L"Contact"), operand<&ShowMessage::Tlf>(L"Tlf"),
-        operand<&ShowMessage::About>(L"About"),
+        operand<&ShowMessage::Root, ShowMessage>(L"Root"),
+        operand<&ShowMessage::NameID, ShowMessage>(L"NameID"),
+        operand<&ShowMessage::Contact, ShowMessage>(L"Contact"),
+        operand<&ShowMessage::Tlf, ShowMessage>(L"Tlf"),
+        operand<&ShowMessage::About, ShowMessage>(L"About"),
     };
     return table;
 }

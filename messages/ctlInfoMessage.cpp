@@ -58,6 +58,7 @@ ctlInfoMessage::ctlInfoMessage()
 
 bool ctlInfoMessage::load()
 {
+    ++loads_;
     noLogin_ = infoLoaded_ = false;
     tabInfoMsg.setTabCaption(keyMessage, resourceText(textTitle).view());
     tabInfoMsg.setTabCaption(keyInfo, resourceText(textInfo).view());
@@ -66,6 +67,7 @@ bool ctlInfoMessage::load()
             [this] { fetch(command().asCommand(), &IAppCommand::Prepare); });
     showCommand();
     showPage();
+    // The login counts where a message is to be left: from rows the page with the message stays within reach.
     if (command().operation != InfoMessage::operationSend)
         return command().operation == operationDelete || command().operation == InfoMessage::operationStore;
 
@@ -119,14 +121,19 @@ void ctlInfoMessage::turnPage()
     }
     // Without its rows the page is not shown: OK there would take them away.
     if (isOnInfo() && !infoLoaded_)
-        undoOnFailure(
-            [this] {
-                info.fill(inScope(command().Root, L"InfoMessage.FetchInfo",
-                                  [this] { return command().FetchInfo(); }));
-                infoLoaded_ = true;
-            },
-            [this] { tabInfoMsg.select(keyMessage); });
+        undoOnFailure([this] { loadInfo(); }, [this] { tabInfoMsg.select(keyMessage); });
     showPage();
+}
+
+void ctlInfoMessage::loadInfo()
+{
+    const int load = loads_;
+    const ComPtr<InfoMessage> held(&command()); // the host may set another one meanwhile
+    const Variant rows = inScope(held->Root, L"InfoMessage.FetchInfo", [&] { return held->FetchInfo(); });
+    if (load != loads_)
+        return; // the host has begun anew, maybe with another resource
+    info.fill(rows);
+    infoLoaded_ = true;
 }
 
 void ctlInfoMessage::showPage()
@@ -136,10 +143,10 @@ void ctlInfoMessage::showPage()
     controlInfoChanged(); // each page has access keys of its own
 }
 
-/// OK stores the page that is shown.
+/// OK stores the page that is seen. That is not yet the tab's own while the rows are read.
 void ctlInfoMessage::takeValues()
 {
-    if (isOnInfo())
+    if (info.Visible())
     {
         info.commit();
         command().Info = info.toArray();

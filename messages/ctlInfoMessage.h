@@ -32,8 +32,10 @@ private:
     bool hasLogin();
     bool isOnInfo() const { return tabInfoMsg.SelectedKey() == keyInfo; }
     void turnPage();
+    void loadInfo();
     void showPage();
 
+    int loads_ = 0;           ///< how often the dialog has been filled
     bool noLogin_ = false;    ///< the resource cannot receive messages
     bool infoLoaded_ = false; ///< the grid has been filled
 
@@ -42,19 +44,17 @@ private:
 
     Frame fraInsertMessage{*this, {.name = L"fraInsertMessage", .place = page}};
     Label lblHeader{fraInsertMessage, {.name = L"lblHeader", .place = {0, 0, 6000, 210}}};
-    ControlArray<OptionButton, 4> optType;
+    ControlArray<OptionButton, 4> optType; ///< each with its label as its caption, which can be clicked too
     Label lblFrom{fraInsertMessage, {.name = L"lblFrom", .place = {0, 1050, 1200, 210}, .text = L"22506"}};
-    TextBox txtContact{
-        fraInsertMessage,
-        {.name = L"txtContact", .place = {1260, 1005, 4740, 315}, .text = L"", .toolTip = L"22561"}};
+    TextBox txtContact{fraInsertMessage,
+                       {.name = L"txtContact", .place = {1260, 1005, 4740, 315}, .toolTip = L"22561"}};
     Label lblTlf{fraInsertMessage, {.name = L"lblTlf", .place = {0, 1425, 1200, 210}, .text = L"22504"}};
     TextBox txtTlf{fraInsertMessage,
-                   {.name = L"txtTlf", .place = {1260, 1380, 4740, 315}, .text = L"", .toolTip = L"22562"}};
+                   {.name = L"txtTlf", .place = {1260, 1380, 4740, 315}, .toolTip = L"22562"}};
     Label lblAbout{fraInsertMessage, {.name = L"lblAbout", .place = {0, 1800, 1200, 210}, .text = L"22505"}};
-    TextBox txtAbout{
-        fraInsertMessage,
-        {.name = L"txtAbout", .place = {1260, 1755, 4740, 1500}, .text = L"", .toolTip = L"22563"},
-        TextBox::Kind::lines};
+    TextBox txtAbout{fraInsertMessage,
+                     {.name = L"txtAbout", .place = {1260, 1755, 4740, 1500}, .toolTip = L"22563"},
+                     TextBox::Kind::lines};
 
     InfoGrid info{*this, page};
 

@@ -16,10 +16,10 @@ constexpr long kindMask = 0x7FFF;
 
 /// The options, in the order of the kinds that they show.
 constexpr Design options[] = {
-    {.name = L"optType0", .place = {1290, 2085, 2475, 255}, .text = L"22531"},
-    {.name = L"optType1", .place = {3765, 2085, 2475, 255}, .text = L"22532"},
-    {.name = L"optType2", .place = {1290, 2370, 2475, 255}, .text = L"22533"},
-    {.name = L"optType3", .place = {3765, 2370, 2475, 255}, .text = L"22534"},
+    {.name = L"optType", .place = {1290, 2085, 2475, 255}, .text = L"22531"},
+    {.name = L"optType", .place = {3765, 2085, 2475, 255}, .text = L"22532"},
+    {.name = L"optType", .place = {1290, 2370, 2475, 255}, .text = L"22533"},
+    {.name = L"optType", .place = {3765, 2370, 2475, 255}, .text = L"22534"},
 };
 
 std::wstring digits(std::size_t count)
@@ -55,6 +55,7 @@ ctlShowMessage::ctlShowMessage()
             show(list_.next());
     };
     cmdDelete.onClick = [this] { remove(); };
+    cmdDelete.ignoreSecondClick(); // it would delete the next message, which nobody has read yet
     cmdClose.onClick = [this] { cancel(); };
 }
 

@@ -22,6 +22,8 @@ USERS = {
     "masterdata": "resources and types",
     "messages": "messages",
 }
+# What stands in the framework, and on some dialogs only.
+SHARED = {"framework/control/OrderButtons.cpp": ["messages", "masterdata"]}
 NAMED = re.compile(r'L"(\d{4,5})"|\b(2[0-9]{4})\b|(?:\berror\w*\s*=\s*|RaiseAppError\()(\d{4})\b')
 # Where a source names the first text of several and adds to it: a kind of recurrence has a caption and the four words
 # around two numbers, and what the list editors say of their items has the same place in either area.
@@ -54,13 +56,15 @@ def uses(texts):
     found[0].add(USERS["framework"])
     for folder, user in USERS.items():
         for source in sorted((ROOT / folder).glob("**/*.[ch]*")):
+            shared = SHARED.get(source.relative_to(ROOT).as_posix())
+            users = [USERS[each] for each in shared] if shared else [user]
             code = re.sub(r"//.*", "", source.read_text(encoding="utf-8"))
             for match in NAMED.finditer(code):
                 number = int(next(group for group in match.groups() if group))
                 for each in [number, *COMPUTED.get(number, [])]:
                     if each not in texts:
                         sys.exit(f"list-texts: {source.relative_to(ROOT)} names {each}, which is no text")
-                    found[each].add(user)
+                    found[each].update(users)
     return found
 
 

@@ -2,6 +2,7 @@
 
 #include "demo/datalayer/Arguments.h"
 #include "demo/datalayer/BuiltIn.h"
+#include "demo/datalayer/Results.h"
 
 namespace korvane::store
 {
@@ -18,20 +19,17 @@ std::wstring shownResult(const std::optional<Account>& found)
 
 STDMETHODIMP Accounts::Load(VARIANT_BOOL* result)
 {
-    return returns(result, [&] {
-        return traced(trace(), L"Accounts.Load", [&] {
-            announceAnew();
-            return true;
-        });
-    });
+    const auto load = [&] {
+        announceAnew();
+        return true;
+    };
+    return answered(result, trace(), load, L"Accounts.Load");
 }
 
 STDMETHODIMP Accounts::Lookup(BSTR login, long* loginId, long* role, long* nameId)
 {
     return guard([&] {
-        notNull(loginId);
-        notNull(role);
-        notNull(nameId);
+        requireAll(loginId, role, nameId);
         const auto found = traced(
             trace(), line(L"Accounts.Lookup", view(login)), [&] { return table_.find(view(login)); },
             shownResult);

@@ -133,10 +133,8 @@ STDMETHODIMP EventLinks::SetRecurrence(VARIANT linkId, IRecurrence* rule)
 
 STDMETHODIMP EventLinks::HasAccess(long level, long eventId, VARIANT_BOOL* result)
 {
-    return returns(result, [&] {
-        return traced(trace(), line(L"EventLinks.HasAccess", level, eventId),
-                      [&] { return table_.mayPerform(level, eventId); });
-    });
+    const auto tell = [&] { return table_.mayPerform(level, eventId); };
+    return answered(result, trace(), tell, L"EventLinks.HasAccess", level, eventId);
 }
 
 void EventLinks::announce(const std::vector<Member>& members)

@@ -48,23 +48,18 @@ STDMETHODIMP Events::Update(long eventId, long instance, long nameId, long typeI
 
 STDMETHODIMP Events::Remove(long eventId, long instance)
 {
-    return guard([&] {
-        tracedCall(trace(), line(L"Events.Remove", eventId, instance), [&] {
-            table_.remove(eventId, instance);
-            announceChange();
-        });
-    });
+    const auto remove = [&] {
+        table_.remove(eventId, instance);
+        announceChange();
+    };
+    return performed(trace(), remove, L"Events.Remove", eventId, instance);
 }
 
 STDMETHODIMP Events::Fetch(long eventId, long instance, long* nameId, long* typeId, DATE* t0, DATE* t1,
                            BSTR* text)
 {
     return guard([&] {
-        notNull(nameId);
-        notNull(typeId);
-        notNull(t0);
-        notNull(t1);
-        notNull(text);
+        requireAll(nameId, typeId, t0, t1, text);
         const Activity found = traced(
             trace(), line(L"Events.Fetch", eventId, instance),
             [&] { return table_.fetch(eventId, instance); }, shownResult);
@@ -98,23 +93,20 @@ STDMETHODIMP Events::SetRecurrence(long eventId, IRecurrence* rule)
 
 STDMETHODIMP Events::IsException(long eventId, long* result)
 {
-    return returns(result, [&] {
-        return traced(trace(), line(L"Events.IsException", eventId),
-                      [&] { return table_.isException(eventId) ? 1L : 0L; });
-    });
+    const auto tell = [&] { return table_.isException(eventId) ? 1L : 0L; };
+    return answered(result, trace(), tell, L"Events.IsException", eventId);
 }
 
 STDMETHODIMP Events::Load(DATE from, DATE to)
 {
-    return guard([&] {
-        tracedCall(trace(), line(L"Schedule.Load", OleDate{from}, OleDate{to}), [&] {
-            const auto schedule = scheduleBetween({from}, {to}, store_->connection());
-            announceClear(trace());
-            for (const auto& [event, instance, booked] : schedule)
-                announceItem(trace(), event, instance, booked.name, booked.type, booked.t0, booked.t1,
-                             booked.text);
-        });
-    });
+    const auto load = [&] {
+        const auto schedule = scheduleBetween({from}, {to}, store_->connection());
+        announceClear(trace());
+        for (const auto& [event, instance, booked] : schedule)
+            announceItem(trace(), event, instance, booked.name, booked.type, booked.t0, booked.t1,
+                         booked.text);
+    };
+    return performed(trace(), load, L"Schedule.Load", OleDate{from}, OleDate{to});
 }
 
 void Events::announceChange()

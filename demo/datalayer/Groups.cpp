@@ -17,19 +17,17 @@ std::wstring shownResult(const std::optional<Group>& group)
 
 STDMETHODIMP Groups::Load(VARIANT_BOOL* result)
 {
-    return returns(result, [&] {
-        return traced(trace(), L"Groups.Load", [&] {
-            announce(table_.all());
-            return true;
-        });
-    });
+    const auto load = [&] {
+        announce(table_.all());
+        return true;
+    };
+    return answered(result, trace(), load, L"Groups.Load");
 }
 
 STDMETHODIMP Groups::Fetch(long id, BSTR* text, long* flags, VARIANT_BOOL* result)
 {
     return returns(result, [&] {
-        notNull(text);
-        notNull(flags);
+        requireAll(text, flags);
         const auto find = [&] { return table_.find(id); };
         const auto group = traced(trace(), line(L"Groups.Fetch", id), find, shownResult);
         if (group)
@@ -43,41 +41,32 @@ STDMETHODIMP Groups::Fetch(long id, BSTR* text, long* flags, VARIANT_BOOL* resul
 
 STDMETHODIMP Groups::HasAccess(long operation, long id, VARIANT_BOOL* result)
 {
-    return returns(result, [&] {
-        return traced(trace(), line(L"Groups.HasAccess", operation, id),
-                      [&] { return table_.mayPerform(operation, id); });
-    });
+    const auto tell = [&] { return table_.mayPerform(operation, id); };
+    return answered(result, trace(), tell, L"Groups.HasAccess", operation, id);
 }
 
 STDMETHODIMP Groups::Add(BSTR text, long flags, long* newId)
 {
-    return returns(newId, [&] {
-        return traced(trace(), line(L"Groups.Add", view(text), flags),
-                      [&] { return announced(table_.add(view(text), flags)); });
-    });
+    const auto add = [&] { return announced(table_.add(view(text), flags)); };
+    return answered(newId, trace(), add, L"Groups.Add", view(text), flags);
 }
 
 STDMETHODIMP Groups::Remove(long id, long* removedId)
 {
-    return returns(removedId, [&] {
-        return traced(trace(), line(L"Groups.Remove", id), [&] { return announced(table_.remove(id)); });
-    });
+    const auto remove = [&] { return announced(table_.remove(id)); };
+    return answered(removedId, trace(), remove, L"Groups.Remove", id);
 }
 
 STDMETHODIMP Groups::Update(long id, BSTR text, long flags, long* updatedId)
 {
-    return returns(updatedId, [&] {
-        return traced(trace(), line(L"Groups.Update", id, view(text), flags),
-                      [&] { return announced(table_.update(id, view(text), flags)); });
-    });
+    const auto update = [&] { return announced(table_.update(id, view(text), flags)); };
+    return answered(updatedId, trace(), update, L"Groups.Update", id, view(text), flags);
 }
 
 STDMETHODIMP Groups::SetPosition(long id, long position)
 {
-    return guard([&] {
-        tracedCall(trace(), line(L"Groups.SetPosition", id, position),
-                   [&] { announced(table_.setPosition(id, position)); });
-    });
+    const auto write = [&] { announced(table_.setPosition(id, position)); };
+    return performed(trace(), write, L"Groups.SetPosition", id, position);
 }
 
 void Groups::announceChange()

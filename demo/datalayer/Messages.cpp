@@ -18,29 +18,22 @@ std::wstring shownResult(const Message& found)
 
 STDMETHODIMP Messages::LoadFor(long nameId, long flags, VARIANT_BOOL* result)
 {
-    return returns(result, [&] {
-        return traced(trace(), line(L"Messages.LoadFor", nameId, flags), [&] {
-            const auto messages = table_.list(nameId);
-            loaded_ = nameId;
-            last_ = 0;
-            announceClear(trace());
-            announce(messages);
-            return true;
-        });
-    });
+    const auto load = [&] {
+        const auto messages = table_.list(nameId);
+        loaded_ = nameId;
+        last_ = 0;
+        announceClear(trace());
+        announce(messages);
+        return true;
+    };
+    return answered(result, trace(), load, L"Messages.LoadFor", nameId, flags);
 }
 
 STDMETHODIMP Messages::Fetch(long msgId, BSTR* fromName, DATE* dtg, BSTR* tlf, BSTR* contact, BSTR* about,
                              long* kind, VARIANT_BOOL* wasRead)
 {
     return guard([&] {
-        notNull(fromName);
-        notNull(dtg);
-        notNull(tlf);
-        notNull(contact);
-        notNull(about);
-        notNull(kind);
-        notNull(wasRead);
+        requireAll(fromName, dtg, tlf, contact, about, kind, wasRead);
         const Message found =
             traced(trace(), line(L"Messages.Fetch", msgId), [&] { return table_.fetch(msgId); }, shownResult);
         Bstr writer(found.writer);
@@ -76,11 +69,9 @@ STDMETHODIMP Messages::Add(long nameId, DATE dtg, BSTR about, BSTR tlf, BSTR con
 
 STDMETHODIMP Messages::Remove(long msgId)
 {
-    return guard([&] {
-        // Nothing is announced, here and when a message is read: whoever shows messages knows what he did, and goes on
-        // with those that he has.
-        tracedCall(trace(), line(L"Messages.Remove", msgId), [&] { table_.remove(msgId); });
-    });
+    // Nothing is announced, here and when a message is read: whoever shows messages knows what he did, and goes on
+    // with those that he has.
+    return performed(trace(), [&] { table_.remove(msgId); }, L"Messages.Remove", msgId);
 }
 
 void Messages::announceNew()

@@ -27,12 +27,7 @@ STDMETHODIMP Names::Fetch(long id, BSTR* text, long* color, long* loginId, BSTR*
                           long* role)
 {
     return guard([&] {
-        notNull(text);
-        notNull(color);
-        notNull(loginId);
-        notNull(login);
-        notNull(flags);
-        notNull(role);
+        requireAll(text, color, loginId, login, flags, role);
         const auto fetch = [&] { return id == 0 ? std::nullopt : std::optional(table_.fetch(id)); };
         const auto found = traced(trace(), called(L"Fetch", id), fetch, shownResult);
         if (!found)
@@ -50,8 +45,7 @@ STDMETHODIMP Names::Fetch(long id, BSTR* text, long* color, long* loginId, BSTR*
 
 STDMETHODIMP Names::GetRole(long id, long* role)
 {
-    return returns(role,
-                   [&] { return traced(trace(), called(L"GetRole", id), [&] { return table_.role(id); }); });
+    return answered(role, trace(), [&] { return table_.role(id); }, L"Names.GetRole", id);
 }
 
 STDMETHODIMP Names::GetMailbox(long id, BSTR* mailbox)
@@ -63,44 +57,39 @@ STDMETHODIMP Names::GetMailbox(long id, BSTR* mailbox)
 
 STDMETHODIMP Names::SetSyncLogin(long id, BSTR login)
 {
-    return guard([&] {
-        tracedCall(trace(), called(L"SetSyncLogin", id, view(login)), [&] {
-            table_.setSyncLogin(id, view(login));
-            announceChange();
-        });
-    });
+    const auto write = [&] {
+        table_.setSyncLogin(id, view(login));
+        announceChange();
+    };
+    return performed(trace(), write, L"Names.SetSyncLogin", id, view(login));
 }
 
 STDMETHODIMP Names::SetRole(long id, long role)
 {
-    return guard([&] {
-        tracedCall(trace(), called(L"SetRole", id, role), [&] {
-            table_.setRole(id, role);
-            announceChange();
-        });
-    });
+    const auto write = [&] {
+        table_.setRole(id, role);
+        announceChange();
+    };
+    return performed(trace(), write, L"Names.SetRole", id, role);
 }
 
 STDMETHODIMP Names::LoadInfo(long nameId, VARIANT_BOOL* result)
 {
-    return returns(result, [&] {
-        return traced(trace(), called(L"LoadInfo", nameId), [&] {
-            const auto rows = info_.rows(nameId);
-            announce(trace(), eventInfoClear, L"OnInfoClear");
-            for (const InfoRow& row : rows)
-                announce(trace(), eventInfoAdd, L"OnInfoAdd", nameId, row.label, row.value);
-            return true;
-        });
-    });
+    const auto load = [&] {
+        const auto rows = info_.rows(nameId);
+        announce(trace(), eventInfoClear, L"OnInfoClear");
+        for (const InfoRow& row : rows)
+            announce(trace(), eventInfoAdd, L"OnInfoAdd", nameId, row.label, row.value);
+        return true;
+    };
+    return answered(result, trace(), load, L"Names.LoadInfo", nameId);
 }
 
 STDMETHODIMP Names::SetInfo(long nameId, BSTR label, long position, BSTR value)
 {
-    return guard([&] {
-        // Nothing is announced: whoever replaces the rows one by one walks through those that were announced.
-        tracedCall(trace(), called(L"SetInfo", nameId, view(label), position, view(value)),
-                   [&] { info_.set(nameId, view(label), position, view(value)); });
-    });
+    // Nothing is announced: whoever replaces the rows one by one walks through those that were announced.
+    const auto write = [&] { info_.set(nameId, view(label), position, view(value)); };
+    return performed(trace(), write, L"Names.SetInfo", nameId, view(label), position, view(value));
 }
 
 } // namespace korvane::store

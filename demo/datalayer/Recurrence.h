@@ -17,13 +17,13 @@ class Recurrence final : public Object<Recurrence, Inherits<IRecurrence>, IRecur
 public:
     explicit Recurrence(const Rule& rule) : rule_(rule) {}
 
-    STDMETHODIMP get_Kind(long* value) override;
-    STDMETHODIMP get_Interval(long* value) override;
-    STDMETHODIMP put_Interval(long value) override;
-    STDMETHODIMP get_Count(long* value) override;
-    STDMETHODIMP put_Count(long value) override;
-    STDMETHODIMP get_Anchor(long* value) override;
-    STDMETHODIMP put_Anchor(long value) override;
+    STDMETHODIMP get_Kind(long* value) override { return read(value, rule_.kind); }
+    STDMETHODIMP get_Interval(long* value) override { return read(value, rule_.interval); }
+    STDMETHODIMP put_Interval(long value) override { return write(rule_.interval, value); }
+    STDMETHODIMP get_Count(long* value) override { return read(value, rule_.count); }
+    STDMETHODIMP put_Count(long value) override { return write(rule_.count, value); }
+    STDMETHODIMP get_Anchor(long* value) override { return read(value, rule_.anchor); }
+    STDMETHODIMP put_Anchor(long value) override { return write(rule_.anchor, value); }
 
 private:
     Rule rule_;

@@ -1,6 +1,7 @@
-// Arguments that take a text in and give another one out.
+// Arguments that give results out, among them texts that also come in.
 #pragma once
 
+#include "framework/com/Boundary.h"
 #include "framework/com/Bstr.h"
 
 #include <utility>
@@ -13,6 +14,12 @@ namespace korvane::store
 inline void give(BSTR* place, Bstr text) noexcept
 {
     const auto replaced = Bstr::adopt(std::exchange(*place, text.detach()));
+}
+
+/// Throws E_POINTER where the place of a result is missing.
+template <class... Results> void requireAll(Results*... results)
+{
+    (notNull(results), ...);
 }
 
 } // namespace korvane::store

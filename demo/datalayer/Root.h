@@ -2,6 +2,7 @@
 #pragma once
 
 #include "demo/datalayer/Accounts.h"
+#include "demo/datalayer/BuiltIn.h"
 #include "demo/datalayer/EventLinks.h"
 #include "demo/datalayer/Events.h"
 #include "demo/datalayer/Groups.h"
@@ -26,20 +27,35 @@ public:
     {
     }
 
-    STDMETHODIMP get_Groups(IGroups** collection) override;
-    STDMETHODIMP get_Names(INames** collection) override;
-    STDMETHODIMP get_Types(ITypes** collection) override;
-    STDMETHODIMP get_Accounts(IAccounts** collection) override;
-    STDMETHODIMP get_Events(IEvents** collection) override;
-    STDMETHODIMP get_EventLinks(IEventLinks** links) override;
-    STDMETHODIMP get_Messages(IMessages** collection) override;
+    STDMETHODIMP get_Groups(IGroups** collection) override
+    {
+        return given(collection, L"Root.Groups", groups_);
+    }
+    STDMETHODIMP get_Names(INames** collection) override { return given(collection, L"Root.Names", names_); }
+    STDMETHODIMP get_Types(ITypes** collection) override { return given(collection, L"Root.Types", types_); }
+    STDMETHODIMP get_Accounts(IAccounts** collection) override
+    {
+        return given(collection, L"Root.Accounts", accounts_);
+    }
+    STDMETHODIMP get_Events(IEvents** collection) override
+    {
+        return given(collection, L"Root.Events", events_);
+    }
+    STDMETHODIMP get_EventLinks(IEventLinks** links) override
+    {
+        return given(links, L"Root.EventLinks", links_);
+    }
+    STDMETHODIMP get_Messages(IMessages** collection) override
+    {
+        return given(collection, L"Root.Messages", messages_);
+    }
     STDMETHODIMP NewRecurrence(long kind, IRecurrence** rule) override;
     STDMETHODIMP OpenScope(long flags, BSTR source, IScope** scope) override;
 
-    STDMETHODIMP get_LoginID(long* loginId) override;
-    STDMETHODIMP get_Login(BSTR* login) override;
-    STDMETHODIMP get_NameID(long* nameId) override;
-    STDMETHODIMP get_Role(long* role) override;
+    STDMETHODIMP get_LoginID(long* loginId) override { return ofAccount(loginId, &Account::id, 0L); }
+    STDMETHODIMP get_Login(BSTR* login) override { return ofAccount(login, &Account::login, std::wstring()); }
+    STDMETHODIMP get_NameID(long* nameId) override { return ofAccount(nameId, &Account::name, 0L); }
+    STDMETHODIMP get_Role(long* role) override { return ofAccount(role, &Account::role, noUser); }
     STDMETHODIMP get_UnreadMessages(long* count) override;
     STDMETHODIMP HasChanged(VARIANT_BOOL* result) override;
     STDMETHODIMP AnnounceAll() override;
@@ -50,8 +66,28 @@ public:
     static const GUID* privateId() noexcept;
 
 private:
+    template <class Interface, class Collection>
+    HRESULT given(Interface** result, const wchar_t* call, const ComPtr<Collection>& collection)
+    {
+        return returns(result, [&] {
+            store_->trace().add(call);
+            return ComPtr<Interface>(collection.get());
+        });
+    }
+
     /// A value of the account that works in the database; otherwise, when it has been removed.
-    template <class Value> Value ofAccount(Value Account::* member, const Value& otherwise) const;
+    template <class Result, class Value>
+    HRESULT ofAccount(Result* result, Value Account::* member, const Value& otherwise) const
+    {
+        return returns(result, [&] {
+            const auto account = AccountTable(*store_).current();
+            const Value value = account ? (*account).*member : otherwise;
+            if constexpr (std::is_same_v<Value, std::wstring>)
+                return Bstr(value);
+            else
+                return value;
+        });
+    }
 
     std::shared_ptr<Store> store_;
     // One of each for all, so that subscribers hear of changes whichever reference they are made through.

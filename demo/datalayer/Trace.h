@@ -114,4 +114,20 @@ template <class Body> void tracedCall(Trace& trace, std::wstring call, Body&& bo
     traced(trace, std::move(call), succeeds, [](bool) { return std::wstring(); });
 }
 
+/// Answers a call of a client with what its body gives, and shows both: answered(result, trace, [&] { return
+/// table.remove(id); }, L"Groups.Remove", id)
+template <class Result, class Body, class... Arguments>
+HRESULT answered(Result* result, Trace& trace, const Body& body, std::wstring_view call,
+                 const Arguments&... arguments)
+{
+    return returns(result, [&] { return traced(trace, line(call, arguments...), body); });
+}
+
+/// The same for a call without a result.
+template <class Body, class... Arguments>
+HRESULT performed(Trace& trace, const Body& body, std::wstring_view call, const Arguments&... arguments)
+{
+    return guard([&] { tracedCall(trace, line(call, arguments...), body); });
+}
+
 } // namespace korvane::store

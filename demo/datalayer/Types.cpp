@@ -18,10 +18,7 @@ std::wstring shownResult(const TypeDetails& found)
 STDMETHODIMP Types::Fetch(long id, BSTR* text, long* color, long* flags, long* groups)
 {
     return guard([&] {
-        notNull(text);
-        notNull(color);
-        notNull(flags);
-        notNull(groups);
+        requireAll(text, color, flags, groups);
         const TypeDetails found =
             traced(trace(), called(L"Fetch", id), [&] { return table_.fetch(id); }, shownResult);
         give(text, Bstr(found.text));

@@ -92,6 +92,9 @@ LRESULT CommandDialog::receive(UINT message, WPARAM first, LPARAM second)
     case WM_SIZE:
         sized();
         return 0;
+    case WM_SYSCOLORCHANGE: // comes to this window alone
+        SendMessageW(GetWindow(handle(), GW_CHILD), message, first, second);
+        return 0;
     case WM_GETMINMAXINFO:
         if (isResizable())
             reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {smallest_.cx, smallest_.cy};

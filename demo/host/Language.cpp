@@ -101,7 +101,8 @@ Texts readTextFile(const std::wstring& path)
     const std::filesystem::path file(path);
     std::ifstream stream(file, std::ios::binary);
     if (!stream)
-        throw Failure(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
+        throw Failure(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), L"KorvaneHost",
+                      L"The file " + path + L" cannot be read.");
     const std::string lines{std::istreambuf_iterator<char>(stream), {}};
     return readTexts(lines, file.filename().wstring());
 }

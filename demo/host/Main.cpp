@@ -6,6 +6,7 @@
 #include "demo/host/tour/BookingSteps.h"
 #include "demo/host/tour/DepartmentSteps.h"
 #include "demo/host/tour/GroupSteps.h"
+#include "demo/host/tour/LanguageSteps.h"
 #include "demo/host/tour/MessageSteps.h"
 #include "demo/host/tour/Report.h"
 #include "demo/host/tour/Tour.h"
@@ -78,11 +79,12 @@ struct ChapterOfTour
     bool withSample;
 };
 
-// The activities and messages need resources, groups and departments are told from an almost empty database.
+// The activities, messages and languages need resources, groups and departments are told from an almost empty database.
 constexpr ChapterOfTour chapters[] = {
     {&bookingChapter, L"booking.sqlite", true},
     {&departmentChapter, L"department.sqlite", false},
     {&messageChapter, L"messages.sqlite", true},
+    {&languageChapter, L"languages.sqlite", true},
 };
 
 bool takeTour(const Options& options)

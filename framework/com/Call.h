@@ -22,10 +22,11 @@ HRESULT call(const ComPtr<Object>& object, HRESULT (STDMETHODCALLTYPE Interface:
 {
     if (!object)
         throwFailure(E_POINTER);
-    SetErrorInfo(0, nullptr); // what is there belongs to an earlier call
-    const HRESULT result = (object.get()->*method)(std::forward<Arguments>(arguments)...);
+    const ComPtr<Object> held(object.get()); // the pointer may be emptied, or its owner end, in the call
+    SetErrorInfo(0, nullptr);                // what is there belongs to an earlier call
+    const HRESULT result = (held.get()->*method)(std::forward<Arguments>(arguments)...);
     if (FAILED(result))
-        throwFailureOfCall(result, static_cast<Interface*>(object.get()), __uuidof(Interface));
+        throwFailureOfCall(result, static_cast<Interface*>(held.get()), __uuidof(Interface));
     return result;
 }
 

@@ -68,8 +68,9 @@ MemberTable::MemberTable(std::span<const IID* const> interfaces) : information_(
             information_[face] = bindingInfoOf(*interfaces[face]);
             add(vtableView(information_[face].get()).get(), face);
         }
-    std::stable_sort(members_.begin(), members_.end(), [](const MemberEntry& left, const MemberEntry& right) {
-        return precedes(left.name, right.name);
+    std::sort(members_.begin(), members_.end(), [](const MemberEntry& left, const MemberEntry& right) {
+        return precedes(left.name, right.name) ||
+               (!precedes(right.name, left.name) && left.face < right.face);
     });
 }
 

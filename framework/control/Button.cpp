@@ -42,8 +42,8 @@ void Button::setFillColor(std::optional<long> color)
 
 void Button::notify(WORD code)
 {
-    // The second of two quick clicks counts where it goes one step further, and not where it would do a thing twice.
-    if (code == BN_CLICKED || (code == BN_DOUBLECLICKED && picture_ != 0))
+    // A button that tells of its focus tells of a double click in place of the second click.
+    if (code == BN_CLICKED || (code == BN_DOUBLECLICKED && secondClickCounts_))
         raise(onClick);
     else if (code == BN_SETFOCUS || code == BN_KILLFOCUS)
         focusNotified(code == BN_SETFOCUS);

@@ -15,9 +15,13 @@ public:
     /// @param picture id of an icon that is shown in place of the caption, which stays the button's name for screen
     /// readers; 0 for none.
     Button(Surface surface, const Design& design, long picture = 0)
-        : Control(surface, design), picture_(picture)
+        : Control(surface, design), picture_(picture), secondClickCounts_(design.id == 0)
     {
     }
+
+    /// Of two quick clicks each counts, as they do on the platform's own buttons. OK and Cancel, and a button that is
+    /// told so, take the first one only: the second would be meant for what is done by then, and fall on what follows.
+    void ignoreSecondClick() noexcept { secondClickCounts_ = false; }
 
     /// Fills the button with a colour (RGB; below 1 for none); without one it looks like any other button.
     void setFillColor(std::optional<long> color);
@@ -49,6 +53,7 @@ private:
     };
 
     long picture_;
+    bool secondClickCounts_;
     std::unique_ptr<std::remove_pointer_t<HICON>, IconDeleter> icon_;
     int iconSize_ = 0;
     std::optional<long> fillColor_;

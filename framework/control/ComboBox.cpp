@@ -2,8 +2,6 @@
 
 #include "framework/control/DialogWindow.h"
 
-#include <new>
-
 namespace korvane
 {
 
@@ -14,6 +12,14 @@ namespace
 constexpr float listHeight = 2400;
 
 } // namespace
+
+constexpr ComboBox::Messages ComboBox::messages{.insert = CB_INSERTSTRING,
+                                                .setData = CB_SETITEMDATA,
+                                                .data = CB_GETITEMDATA,
+                                                .count = CB_GETCOUNT,
+                                                .selected = CB_GETCURSEL,
+                                                .textLength = CB_GETLBTEXTLEN,
+                                                .text = CB_GETLBTEXT};
 
 HWND ComboBox::createWindow(HWND parent, int id)
 {
@@ -61,14 +67,6 @@ int ComboBox::height() const noexcept
     return static_cast<int>(box.bottom - box.top);
 }
 
-void ComboBox::AddItem(BSTR text, long itemData)
-{
-    const LRESULT index = send(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text ? text : L""));
-    if (index < 0)
-        throw std::bad_alloc();
-    send(CB_SETITEMDATA, static_cast<WPARAM>(index), itemData);
-}
-
 void ComboBox::Clear()
 {
     settingText_ = true;
@@ -85,36 +83,11 @@ void ComboBox::ClearList()
     send(CB_SETEDITSEL, 0, MAKELPARAM(LOWORD(selected), HIWORD(selected)));
 }
 
-int ComboBox::ListCount() const noexcept
-{
-    return static_cast<int>(send(CB_GETCOUNT));
-}
-
-int ComboBox::ListIndex() const noexcept
-{
-    return window() ? static_cast<int>(send(CB_GETCURSEL)) : CB_ERR;
-}
-
 void ComboBox::setListIndex(int index) noexcept
 {
     settingText_ = true;
     send(CB_SETCURSEL, static_cast<WPARAM>(index));
     settingText_ = false;
-}
-
-long ComboBox::ItemData(int index) const noexcept
-{
-    return static_cast<long>(send(CB_GETITEMDATA, static_cast<WPARAM>(index)));
-}
-
-std::wstring ComboBox::List(int index) const
-{
-    const auto item = static_cast<WPARAM>(index);
-    const LRESULT length = send(CB_GETLBTEXTLEN, item);
-    std::wstring text(length > 0 ? static_cast<std::size_t>(length) : 0, L'\0');
-    if (!text.empty())
-        send(CB_GETLBTEXT, item, reinterpret_cast<LPARAM>(text.data()));
-    return text;
 }
 
 void ComboBox::setText(std::wstring_view text)

@@ -1,12 +1,12 @@
 // A box to choose one item of a list from, which drops down, or to type a text in.
 #pragma once
 
-#include "framework/control/Control.h"
+#include "framework/control/ItemControl.h"
 
 namespace korvane
 {
 
-class ComboBox : public Control
+class ComboBox : public ItemControl
 {
 public:
     enum class Kind
@@ -16,19 +16,13 @@ public:
     };
 
     ComboBox(Surface surface, const Design& design, Kind kind = Kind::list)
-        : Control(surface, design), kind_(kind)
+        : ItemControl(surface, design, messages), kind_(kind)
     {
     }
 
-    /// Adds an item at the end, with its data. Throws E_OUTOFMEMORY when the list is full.
-    void AddItem(BSTR text, long itemData);
     void Clear();     ///< the text goes too
     void ClearList(); ///< of a box to type in, where the text stays
-    int ListCount() const noexcept;
-    int ListIndex() const noexcept; ///< -1 without a selection
     void setListIndex(int index) noexcept;
-    long ItemData(int index) const noexcept;
-    std::wstring List(int index) const;
 
     /// What stands in the box. While onClick is raised, it may still be the former text.
     std::wstring Text() const { return window() ? windowText() : std::wstring(); }
@@ -46,6 +40,8 @@ protected:
     HWND keyWindow() const noexcept override;
 
 private:
+    static const Messages messages;
+
     int height() const noexcept; ///< in pixels, without the list
 
     Kind kind_;

@@ -41,15 +41,6 @@ bool areSame(const ComPtr<IFont>& one, const ComPtr<IFont>& other)
            haveSame(&IFont::get_Underline, BOOL{}) && haveSame(&IFont::get_Strikethrough, BOOL{});
 }
 
-template <class Measure> void withFont(HFONT font, const Measure& measure) noexcept
-{
-    const HDC context = CreateCompatibleDC(nullptr);
-    const HGDIOBJ former = SelectObject(context, font);
-    measure(context);
-    SelectObject(context, former);
-    DeleteDC(context);
-}
-
 } // namespace
 
 DialogFont::DialogFont()
@@ -77,6 +68,7 @@ DialogFont::Scale DialogFont::set(IUnknown* font, int dpi)
         throw Failure(E_INVALIDARG);
     SIZE before{}; // of a font that fails by now nothing is known
     attempt([&] { before = measure(sample, dpi); });
+    context_.reset(); // before its font goes
     *this = std::move(next);
     if (before.cx <= 0 || before.cy <= 0)
         return {};
@@ -87,13 +79,24 @@ DialogFont::Scale DialogFont::set(IUnknown* font, int dpi)
 HFONT DialogFont::handle(int dpi) const
 {
     if (dpi_ != dpi)
+    {
+        context_.reset();
         call(font_, &IFont::SetRatio, dpi, 2540L);
+    }
     dpi_ = dpi;
     HFONT handle = nullptr;
     call(font_, &IFont::get_hFont, &handle);
     if (GetObjectType(handle) != OBJ_FONT)
         throw Failure(E_HANDLE);
     return handle;
+}
+
+HDC DialogFont::context(int dpi) const
+{
+    const HFONT font = handle(dpi);
+    if (!context_ || context_->font() != font || !static_cast<HDC>(*context_))
+        context_ = std::make_unique<TextContext>(font);
+    return *context_;
 }
 
 ComPtr<IFontDisp> DialogFont::copy() const
@@ -104,30 +107,24 @@ ComPtr<IFontDisp> DialogFont::copy() const
 SIZE DialogFont::measure(const wchar_t* text, int dpi) const
 {
     SIZE extent{};
-    withFont(handle(dpi), [&](HDC context) {
-        GetTextExtentPoint32W(context, text, static_cast<int>(std::wcslen(text)), &extent);
-    });
+    GetTextExtentPoint32W(context(dpi), text, static_cast<int>(std::wcslen(text)), &extent);
     return extent;
 }
 
 SIZE DialogFont::measureCaption(std::wstring_view caption, int dpi) const
 {
     RECT place{};
-    withFont(handle(dpi), [&](HDC context) {
-        DrawTextW(context, caption.data(), static_cast<int>(caption.size()), &place,
-                  DT_CALCRECT | DT_SINGLELINE);
-    });
+    DrawTextW(context(dpi), caption.data(), static_cast<int>(caption.size()), &place,
+              DT_CALCRECT | DT_SINGLELINE);
     return {place.right, place.bottom};
 }
 
 SIZE DialogFont::measure(std::wstring_view text, int dpi, int width) const
 {
     RECT place{0, 0, width, 0};
-    withFont(handle(dpi), [&](HDC context) {
-        // As a box of several lines breaks them.
-        DrawTextW(context, text.data(), static_cast<int>(text.size()), &place,
-                  DT_CALCRECT | DT_WORDBREAK | DT_EDITCONTROL | DT_NOPREFIX | DT_EXPANDTABS);
-    });
+    // As a box of several lines breaks them.
+    DrawTextW(context(dpi), text.data(), static_cast<int>(text.size()), &place,
+              DT_CALCRECT | DT_WORDBREAK | DT_EDITCONTROL | DT_NOPREFIX | DT_EXPANDTABS);
     return {place.right, place.bottom};
 }
 

@@ -3,7 +3,9 @@
 
 #include "framework/com/ComPtr.h"
 #include "framework/com/Platform.h"
+#include "framework/control/TextContext.h"
 
+#include <memory>
 #include <string_view>
 
 namespace korvane
@@ -44,7 +46,11 @@ public:
 private:
     explicit DialogFont(ComPtr<IFont> font) noexcept : font_(std::move(font)) {}
 
+    HDC context(int dpi) const;
+
     ComPtr<IFont> font_;
+    /// What was measured in last. Each layout measures all of its captions, and making a context takes longer than that.
+    mutable std::unique_ptr<TextContext> context_;
     mutable int dpi_ = 0; ///< what the font was last asked for: asking anew would replace its handle
 };
 

@@ -396,6 +396,12 @@ std::optional<LRESULT> DialogWindow::handle(UINT message, WPARAM first, LPARAM s
     case WM_MOUSEACTIVATE:
         focusArrived();
         return std::nullopt;
+    case WM_SYSCOLORCHANGE:
+        // It comes to windows at the top alone and is handed on from there: the common controls keep what they draw with.
+        for (const Control* control : controls_)
+            if (control->window())
+                SendMessageW(control->window(), message, first, second);
+        return std::nullopt;
     case dpiChangedAfterParent:
         if (const int dpi = windowDpi(window_); dpi != dpi_)
         {

@@ -1,6 +1,7 @@
 #include "framework/control/Grid.h"
 
 #include "framework/control/DialogWindow.h"
+#include "framework/control/TextContext.h"
 
 #include <algorithm>
 #include <numeric>
@@ -11,30 +12,6 @@ namespace korvane
 
 namespace
 {
-
-/// The window's context with a font.
-class TextContext
-{
-public:
-    TextContext(HWND window, HFONT font) noexcept
-        : window_(window), context_(GetDC(window)), former_(SelectObject(context_, font))
-    {
-    }
-    TextContext(const TextContext&) = delete;
-    TextContext& operator=(const TextContext&) = delete;
-    ~TextContext()
-    {
-        SelectObject(context_, former_);
-        ReleaseDC(window_, context_);
-    }
-
-    operator HDC() const noexcept { return context_; }
-
-private:
-    HWND window_;
-    HDC context_;
-    HGDIOBJ former_;
-};
 
 /// A text's lines, broken where they are wider than a width.
 int linesIn(HDC context, std::wstring_view text, int width, int lineHeight, UINT format) noexcept
@@ -74,6 +51,8 @@ Grid::Grid(Surface surface, const Design& design, Shape shape)
 void Grid::setRows(int rows)
 {
     const int before = Rows();
+    if (rows == before)
+        return;
     layout_.setRows(rows, heightOf(1));
     if (rows > before)
         measureAnew(before, rows - 1);
@@ -165,7 +144,7 @@ void Grid::settle()
 {
     if (settled_ || !window())
         return;
-    const TextContext context(window(), font_);
+    const TextContext context(font_);
     const int width = std::max(1, widthOfText(tallColumn_));
     int changed = Rows();
     for (const int row : unmeasured_)

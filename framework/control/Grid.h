@@ -16,6 +16,8 @@
 #include "framework/control/Control.h"
 #include "framework/control/GridLayout.h"
 
+#include <oleacc.h>
+
 #include <optional>
 
 namespace korvane
@@ -96,11 +98,13 @@ private:
     void sizeChanged();
     void setFont(HFONT font);
     void keyDown(WORD key);
+    std::optional<Cell> cellAfter(WORD key) const;
     void pressed(POINT point);
     void dragged(int x);
     void released(POINT point);
     bool showsDivider() const;
     void scrollBarMoved(WORD code);
+    std::optional<int> positionAfter(WORD scrollCode) const;
     void wheelTurned(short delta);
     void scroll(int position);
 
@@ -119,12 +123,12 @@ private:
     Cell current_;
     HFONT font_ = nullptr; ///< the dialog's
     int lineHeight_ = 1;
-    std::vector<int> unmeasured_; ///< rows whose heights are not known
-    bool settled_ = false;        ///< the layout is what the texts make it
-    Cell pressed_{GridLayout::none, GridLayout::none};
+    std::vector<int> unmeasured_;    ///< rows whose heights are not known
+    bool settled_ = false;           ///< the layout is what the texts make it
+    RECT pressed_{};                 ///< the cell that the button went down on, where it was then
     int dragged_ = GridLayout::none; ///< the column whose edge is dragged
     int wheel_ = 0;                  ///< what is left of the wheel's turning
-    ComPtr<IUnknown> self_;          ///< for who may outlive the window
+    ComPtr<IAccessible> accessible_; ///< the table, once it was asked for
 };
 
 } // namespace korvane

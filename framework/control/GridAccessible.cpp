@@ -5,8 +5,6 @@
 #include "framework/com/Decimal.h"
 #include "framework/com/Object.h"
 
-#include <oleacc.h>
-
 #include <algorithm>
 
 namespace korvane
@@ -32,34 +30,16 @@ template <class Function> Function* support(const char* name) noexcept
 
 constexpr int whole = GridLayout::none; ///< the row of the table, and the column of a row
 
-/// Where the grid is, for who may outlive it; null once it is gone.
-class GridLink final : public IUnknown
-{
-public:
-    explicit GridLink(Grid& linked) noexcept : grid(&linked) {}
-    virtual ~GridLink() = default;
-
-    STDMETHODIMP QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-    STDMETHODIMP_(ULONG) Release() override
-    {
-        const ULONG remaining = --references_;
-        if (remaining == 0)
-            delete this;
-        return remaining;
-    }
-
-    Grid* grid;
-
-private:
-    ULONG references_ = 0;
-};
-
-/// The table, one of its rows or one of its cells.
+/// The table, one of its rows or one of its cells. All of them may outlive the grid; the table knows whether it is there.
 class GridAccessible final : public Object<GridAccessible, Inherits<IAccessible>, IAccessible>
 {
 public:
-    GridAccessible(ComPtr<GridLink> grid, Cell element) : grid_(std::move(grid)), element_(element) {}
+    explicit GridAccessible(Grid& grid) : grid_(&grid) {}
+    GridAccessible(ComPtr<GridAccessible> table, Cell element) : table_(std::move(table)), element_(element)
+    {
+    }
+
+    void forgetGrid() noexcept { grid_ = nullptr; }
 
     STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
     STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
@@ -105,14 +85,15 @@ public:
     {
         return returns(selection, [&] { return currentBelow(); });
     }
-    STDMETHODIMP get_accDefaultAction(VARIANT child, BSTR* action) override;
     STDMETHODIMP accDoDefaultAction(VARIANT child) override;
     STDMETHODIMP accSelect(long flags, VARIANT child) override;
     STDMETHODIMP accLocation(long* left, long* top, long* width, long* height, VARIANT child) override;
     STDMETHODIMP accNavigate(long direction, VARIANT start, VARIANT* end) override;
     STDMETHODIMP accHitTest(long x, long y, VARIANT* found) override;
 
-    // A grid has none of these.
+    // A grid has none of these. What a cell does by default is done where it is asked for, and has no name: the grid
+    // knows no language.
+    STDMETHODIMP get_accDefaultAction(VARIANT, BSTR* action) override { return none(action); }
     STDMETHODIMP get_accDescription(VARIANT, BSTR* text) override { return none(text); }
     STDMETHODIMP get_accHelp(VARIANT, BSTR* text) override { return none(text); }
     STDMETHODIMP get_accHelpTopic(BSTR* file, VARIANT, long*) override { return none(file); }
@@ -129,29 +110,32 @@ private:
     }
 
     Grid& grid() const;
+    ComPtr<GridAccessible> table() { return table_ ? table_ : ComPtr<GridAccessible>(this); }
     const GridLayout& layout() const { return grid().settledLayout(); }
     long childCount() const;
     Cell elementOf(const VARIANT& child) const;
     Cell cellOf(const VARIANT& child) const;
-    ComPtr<IDispatch> objectOf(Cell element) const;
+    ComPtr<IDispatch> objectOf(Cell element);
     std::optional<Cell> childOf(Cell element, bool first) const;
     std::optional<Cell> neighbourOf(Cell element, long direction) const;
-    Variant currentBelow() const;
+    Variant currentBelow();
     Bstr nameOf(Cell element) const;
     long roleOf(Cell element) const;
     long stateOf(Cell element) const;
     RECT placeOf(Cell element) const; ///< on the window
 
-    ComPtr<GridLink> grid_;
-    Cell element_;
+    ComPtr<GridAccessible> table_; ///< that the element is of; null in the table itself
+    Grid* grid_ = nullptr;         ///< of the table
+    Cell element_{whole, whole};
 };
 
-/// Throws when the window has gone.
+/// Throws when the window has gone, or the row.
 Grid& GridAccessible::grid() const
 {
-    if (!grid_->grid)
+    Grid* const shown = table_ ? table_->grid_ : grid_;
+    if (!shown || element_.row >= shown->Rows())
         throw Failure(CO_E_OBJNOTCONNECTED);
-    return *grid_->grid;
+    return *shown;
 }
 
 long GridAccessible::childCount() const
@@ -185,13 +169,14 @@ Cell GridAccessible::cellOf(const VARIANT& child) const
     return cell;
 }
 
-ComPtr<IDispatch> GridAccessible::objectOf(Cell element) const
+ComPtr<IDispatch> GridAccessible::objectOf(Cell element)
 {
-    return ComPtr<IDispatch>(make<GridAccessible>(grid_, element).get());
+    return ComPtr<IDispatch>(element.row == whole ? table().get()
+                                                  : make<GridAccessible>(table(), element).get());
 }
 
 /// The current cell, or the row that it is in, as a child of this element; Empty where it is none.
-Variant GridAccessible::currentBelow() const
+Variant GridAccessible::currentBelow()
 {
     const Cell current = grid().current();
     if (element_.row == whole)
@@ -275,14 +260,6 @@ STDMETHODIMP GridAccessible::get_accParent(IDispatch** parent)
             require(fromWindow(grid().window(), static_cast<DWORD>(OBJID_WINDOW), IID_IDispatch,
                                window.putVoid()));
         return window;
-    });
-}
-
-STDMETHODIMP GridAccessible::get_accDefaultAction(VARIANT child, BSTR* action)
-{
-    return returns(action, [&] {
-        const Cell element = elementOf(child);
-        return element.row == whole || layout().isFixed(cellOf(child)) ? Bstr() : Bstr(L"Click");
     });
 }
 
@@ -378,18 +355,15 @@ LRESULT Grid::answer(WPARAM request)
     const auto toResult = support<decltype(LresultFromObject)>("LresultFromObject");
     if (!toResult)
         return 0;
-    if (!self_)
-        self_ = ComPtr<IUnknown>(new GridLink(*this));
-    const auto table =
-        make<GridAccessible>(ComPtr<GridLink>(static_cast<GridLink*>(self_.get())), Cell{whole, whole});
-    return toResult(IID_IAccessible, request, static_cast<IAccessible*>(table.get()));
+    if (!accessible_)
+        accessible_ = ComPtr<IAccessible>(make<GridAccessible>(*this).get());
+    return toResult(IID_IAccessible, request, accessible_.get());
 }
 
 void Grid::closing() noexcept
 {
-    if (self_)
-        static_cast<GridLink*>(self_.get())->grid = nullptr;
-    self_.reset();
+    if (const auto table = std::exchange(accessible_, nullptr))
+        static_cast<GridAccessible*>(table.get())->forgetGrid();
 }
 
 void Grid::tell(DWORD event, Cell cell) const noexcept

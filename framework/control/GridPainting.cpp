@@ -59,6 +59,12 @@ void Grid::paintCell(HDC context, Cell cell, const RECT& place) const
     fill(context, place, isSelected ? COLOR_HIGHLIGHT : isFixed || isCurrent ? COLOR_BTNFACE : COLOR_WINDOW);
     fill(context, {place.left, place.bottom - 1, place.right, place.bottom}, COLOR_BTNSHADOW);
     fill(context, {place.right - 1, place.top, place.right, place.bottom}, COLOR_BTNSHADOW);
+    if (isCurrent && !isSelected)
+    {
+        // In high contrast a face may have the colour of a window.
+        const RECT edge{place.left, place.top, place.right - 1, place.bottom - 1};
+        FrameRect(context, &edge, GetSysColorBrush(COLOR_BTNSHADOW));
+    }
     if (cell.column < FixedCols() && cell.row == current_.row)
         paintMarker(context, place);
 

@@ -1,6 +1,7 @@
 #include "framework/control/DialogWindow.h"
 #include "framework/control/Grid.h"
 #include "framework/control/Keys.h"
+#include "framework/control/TextContext.h"
 
 #include "framework/com/Boundary.h"
 #include "framework/com/Module.h"
@@ -153,12 +154,8 @@ void Grid::sizeChanged()
 void Grid::setFont(HFONT font)
 {
     font_ = font;
-    const HDC context = GetDC(window());
-    const HGDIOBJ former = SelectObject(context, font_);
     TEXTMETRICW metrics{};
-    GetTextMetricsW(context, &metrics);
-    SelectObject(context, former);
-    ReleaseDC(window(), context);
+    GetTextMetricsW(TextContext(font_), &metrics);
     lineHeight_ = std::max(1, static_cast<int>(metrics.tmHeight));
     sizeChanged();
 }
@@ -166,41 +163,41 @@ void Grid::setFont(HFONT font)
 void Grid::keyDown(WORD key)
 {
     settle();
+    if (const auto cell = cellAfter(key))
+        choose(*cell);
+}
+
+/// Where a key leads from the current cell, maybe beyond the edges; none for a key that leads nowhere.
+std::optional<Cell> Grid::cellAfter(WORD key) const
+{
+    const auto [row, column] = current_;
+    const int right = (GetWindowLongW(window(), GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0 ? -1 : 1;
     const bool isControlDown = (keyModifiers() & controlKey) != 0;
-    const bool isMirrored = (GetWindowLongW(window(), GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0;
-    Cell to = current_;
     switch (key)
     {
     case VK_LEFT:
-        to.column += isMirrored ? 1 : -1;
-        break;
+        return Cell{row, column - right};
     case VK_RIGHT:
-        to.column += isMirrored ? -1 : 1;
-        break;
+        return Cell{row, column + right};
     case VK_UP:
-        --to.row;
-        break;
+        return Cell{row - 1, column};
     case VK_DOWN:
-        ++to.row;
-        break;
+        return Cell{row + 1, column};
     case VK_PRIOR:
     case VK_NEXT:
-        to.row = layout_.pageFrom(current_.row, key == VK_PRIOR);
-        break;
+        return Cell{layout_.pageFrom(row, key == VK_PRIOR), column};
     case VK_HOME:
-        (isControlDown ? to.row : to.column) = 0;
-        break;
+        return isControlDown ? Cell{0, column} : Cell{row, 0};
     case VK_END:
-        (isControlDown ? to.row : to.column) = isControlDown ? Rows() : Cols();
-        break;
+        return isControlDown ? Cell{Rows(), column} : Cell{row, Cols()};
     default:
-        return;
+        return std::nullopt;
     }
-    choose(to);
 }
 
 void Grid::choose(Cell cell)
 {
+    const ComPtr<IUnknown> alive(dialog_.identity()); // assistive technology does not hold the dialog
     cell = layout_.nearest(cell);
     if (cell != current_)
         raise(onLeaveCell);
@@ -209,6 +206,7 @@ void Grid::choose(Cell cell)
 
 void Grid::click(Cell cell)
 {
+    const ComPtr<IUnknown> alive(dialog_.identity());
     setFocus();
     choose(cell);
     if (!layout_.isFixed(cell))
@@ -217,22 +215,21 @@ void Grid::click(Cell cell)
 
 void Grid::pressed(POINT point)
 {
-    setFocus();
     settle();
+    // What the user sees there: when the focus comes, rows may move, for an edit that is taken over.
     const Cell cell = layout_.at(point);
+    const bool isRow = cell.row >= FixedRows();
+    const bool isCell = isRow && cell.column >= FixedCols();
+    if (isCell)
+        pressed_ = layout_.place(cell);
+    setFocus();
     SetCapture(window());
-    const int divider = cell.row < FixedRows() ? layout_.dividerAt(point.x, toPixels(reach, dialog_.dpi()))
-                                               : GridLayout::none;
-    if (cell.row != GridLayout::none && divider != GridLayout::none)
-    {
+    const bool isHeading = cell.row != GridLayout::none && !isRow;
+    dragged_ = isHeading ? layout_.dividerAt(point.x, toPixels(reach, dialog_.dpi())) : GridLayout::none;
+    if (dragged_ != GridLayout::none)
         raise(onLeaveCell);
-        dragged_ = divider;
-        return;
-    }
-    pressed_ = cell;
-    // The fixed cell before a row stands for the row.
-    if (cell.row >= FixedRows() && cell.column != GridLayout::none)
-        choose({cell.row, cell.column < FixedCols() ? current_.column : cell.column});
+    else if (isRow && cell.column != GridLayout::none)
+        choose({cell.row, isCell ? cell.column : current_.column}); // the fixed cell stands for its row
 }
 
 void Grid::dragged(int x)
@@ -247,13 +244,11 @@ void Grid::dragged(int x)
 
 void Grid::released(POINT point)
 {
-    const bool wasDragged = std::exchange(dragged_, GridLayout::none) != GridLayout::none;
+    const RECT pressed = std::exchange(pressed_, {});
+    dragged_ = GridLayout::none;
     if (GetCapture() == window())
         ReleaseCapture();
-    const Cell cell = layout_.at(point);
-    const Cell pressed = std::exchange(pressed_, {GridLayout::none, GridLayout::none});
-    const bool isCell = cell.row != GridLayout::none && cell.column != GridLayout::none;
-    if (!wasDragged && isCell && cell == pressed && !layout_.isFixed(cell))
+    if (PtInRect(&pressed, point))
         raise(onClick);
 }
 
@@ -272,40 +267,42 @@ bool Grid::showsDivider() const
 void Grid::scrollBarMoved(WORD code)
 {
     settle();
-    SCROLLINFO bar{};
-    bar.cbSize = sizeof bar;
-    bar.fMask = SIF_TRACKPOS; // in the message it has 16 bits
-    GetScrollInfo(window(), SB_VERT, &bar);
-    int position = layout_.position();
-    switch (code)
+    const auto position = positionAfter(code);
+    if (!position)
+        return;
+    raise(onLeaveCell);
+    scroll(*position);
+}
+
+std::optional<int> Grid::positionAfter(WORD scrollCode) const
+{
+    const int position = layout_.position();
+    switch (scrollCode)
     {
     case SB_LINEUP:
-        position -= heightOf(1);
-        break;
+        return position - heightOf(1);
     case SB_LINEDOWN:
-        position += heightOf(1);
-        break;
+        return position + heightOf(1);
     case SB_PAGEUP:
-        position -= layout_.page();
-        break;
+        return position - layout_.page();
     case SB_PAGEDOWN:
-        position += layout_.page();
-        break;
+        return position + layout_.page();
     case SB_TOP:
-        position = 0;
-        break;
+        return 0;
     case SB_BOTTOM:
-        position = layout_.range();
-        break;
+        return layout_.range();
     case SB_THUMBTRACK:
     case SB_THUMBPOSITION:
-        position = bar.nTrackPos;
-        break;
-    default:
-        return;
+    {
+        SCROLLINFO bar{};
+        bar.cbSize = sizeof bar;
+        bar.fMask = SIF_TRACKPOS; // in the message it has 16 bits
+        GetScrollInfo(window(), SB_VERT, &bar);
+        return bar.nTrackPos;
     }
-    raise(onLeaveCell);
-    scroll(position);
+    default:
+        return std::nullopt;
+    }
 }
 
 /// Parts of a notch, as some mice send them, are added up.

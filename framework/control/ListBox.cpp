@@ -4,10 +4,17 @@
 #include "framework/control/DialogWindow.h"
 
 #include <algorithm>
-#include <new>
 
 namespace korvane
 {
+
+constexpr ListBox::Messages ListBox::messages{.insert = LB_INSERTSTRING,
+                                              .setData = LB_SETITEMDATA,
+                                              .data = LB_GETITEMDATA,
+                                              .count = LB_GETCOUNT,
+                                              .selected = LB_GETCURSEL,
+                                              .textLength = LB_GETTEXTLEN,
+                                              .text = LB_GETTEXT};
 
 HWND ListBox::createWindow(HWND parent, int id)
 {
@@ -22,15 +29,6 @@ HWND ListBox::createWindow(HWND parent, int id)
 void ListBox::drag(int target) const noexcept
 {
     attempt([&] { raise([&] { onDrag(target); }); });
-}
-
-void ListBox::InsertItem(int index, const wchar_t* text, long itemData)
-{
-    const LRESULT made =
-        sendItem(LB_INSERTSTRING, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text ? text : L""));
-    if (made < 0)
-        throw std::bad_alloc();
-    sendItem(LB_SETITEMDATA, static_cast<WPARAM>(made), itemData);
 }
 
 void ListBox::RemoveItem(int index) const noexcept
@@ -74,34 +72,9 @@ void ListBox::Clear()
     send(LB_RESETCONTENT);
 }
 
-int ListBox::ListCount() const noexcept
-{
-    return static_cast<int>(send(LB_GETCOUNT));
-}
-
-int ListBox::ListIndex() const noexcept
-{
-    return window() ? static_cast<int>(send(LB_GETCURSEL)) : LB_ERR;
-}
-
 void ListBox::setListIndex(int index) const noexcept
 {
     send(LB_SETCURSEL, static_cast<WPARAM>(index));
-}
-
-long ListBox::ItemData(int index) const noexcept
-{
-    return static_cast<long>(sendItem(LB_GETITEMDATA, static_cast<WPARAM>(index)));
-}
-
-std::wstring ListBox::List(int index) const
-{
-    const auto item = static_cast<WPARAM>(index);
-    const LRESULT length = sendItem(LB_GETTEXTLEN, item);
-    std::wstring text(length > 0 ? static_cast<std::size_t>(length) : 0, L'\0');
-    if (!text.empty())
-        sendItem(LB_GETTEXT, item, reinterpret_cast<LPARAM>(text.data()));
-    return text;
 }
 
 void ListBox::notify(WORD code)

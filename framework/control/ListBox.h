@@ -1,31 +1,24 @@
 // A list to choose one item from.
 #pragma once
 
-#include "framework/control/Control.h"
+#include "framework/control/ItemControl.h"
 #include "framework/control/ItemDrag.h"
 
 namespace korvane
 {
 
-class ListBox : public Control
+class ListBox : public ItemControl
 {
 public:
-    ListBox(Surface surface, const Design& design) : Control(surface, design) {}
+    ListBox(Surface surface, const Design& design) : ItemControl(surface, design, messages) {}
 
-    /// Adds an item at the end, with its data. Throws E_OUTOFMEMORY when the list is full.
-    void AddItem(BSTR text, long itemData) { InsertItem(-1, text, itemData); }
-    /// Adds an item before another one; -1 for the end.
-    void InsertItem(int index, const wchar_t* text, long itemData);
+    using ItemControl::InsertItem;
     void RemoveItem(int index) const noexcept;
     /// Moves an item to the place of another one and selects it. What is not between the two is not drawn anew.
     void MoveItem(int from, int to);
     void Clear();
-    int ListCount() const noexcept;
-    int ListIndex() const noexcept; ///< -1 without a selection
     /// Selects an item and shows it; -1 selects none. Does not raise onClick.
     void setListIndex(int index) const noexcept;
-    long ItemData(int index) const noexcept;
-    std::wstring List(int index) const;
 
     std::function<void()> onClick;    ///< the selection was made or taken back, by mouse or keyboard
     std::function<void()> onDblClick; ///< comes after onClick
@@ -39,6 +32,8 @@ protected:
     HWND createWindow(HWND parent, int id) override;
 
 private:
+    static const Messages messages;
+
     void redraw(int first, int last) const noexcept;
     void drag(int target) const noexcept;
 

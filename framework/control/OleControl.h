@@ -1,11 +1,12 @@
 // A full OLE control around a dialog's window. One source file per facet:
 //
-//   OleObject.cpp      IOleObject: client site, verbs, extent, advises
-//   InPlaceObject.cpp  IOleInPlaceObject and activation in the container's window
-//   Keyboard.cpp       IOleInPlaceActiveObject and IOleControl: tab order, access keys, default and cancel keys
-//   ViewObject.cpp     IViewObject2: drawing where the control is not active
-//   Persistence.cpp    IPersistStreamInit and IPersistPropertyBag
-//   OleControl.cpp     IProvideClassInfo2, size and ambient properties
+//   OleObject.cpp        IOleObject: client site, verbs, extent, advises
+//   InPlaceObject.cpp    IOleInPlaceObject and activation in the container's window
+//   Keyboard.cpp         IOleInPlaceActiveObject and IOleControl: tab order, access keys, default and cancel keys
+//   ViewObject.cpp       IViewObject2: drawing where the control is not active
+//   Persistence.cpp      IPersistStreamInit and IPersistPropertyBag
+//   QuickActivation.cpp  IQuickActivate
+//   OleControl.cpp       IProvideClassInfo2, size and ambient properties
 #pragma once
 
 #include "framework/com/Boundary.h"
@@ -25,6 +26,7 @@ class OleControl : public IOleObject,
                    public IPersistStreamInit,
                    public IPersistPropertyBag,
                    public IProvideClassInfo2,
+                   public IQuickActivate,
                    public DialogWindow
 {
 public:
@@ -102,6 +104,11 @@ public:
 
     // IProvideClassInfo2
     STDMETHODIMP GetClassInfo(ITypeInfo** information) override;
+
+    // IQuickActivate
+    STDMETHODIMP QuickActivate(QACONTAINER* container, QACONTROL* control) override;
+    STDMETHODIMP SetContentExtent(LPSIZEL extent) override;
+    STDMETHODIMP GetContentExtent(LPSIZEL extent) override;
 
     IUnknown* identity() noexcept override { return static_cast<IOleObject*>(this); }
 
@@ -186,7 +193,7 @@ private:
     void tellUi(bool active, const ComPtr<Told>& listener,
                 HRESULT (STDMETHODCALLTYPE Interface::*method)(Parameters...), Arguments... arguments)
     {
-        const ComPtr<Told> told(listener); // held: the container may take it away in the call
+        const ComPtr<Told> told(listener.get()); // held: the container may take it away in the call
         if (told && uiActive_ == active)
             (told.get()->*method)(arguments...);
     }

@@ -14,6 +14,7 @@ namespace
 constexpr float margin = 120; // at the ends of a dialog
 constexpr float gap = 60;     // before the next control
 constexpr float touching = 15;
+constexpr float tolerance = 1; // places are added up
 
 bool standsAtRight(const Control& control) noexcept
 {
@@ -52,14 +53,10 @@ void TextRoom::widen(Control& control)
     if (needed <= 0)
         return;
     const Place place = control.placeOnDialog();
+    if (const float room = roomAtRight(control); needed > room + tolerance)
+        drawApart(place.left + room, needed - room);
     if (needed > place.width)
-    {
-        const float room = std::min(needed, roomAtRight(control));
-        control.setWidth(room);
-        if (needed > room)
-            drawApart(place.left + room, needed - room);
         control.setWidth(needed);
-    }
     // Where its place was chosen for its text, it may reach beyond the dialog.
     if (const float beyond = rightOf(control.placeOnDialog()) - width_; beyond > 0)
         drawApart(width_ - margin, beyond + margin, &control);
@@ -88,11 +85,11 @@ void TextRoom::keepWithin()
         drawApart(width_ - margin, margin - first);
 }
 
-/// How wide the control can become where it is. What does not show together with it is not in its way.
+/// How wide the control's caption can become where it is. What does not show together with it is not in its way.
 float TextRoom::roomAtRight(const Control& control) const
 {
     const Place place = control.placeOnDialog();
-    float end = width_ - margin;
+    float end = std::max(width_ - margin, rightOf(place));
     for (const Control* other : controls_)
     {
         const Place theirs = other->placeOnDialog();
@@ -101,7 +98,7 @@ float TextRoom::roomAtRight(const Control& control) const
         if (beside && other->shows() == control.shows())
             end = std::min(end, theirs.left - gap);
     }
-    return std::max(end - place.left, place.width);
+    return end - place.left;
 }
 
 /// @param reaching a control that reaches beyond the dialog: it has its place, and so has what stands in its frame.

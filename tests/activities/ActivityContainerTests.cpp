@@ -39,18 +39,13 @@ protected:
     {
         command = create<IAppCommand>(__uuidof(::MoveEvents));
         arrange(operation);
-        let(L"EventID", Variant(50L));
-        let(L"N0", Variant(10L));
-        let(L"N1", Variant(12L));
+        let(L"EventID", 50L);
+        let(L"N0", 10L);
+        let(L"N1", 12L);
         place(L"KorvaneDlg.ctlMoveEvents");
     }
 
-    bool execute() const
-    {
-        VARIANT_BOOL result = VARIANT_FALSE;
-        call(command, &IAppCommand::Execute, &result);
-        return result != VARIANT_FALSE;
-    }
+    bool execute() const { return fetch(command, &IAppCommand::Execute); }
 
     /// Lets go of dialog and command, as a host does that has destroyed their window.
     void letGo()
@@ -90,7 +85,7 @@ TEST_F(ActivityContainerTests, WhatIsTypedAndCheckedGoesToTheCommand)
     SendMessageW(textBox(), EM_SETSEL, 0, -1);
     AtlContainer::type(L"Tyres");
     toggleByKey(node(L"Carla", L"Drivers"));
-    EXPECT_EQ(toText(get(L"Text").get()), L"Tyres");
+    EXPECT_EQ(text(L"Text"), L"Tyres");
     EXPECT_EQ(number(L"N0"), 12);
 }
 
@@ -118,8 +113,7 @@ TEST_F(ActivityContainerTests, DeleteLeavesTheCommandToTheHost)
     edit(3);
     Container::click(deletion());
     EXPECT_THAT(data.takeCalls(), IsEmpty());
-    long operation = 0;
-    call(command, &IAppCommand::get_Operation, &operation);
+    const long operation = fetch(command, &IAppCommand::get_Operation);
     EXPECT_EQ(operation, 2);
     execute();
     EXPECT_THAT(data.takeCalls(), ElementsAre("Root.Events()", "Events.Remove(50, 0)"));

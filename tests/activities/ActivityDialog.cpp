@@ -19,33 +19,21 @@ void ActivityDialog::TearDown()
     command.reset();
 }
 
-void ActivityDialog::let(const wchar_t* name, const Variant& value) const
-{
-    call(command, &IAppCommand::put_Operand, Bstr(name).get(), value.get());
-}
-
-Variant ActivityDialog::get(const wchar_t* name) const
-{
-    Variant value;
-    call(command, &IAppCommand::get_Operand, Bstr(name).get(), value.put());
-    return value;
-}
-
 void ActivityDialog::arrange(long operation, long instance)
 {
     call(command, &IAppCommand::put_Operation, operation);
-    let(L"Root", Variant(data.root.as<IDispatch>()));
-    let(L"GroupID", Variant(4L));
+    letRoot();
+    let(L"GroupID", 4L);
     if (operation == 1)
     {
-        let(L"N0", Variant(10L));
-        let(L"T0", Variant(OleDate{monday + 9 * hour}));
-        let(L"T1", Variant(OleDate{monday + 10 * hour}));
+        let(L"N0", 10L);
+        let(L"T0", monday + 9 * hour);
+        let(L"T1", monday + 10 * hour);
     }
     else
     {
-        let(L"EventID", Variant(50L));
-        let(L"Instance", Variant(instance));
+        let(L"EventID", 50L);
+        let(L"Instance", instance);
     }
 }
 
@@ -70,6 +58,44 @@ void ActivityDialog::showed(long operation, long instance)
     container.site->activateUi();
     container.pump();
     data.takeCalls();
+}
+
+void RecurrencePanel::SetUp()
+{
+    ActivityDialog::SetUp();
+    data.newRule = Rule{0, 0, 10, 0};
+}
+
+void RecurrencePanel::showedWith(const Rule& rule)
+{
+    data.events[0].rule = rule;
+    showed(3);
+}
+
+std::string RecurrencePanel::storedRule()
+{
+    data.takeCalls();
+    Container::click(ok());
+    EXPECT_THAT(container.done, testing::ElementsAre(false));
+    for (const auto& call : data.takeCalls())
+        if (call.starts_with("Events.SetRecurrence"))
+            return call;
+    return "";
+}
+
+void RecurrencePanel::clickArrow(int index, bool up)
+{
+    RECT place{};
+    GetClientRect(arrows(index), &place);
+    Container::clickAt(arrows(index), place.right / 2, up ? 2 : place.bottom - 2);
+    container.pump();
+}
+
+void RecurrencePanel::closeAndForget()
+{
+    container.close();
+    container.errors.clear();
+    container.done.clear();
 }
 
 } // namespace korvane::test

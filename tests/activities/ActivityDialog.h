@@ -1,9 +1,8 @@
 // The activity dialog in a real container, with a recording data layer behind it.
 #pragma once
 
-#include "framework/com/Variant.h"
 #include "tests/activities/ActivityUser.h"
-#include "tests/support/RecordingData.h"
+#include "tests/support/CommandUser.h"
 
 #include <gmock/gmock.h>
 
@@ -12,11 +11,13 @@
 namespace korvane::test
 {
 
-class ActivityDialog : public testing::Test, public ActivityUser
+class ActivityDialog : public testing::Test, public CommandUser, public ActivityUser
 {
 protected:
     static constexpr DATE monday = 46349; // 23 November 2026
     static constexpr DATE hour = 1.0 / 24;
+
+    ActivityDialog() : CommandUser(create<IAppCommand>(__uuidof(::EditEvents))) {}
 
     void SetUp() override;
     /// The data outlive whoever uses them.
@@ -30,14 +31,20 @@ protected:
     std::optional<ErrorInfo> failureOfShowing(long operation);
     /// As show for a dialog that is ready, active and has made its calls.
     void showed(long operation, long instance = 0);
+};
 
-    void let(const wchar_t* name, const Variant& value) const;
-    Variant get(const wchar_t* name) const;
-    long number(const wchar_t* name) const { return toLong(get(name).get()); }
-    DATE date(const wchar_t* name) const { return toDate(get(name).get()).days; }
+/// The panel for the repetition of an activity.
+class RecurrencePanel : public ActivityDialog
+{
+protected:
+    void SetUp() override;
 
-    RecordingData data;
-    ComPtr<IAppCommand> command = create<IAppCommand>(__uuidof(::EditEvents));
+    void showedWith(const Rule& rule);
+    /// What OK stores as the rule of the activity.
+    std::string storedRule();
+    void clickArrow(int index, bool up);
+    /// For another dialog.
+    void closeAndForget();
 };
 
 } // namespace korvane::test

@@ -2,11 +2,7 @@
 #pragma once
 
 #include "framework/com/Object.h"
-#include "framework/com/Variant.h"
-#include "tests/support/Library.h"
-#include "tests/support/RecordingData.h"
-
-#include <KorvaneLib.h>
+#include "tests/support/CommandUser.h"
 
 #include <gmock/gmock.h>
 
@@ -26,50 +22,27 @@ inline void fillWithActivities(RecordingData& data)
                    {22, 7, 3, nine, ten, L"Meeting", 20}};
 }
 
-inline void let(const ComPtr<IAppCommand>& command, const wchar_t* name, const Variant& value)
-{
-    call(command, &IAppCommand::put_Operand, Bstr(name).get(), value.get());
-}
-
-inline Variant get(const ComPtr<IAppCommand>& command, const wchar_t* name)
-{
-    Variant value;
-    call(command, &IAppCommand::get_Operand, Bstr(name).get(), value.put());
-    return value;
-}
-
 /// All operands as one text, for comparisons.
 inline std::string operandsOf(const ComPtr<IAppCommand>& command)
 {
     std::string result;
     for (const wchar_t* name : {L"EventID", L"Instance", L"GroupID", L"TypeID", L"N0", L"N1"})
-        if (const Variant value = get(command, name); !value.isEmpty())
+        if (const Variant value = getOperand(command, name); !value.isEmpty())
             result += shown(toLong(value.get())) + ' ';
     for (const wchar_t* name : {L"T0", L"T1"})
-        result += stamp(toDate(get(command, name).get()).days) + ' ';
-    return result + quoted(toText(get(command, L"Text").get()).view());
+        result += stamp(toDate(getOperand(command, name).get()).days) + ' ';
+    return result + quoted(toText(getOperand(command, L"Text").get()).view());
 }
 
-template <class Command> class ActivityTests : public testing::Test
+template <class Command> class ActivityTests : public testing::Test, public CommandUser
 {
 protected:
     ActivityTests()
     {
+        command = object->asCommand();
         fillWithActivities(data);
-        let(L"Root", Variant(data.root.as<IDispatch>()));
+        letRoot();
     }
-
-    void let(const wchar_t* name, const Variant& value) { test::let(command, name, value); }
-    void let(const wchar_t* name, long value) { let(name, Variant(value)); }
-    void let(const wchar_t* name, DATE value) { let(name, Variant(OleDate{value})); }
-
-    Variant get(const wchar_t* name) const { return test::get(command, name); }
-    long number(const wchar_t* name) const { return toLong(get(name).get()); }
-    DATE time(const wchar_t* name) const { return toDate(get(name).get()).days; }
-    std::wstring text(const wchar_t* name) const { return std::wstring(toText(get(name).get()).view()); }
-
-    bool prepare(long operation) { return run(operation, &IAppCommand::Prepare); }
-    bool execute(long operation) { return run(operation, &IAppCommand::Execute); }
 
     /// Prepares the command for an activity, and forgets the calls.
     void open(long eventId, long operation)
@@ -87,18 +60,7 @@ protected:
         return calls;
     }
 
-    RecordingData data;
     ComPtr<Command> object = make<Command>();
-    ComPtr<IAppCommand> command = object->asCommand();
-
-private:
-    bool run(long operation, HRESULT (STDMETHODCALLTYPE IAppCommand::*method)(VARIANT_BOOL*))
-    {
-        call(command, &IAppCommand::put_Operation, operation);
-        VARIANT_BOOL result = VARIANT_FALSE;
-        call(command, method, &result);
-        return result != VARIANT_FALSE;
-    }
 };
 
 } // namespace korvane::test

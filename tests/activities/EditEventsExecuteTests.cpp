@@ -22,6 +22,12 @@ protected:
         data.takeCalls();
     }
 
+    /// The call that adds it.
+    static std::string visitOf(long nameId)
+    {
+        return "Events.Add(" + shown(nameId) + ", 2, 2026-11-20 09:00:00, 2026-11-20 10:00:00, \"Visit\")";
+    }
+
     void giveRule(const Rule& rule)
     {
         data.newRule = rule;
@@ -35,9 +41,7 @@ TEST_F(EditEventsExecuteTests, AnAdditionForOneResourceIsASingleActivity)
     newActivity(5);
     EXPECT_FALSE(execute(1));
     EXPECT_THAT(data.takeCalls(),
-                ElementsAre("Root.Events()",
-                            "Events.Add(5, 2, 2026-11-20 09:00:00, 2026-11-20 10:00:00, \"Visit\")",
-                            "Root.Events()", "Events.SetRecurrence(100, none)"));
+                ElementsAre("Root.Events()", visitOf(5), "Root.Events()", "Events.SetRecurrence(100, none)"));
     EXPECT_EQ(number(L"EventID"), 100);
 }
 
@@ -46,8 +50,7 @@ TEST_F(EditEventsExecuteTests, TheRuleOfAnAdditionIsWrittenTwice)
     newActivity(5);
     giveRule({2, 0, 10, 7});
     EXPECT_FALSE(execute(1));
-    EXPECT_THAT(steps(), ElementsAre("Events.Add(5, 2, 2026-11-20 09:00:00, 2026-11-20 10:00:00, \"Visit\")",
-                                     "Events.SetRecurrence(100, week 0/10/7)",
+    EXPECT_THAT(steps(), ElementsAre(visitOf(5), "Events.SetRecurrence(100, week 0/10/7)",
                                      "Events.SetRecurrence(100, week 0/10/7)"));
 }
 
@@ -58,8 +61,7 @@ TEST_F(EditEventsExecuteTests, AnAdditionForSeveralResourcesIsALinkGroup)
     object->SetName(6, true);
     EXPECT_FALSE(execute(1));
     // The resource chosen last is the primary one; the others follow as they were chosen.
-    EXPECT_THAT(steps(), ElementsAre("Events.Add(6, 2, 2026-11-20 09:00:00, 2026-11-20 10:00:00, \"Visit\")",
-                                     "EventLinks.Create(100)", "EventLinks.AddNames(100, [5, 7])",
+    EXPECT_THAT(steps(), ElementsAre(visitOf(6), "EventLinks.Create(100)", "EventLinks.AddNames(100, [5, 7])",
                                      "EventLinks.SetRecurrence(100, none)"));
     EXPECT_EQ(number(L"EventID"), 100);
 }
@@ -70,8 +72,7 @@ TEST_F(EditEventsExecuteTests, TheRuleOfALinkedAdditionIsWrittenTwiceForTheGroup
     object->SetName(6, true);
     giveRule({4, 1, 3, 0});
     EXPECT_FALSE(execute(1));
-    EXPECT_THAT(steps(), ElementsAre("Events.Add(6, 2, 2026-11-20 09:00:00, 2026-11-20 10:00:00, \"Visit\")",
-                                     "EventLinks.Create(100)", "EventLinks.AddNames(100, [5])",
+    EXPECT_THAT(steps(), ElementsAre(visitOf(6), "EventLinks.Create(100)", "EventLinks.AddNames(100, [5])",
                                      "EventLinks.SetRecurrence(100, year 1/3/0)",
                                      "EventLinks.SetRecurrence(100, year 1/3/0)"));
 }
@@ -84,8 +85,7 @@ TEST_F(EditEventsExecuteTests, AnAdditionWithoutItsFirstResourceBooksTheOneChose
     object->SetName(8, true);
     EXPECT_FALSE(execute(1));
     EXPECT_EQ(number(L"N0"), 8);
-    EXPECT_THAT(steps(), ElementsAre("Events.Add(8, 2, 2026-11-20 09:00:00, 2026-11-20 10:00:00, \"Visit\")",
-                                     "EventLinks.Create(100)", "EventLinks.AddNames(100, [6])",
+    EXPECT_THAT(steps(), ElementsAre(visitOf(8), "EventLinks.Create(100)", "EventLinks.AddNames(100, [6])",
                                      "EventLinks.SetRecurrence(100, none)"));
 }
 
@@ -95,8 +95,7 @@ TEST_F(EditEventsExecuteTests, AnAdditionForAnotherSingleResourceBooksThatOne)
     object->SetName(5, false);
     object->SetName(6, true);
     execute(1);
-    EXPECT_THAT(steps(), ElementsAre("Events.Add(6, 2, 2026-11-20 09:00:00, 2026-11-20 10:00:00, \"Visit\")",
-                                     "Events.SetRecurrence(100, none)"));
+    EXPECT_THAT(steps(), ElementsAre(visitOf(6), "Events.SetRecurrence(100, none)"));
 }
 
 TEST_F(EditEventsExecuteTests, AnAdditionWithoutAnyResourceBooksThePrimaryOne)
@@ -105,9 +104,8 @@ TEST_F(EditEventsExecuteTests, AnAdditionWithoutAnyResourceBooksThePrimaryOne)
     object->SetName(5, false);
     giveRule({1, 0, 2, 0});
     execute(1);
-    EXPECT_THAT(steps(),
-                ElementsAre("Events.Add(5, 2, 2026-11-20 09:00:00, 2026-11-20 10:00:00, \"Visit\")",
-                            "Events.SetRecurrence(100, day 0/2/0)", "Events.SetRecurrence(100, day 0/2/0)"));
+    EXPECT_THAT(steps(), ElementsAre(visitOf(5), "Events.SetRecurrence(100, day 0/2/0)",
+                                     "Events.SetRecurrence(100, day 0/2/0)"));
 }
 
 TEST_F(EditEventsExecuteTests, AnAdditionIsAnActivityAsAWhole)
@@ -303,8 +301,7 @@ TEST_F(EditEventsExecuteTests, APreparedAdditionAddsWhateverFailedBefore)
 
     newActivity(6);
     execute(1);
-    EXPECT_THAT(steps(), ElementsAre("Events.Add(6, 2, 2026-11-20 09:00:00, 2026-11-20 10:00:00, \"Visit\")",
-                                     "Events.SetRecurrence(101, none)"));
+    EXPECT_THAT(steps(), ElementsAre(visitOf(6), "Events.SetRecurrence(101, none)"));
 }
 
 } // namespace korvane::test

@@ -15,6 +15,11 @@ bool isIn(const Names& names, long id)
     return std::find(names.begin(), names.end(), id) != names.end();
 }
 
+Event booked(long nameId, const ActivityValues& values)
+{
+    return {0, nameId, values.typeId, values.t0, values.t1, values.text};
+}
+
 Names without(const Names& names, const Names& others)
 {
     Names result;
@@ -28,7 +33,7 @@ Names without(const Names& names, const Names& others)
 std::set<long> LinkGroupModel::Group::names() const
 {
     std::set<long> result;
-    for (const Booking& member : members)
+    for (const Event& member : members)
         result.insert(member.nameId);
     return result;
 }
@@ -51,7 +56,7 @@ Ending LinkGroupModel::run(const Steps& steps, int failing)
 
 bool LinkGroupModel::writeRule(Group& group, const std::optional<Rule>& rule)
 {
-    for (Booking& member : group.members)
+    for (Event& member : group.members)
         member.rule = rule;
     return !group.members.empty();
 }
@@ -83,7 +88,7 @@ void LinkGroupModel::synchronise(Steps& steps, Group& group, const Edit& edit)
         });
     if ((group.linked || becomesLinked) && !removed.empty())
         steps.push_back([&group, removed] {
-            std::erase_if(group.members, [&](const Booking& member) { return isIn(removed, member.nameId); });
+            std::erase_if(group.members, [&](const Event& member) { return isIn(removed, member.nameId); });
             if (group.members.empty())
                 group.linked = false;
             return true;
@@ -103,7 +108,7 @@ Ending LinkGroupModel::add(const Edit& edit, int failing)
     addition.booked = {edit.primary}; // it is booked first, whatever is chosen
 
     Steps steps{[&] {
-        group.members.push_back({edit.primary, edit.values});
+        group.members.push_back(booked(edit.primary, edit.values));
         return true;
     }};
     synchronise(steps, group, addition);
@@ -123,7 +128,7 @@ Ending LinkGroupModel::change(Group& group, const Edit& edit, int failing)
     Steps steps;
     synchronise(steps, group, edit);
     steps.push_back([&, primary] {
-        for (Booking& member : group.members)
+        for (Event& member : group.members)
             member.write(edit.instance, group.linked ? member.nameId : primary, edit.values);
         return !group.members.empty();
     });
@@ -140,8 +145,8 @@ Ending LinkGroupModel::remove(Group& group, long instance, int failing)
     return run({[&] {
                    if (instance == 0)
                        group.members.clear();
-                   for (Booking& member : group.members)
-                       member.remove(instance);
+                   for (Event& member : group.members)
+                       member.removeOccurrence(instance);
                    return true;
                }},
                failing);
@@ -149,10 +154,10 @@ Ending LinkGroupModel::remove(Group& group, long instance, int failing)
 
 Ending LinkGroupModel::move(Group& group, const Move& move, int failing)
 {
-    const auto isSource = [&](const Booking& member) { return member.nameId == move.source; };
+    const auto isSource = [&](const Event& member) { return member.nameId == move.source; };
     if (group.linked && move.all)
         return run({[&] {
-                       for (Booking& member : group.members)
+                       for (Event& member : group.members)
                            member.write(move.instance, member.nameId, move.values);
                        return true;
                    }},
@@ -179,7 +184,7 @@ Ending LinkGroupModel::move(Group& group, const Move& move, int failing)
 Ending LinkGroupModel::copy(const Move& move, int failing)
 {
     return run({[&] {
-                   groups.push_back({false, {{move.target, move.values}}});
+                   groups.push_back({false, {booked(move.target, move.values)}});
                    return true;
                }},
                failing);
@@ -189,13 +194,21 @@ std::vector<std::string> LinkGroupModel::shown() const
 {
     std::vector<std::string> result;
     for (const Group& group : groups)
-    {
-        std::vector<const Booking*> members;
-        for (const Booking& member : group.members)
-            members.push_back(&member);
-        result.push_back(shownGroup(group.linked, members));
-    }
+        result.push_back(shownGroup(group.linked, group.members));
     std::sort(result.begin(), result.end());
+    return result;
+}
+
+std::string shownGroup(bool linked, const std::vector<Event>& members)
+{
+    std::vector<std::string> activities;
+    for (const Event& member : members)
+        activities.push_back(shownValues(member.nameId, member.values()) + ' ' + shownRule(member.rule) +
+                             shownOccurrences(member));
+    std::sort(activities.begin(), activities.end());
+    std::string result = linked ? "linked" : "single";
+    for (const std::string& activity : activities)
+        result += " [" + activity + ']';
     return result;
 }
 

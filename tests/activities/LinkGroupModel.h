@@ -2,7 +2,7 @@
 // before it stays.
 #pragma once
 
-#include "tests/activities/LinkedActivities.h"
+#include "tests/support/RecordingData.h"
 
 #include <functional>
 #include <list>
@@ -23,7 +23,7 @@ public:
     struct Group
     {
         bool linked = false;
-        std::vector<Booking> members;
+        std::vector<Event> members; ///< without ids
 
         std::set<long> names() const;
     };
@@ -56,7 +56,7 @@ public:
     Ending move(Group& group, const Move& move, int failing);
     Ending copy(const Move& move, int failing);
 
-    /// As the store tells them.
+    /// Each group as a text, in no particular order of meaning.
     std::vector<std::string> shown() const;
 
     std::list<Group> groups;
@@ -68,5 +68,8 @@ private:
     static bool writeRule(Group& group, const std::optional<Rule>& rule);
     Ending run(const Steps& steps, int failing);
 };
+
+/// One or more activities that belong together, as a text without ids.
+std::string shownGroup(bool linked, const std::vector<Event>& members);
 
 } // namespace korvane::test

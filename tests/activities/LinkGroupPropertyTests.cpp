@@ -3,7 +3,6 @@
 #include "activities/EditEvents.h"
 #include "activities/MoveEvents.h"
 #include "tests/activities/LinkGroupModel.h"
-#include "tests/activities/LinkGroupStore.h"
 #include "tests/support/ComRules.h"
 #include "tests/support/Soak.h"
 
@@ -11,6 +10,7 @@
 
 #include <algorithm>
 #include <random>
+#include <regex>
 
 namespace korvane::test
 {
@@ -23,11 +23,110 @@ constexpr unsigned usualSequences = 2000;
 constexpr int operationsOfSequence = 8;
 constexpr long resources = 6;
 
-/// One random sequence on a store and on a model of it.
+const ErrorInfo unknownActivity{E_INVALIDARG, L"KorvaneData.Events", L"There is no such activity."};
+
+using Events = std::vector<Event>;
+
+/// The activities of a link group.
+Events linkedBy(const RecordingData& data, long link)
+{
+    Events result;
+    std::copy_if(data.events.begin(), data.events.end(), std::back_inserter(result),
+                 [&](const Event& event) { return event.link == link; });
+    return result;
+}
+
+bool isFor(const Events& group, long name)
+{
+    return std::any_of(group.begin(), group.end(), [&](const Event& event) { return event.nameId == name; });
+}
+
+/// The group that an activity is in, or the activity alone.
+std::string groupAround(const RecordingData& data, const Event& event)
+{
+    return shownGroup(event.link.has_value(), event.link ? linkedBy(data, *event.link) : Events{event});
+}
+
+/// Each single activity and each link group.
+std::vector<std::string> groupsIn(const RecordingData& data)
+{
+    std::vector<std::string> result;
+    std::set<long> told;
+    for (const Event& event : data.events)
+        if (!event.link || told.insert(*event.link).second)
+            result.push_back(groupAround(data, event));
+    std::sort(result.begin(), result.end());
+    return result;
+}
+
+/// What is wrong with what the data layer holds; empty when all is well.
+std::string faultsIn(const RecordingData& data)
+{
+    std::string result;
+    std::set<std::pair<long, long>> booked;
+    for (const Event& event : data.events)
+    {
+        if (event.t0 > event.t1)
+            result += "an activity ends before it starts\n";
+        if (!event.link)
+            continue;
+        const auto group = linkedBy(data, *event.link);
+        if (std::none_of(group.begin(), group.end(),
+                         [&](const Event& each) { return each.id == event.link; }))
+            result += "a group has the id of an activity that is not in it\n";
+        if (!booked.emplace(*event.link, event.nameId).second)
+            result += "a group has a resource twice\n";
+    }
+    return result;
+}
+
+/// What is wrong with what the data layer is being asked; empty when all is well.
+std::string faultOf(RecordingData& data, const std::string& name)
+{
+    const std::string& call = data.calls.back();
+    const std::regex number("-?\\d+");
+    std::vector<long> numbers;
+    for (std::sregex_iterator found(call.begin(), call.end(), number); found != std::sregex_iterator();
+         ++found)
+        numbers.push_back(std::stol(found->str()));
+    if (call.find("(Empty") != std::string::npos)
+        return {};
+    const Event* const activity = data.event(numbers.at(0));
+    const bool whole = name == "Events.SetRecurrence" || (numbers.size() > 1 && numbers[1] == 0);
+    if (name.starts_with("Events."))
+    {
+        if (name == "Events.Add" || !activity || !activity->link || !whole)
+            return {};
+        return name == "Events.Update" && numbers.at(2) == activity->nameId
+                   ? ""
+                   : "by itself a linked activity was given something else: " + call + '\n';
+    }
+    if (name == "EventLinks.Create")
+        return activity && activity->link && linkedBy(data, *activity->link).size() > 1
+                   ? "a member of a group was made the first of another one\n"
+                   : "";
+    const auto group = linkedBy(data, numbers.at(0));
+    const bool adds = name == "EventLinks.AddNames";
+    if (group.empty() || !(adds || name == "EventLinks.RemoveNames" || name == "EventLinks.Detach"))
+        return {};
+    for (std::size_t index = 1; index < numbers.size(); ++index)
+        if (isFor(group, numbers[index]) == adds)
+            return "a resource was added that is in the group, or taken out that is not: " + call + '\n';
+    return {};
+}
+
+bool writes(const std::string& call)
+{
+    static const std::set<std::string> reads{"Events.Fetch", "Events.GetRecurrence", "Events.IsException",
+                                             "EventLinks.Load", "EventLinks.HasAccess"};
+    return call.starts_with("Event") && !reads.contains(call);
+}
+
+/// One random sequence on a data layer and on a model of it.
 class Sequence
 {
 public:
-    explicit Sequence(unsigned seed) : random_(seed) {}
+    explicit Sequence(unsigned seed) : random_(seed) { data_.exactGroups = true; }
 
     /// Performs a random operation on both. Empty when they agree, else what happened.
     std::string step();
@@ -63,11 +162,13 @@ private:
     long anyActivity();
     LinkGroupModel::Group& groupOf(long eventId);
     void execute(IAppCommand& command, int failing, bool expectedResult);
+    void watch(const std::string& call, int& failing);
     void compare(Ending ending);
     void complain(const std::string& complaint) { complaint_ += complaint + '\n'; }
 
     std::mt19937 random_;
-    LinkGroupStore store_;
+    RecordingData data_;
+    bool renamesGroup_ = false; ///< at the next change of a link group
     LinkGroupModel model_;
     ErrorInfo error_;
     std::string told_;
@@ -88,25 +189,22 @@ long number(IAppCommand& command, const wchar_t* name)
 
 long Sequence::anyActivity()
 {
-    return std::next(store_.activities.begin(), below(static_cast<int>(store_.activities.size())))->first;
+    return data_.events[static_cast<std::size_t>(below(static_cast<int>(data_.events.size())))].id;
 }
 
 /// Groups that look the same are as good as one another.
 LinkGroupModel::Group& Sequence::groupOf(long eventId)
 {
-    const std::string wanted = store_.groupOf(eventId);
+    const std::string wanted = groupAround(data_, *data_.event(eventId));
     return *std::find_if(model_.groups.begin(), model_.groups.end(), [&](const LinkGroupModel::Group& group) {
-        std::vector<const Booking*> members;
-        for (const Booking& member : group.members)
-            members.push_back(&member);
-        return shownGroup(group.linked, members) == wanted;
+        return shownGroup(group.linked, group.members) == wanted;
     });
 }
 
 template <class Command> ComPtr<Command> Sequence::open(long eventId, long operation, long instance)
 {
     auto command = make<Command>();
-    let(*command, L"Root", Variant(queryFor<IDispatch>(store_.root())));
+    let(*command, L"Root", Variant(data_.root.as<IDispatch>()));
     let(*command, L"EventID", Variant(eventId));
     let(*command, L"Instance", Variant(instance));
     require(command->put_Operation(operation));
@@ -132,7 +230,7 @@ std::optional<Rule> Sequence::chooseRule(EditEvents& command)
         command.Rule.reset();
         break;
     case 1:
-        require(store_.root()->NewRecurrence(1 + below(5), command.Rule.put()));
+        command.Rule = fetch(data_.root, &IRoot::NewRecurrence, 1L + below(5));
         require(command.Rule->put_Anchor(below(9)));
         require(command.Rule->put_Interval(below(3)));
         break;
@@ -176,27 +274,45 @@ void Sequence::choose(EditEvents& command, LinkGroupModel::Edit& edit)
 
 void Sequence::execute(IAppCommand& command, int failing, bool expectedResult)
 {
-    store_.failWrite(failing);
+    data_.during = [&](const std::string& call) { watch(call, failing); };
     VARIANT_BOOL result = VARIANT_FALSE;
     const HRESULT outcome = command.Execute(&result);
-    store_.failWrite(-1);
+    data_.during = nullptr;
     error_ = errorOf(outcome);
     if ((result != VARIANT_FALSE) != (expectedResult && outcome == S_OK))
         complain("the result of Execute");
 }
 
+/// Notes what a caller must not do, and lets the write fail whose turn it is.
+void Sequence::watch(const std::string& call, int& failing)
+{
+    if (!writes(call))
+        return;
+    complaint_ += faultOf(data_, call);
+    if (failing >= 0 && failing-- == 0)
+        return data_.fail(call, locked);
+    if (call != "EventLinks.UpdateLinked" || !renamesGroup_)
+        return;
+    if (const auto group = linkedBy(data_, std::stol(data_.calls.back().substr(call.size() + 1)));
+        !group.empty())
+    {
+        data_.nextLink = group.back().id;
+        renamesGroup_ = false;
+    }
+}
+
 void Sequence::compare(Ending ending)
 {
     ++endings[static_cast<int>(ending)];
-    const ErrorInfo expected = ending == Ending::failed    ? LinkGroupStore::injected
-                               : ending == Ending::refused ? LinkGroupStore::refusal
+    const ErrorInfo expected = ending == Ending::failed    ? locked
+                               : ending == Ending::refused ? unknownActivity
                                                            : ErrorInfo{S_OK, {}, {}};
     if (error_ != expected)
         complain("the outcome: expected " + shown(expected.number) + ", was " + shown(error_.number));
-    if (store_.groups() != model_.shown())
+    if (const auto stored = groupsIn(data_); stored != model_.shown())
         complain("expected:\n  " + testing::PrintToString(model_.shown()) + "\nstored:\n  " +
-                 testing::PrintToString(store_.groups()));
-    complaint_ += store_.complaints();
+                 testing::PrintToString(stored));
+    complaint_ += faultsIn(data_);
 }
 
 void Sequence::edit(long operation)
@@ -212,8 +328,8 @@ void Sequence::edit(long operation)
     {
         eventId = anyActivity();
         group = &groupOf(eventId);
-        edit.primary = store_.activities.at(eventId).booking.nameId;
-        told_ += "edit " + store_.groupOf(eventId) + " of " + shown(edit.primary);
+        edit.primary = data_.event(eventId)->nameId;
+        told_ += "edit " + groupAround(data_, *data_.event(eventId)) + " of " + shown(edit.primary);
     }
     const auto command = open<EditEvents>(eventId, operation, edit.instance);
     if (adds)
@@ -242,7 +358,7 @@ void Sequence::editUnderWay(EditEvents& command, LinkGroupModel::Group* group, l
     edit.rule = chooseRule(command);
     const int failing = anyFailure();
     if (oneIn(8))
-        store_.renameGroup();
+        renamesGroup_ = true;
     told_ += " failing " + shown(failing);
     const LinkGroupModel former = model_;
     const auto place = std::find_if(model_.groups.begin(), model_.groups.end(),
@@ -272,12 +388,11 @@ void Sequence::editUnderWay(EditEvents& command, LinkGroupModel::Group* group, l
             !adds && edit.instance != 0 && edit.booked.size() == 1 && edit.chosen.size() == 1;
         if (!byItself && written.names() != std::set<long>(edit.chosen.begin(), edit.chosen.end()))
             complain("the chosen resources are not those booked");
-        const auto stored = store_.activities.find(number(command, L"EventID"));
+        const Event* const stored = data_.event(number(command, L"EventID"));
         const bool single = edit.chosen.size() == 1 && (edit.booked.size() > 1 || adds);
-        if (adds && stored == store_.activities.end())
+        if (adds && !stored)
             complain("the id of the new activity");
-        if (single && (stored == store_.activities.end() || stored->second.link ||
-                       stored->second.booking.nameId != edit.chosen.front()))
+        if (single && (!stored || stored->link || stored->nameId != edit.chosen.front()))
             complain("the id of the activity that is left");
         if (adds && number(command, L"Instance") != 0)
             complain("the instance of the new activity");
@@ -315,12 +430,11 @@ void Sequence::move(long operation)
 {
     const long eventId = anyActivity();
     auto& group = groupOf(eventId);
-    const Booking& booking = store_.activities.at(eventId).booking;
-    LinkGroupModel::Move move{
-        anyInstance(), booking.nameId, oneIn(3) ? booking.nameId : anyName(), oneIn(2), {}};
-    const auto occurrence = booking.edited.find(move.instance);
-    move.values = occurrence == booking.edited.end() ? booking.values : occurrence->second.values;
-    told_ += "move " + store_.groupOf(eventId) + " of " + shown(move.source) + " to " + shown(move.target) +
+    const Event& event = *data_.event(eventId);
+    LinkGroupModel::Move move{anyInstance(), event.nameId, oneIn(3) ? event.nameId : anyName(), oneIn(2), {}};
+    const auto occurrence = event.edited.find(move.instance);
+    move.values = occurrence == event.edited.end() ? event.values() : occurrence->second.values;
+    told_ += "move " + groupAround(data_, event) + " of " + shown(move.source) + " to " + shown(move.target) +
              " operation " + shown(operation) + " on " + shown(move.instance) + (move.all ? " all" : "");
 
     const auto command = open<MoveEvents>(eventId, operation, move.instance);
@@ -341,7 +455,8 @@ void Sequence::move(long operation)
 
 std::string Sequence::step()
 {
-    const int kind = store_.activities.empty() ? 0 : below(9);
+    const int kind = data_.events.empty() ? 0 : below(9);
+    data_.takeCalls();
     if (kind < 2)
         edit(operationAdd);
     else if (kind < 5)
@@ -350,7 +465,7 @@ std::string Sequence::step()
         edit(operationDelete);
     else
         move(kind < 8 ? MoveEvents::operationMove : MoveEvents::operationCopy);
-    if (references(store_.root()) != 1)
+    if (references(data_.root.get()) != 1)
         complain("the command is gone, but not its hold on the database");
     told_ += '\n';
     return complaint_.empty() ? "" : told_ + complaint_;

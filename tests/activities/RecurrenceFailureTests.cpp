@@ -16,28 +16,13 @@ constexpr const char* readings[] = {"Recurrence.get_Kind", "Recurrence.get_Count
 
 } // namespace
 
-class RecurrenceFailureTests : public ActivityDialog
+class RecurrenceFailureTests : public RecurrencePanel
 {
 protected:
     void SetUp() override
     {
-        ActivityDialog::SetUp();
-        data.newRule = Rule{0, 0, 10, 0};
+        RecurrencePanel::SetUp();
         data.recordRules = true;
-    }
-
-    void showedWith(const Rule& rule)
-    {
-        data.events[0].rule = rule;
-        showed(3);
-    }
-
-    void clickUp(int index)
-    {
-        RECT place{};
-        GetClientRect(arrows(index), &place);
-        Container::clickAt(arrows(index), place.right / 2, 2);
-        container.pump();
     }
 
     void showsTheWeeklyRule() const
@@ -64,22 +49,11 @@ protected:
         showsTheWeeklyRule();
         EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 3/7/0)");
     }
-
-    /// What OK stores as the rule.
-    std::string storedRule()
-    {
-        Container::click(ok());
-        EXPECT_THAT(container.done, ElementsAre(false));
-        for (const auto& call : data.takeCalls())
-            if (call.starts_with("Events.SetRecurrence"))
-                return call;
-        return "";
-    }
 };
 
 TEST_F(RecurrenceFailureTests, ANumberThatTheArrowsCannotWriteComesBack)
 {
-    comesBack([this] { clickUp(1); }, [this] { clickUp(0); });
+    comesBack([this] { clickArrow(1, true); }, [this] { clickArrow(0, true); });
 }
 
 TEST_F(RecurrenceFailureTests, ANumberThatCannotBeWrittenAsTypedComesBack)
@@ -94,8 +68,8 @@ TEST_F(RecurrenceFailureTests, TheNumberThatWasRefusedIsWrittenAtTheNextAttempt)
     retype(countBox(), L"8");
     retype(countBox(), L"8");
     data.fail("Recurrence.put_Interval", refused);
-    clickUp(0);
-    clickUp(0);
+    clickArrow(0, true);
+    clickArrow(0, true);
     EXPECT_EQ(container.errors.size(), 2U);
     EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 4/8/0)");
 }
@@ -126,9 +100,7 @@ TEST_F(RecurrenceFailureTests, AChangeOfKindThatCannotReadARuleKeepsTheFormerOne
         EXPECT_THAT(container.errors, ElementsAre(refused));
         showsTheWeeklyRule();
         EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 3/7/0)");
-        container.close();
-        container.errors.clear();
-        container.done.clear();
+        closeAndForget();
     }
 }
 
@@ -145,9 +117,7 @@ TEST_F(RecurrenceFailureTests, AFirstRuleThatCannotBeReadIsNone)
         EXPECT_FALSE(container.visible(option(L"By &Day")));
         EXPECT_EQ(container.resizes, 0);
         EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, none)");
-        container.close();
-        container.errors.clear();
-        container.done.clear();
+        closeAndForget();
     }
 }
 

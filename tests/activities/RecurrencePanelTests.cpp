@@ -13,39 +13,8 @@ const ErrorInfo refused{static_cast<HRESULT>(0x80041235), L"KorvaneData", L"No r
 
 } // namespace
 
-class RecurrencePanelTests : public ActivityDialog
+class RecurrencePanelTests : public RecurrencePanel
 {
-protected:
-    void SetUp() override
-    {
-        ActivityDialog::SetUp();
-        data.newRule = Rule{0, 0, 10, 0};
-    }
-
-    void showedWith(const Rule& rule)
-    {
-        data.events[0].rule = rule;
-        showed(3);
-    }
-
-    /// What OK stores as the rule of the activity.
-    std::string storedRule()
-    {
-        data.takeCalls();
-        Container::click(ok());
-        for (const auto& call : data.takeCalls())
-            if (call.starts_with("Events.SetRecurrence"))
-                return call;
-        return "";
-    }
-
-    void clickArrow(int index, bool up)
-    {
-        RECT place{};
-        GetClientRect(arrows(index), &place);
-        Container::clickAt(arrows(index), place.right / 2, up ? 2 : place.bottom - 2);
-        container.pump();
-    }
 };
 
 TEST_F(RecurrencePanelTests, IsClosedForAnActivityWithoutRule)
@@ -104,7 +73,7 @@ TEST_F(RecurrencePanelTests, AStoredRuleIsShownAndStaysAsItIs)
         EXPECT_EQ(Container::text(intervalBox()), L"3");
         EXPECT_EQ(Container::text(countBox()), L"7");
         EXPECT_EQ(storedRule(), std::string("Events.SetRecurrence(50, ") + kinds[kind - 1] + " 2/7/42)");
-        container.close();
+        closeAndForget();
     }
 }
 
@@ -121,11 +90,11 @@ TEST_F(RecurrencePanelTests, ANumberThatIsTypedReplacesOneBeyondTheArrows)
     showedWith({1, 0, 0, 0});
     retype(countBox(), L"1");
     EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, day 0/1/0)");
-    container.close();
+    closeAndForget();
     showedWith({1, 0, 20000, 0});
     retype(countBox(), L"9999");
     EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, day 0/9999/0)");
-    container.close();
+    closeAndForget();
     showedWith({1, -1, 4, 0});
     retype(intervalBox(), L"1");
     EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, day 0/4/0)");
@@ -200,7 +169,7 @@ TEST_F(RecurrencePanelTests, EachKindHasItsOwnTexts)
         EXPECT_TRUE(container.visible(label(expected.period)));
         EXPECT_TRUE(container.visible(label(L"Repeat ")));
         EXPECT_TRUE(container.visible(label(L" times")));
-        container.close();
+        closeAndForget();
     }
 }
 
@@ -300,7 +269,7 @@ TEST_F(RecurrencePanelTests, TheArrowsCountOnFromWhatStandsInTheBox)
     container.press(VK_UP);
     EXPECT_EQ(Container::text(intervalBox()), L"2");
     EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 1/1/5)");
-    container.close();
+    closeAndForget();
     showedWith({2, 1, 0, 0});
     clickArrow(1, true);
     EXPECT_EQ(Container::text(countBox()), L"1");

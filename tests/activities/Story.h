@@ -114,8 +114,7 @@ protected:
 
     long operandNumber(const wchar_t* name) const
     {
-        Variant value;
-        call(command, &IAppCommand::get_Operand, Bstr(name).get(), value.put());
+        const auto value = korvane::fetch(command, &IAppCommand::get_Operand, Bstr(name).get());
         return toLong(value.get());
     }
 
@@ -138,8 +137,7 @@ protected:
     std::vector<long> linked(long eventId) const
     {
         std::vector<long> names;
-        ComPtr<IEventLinks> links;
-        call(root, &IRoot::get_EventLinks, links.put());
+        const auto links = korvane::fetch(root, &IRoot::get_EventLinks);
         EventConnection connection;
         connection.connect(
             links.get(), __uuidof(IEventLinksEvents),

@@ -44,7 +44,7 @@ TEST_F(ctlEditEventsKeyboardTests, EnterConfirmsAndCtrlEnterBreaksTheLine)
     EXPECT_EQ(Container::text(textBox()), L"a\r\nb");
     container.press(VK_RETURN);
     EXPECT_THAT(container.done, ElementsAre(false));
-    EXPECT_EQ(toText(get(L"Text").get()), L"a\r\nb");
+    EXPECT_EQ(text(L"Text"), L"a\r\nb");
 }
 
 TEST_F(ctlEditEventsKeyboardTests, TabFollowsTheEye)

@@ -282,9 +282,9 @@ TEST_F(ctlEditEventsTests, ChangesGoToTheCommandAtOnce)
     setTime(picker(1), monday + 15 * hour);
     SetFocus(textBox());
     container.type(L"Tyres");
-    EXPECT_DOUBLE_EQ(date(L"T0"), monday + 13 * hour);
-    EXPECT_DOUBLE_EQ(date(L"T1"), monday + 15 * hour);
-    EXPECT_EQ(toText(get(L"Text").get()), L"Tyres");
+    EXPECT_DOUBLE_EQ(time(L"T0"), monday + 13 * hour);
+    EXPECT_DOUBLE_EQ(time(L"T1"), monday + 15 * hour);
+    EXPECT_EQ(text(L"Text"), L"Tyres");
 }
 
 TEST_F(ctlEditEventsTests, ADescriptionThatIsSetFromOutsideIsBooked)
@@ -292,7 +292,7 @@ TEST_F(ctlEditEventsTests, ADescriptionThatIsSetFromOutsideIsBooked)
     showed(3);
     SetWindowTextW(textBox(), L"spoken"); // as assistive technology does
     Container::click(ok());
-    EXPECT_EQ(toText(get(L"Text").get()), L"spoken");
+    EXPECT_EQ(text(L"Text"), L"spoken");
     EXPECT_THAT(container.done, ElementsAre(false));
 }
 
@@ -447,7 +447,7 @@ TEST_F(ctlEditEventsTests, ATimeHalfTypedCountsWhenEnterIsPressed)
     container.press(VK_RETURN);
     EXPECT_THAT(container.done, ElementsAre(false));
     EXPECT_NE(timeOf(picker(0)), before);
-    EXPECT_DOUBLE_EQ(date(L"T0"), std::min(timeOf(picker(0)), timeOf(picker(1))));
+    EXPECT_DOUBLE_EQ(time(L"T0"), std::min(timeOf(picker(0)), timeOf(picker(1))));
 }
 
 } // namespace korvane::test

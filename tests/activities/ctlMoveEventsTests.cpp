@@ -1,7 +1,6 @@
-#include "framework/com/Variant.h"
+#include "tests/support/CommandUser.h"
 #include "tests/support/Container.h"
 #include "tests/support/Questions.h"
-#include "tests/support/RecordingData.h"
 
 #include <gmock/gmock.h>
 
@@ -20,9 +19,11 @@ constexpr DATE monday = 46349; // 23 November 2026
 
 } // namespace
 
-class ctlMoveEventsTests : public testing::Test
+class ctlMoveEventsTests : public testing::Test, public CommandUser
 {
 protected:
+    ctlMoveEventsTests() : CommandUser(create<IAppCommand>(__uuidof(::MoveEvents))) {}
+
     void SetUp() override { data.events = {{50, 10, 7, monday, monday + 1, L"Tour"}}; }
 
     /// Links the activity of resource 10 with one of resource 12.
@@ -35,21 +36,16 @@ protected:
     bool show(long operation, long target, long instance = 0)
     {
         call(command, &IAppCommand::put_Operation, operation);
-        let(L"Root", Variant(data.root.as<IDispatch>()));
-        let(L"EventID", Variant(50L));
-        let(L"Instance", Variant(instance));
-        let(L"N0", Variant(10L));
-        let(L"N1", Variant(target));
-        let(L"T0", Variant(OleDate{monday + 2}));
-        let(L"T1", Variant(OleDate{monday + 3}));
+        letRoot();
+        let(L"EventID", 50L);
+        let(L"Instance", instance);
+        let(L"N0", 10L);
+        let(L"N1", target);
+        let(L"T0", monday + 2);
+        let(L"T1", monday + 3);
         const bool ready = container.show(__uuidof(::ctlMoveEvents), command.get());
         prepared = data.takeCalls();
         return ready;
-    }
-
-    void let(const wchar_t* name, const Variant& value) const
-    {
-        call(command, &IAppCommand::put_Operand, Bstr(name).get(), value.get());
     }
 
     /// Gives the dialog the focus, upon which it executes.
@@ -62,15 +58,12 @@ protected:
 
     std::wstring title() const
     {
-        Bstr name;
-        call(container.dialog, &IAppDialog::get_Name, name.put());
+        const auto name = fetch(container.dialog, &IAppDialog::get_Name);
         return std::wstring(name.view());
     }
 
-    RecordingData data;
     Questions questions;
     Container container;
-    ComPtr<IAppCommand> command = create<IAppCommand>(__uuidof(::MoveEvents));
     std::vector<std::string> prepared;
 };
 

@@ -45,6 +45,7 @@ public:
         outcome_ = dialog.container.dialog->get_Ready(&ready_);
         allocation.end();
         refused_ = allocation.refused();
+        outcome_ = dialog.failureOfReady(outcome_, ready()).number;
     }
     Round(const Round&) = delete;
     Round& operator=(const Round&) = delete;

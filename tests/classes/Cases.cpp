@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <utility>
 
 namespace korvane::test
 {
@@ -83,18 +84,6 @@ ComPtr<IAppCommand> makeCommand(const CLSID& classId, const RecordingData& data,
     return command;
 }
 
-void letOperand(const ComPtr<IAppCommand>& command, std::wstring_view name, const Variant& value)
-{
-    call(command, &IAppCommand::put_Operand, Bstr(name).get(), value.get());
-}
-
-Variant getOperand(const ComPtr<IAppCommand>& command, std::wstring_view name)
-{
-    Variant value;
-    call(command, &IAppCommand::get_Operand, Bstr(name).get(), value.put());
-    return value;
-}
-
 std::string operandsOf(const CommandCase& of, const ComPtr<IAppCommand>& command)
 {
     std::string result;
@@ -160,6 +149,22 @@ void DialogOnCase::show()
     place();
     if (!container.ready())
         throw Failure(E_FAIL, L"dialog", L"not ready");
+}
+
+ErrorInfo DialogOnCase::failureOfReady(HRESULT outcome, bool ready)
+{
+    EXPECT_TRUE(!ready || outcome == S_OK);
+    const auto told = std::exchange(container.errors, {});
+    const bool relayed = tested.relaysFailureOfLoading && !ready;
+    EXPECT_TRUE(relayed || told.empty());
+    if (relayed && outcome == S_OK)
+    {
+        EXPECT_EQ(told.size(), 1U);
+        return told.empty() ? ErrorInfo{} : told.front();
+    }
+    for (const ErrorInfo& each : told) // what came after the loading has failed as well
+        EXPECT_EQ(each.number, outcome);
+    return errorOf(outcome);
 }
 
 void DialogOnCase::activate()

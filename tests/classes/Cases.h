@@ -3,11 +3,10 @@
 // A further class brings its entry (see tests/groups/GroupCases.cpp) and is known to the suites by it.
 #pragma once
 
-#include "framework/com/Variant.h"
+#include "tests/support/CommandUser.h"
 #include "tests/support/Container.h"
 #include "tests/support/Look.h"
 #include "tests/support/Questions.h"
-#include "tests/support/RecordingData.h"
 
 #include <KorvaneDlg.h>
 
@@ -72,6 +71,8 @@ struct DialogCase
     WORD confirmKey = 0;
     /// Whether it goes on with a further item after OK.
     bool staysOpen = false;
+    /// Whether a failure while it loads is told to the container, and Ready succeeds in saying that it is not ready.
+    bool relaysFailureOfLoading = false;
 
     bool runsByItself() const noexcept { return !use; }
     /// What the container is told after OK.
@@ -92,8 +93,6 @@ ComPtr<IAppCommand> makeCommand(const CLSID& classId, const RecordingData& data,
 
 /// The operands of a command as one text, as far as they are not objects.
 std::string operandsOf(const CommandCase& of, const ComPtr<IAppCommand>& command);
-void letOperand(const ComPtr<IAppCommand>& command, std::wstring_view name, const Variant& value);
-Variant getOperand(const ComPtr<IAppCommand>& command, std::wstring_view name);
 
 /// The calls so far, without the closing of scopes, which follows a failure too.
 std::vector<std::string> stepsOf(RecordingData& data);
@@ -121,6 +120,8 @@ public:
     void place() { container.place(tested.dialogClass, command.get()); }
     /// Places the dialog and reads Ready, which is to succeed.
     void show();
+    /// The failure of a Ready that had this outcome, from where the dialog is to tell it; S_OK for none.
+    ErrorInfo failureOfReady(HRESULT outcome, bool ready);
     /// As show, and gives it the focus.
     void activate();
     /// As activate, and does what the user does before he confirms.

@@ -1,6 +1,7 @@
 // What every command is to a host: its operands, its operation codes, and failures that arrive unchanged.
 #include "tests/classes/Cases.h"
 #include "tests/support/ComRules.h"
+#include "tests/support/Variants.h"
 
 #include <gmock/gmock.h>
 
@@ -37,10 +38,7 @@ std::wstring textOf(const Variant& value)
 
 VARIANT number(double value)
 {
-    VARIANT result{};
-    result.vt = VT_R8;
-    result.dblVal = value;
-    return result;
+    return variant(VT_R8, &VARIANT::dblVal, value);
 }
 
 /// A value that goes in, and the text of what then comes out; empty where it is refused.
@@ -175,8 +173,7 @@ INSTANTIATE_TEST_SUITE_P(EveryCommand, CommandTests, testing::ValuesIn(commandCa
 
 TEST_P(CommandTests, DialogClassIsItsDialog)
 {
-    Bstr progId;
-    call(command, &IAppCommand::get_DialogClass, progId.put());
+    const auto progId = fetch(command, &IAppCommand::get_DialogClass);
     EXPECT_EQ(progId, GetParam().dialogClass);
 }
 
@@ -192,8 +189,7 @@ TEST_P(CommandTests, OperationIsStoredUnchecked)
     for (const long stored : {0L, -17L, 3L, 4711L})
     {
         call(command, &IAppCommand::put_Operation, stored);
-        long operation = -1;
-        call(command, &IAppCommand::get_Operation, &operation);
+        const long operation = fetch(command, &IAppCommand::get_Operation);
         EXPECT_EQ(operation, stored);
     }
 }
@@ -232,37 +228,22 @@ TEST_P(CommandTests, ValuesAreConvertedAndReferencesFollowed)
     DATE date = 46.5;
     Bstr words(L"Inspection");
     Variant held(Bstr(L"47"));
-    VARIANT small{};
-    small.vt = VT_I2;
-    small.iVal = -3;
-    VARIANT toWhole{};
-    toWhole.vt = VT_BYREF | VT_I4;
-    toWhole.plVal = &whole;
-    VARIANT toDate{};
-    toDate.vt = VT_BYREF | VT_DATE;
-    toDate.pdate = &date;
-    VARIANT toWords{};
-    toWords.vt = VT_BYREF | VT_BSTR;
-    toWords.pbstrVal = words.inOut();
-    VARIANT toHeld{};
-    toHeld.vt = VT_BYREF | VT_VARIANT;
-    toHeld.pvarVal = const_cast<VARIANT*>(&held.get());
-    expectConversions({{VT_I4, Variant(Bstr(L"45")).get(), L"45"},
-                       {VT_I4, number(46), L"46"},
-                       {VT_I4, small, L"-3"},
-                       {VT_I4, toWhole, L"45"},
-                       {VT_I4, toHeld, L"47"},
-                       {VT_DATE, number(46), std::to_wstring(46.0)},
-                       {VT_DATE, toDate, std::to_wstring(46.5)},
-                       {VT_BSTR, Variant(45L).get(), L"45"},
-                       {VT_BSTR, toWords, L"Inspection"},
-                       {VT_BSTR, toHeld, L"47"}});
+    const VARIANT toHeld =
+        variant(VT_BYREF | VT_VARIANT, &VARIANT::pvarVal, const_cast<VARIANT*>(&held.get()));
+    expectConversions(
+        {{VT_I4, Variant(Bstr(L"45")).get(), L"45"},
+         {VT_I4, number(46), L"46"},
+         {VT_I4, variant(VT_I2, &VARIANT::iVal, -3), L"-3"},
+         {VT_I4, variant(VT_BYREF | VT_I4, &VARIANT::plVal, &whole), L"45"},
+         {VT_I4, toHeld, L"47"},
+         {VT_DATE, number(46), std::to_wstring(46.0)},
+         {VT_DATE, variant(VT_BYREF | VT_DATE, &VARIANT::pdate, &date), std::to_wstring(46.5)},
+         {VT_BSTR, Variant(45L).get(), L"45"},
+         {VT_BSTR, variant(VT_BYREF | VT_BSTR, &VARIANT::pbstrVal, words.inOut()), L"Inspection"},
+         {VT_BSTR, toHeld, L"47"}});
 
     IUnknown* object = data.root.get();
-    VARIANT toRoot{};
-    toRoot.vt = VT_BYREF | VT_UNKNOWN;
-    toRoot.ppunkVal = &object;
-    EXPECT_EQ(tryLet(L"Root", toRoot), S_OK);
+    EXPECT_EQ(tryLet(L"Root", variant(VT_BYREF | VT_UNKNOWN, &VARIANT::ppunkVal, &object)), S_OK);
     EXPECT_EQ(root(), data.root.get());
     letOperand(command, L"Root", Variant(ComPtr<IDispatch>()));
     EXPECT_EQ(getOperand(command, L"Root").get().pdispVal, nullptr);

@@ -1,12 +1,12 @@
 // What holds for every dialog in a host's own language: its texts can be read, and nothing is in the way of anything.
 #include "demo/host/Language.h"
+#include "demo/host/tour/Captions.h"
 #include "tests/classes/Cases.h"
 #include "tests/framework/Fakes.h"
 #include "tests/support/ComRules.h"
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -44,52 +44,6 @@ ComPtr<IResources> longWinded()
 }
 
 const SpokenLanguage languages[] = {{"English", english}, {"Danish", danish}, {"LongWinded", longWinded}};
-
-LONG_PTR kindOf(HWND button)
-{
-    return GetWindowLongPtrW(button, GWL_STYLE) & BS_TYPEMASK;
-}
-
-bool isChecked(HWND window)
-{
-    return classOf(window) == L"Button" &&
-           (kindOf(window) == BS_AUTOCHECKBOX || kindOf(window) == BS_AUTORADIOBUTTON);
-}
-
-/// Whether a window says its text itself: a box shows what was entered, and a button with a picture the picture.
-bool isCaption(HWND window)
-{
-    const bool showsPicture = (GetWindowLongPtrW(window, GWL_STYLE) & BS_ICON) != 0;
-    return classOf(window) == L"Static" ||
-           (classOf(window) == L"Button" && kindOf(window) != BS_OWNERDRAW && !showsPicture);
-}
-
-/// Pixels that a window is to be wide for its text, in the font that it has.
-LONG neededWidth(HWND window)
-{
-    const std::wstring text = Container::text(window);
-    RECT place{};
-    const HDC context = GetDC(window);
-    const HGDIOBJ former =
-        SelectObject(context, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
-    DrawTextW(context, text.c_str(), -1, &place, DT_CALCRECT | DT_SINGLELINE);
-    SelectObject(context, former);
-    ReleaseDC(window, context);
-    if (classOf(window) == L"Static" || text.empty())
-        return place.right;
-    const LONG besides = isChecked(window)
-                             ? GetSystemMetrics(SM_CXMENUCHECK) + 4
-                             : 2 * (GetSystemMetrics(SM_CXEDGE) + GetSystemMetrics(SM_CXBORDER));
-    return place.right + besides;
-}
-
-std::vector<HWND> shownOn(HWND dialog)
-{
-    auto windows = windowsOn(dialog);
-    std::erase_if(windows,
-                  [&](HWND window) { return GetParent(window) != dialog || !IsWindowVisible(window); });
-    return windows;
-}
 
 /// The library's texts; notes which were asked for.
 class NotedTexts final : public Object<NotedTexts, Inherits<IResources>, IResources>
@@ -158,24 +112,15 @@ protected:
         RECT all{};
         GetClientRect(container.dialogWindow(), &all);
         EXPECT_EQ(all.right, container.site->extent().cx);
-        const auto windows = shownOn(container.dialogWindow());
-        for (auto window = windows.begin(); window != windows.end(); ++window)
-        {
-            SCOPED_TRACE(narrow(classOf(*window)) + " " + narrow(Container::text(*window)));
-            const RECT own = container.place(*window);
-            EXPECT_LE(own.right, all.right);
-            EXPECT_GE(own.left, 0);
-            if (!isCaption(*window))
-                continue;
-            EXPECT_GE(own.right - own.left, neededWidth(*window));
-            for (const HWND other : windows)
-            {
-                RECT common{};
-                const RECT theirs = container.place(other);
-                EXPECT_FALSE(other != *window && IntersectRect(&common, &own, &theirs))
-                    << narrow(classOf(other)) << " " << narrow(Container::text(other));
-            }
-        }
+        EXPECT_THAT(host::unreadableOn(container.dialogWindow()), testing::IsEmpty());
+    }
+
+    /// What is there to be checked now, in tab order.
+    std::vector<HWND> checkable() const
+    {
+        auto parts = host::partsOf(container.dialogWindow());
+        std::erase_if(parts, [](HWND part) { return !host::isCheckable(part) || !IsWindowEnabled(part); });
+        return parts;
     }
 };
 
@@ -220,19 +165,17 @@ TEST_P(LanguageTests, EveryCaptionCanBeReadAndCoversNothing)
     container.site->activateUi();
     container.pump();
     // What is checked may bring further controls, with texts of their own.
-    for (const HWND window : windowsOn(container.dialogWindow()))
-        if (isChecked(window) && IsWindowVisible(window) && IsWindowEnabled(window))
-        {
-            Container::click(window);
-            for (const HWND further : windowsOn(container.dialogWindow()))
-                if (isChecked(further) && IsWindowVisible(further) && IsWindowEnabled(further) &&
-                    kindOf(further) == BS_AUTORADIOBUTTON)
-                {
-                    Container::click(further);
-                    expectToBeReadable();
-                }
-            expectToBeReadable();
-        }
+    for (const HWND part : checkable())
+    {
+        Container::click(part);
+        expectToBeReadable();
+        for (const HWND further : checkable())
+            if (further != part)
+            {
+                Container::click(further);
+                expectToBeReadable();
+            }
+    }
     EXPECT_TRUE(container.errors.empty());
 }
 
@@ -250,15 +193,11 @@ TEST_P(LanguageTests, NoTwoCaptionsShareAnAccessKey)
 {
     showIn(std::get<1>(GetParam()).resources());
     std::set<wchar_t> keys;
-    for (const HWND window : shownOn(container.dialogWindow()))
+    for (const HWND part : host::partsOf(container.dialogWindow()))
     {
-        const std::wstring text = Container::text(window);
-        const auto mark = text.find(L'&');
-        if (!isCaption(window) || mark == std::wstring::npos)
-            continue;
-        wchar_t key = text.at(mark + 1);
-        CharUpperBuffW(&key, 1);
-        if (tested.sharedKeys.find(key) == std::wstring::npos)
+        const std::wstring text = Container::text(part);
+        const wchar_t key = host::isCaption(part) ? host::accessKeyOf(text) : L'\0';
+        if (key != 0 && tested.sharedKeys.find(key) == std::wstring::npos)
         {
             EXPECT_TRUE(keys.insert(key).second) << narrow(text);
         }

@@ -1,6 +1,7 @@
 #include "framework/AppCommand.h"
 
 #include "tests/framework/Fakes.h"
+#include "tests/support/Variants.h"
 
 #include <KorvaneDlg.h>
 
@@ -52,14 +53,6 @@ public:
     Bstr text{L"before"};
     long shadowed = 0;
 };
-
-VARIANT variant(VARTYPE type)
-{
-    VARIANT value;
-    VariantInit(&value);
-    value.vt = type;
-    return value;
-}
 
 class AppCommandTests : public testing::Test
 {
@@ -198,56 +191,32 @@ TEST_F(AppCommandTests, TheFirstOfTwoRowsWithOneNameCounts)
 
 TEST_F(AppCommandTests, NumbersOfEveryTypeBecomeALong)
 {
-    VARIANT value = variant(VT_I1);
-    value.cVal = -3;
-    EXPECT_EQ(stored(value), -3);
-    value = variant(VT_UI1);
-    value.bVal = 200;
-    EXPECT_EQ(stored(value), 200);
-    value = variant(VT_I2);
-    value.iVal = -300;
-    EXPECT_EQ(stored(value), -300);
-    value = variant(VT_UI2);
-    value.uiVal = 60000;
-    EXPECT_EQ(stored(value), 60000);
-    value = variant(VT_I4);
-    value.lVal = -70000;
-    EXPECT_EQ(stored(value), -70000);
-    value = variant(VT_UI4);
-    value.ulVal = 70000;
-    EXPECT_EQ(stored(value), 70000);
-    value = variant(VT_INT);
-    value.intVal = 8;
-    EXPECT_EQ(stored(value), 8);
-    value = variant(VT_UINT);
-    value.uintVal = 9;
-    EXPECT_EQ(stored(value), 9);
-    value = variant(VT_I8);
-    value.llVal = -5;
-    EXPECT_EQ(stored(value), -5);
-    value = variant(VT_UI8);
-    value.ullVal = 6;
-    EXPECT_EQ(stored(value), 6);
-    value = variant(VT_R4);
-    value.fltVal = 7.0F;
-    EXPECT_EQ(stored(value), 7);
-    value = variant(VT_CY);
-    value.cyVal.int64 = 120000;
-    EXPECT_EQ(stored(value), 12);
-    EXPECT_EQ(stored(Variant(true).get()), -1);
-    EXPECT_EQ(stored(Variant(false).get()), 0);
-    EXPECT_EQ(stored(variant(VT_EMPTY)), 0);
+    const std::pair<VARIANT, long> numbers[] = {
+        {variant(VT_I1, &VARIANT::cVal, -3), -3},
+        {variant(VT_UI1, &VARIANT::bVal, 200), 200},
+        {variant(VT_I2, &VARIANT::iVal, -300), -300},
+        {variant(VT_UI2, &VARIANT::uiVal, 60000), 60000},
+        {variant(VT_I4, &VARIANT::lVal, -70000), -70000},
+        {variant(VT_UI4, &VARIANT::ulVal, 70000), 70000},
+        {variant(VT_INT, &VARIANT::intVal, 8), 8},
+        {variant(VT_UINT, &VARIANT::uintVal, 9), 9},
+        {variant(VT_I8, &VARIANT::llVal, -5), -5},
+        {variant(VT_UI8, &VARIANT::ullVal, 6), 6},
+        {variant(VT_R4, &VARIANT::fltVal, 7), 7},
+        {variant(VT_CY, &VARIANT::llVal, 120000), 12},
+        {variant(VT_BOOL, &VARIANT::boolVal, VARIANT_TRUE), -1},
+        {variant(VT_BOOL, &VARIANT::boolVal, VARIANT_FALSE), 0},
+        {variant(VT_EMPTY), 0},
+    };
+    for (const auto& [number, expected] : numbers)
+        EXPECT_EQ(stored(number), expected) << "type " << number.vt;
 }
 
 TEST_F(AppCommandTests, FractionsAreRoundedToTheEvenNumber)
 {
-    VARIANT value = variant(VT_R8);
     for (const auto& [fraction, expected] :
          {std::pair{1.4, 1L}, {1.6, 2L}, {2.5, 2L}, {3.5, 4L}, {-2.5, -2L}, {45000.5, 45000L}})
-    {
-        value.dblVal = fraction;
-        EXPECT_EQ(stored(value), expected) << fraction;
-    }
+        EXPECT_EQ(stored(variant(VT_R8, &VARIANT::dblVal, fraction)), expected) << fraction;
     EXPECT_EQ(stored(Variant(OleDate{45001.5}).get()), 45002);
 }
 
@@ -266,42 +235,28 @@ TEST_F(AppCommandTests, WhatIsNoNumberIsATypeMismatch)
     EXPECT_EQ(refused(Variant(Bstr(L"")).get()), DISP_E_TYPEMISMATCH);
     EXPECT_EQ(refused(Variant(Bstr(L"Drivers")).get()), DISP_E_TYPEMISMATCH);
     EXPECT_EQ(refused(variant(VT_NULL)), DISP_E_TYPEMISMATCH);
-    VARIANT missing = variant(VT_ERROR);
-    missing.scode = DISP_E_PARAMNOTFOUND;
-    EXPECT_EQ(refused(missing), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(refused(variant(VT_ERROR, &VARIANT::scode, DISP_E_PARAMNOTFOUND)), DISP_E_TYPEMISMATCH);
 }
 
 TEST_F(AppCommandTests, ANumberBeyondALongOverflows)
 {
-    VARIANT value = variant(VT_R8);
-    value.dblVal = 2147483648.0;
-    EXPECT_EQ(refused(value), DISP_E_OVERFLOW);
-    value = variant(VT_I8);
-    value.llVal = 1LL << 40;
-    EXPECT_EQ(refused(value), DISP_E_OVERFLOW);
+    EXPECT_EQ(refused(variant(VT_R8, &VARIANT::dblVal, 2147483648.0)), DISP_E_OVERFLOW);
+    EXPECT_EQ(refused(variant(VT_I8, &VARIANT::llVal, 1LL << 40)), DISP_E_OVERFLOW);
     EXPECT_EQ(refused(Variant(Bstr(L"99999999999")).get()), DISP_E_OVERFLOW);
 }
 
 TEST_F(AppCommandTests, ReferencesAreFollowed)
 {
     long number = 21;
-    VARIANT value = variant(VT_BYREF | VT_I4);
-    value.plVal = &number;
-    EXPECT_EQ(stored(value), 21);
     SHORT small = 22;
-    value = variant(VT_BYREF | VT_I2);
-    value.piVal = &small;
-    EXPECT_EQ(stored(value), 22);
     Bstr text(L"23");
-    value = variant(VT_BYREF | VT_BSTR);
-    value.pbstrVal = text.inOut();
-    EXPECT_EQ(stored(value), 23);
     VARIANT inner = Variant(24L).get();
-    value = variant(VT_BYREF | VT_VARIANT);
-    value.pvarVal = &inner;
-    EXPECT_EQ(stored(value), 24);
+    EXPECT_EQ(stored(variant(VT_BYREF | VT_I4, &VARIANT::plVal, &number)), 21);
+    EXPECT_EQ(stored(variant(VT_BYREF | VT_I2, &VARIANT::piVal, &small)), 22);
+    EXPECT_EQ(stored(variant(VT_BYREF | VT_BSTR, &VARIANT::pbstrVal, text.inOut())), 23);
+    EXPECT_EQ(stored(variant(VT_BYREF | VT_VARIANT, &VARIANT::pvarVal, &inner)), 24);
     inner = variant(VT_NULL);
-    EXPECT_EQ(refused(value), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(refused(variant(VT_BYREF | VT_VARIANT, &VARIANT::pvarVal, &inner)), DISP_E_TYPEMISMATCH);
 }
 
 TEST_F(AppCommandTests, TheDefaultPropertyOfAnObjectIsItsValue)
@@ -329,12 +284,9 @@ TEST_F(AppCommandTests, TextsAreMadeOfEveryValue)
     EXPECT_EQ(let(L"Text", variant(VT_EMPTY)), S_OK);
     EXPECT_EQ(command->text, L"");
     Bstr byReference(L"referred");
-    VARIANT value = variant(VT_BYREF | VT_BSTR);
-    value.pbstrVal = byReference.inOut();
-    EXPECT_EQ(let(L"Text", value), S_OK);
+    EXPECT_EQ(let(L"Text", variant(VT_BYREF | VT_BSTR, &VARIANT::pbstrVal, byReference.inOut())), S_OK);
     EXPECT_EQ(command->text, L"referred");
-    value = variant(VT_BSTR); // a null BSTR is an empty text
-    EXPECT_EQ(let(L"Text", value), S_OK);
+    EXPECT_EQ(let(L"Text", variant(VT_BSTR)), S_OK); // a null BSTR is an empty text
     EXPECT_EQ(command->text, L"");
     const std::wstring withNull(L"a\0b", 3);
     EXPECT_EQ(let(L"Text", Variant(Bstr(withNull))), S_OK);
@@ -375,28 +327,17 @@ TEST_F(AppCommandTests, AnObjectMayComeInEveryWrapping)
 {
     const auto root = make<BareRoot>();
     IUnknown* plain = static_cast<IRoot*>(root.get());
-    VARIANT value = variant(VT_UNKNOWN);
-    value.punkVal = plain;
-    EXPECT_EQ(let(L"Root", value), S_OK);
-    EXPECT_TRUE(command->Root);
-    command->Root.reset();
-    value = variant(VT_UNKNOWN | VT_BYREF);
-    value.ppunkVal = &plain;
-    EXPECT_EQ(let(L"Root", value), S_OK);
-    EXPECT_TRUE(command->Root);
-    command->Root.reset();
     IDispatch* dispatch = root.get();
-    value = variant(VT_DISPATCH | VT_BYREF);
-    value.ppdispVal = &dispatch;
-    EXPECT_EQ(let(L"Root", value), S_OK);
-    EXPECT_TRUE(command->Root);
-    command->Root.reset();
-    VARIANT inner = variant(VT_DISPATCH);
-    inner.pdispVal = dispatch;
-    value = variant(VT_VARIANT | VT_BYREF);
-    value.pvarVal = &inner;
-    EXPECT_EQ(let(L"Root", value), S_OK);
-    EXPECT_TRUE(command->Root);
+    VARIANT inner = variant(VT_DISPATCH, &VARIANT::pdispVal, dispatch);
+    for (const VARIANT& value : {variant(VT_UNKNOWN, &VARIANT::punkVal, plain),
+                                 variant(VT_UNKNOWN | VT_BYREF, &VARIANT::ppunkVal, &plain),
+                                 variant(VT_DISPATCH | VT_BYREF, &VARIANT::ppdispVal, &dispatch),
+                                 variant(VT_VARIANT | VT_BYREF, &VARIANT::pvarVal, &inner)})
+    {
+        EXPECT_EQ(let(L"Root", value), S_OK) << "type " << value.vt;
+        EXPECT_TRUE(command->Root) << "type " << value.vt;
+        command->Root.reset();
+    }
 }
 
 TEST_F(AppCommandTests, NothingClearsAnObject)

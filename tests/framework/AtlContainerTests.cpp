@@ -22,12 +22,7 @@ protected:
 
     void TearDown() override { setCurrentResources(nullptr); }
 
-    bool ready() const
-    {
-        VARIANT_BOOL result = VARIANT_FALSE;
-        call(dialog.as<IAppDialog>(), &IAppDialog::get_Ready, &result);
-        return result != VARIANT_FALSE;
-    }
+    bool ready() const { return fetch(dialog.as<IAppDialog>(), &IAppDialog::get_Ready); }
 
     AtlContainer container{{toPixels(TestDialog::designWidth, 96), toPixels(TestDialog::designHeight, 96)}};
     ComPtr<TestDialogCommand> command = make<TestDialogCommand>();
@@ -68,8 +63,7 @@ TEST_F(AtlContainerTests, ControlsAreVisibleWhereTheyWereDesigned)
 TEST_F(AtlContainerTests, WithoutAContainersFontTheDesignedOneStays)
 {
     ASSERT_TRUE(ready());
-    ComPtr<IFontDisp> font;
-    call(dialog.as<IDialogControl>(), &IDialogControl::get_Font, font.put());
+    const auto font = fetch(dialog.as<IDialogControl>(), &IDialogControl::get_Font);
     CY size{};
     call(font.as<IFont>(), &IFont::get_Size, &size);
     EXPECT_NEAR(static_cast<double>(size.int64) / 10000, 8, 0.3);

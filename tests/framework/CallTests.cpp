@@ -47,6 +47,26 @@ public:
     STDMETHODIMP_(ULONG) Release() override { return 1; }
 };
 
+/// Empties the pointer through which it is called, and fails when that ends it in its own call.
+class ShyRoot final : public Object<ShyRoot, Inherits<EmptyRoot>, IRoot>
+{
+public:
+    ShyRoot(ComPtr<IRoot>& caller, bool& alive) : caller_(caller), alive_(alive) { alive_ = true; }
+    ~ShyRoot() { alive_ = false; }
+
+    STDMETHODIMP get_Groups(IGroups** collection) override
+    {
+        const bool& alive = alive_; // not a member of what may be gone
+        *collection = nullptr;
+        caller_.reset();
+        return alive ? S_OK : E_UNEXPECTED;
+    }
+
+private:
+    ComPtr<IRoot>& caller_;
+    bool& alive_;
+};
+
 class CleanGroups final : public Object<CleanGroups, Inherits<EmptyGroups>, IGroups>
 {
 public:
@@ -84,6 +104,16 @@ TEST(FetchTests, WhatAFailingCallLeavesBehindIsNotTouched)
     EXPECT_FALSE(fetchIfAny(root, &IRoot::get_Groups));
     CarelessUnknown careless;
     EXPECT_FALSE(ComPtr<IUnknown>(&careless).as<IRoot>());
+}
+
+TEST(FetchTests, AnObjectIsHeldWhileItIsCalled)
+{
+    bool alive = false;
+    ComPtr<IRoot> root;
+    root = make<ShyRoot>(root, alive).as<IRoot>();
+    EXPECT_EQ(failureOf([&] { fetch(root, &IRoot::get_Groups); }), S_OK);
+    EXPECT_FALSE(root);
+    EXPECT_FALSE(alive); // and not longer
 }
 
 TEST(LateBoundTests, MembersAreCalledByTheirNames)

@@ -50,6 +50,15 @@ protected:
 
 } // namespace
 
+TEST_F(ComboBoxTests, AnItemIsFoundByItsDataOrItsText)
+{
+    EXPECT_EQ(combo().indexOf(2), 1);
+    EXPECT_EQ(combo().indexOf(3), -1);
+    EXPECT_EQ(combo().indexOf(L"ann"), 0);
+    EXPECT_EQ(combo().indexOf(L"Ann"), -1);
+    EXPECT_EQ(combo().ListIndex(), -1); // it is not chosen by that
+}
+
 TEST_F(ComboBoxTests, ATextThatIsTypedIsTold)
 {
     container.type(L"al");

@@ -20,6 +20,8 @@ public:
 
     ControlDialog() : ControlDialog::Dialog(22000, 4500, 2400) {}
 
+    using DialogWindow::dpi;
+
     std::function<void()> onTake;
     Layout layout{*this};
     CommandFrame fraCommands{*this, {0, 1785, 4500, 615}};

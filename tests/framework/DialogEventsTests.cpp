@@ -1,4 +1,5 @@
 // A dialog in a container of the platform's own, which hears of it through the dialog's events.
+#include "tests/framework/Fakes.h"
 #include "tests/framework/TestDialog.h"
 #include "tests/support/AtlContainer.h"
 #include "tests/support/Messages.h"
@@ -162,6 +163,17 @@ TEST_F(DialogEventsTests, AFailureThatTheHandlerRaisesIsUnderstoodToo)
                                                    " \"KorvaneData\" \"The database is locked.\""));
 }
 
+TEST_F(DialogEventsTests, AHandlerThatSaysExecutedAndFailsThenHasNotExecuted)
+{
+    listener->onSubmit = [](VARIANT* arguments, EXCEPINFO& exception) {
+        *arguments[3].pboolVal = VARIANT_TRUE; // as a script does that says so first
+        exception.scode = E_FAIL;
+        return DISP_E_EXCEPTION;
+    };
+    press(VK_RETURN);
+    EXPECT_THAT(listener->heard, testing::ElementsAre("Submit", "Error " + shown(E_FAIL) + " \"\" \"\""));
+}
+
 // What a handler in C does, where Execute has failed: it passes the failure on.
 TEST_F(DialogEventsTests, AFailureThatTheHandlerReturnsKeepsItsErrorInformation)
 {
@@ -224,6 +236,37 @@ TEST_F(DialogEventsTests, TheHandlerMayEndTheDialogWithinTheEvent)
     EXPECT_EQ(dialog->referenceCount(), 1U);
 }
 
+TEST_F(DialogEventsTests, TheHandlerMayEndTheDialogWhileItSubmits)
+{
+    listener->onSubmit = [&](VARIANT* arguments, EXCEPINFO& exception) {
+        DestroyWindow(container.window());
+        return execute(arguments, exception);
+    };
+    press(VK_RETURN);
+    EXPECT_EQ(command->executions, 1);
+    EXPECT_THAT(listener->heard, testing::ElementsAre("Submit"));
+    EXPECT_EQ(dialog->window(), nullptr);
+    EXPECT_EQ(dialog->referenceCount(), 1U);
+}
+
+TEST_F(DialogEventsTests, ASubscriberMayUnsubscribeItselfAndTheNextOneWithinTheEvent)
+{
+    const ComPtr<Listener> leaving(new Listener);
+    const ComPtr<Listener> next(new Listener);
+    const DWORD own = subscribe(leaving);
+    const DWORD nextOne = subscribe(next);
+    leaving->onEvent = [&] {
+        call(point(), &IConnectionPoint::Unadvise, own);
+        call(point(), &IConnectionPoint::Unadvise, nextOne);
+    };
+    listener->onSubmit = execute;
+    press(VK_RETURN);
+    EXPECT_THAT(listener->heard, testing::ElementsAre("Submit", "Done False"));
+    EXPECT_THAT(leaving->heard, testing::ElementsAre("Submit"));
+    EXPECT_TRUE(next->heard.empty());
+    EXPECT_EQ(leaving->references(), 1U);
+}
+
 TEST_F(DialogEventsTests, NobodyHearsAfterUnsubscribing)
 {
     const ComPtr<Listener> further(new Listener);
@@ -233,6 +276,135 @@ TEST_F(DialogEventsTests, NobodyHearsAfterUnsubscribing)
     press(VK_ESCAPE);
     EXPECT_TRUE(further->heard.empty());
     EXPECT_EQ(further->references(), 1U);
+}
+
+namespace
+{
+
+/// A dialog that is not placed yet, in a container without a sink.
+class PlainSiteTests : public testing::Test
+{
+protected:
+    ~PlainSiteTests() override
+    {
+        dialog->SetClientSite(nullptr);
+        setCurrentResources(nullptr);
+    }
+
+    void confirm() const
+    {
+        call(dialog.as<IAppDialog>(), &IAppDialog::putref_Command, command.as<IDispatch>().get());
+        ASSERT_TRUE(fetch(dialog.as<IAppDialog>(), &IAppDialog::get_Ready));
+        dialog->ok();
+    }
+
+    Container container{{.sink = false}};
+    ComPtr<TestDialogCommand> command = make<TestDialogCommand>();
+    ComPtr<TestDialog> dialog = make<TestDialog>();
+    ComPtr<Listener> listener{new Listener};
+};
+
+/// What a form calls the control: it knows its container by a name.
+class ExtendedControl final : public PlainObject<>
+{
+public:
+    ExtendedControl(std::wstring_view name, IUnknown* named) : name_(name), named_(named) {}
+
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* id) override
+    {
+        *id = 1;
+        return name_ == names[0] ? S_OK : DISP_E_UNKNOWNNAME;
+    }
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) override
+    {
+        result->vt = VT_UNKNOWN;
+        result->punkVal = ComPtr(named_).detach();
+        return S_OK;
+    }
+
+private:
+    std::wstring name_;
+    ComPtr<IUnknown> named_;
+};
+
+class FormSite final : public host::ControlSite
+{
+public:
+    explicit FormSite(ComPtr<IDispatch> control) : ControlSite(nullptr), extended_(std::move(control))
+    {
+        offersSink = false;
+    }
+    STDMETHODIMP GetExtendedControl(IDispatch** control) override
+    {
+        *control = ComPtr(extended_).detach();
+        return S_OK;
+    }
+
+private:
+    ComPtr<IDispatch> extended_;
+};
+
+} // namespace
+
+TEST_F(PlainSiteTests, AContainerConnectsSiteAndSinkInOneCall)
+{
+    QACONTAINER given{};
+    given.pClientSite = container.site.get();
+    given.pUnkEventSink = static_cast<IDispatch*>(listener.get());
+    QACONTROL told{};
+    ASSERT_EQ(dialog->QuickActivate(&given, &told), S_OK);
+    EXPECT_EQ(told.cbSize, sizeof told);
+    EXPECT_EQ(told.dwMiscStatus, OleControl::miscStatus);
+    EXPECT_NE(told.dwEventCookie, 0U);
+    EXPECT_EQ(told.dwPropNotifyCookie, 0U);
+    listener->onSubmit = execute;
+    confirm();
+    EXPECT_EQ(command->executions, 1);
+    EXPECT_THAT(listener->heard, testing::ElementsAre("Submit", "Done False"));
+}
+
+TEST_F(PlainSiteTests, ASinkThatHearsNoEventsGetsNoCookie)
+{
+    QACONTAINER given{};
+    given.pClientSite = container.site.get();
+    const auto deaf = fetch(dialog.as<IConnectionPointContainer>(),
+                            &IConnectionPointContainer::FindConnectionPoint, __uuidof(IDialogEvents));
+    given.pUnkEventSink = deaf.get();
+    QACONTROL told{};
+    told.dwEventCookie = 0xdeadbeef;
+    EXPECT_EQ(dialog->QuickActivate(&given, &told), S_OK);
+    EXPECT_EQ(told.dwEventCookie, 0U);
+    EXPECT_EQ(dialog->QuickActivate(nullptr, &told), E_POINTER);
+    EXPECT_EQ(dialog->QuickActivate(&given, nullptr), E_POINTER);
+}
+
+TEST_F(PlainSiteTests, TheContentsExtentIsTheDialogs)
+{
+    SIZEL content{};
+    SIZEL whole{};
+    EXPECT_EQ(dialog->GetContentExtent(&content), S_OK);
+    call(dialog.as<IOleObject>(), &IOleObject::GetExtent, DVASPECT_CONTENT, &whole);
+    EXPECT_EQ(content.cx, whole.cx);
+    EXPECT_EQ(content.cy, whole.cy);
+    EXPECT_EQ(dialog->SetContentExtent(&content), S_OK);
+    EXPECT_EQ(dialog->GetContentExtent(nullptr), E_POINTER);
+    EXPECT_EQ(dialog->SetContentExtent(nullptr), E_POINTER);
+}
+
+// Programs differ in what they call the object on which they have placed a control.
+TEST_F(PlainSiteTests, TheContainerIsAskedForByTheNamesOfTheExtendedControl)
+{
+    for (const wchar_t* name : {L"Container", L"Parent"})
+    {
+        const auto form = make<CommandSink>();
+        const ComPtr<ExtendedControl> extended(
+            new ExtendedControl(name, static_cast<IAppDialogSink*>(form.get())));
+        const auto site = make<FormSite>(ComPtr<IDispatch>(extended.get()));
+        dialog->SetClientSite(site.get());
+        confirm();
+        EXPECT_EQ(form->calls.size(), 1U);
+        dialog->SetClientSite(nullptr);
+    }
 }
 
 // A container with a sink of its own would else execute twice.

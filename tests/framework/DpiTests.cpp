@@ -1,7 +1,7 @@
 // Sizes and fonts at other resolutions than that of the screen under test.
 #include "framework/control/DialogFont.h"
 #include "framework/control/Geometry.h"
-#include "tests/framework/TestDialog.h"
+#include "tests/framework/ControlDialog.h"
 #include "tests/support/Allocation.h"
 
 #include <gmock/gmock.h>
@@ -52,35 +52,24 @@ public:
     void set(int dpi) { pretended = static_cast<UINT>(dpi); }
 };
 
-/// A dialog whose controls touch, at places that are no whole pixels.
-class StripedDialog final : public Dialog<StripedDialog, TestDialogCommand>
+/// Controls that touch, at places that are no whole pixels.
+struct StripedLayout
 {
-public:
-    static const GUID* classId() noexcept
-    {
-        static constexpr GUID id{
-            0x6E2A5B10, 0x2C41, 0x4F0E, {0x9B, 0x51, 0x0D, 0x7A, 0x31, 0x5E, 0x88, 0x04}};
-        return &id;
-    }
+    explicit StripedLayout(DialogWindow& on) : dialog(on) {}
 
-    StripedDialog() : Dialog(22000, 4507, 1511) {}
-
-    Label lblOne{*this, {.name = L"lblOne", .place = {7, 11, 1003, 217}, .text = L"One"}};
-    Label lblTwo{*this, {.name = L"lblTwo", .place = {1010, 11, 1006, 217}, .text = L"Two"}};
-    Label lblThree{*this, {.name = L"lblThree", .place = {2016, 11, 1009, 217}, .text = L"Three"}};
-    Frame fraBelow{*this, {.name = L"fraBelow", .place = {7, 228, 3018, 431}}};
+    DialogWindow& dialog;
+    Label lblOne{dialog, {.name = L"lblOne", .place = {7, 11, 1003, 217}, .text = L"One"}};
+    Label lblTwo{dialog, {.name = L"lblTwo", .place = {1010, 11, 1006, 217}, .text = L"Two"}};
+    Label lblThree{dialog, {.name = L"lblThree", .place = {2016, 11, 1009, 217}, .text = L"Three"}};
+    Frame fraBelow{dialog, {.name = L"fraBelow", .place = {7, 228, 3018, 431}}};
     Label lblBelow{fraBelow, {.name = L"lblBelow", .place = {0, 0, 1003, 431}, .text = L"Below"}};
-
-private:
-    bool load() override { return true; }
-    void takeValues() override {}
 };
 
 class DpiTests : public testing::TestWithParam<int>
 {
 };
 
-class StripedDialogTests : public DialogTestOf<StripedDialog>, public testing::WithParamInterface<int>
+class StripedDialogTests : public ControlTest<StripedLayout>, public testing::WithParamInterface<int>
 {
 protected:
     const Monitor monitor{GetParam()};
@@ -184,13 +173,11 @@ TEST_P(DpiTests, AFontAsksAgainForEachResolution)
 
 TEST_P(StripedDialogTests, ControlsThatTouchInTheLayoutTouchOnTheScreen)
 {
-    ASSERT_TRUE(show());
     ASSERT_EQ(dialog->dpi(), GetParam());
-
-    const RECT one = container.place(dialog->lblOne.window());
-    const RECT two = container.place(dialog->lblTwo.window());
-    const RECT three = container.place(dialog->lblThree.window());
-    const RECT below = container.place(dialog->lblBelow.window());
+    const RECT one = container.place(layout().lblOne.window());
+    const RECT two = container.place(layout().lblTwo.window());
+    const RECT three = container.place(layout().lblThree.window());
+    const RECT below = container.place(layout().lblBelow.window());
     EXPECT_EQ(one.right, two.left);
     EXPECT_EQ(two.right, three.left);
     EXPECT_EQ(one.bottom, below.top);

@@ -295,6 +295,20 @@ TEST_F(GridTests, AButtonReleasedElsewhereIsNoClick)
     EXPECT_EQ(GetCapture(), nullptr);
 }
 
+TEST_F(GridTests, AClickMeansTheCellThatWasSeenThoughTheRowsMove)
+{
+    const RECT seen = view.place(3, 1);
+    layout().txtAfter.onLostFocus = [this] { // it was an edit of the first row
+        layout().texts[1][2] = L"one\r\nand\r\nmore";
+        grid().cellChanged({1, 2});
+    };
+    layout().txtAfter.setFocus();
+    Container::clickAt(grid().window(), seen.left + 4, seen.top + 4);
+    EXPECT_GT(view.place(3, 1).top, seen.bottom);
+    EXPECT_EQ(current(), std::pair(3, 1));
+    EXPECT_EQ(told, "leave click ");
+}
+
 TEST_F(GridTests, TheEdgeOfAHeadingIsDragged)
 {
     const RECT before = view.place(0, 1);
@@ -366,6 +380,14 @@ TEST_F(GridTests, FewerRowsScrollBack)
     EXPECT_EQ(view.rows(), 3);
 }
 
+TEST_F(GridTests, AsManyRowsAsBeforeAreNothingNew)
+{
+    grid().setRows(3);
+    grid().showNow();
+    grid().setRows(3);
+    EXPECT_FALSE(GetUpdateRect(grid().window(), nullptr, FALSE));
+}
+
 TEST_F(GridTests, TheCurrentCellIsInTheSystemsColours)
 {
     EXPECT_GT(pixelsOf(1, 1, GetSysColor(COLOR_HIGHLIGHT)), 100);
@@ -375,6 +397,8 @@ TEST_F(GridTests, TheCurrentCellIsInTheSystemsColours)
     layout().txtAfter.setFocus();
     EXPECT_EQ(pixelsOf(1, 1, GetSysColor(COLOR_HIGHLIGHT)), 0);
     EXPECT_GT(pixelsOf(1, 1, GetSysColor(COLOR_BTNFACE)), 100);
+    // Its edge tells it from the others where the face is like the window.
+    EXPECT_GT(pixelsOf(1, 1, GetSysColor(COLOR_BTNSHADOW)), pixelsOf(3, 1, GetSysColor(COLOR_BTNSHADOW)));
 }
 
 TEST_F(GridTests, ThePlaceOfACellIsWhereItIsSeen)
@@ -539,6 +563,16 @@ TEST_F(GridTests, WhoOutlivesTheGridIsToldThatItIsGone)
     EXPECT_EQ(count, 0);
 }
 
+TEST_F(GridTests, WhoOutlivesARowIsToldThatItIsGone)
+{
+    const Element cell = view.cell(8, 1);
+    grid().setRows(8);
+    VARIANT role{};
+    EXPECT_EQ(cell.object->get_accRole(Variant(0L).get(), &role), CO_E_OBJNOTCONNECTED);
+    grid().setRows(9);
+    EXPECT_EQ(cell.role(), ROLE_SYSTEM_CELL);
+}
+
 TEST_F(GridTests, AHandlerMayEndTheDialog)
 {
     grid().onClick = [this] {
@@ -548,6 +582,19 @@ TEST_F(GridTests, AHandlerMayEndTheDialog)
     const HWND window = grid().window();
     view.click(3, 1);
     EXPECT_FALSE(IsWindow(window));
+}
+
+TEST_F(GridTests, WhatAScreenReaderDoesMayEndTheDialogToo)
+{
+    const Element cell = view.cell(3, 2);
+    layout().txtAfter.onLostFocus = [this] {
+        container.close();
+        dialog.reset();
+    };
+    layout().txtAfter.setFocus();
+    cell.object->accDoDefaultAction(Variant(0L).get());
+    EXPECT_FALSE(dialog);
+    EXPECT_TRUE(FAILED(cell.object->accSelect(SELFLAG_TAKEFOCUS, Variant(0L).get())));
 }
 
 TEST_F(GridTests, AHandlerThatFailsIsToldOf)

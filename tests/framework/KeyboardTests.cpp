@@ -1,5 +1,5 @@
 // The keyboard, between a dialog and the container that it stands in.
-#include "tests/framework/TestDialog.h"
+#include "tests/framework/ControlDialog.h"
 #include "tests/support/Allocation.h"
 
 #include <gmock/gmock.h>
@@ -14,18 +14,10 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
-/// A dialog with access keys: on controls, on a label, and on what is hidden or disabled.
-class KeyboardDialog final : public Dialog<KeyboardDialog, TestDialogCommand>
+/// Access keys on controls, on a label, and on what is hidden or disabled.
+struct KeyboardLayout
 {
-public:
-    static const GUID* classId() noexcept
-    {
-        static constexpr GUID id{
-            0x6E2A5B10, 0x2C41, 0x4F0E, {0x9B, 0x51, 0x0D, 0x7A, 0x31, 0x5E, 0x88, 0x03}};
-        return &id;
-    }
-
-    KeyboardDialog() : Dialog(22000, 4500, 2400)
+    explicit KeyboardLayout(DialogWindow& on) : dialog(on)
     {
         cmdApply.onClick = [this] { ++applied; };
         cmdOff.onClick = cmdHidden.onClick = [this] { ++forbidden; };
@@ -36,32 +28,20 @@ public:
     int applied = 0;
     int forbidden = 0;
 
-    Label lblFirst{*this, {.name = L"lblFirst", .place = {120, 120, 900, 240}, .text = L"&First"}};
-    TextBox txtFirst{*this, {.name = L"txtFirst", .place = {1200, 120, 1500, 315}}};
-    Label lblList{*this, {.name = L"lblList", .place = {120, 500, 900, 240}, .text = L"Tom && &Jerry"}};
-    ListBox lstList{*this, {.name = L"lstList", .place = {1200, 500, 1500, 600}}};
-    Button cmdApply{*this, {.name = L"cmdApply", .place = {2850, 120, 1200, 345}, .text = L"&Apply"}};
-    Button cmdOff{*this, {.name = L"cmdOff", .place = {2850, 480, 1200, 345}, .text = L"&Unable"}};
-    Button cmdHidden{*this, {.name = L"cmdHidden", .place = {2850, 840, 1200, 345}, .text = L"&Hidden"}};
-    CommandFrame fraCommands{*this, {0, 1785, 4500, 615}};
-
-private:
-    bool load() override { return true; }
-    void takeValues() override {}
+    DialogWindow& dialog;
+    Label lblFirst{dialog, {.name = L"lblFirst", .place = {120, 120, 900, 240}, .text = L"&First"}};
+    TextBox txtFirst{dialog, {.name = L"txtFirst", .place = {1200, 120, 1500, 315}}};
+    Label lblList{dialog, {.name = L"lblList", .place = {120, 500, 900, 240}, .text = L"Tom && &Jerry"}};
+    ListBox lstList{dialog, {.name = L"lstList", .place = {1200, 500, 1500, 600}}};
+    Button cmdApply{dialog, {.name = L"cmdApply", .place = {2850, 120, 1200, 345}, .text = L"&Apply"}};
+    Button cmdOff{dialog, {.name = L"cmdOff", .place = {2850, 480, 1200, 345}, .text = L"&Unable"}};
+    Button cmdHidden{dialog, {.name = L"cmdHidden", .place = {2850, 840, 1200, 345}, .text = L"&Hidden"}};
 };
 
-/// A dialog in a language with letters of its own.
-class ForeignDialog final : public Dialog<ForeignDialog, TestDialogCommand>
+/// In a language with letters of its own.
+struct ForeignLayout
 {
-public:
-    static const GUID* classId() noexcept
-    {
-        static constexpr GUID id{
-            0x6E2A5B10, 0x2C41, 0x4F0E, {0x9B, 0x51, 0x0D, 0x7A, 0x31, 0x5E, 0x88, 0x06}};
-        return &id;
-    }
-
-    ForeignDialog() : Dialog(22000, 4500, 1200)
+    explicit ForeignLayout(DialogWindow& on) : dialog(on)
     {
         cmdChange.onClick = [this] { ++changed; };
         cmdUndo.onClick = [this] { ++undone; };
@@ -70,25 +50,15 @@ public:
     int changed = 0;
     int undone = 0;
 
-    TextBox txtName{*this, {.name = L"txtName", .place = {120, 120, 1500, 315}}};
-    Button cmdChange{*this, {.name = L"cmdChange", .place = {120, 600, 1200, 345}, .text = L"&\u00C6ndre"}};
-    Button cmdUndo{*this, {.name = L"cmdUndo", .place = {1500, 600, 1200, 345}, .text = L"Fortr&\u00F8d"}};
-
-private:
-    bool load() override { return true; }
-    void takeValues() override {}
+    DialogWindow& dialog;
+    TextBox txtName{dialog, {.name = L"txtName", .place = {120, 120, 1500, 315}}};
+    Button cmdChange{dialog, {.name = L"cmdChange", .place = {120, 600, 1200, 345}, .text = L"&\u00C6ndre"}};
+    Button cmdUndo{dialog, {.name = L"cmdUndo", .place = {1500, 600, 1200, 345}, .text = L"Fortr&\u00F8d"}};
 };
 
-class ForeignKeyTests : public DialogTestOf<ForeignDialog>
+class ForeignKeyTests : public ControlTest<ForeignLayout>
 {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(show());
-        container.site->activateUi();
-        container.pump();
-    }
-
     static MSG pressed(UINT message, WPARAM key, HWND window)
     {
         return {window, message, key, 0x20000001, 0, {}};
@@ -129,19 +99,17 @@ private:
     BYTE former_[256]{};
 };
 
-class KeyboardTests : public DialogTestOf<KeyboardDialog>
+class KeyboardTests : public ControlTest<KeyboardLayout>
 {
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(show());
+        ControlTest::SetUp();
         neighbour = CreateWindowExW(0, L"Edit", nullptr, WS_CHILD | WS_VISIBLE | WS_TABSTOP, 400, 300, 60, 20,
                                     container.window(), nullptr, nullptr, nullptr);
-        container.site->activateUi();
-        container.pump();
     }
 
-    HWND first() const { return dialog->txtFirst.window(); }
+    HWND first() const { return layout().txtFirst.window(); }
     HWND last() const { return dialog->fraCommands.cmdCancel.window(); }
     HWND okButton() const { return dialog->fraCommands.cmdOk.window(); }
 
@@ -164,21 +132,14 @@ protected:
 
     HRESULT translate(HWND window, UINT message, WPARAM key) const
     {
-        MSG translated{};
-        translated.hwnd = window;
-        translated.message = message;
-        translated.wParam = key;
-        translated.lParam = message == WM_SYSCHAR || message == WM_SYSKEYDOWN ? 0x20000001 : 1;
+        const bool alt = message == WM_SYSCHAR || message == WM_SYSKEYDOWN;
+        MSG translated{window, message, key, alt ? 0x20000001 : 1, 0, {}};
         return dialog->TranslateAccelerator(&translated);
     }
 
     HRESULT mnemonic(UINT message, WPARAM key) const
     {
-        MSG pressed{};
-        pressed.hwnd = neighbour;
-        pressed.message = message;
-        pressed.wParam = key;
-        pressed.lParam = 0x20000001;
+        MSG pressed{neighbour, message, key, 0x20000001, 0, {}};
         const HRESULT result = dialog->OnMnemonic(&pressed);
         container.pump();
         return result;
@@ -188,10 +149,7 @@ protected:
     {
         SetFocus(neighbour);
         const HeldShift shift(backwards);
-        MSG tab{};
-        tab.hwnd = neighbour;
-        tab.message = WM_KEYDOWN;
-        tab.wParam = VK_TAB;
+        MSG tab{neighbour, WM_KEYDOWN, VK_TAB, 0, 0, {}};
         const RECT place{0, 0, container.site->extent().cx, container.site->extent().cy};
         EXPECT_EQ(
             dialog->DoVerb(OLEIVERB_UIACTIVATE, &tab, container.site.get(), 0, container.window(), &place),
@@ -246,7 +204,7 @@ TEST_F(KeyboardTests, TabWithinTheDialogIsTheDialogsOwn)
 {
     letTabOut();
     focus(first());
-    const HWND order[] = {dialog->lstList.window(), dialog->cmdApply.window(), okButton(), last()};
+    const HWND order[] = {layout().lstList.window(), layout().cmdApply.window(), okButton(), last()};
     for (const HWND next : order) // what is hidden or disabled is passed over
     {
         container.press(VK_TAB);
@@ -308,34 +266,34 @@ TEST_F(KeyboardTests, AnAccessKeyFromOutsideOfALabelFocusesWhatItNames)
     }
     SetFocus(neighbour);
     mnemonic(WM_SYSCHAR, 'j');
-    EXPECT_EQ(GetFocus(), dialog->lstList.window());
+    EXPECT_EQ(GetFocus(), layout().lstList.window());
 }
 
 TEST_F(KeyboardTests, AnAccessKeyFromOutsideClicksAButton)
 {
     SetFocus(neighbour);
     EXPECT_EQ(mnemonic(WM_SYSCHAR, 'a'), S_OK);
-    EXPECT_EQ(dialog->applied, 1);
+    EXPECT_EQ(layout().applied, 1);
     SetFocus(neighbour);
     EXPECT_EQ(mnemonic(WM_SYSKEYDOWN, 'A'), S_OK);
-    EXPECT_EQ(dialog->applied, 2);
+    EXPECT_EQ(layout().applied, 2);
 }
 
 TEST_F(KeyboardTests, AnAccessKeyFromOutsideDoesNothingWhereItIsNotInForce)
 {
     mnemonic(WM_SYSCHAR, 'u');
     mnemonic(WM_SYSCHAR, 'h');
-    EXPECT_EQ(dialog->forbidden, 0);
+    EXPECT_EQ(layout().forbidden, 0);
     EXPECT_EQ(dialog->OnMnemonic(nullptr), E_POINTER);
 }
 
 TEST_F(KeyboardTests, TheContainerIsToldTheAccessKeysInForce)
 {
     EXPECT_THAT(accessKeys(), UnorderedElementsAre('F', 'J', 'A'));
-    dialog->cmdOff.setEnabled(true);
+    layout().cmdOff.setEnabled(true);
     EXPECT_THAT(accessKeys(), UnorderedElementsAre('F', 'J', 'A', 'U'));
-    dialog->cmdHidden.setVisible(true);
-    dialog->cmdApply.setVisible(false);
+    layout().cmdHidden.setVisible(true);
+    layout().cmdApply.setVisible(false);
     EXPECT_THAT(accessKeys(), UnorderedElementsAre('F', 'J', 'U', 'H'));
     EXPECT_EQ(dialog->GetControlInfo(nullptr), E_POINTER);
 }
@@ -346,14 +304,14 @@ TEST_F(KeyboardTests, AccessKeysWorkWithinTheDialog)
     container.press('F', false, true);
     EXPECT_EQ(GetFocus(), first());
     container.press('A', false, true);
-    EXPECT_EQ(dialog->applied, 1);
+    EXPECT_EQ(layout().applied, 1);
 }
 
 TEST_F(KeyboardTests, HiddenAndDisabledControlsHaveNoAccessKey)
 {
     for (const wchar_t key : {L'u', L'h', L't'}) // the ampersand that is doubled is no access key either
         EXPECT_EQ(translate(first(), WM_SYSCHAR, key), S_FALSE) << static_cast<char>(key);
-    EXPECT_EQ(dialog->forbidden, 0);
+    EXPECT_EQ(layout().forbidden, 0);
     EXPECT_EQ(GetFocus(), first());
 }
 
@@ -361,25 +319,25 @@ TEST_F(KeyboardTests, ALetterAloneIsAnAccessKeyOnlyWhereNothingIsTyped)
 {
     focus(first());
     container.type(L"a");
-    EXPECT_EQ(dialog->applied, 0);
+    EXPECT_EQ(layout().applied, 0);
     EXPECT_EQ(Container::text(first()), L"a");
     focus(last());
     container.type(L"a");
-    EXPECT_EQ(dialog->applied, 1);
+    EXPECT_EQ(layout().applied, 1);
 }
 
 TEST_F(ForeignKeyTests, AnAccessKeyOfAnyAlphabetWorksWithinTheDialog)
 {
     for (const wchar_t key : {L'\u00E6', L'\u00C6'})
     {
-        MSG message = pressed(WM_SYSCHAR, key, dialog->txtName.window());
+        MSG message = pressed(WM_SYSCHAR, key, layout().txtName.window());
         EXPECT_EQ(dialog->TranslateAccelerator(&message), S_OK);
     }
-    MSG message = pressed(WM_SYSCHAR, L'\u00D8', dialog->txtName.window());
+    MSG message = pressed(WM_SYSCHAR, L'\u00D8', layout().txtName.window());
     EXPECT_EQ(dialog->TranslateAccelerator(&message), S_OK);
     container.pump();
-    EXPECT_EQ(dialog->changed, 2);
-    EXPECT_EQ(dialog->undone, 1);
+    EXPECT_EQ(layout().changed, 2);
+    EXPECT_EQ(layout().undone, 1);
 }
 
 TEST_F(ForeignKeyTests, TheContainerKnowsItByItsCharacter)
@@ -392,8 +350,8 @@ TEST_F(ForeignKeyTests, TheContainerKnowsItByItsCharacter)
         EXPECT_EQ(dialog->OnMnemonic(&message), S_OK);
         container.pump();
     }
-    EXPECT_EQ(dialog->changed, 2);
-    EXPECT_EQ(dialog->undone, 2);
+    EXPECT_EQ(layout().changed, 2);
+    EXPECT_EQ(layout().undone, 2);
 }
 
 TEST_F(ForeignKeyTests, TheContainerKnowsItByItsKeyWhereTheKeyboardHasOne)
@@ -411,12 +369,12 @@ TEST_F(ForeignKeyTests, TheContainerKnowsItByItsKeyWhereTheKeyboardHasOne)
     MSG message = pressed(WM_SYSKEYDOWN, VK_OEM_3, container.window());
     EXPECT_EQ(dialog->OnMnemonic(&message), S_OK);
     container.pump();
-    EXPECT_EQ(dialog->changed, 1);
+    EXPECT_EQ(layout().changed, 1);
 }
 
 TEST_F(KeyboardTests, EnterConfirmsWhereverTheFocusIs)
 {
-    for (const HWND control : {first(), dialog->lstList.window(), okButton()})
+    for (const HWND control : {first(), layout().lstList.window(), okButton()})
     {
         container.done.clear();
         ASSERT_TRUE(container.ready()); // a dialog that has ended begins anew
@@ -428,13 +386,13 @@ TEST_F(KeyboardTests, EnterConfirmsWhereverTheFocusIs)
 
 TEST_F(KeyboardTests, EnterOnAnotherButtonPressesThatButton)
 {
-    focus(dialog->cmdApply.window());
+    focus(layout().cmdApply.window());
     container.press(VK_RETURN);
-    EXPECT_EQ(dialog->applied, 1);
+    EXPECT_EQ(layout().applied, 1);
     EXPECT_THAT(container.done, IsEmpty());
     focus(first());
     container.press(VK_RETURN);
-    EXPECT_EQ(dialog->applied, 1);
+    EXPECT_EQ(layout().applied, 1);
     EXPECT_THAT(container.done, ElementsAre(false));
 }
 
@@ -449,7 +407,7 @@ TEST_F(KeyboardTests, EnterOnCancelCancels)
 TEST_F(KeyboardTests, EscapeCancelsWhereverTheFocusIs)
 {
     for (const HWND control :
-         {first(), dialog->lstList.window(), dialog->cmdApply.window(), okButton(), last()})
+         {first(), layout().lstList.window(), layout().cmdApply.window(), okButton(), last()})
     {
         container.done.clear();
         ASSERT_TRUE(container.ready());
@@ -457,7 +415,7 @@ TEST_F(KeyboardTests, EscapeCancelsWhereverTheFocusIs)
         container.press(VK_ESCAPE);
         EXPECT_THAT(container.done, ElementsAre(true));
     }
-    EXPECT_EQ(dialog->applied, 0);
+    EXPECT_EQ(layout().applied, 0);
     EXPECT_EQ(container.submitted, 0);
 }
 
@@ -489,7 +447,7 @@ TEST_F(KeyboardTests, KeysOfForeignWindowsAreNotTranslated)
         EXPECT_EQ(translate(foreign, WM_SYSCHAR, L'a'), S_FALSE);
     }
     EXPECT_EQ(GetFocus(), neighbour);
-    EXPECT_EQ(dialog->applied, 0);
+    EXPECT_EQ(layout().applied, 0);
     EXPECT_THAT(container.done, IsEmpty());
 }
 

@@ -72,6 +72,16 @@ TEST_F(ListBoxTests, AnItemIsRemovedWithItsData)
     EXPECT_THAT(data(), ElementsAre(10, 12, 13, 14));
 }
 
+TEST_F(ListBoxTests, AnItemIsFoundByItsDataOrItsText)
+{
+    EXPECT_EQ(list().indexOf(10), 0);
+    EXPECT_EQ(list().indexOf(14), 4);
+    EXPECT_EQ(list().indexOf(15), -1);
+    EXPECT_EQ(list().indexOf(L"cedar"), 2);
+    for (const wchar_t* other : {L"Cedar", L"ced", L""})
+        EXPECT_EQ(list().indexOf(other), -1);
+}
+
 TEST_F(ListBoxTests, ASelectionThatTheOwnerMakesIsNoClick)
 {
     list().setListIndex(2);

@@ -56,6 +56,13 @@ protected:
     }
 };
 
+LRESULT CALLBACK countColourChanges(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR,
+                                    DWORD_PTR count)
+{
+    *reinterpret_cast<int*>(count) += message == WM_SYSCOLORCHANGE ? 1 : 0;
+    return DefSubclassProc(window, message, first, second);
+}
+
 } // namespace
 
 TEST_F(TabStripTests, TheFirstTabIsChosenToBeginWith)
@@ -129,6 +136,16 @@ TEST_F(TabStripTests, TheTabsAreAsHighAsTheStrip)
     SendMessageW(tabs().window(), TCM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&tab));
     EXPECT_LE(tab.bottom, client.bottom);
     EXPECT_GE(tab.bottom, client.bottom - 6);
+}
+
+// The platform's tabs keep the colours that they draw with, and are told of others by who has been told.
+TEST_F(TabStripTests, OtherColoursOfTheSystemAreHandedOn)
+{
+    int told = 0;
+    SetWindowSubclass(tabs().window(), &countColourChanges, 7, reinterpret_cast<DWORD_PTR>(&told));
+    SendMessageW(container.dialogWindow(), WM_SYSCOLORCHANGE, 0, 0);
+    RemoveWindowSubclass(tabs().window(), &countColourChanges, 7);
+    EXPECT_EQ(told, 1);
 }
 
 TEST_F(TabStripTests, ADisabledStripIsPassedBy)

@@ -119,6 +119,18 @@ TEST_F(TextRoomTests, WhatStandsToTheRightOfALabelMovesOn)
         EXPECT_NEAR(leftOf(*control), designed + by(), 15) << control->name();
 }
 
+TEST_F(TextRoomTests, BetweenACaptionThatJustFitsAndWhatFollowsIsAGap)
+{
+    dialog->lblName.setCaption(longText);
+    dialog->run([this] {
+        dialog->lblName.setWidth(dialog->lblName.captionWidth());
+        dialog->txtName.setLeft(dialog->lblName.right());
+    });
+    ASSERT_TRUE(show());
+    expectReadable(dialog->lblName);
+    EXPECT_NEAR(leftOf(dialog->txtName) - 120 - dialog->lblName.captionWidth(), 60, 15);
+}
+
 TEST_F(TextRoomTests, WhatSpansThePlaceBecomesWider)
 {
     dialog->lblName.setCaption(longText);

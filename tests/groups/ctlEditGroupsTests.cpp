@@ -1,8 +1,7 @@
-#include "framework/com/Variant.h"
 #include "framework/control/Geometry.h"
 #include "tests/framework/Fakes.h"
+#include "tests/support/CommandUser.h"
 #include "tests/support/Container.h"
-#include "tests/support/RecordingData.h"
 
 #include <gmock/gmock.h>
 
@@ -12,9 +11,11 @@ namespace korvane::test
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class ctlEditGroupsTests : public testing::Test
+class ctlEditGroupsTests : public testing::Test, public CommandUser
 {
 protected:
+    ctlEditGroupsTests() : CommandUser(create<IAppCommand>(__uuidof(::EditGroups))) {}
+
     void SetUp() override
     {
         data.groups = {
@@ -25,9 +26,8 @@ protected:
     bool show(long operation, long groupId = 4)
     {
         call(command, &IAppCommand::put_Operation, operation);
-        call(command, &IAppCommand::put_Operand, Bstr(L"Root").get(),
-             Variant(data.root.as<IDispatch>()).get());
-        call(command, &IAppCommand::put_Operand, Bstr(L"GroupID").get(), Variant(groupId).get());
+        letRoot();
+        let(L"GroupID", groupId);
         return container.show(__uuidof(::ctlEditGroups), command.get());
     }
 
@@ -40,12 +40,7 @@ protected:
         data.takeCalls();
     }
 
-    long groupId() const
-    {
-        Variant value;
-        call(command, &IAppCommand::get_Operand, Bstr(L"GroupID").get(), value.put());
-        return toLong(value.get());
-    }
+    long groupId() const { return number(L"GroupID"); }
 
     HWND list() const { return container.control(L"ListBox"); }
     HWND nameBox() const { return container.control(L"Edit"); }
@@ -56,9 +51,7 @@ protected:
         return Container::text(first) == L"Na&me:" ? container.control(L"Static", 1) : first;
     }
 
-    RecordingData data;
     Container container;
-    ComPtr<IAppCommand> command = create<IAppCommand>(__uuidof(::EditGroups));
 };
 
 TEST_F(ctlEditGroupsTests, ReadyForANewGroupReadsNothing)
@@ -284,9 +277,7 @@ TEST_F(ctlEditGroupsTests, TheBoxShowsTheNameThatIsListed)
     data.announceGroup({9, L"As announced"});
     clickItem(list(), 2);
     EXPECT_EQ(Container::text(nameBox()), L"As announced");
-    Variant name;
-    call(command, &IAppCommand::get_Operand, Bstr(L"GroupName").get(), name.put());
-    EXPECT_EQ(toText(name.get()), L"Vans");
+    EXPECT_EQ(text(L"GroupName"), L"Vans");
 }
 
 TEST_F(ctlEditGroupsTests, TheArrowKeysSelectToo)
@@ -341,9 +332,7 @@ TEST_F(ctlEditGroupsTests, OkInTheDeleteLayoutTakesTheHiddenName)
     Container::click(container.button(L"OK"));
 
     EXPECT_THAT(data.takeCalls(), ElementsAre("Root.Groups()", "Groups.Remove(9)"));
-    Variant name;
-    call(command, &IAppCommand::get_Operand, Bstr(L"GroupName").get(), name.put());
-    EXPECT_EQ(toText(name.get()), L"Vans");
+    EXPECT_EQ(text(L"GroupName"), L"Vans");
 }
 
 TEST_F(ctlEditGroupsTests, DeletingWithoutASelectionUsesTheIdOfTheHost)
@@ -358,9 +347,8 @@ TEST_F(ctlEditGroupsTests, ADoubleClickConfirmsInTheDeleteLayoutWithoutTakingThe
     showed(2);
     SetWindowTextW(nameBox(), L"not taken");
     container.onSubmit = [&](IAppCommand& submitted) {
-        Variant name;
-        submitted.get_Operand(Bstr(L"GroupName").get(), name.put());
-        EXPECT_EQ(toText(name.get()), L"Drivers"); // as the click has fetched it
+        EXPECT_EQ(&submitted, command.get());
+        EXPECT_EQ(text(L"GroupName"), L"Drivers"); // as the click has fetched it
         return true;
     };
     clickItem(list(), 1, true);

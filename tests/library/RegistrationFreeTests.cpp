@@ -1,5 +1,5 @@
 // The library in use without registration: this program's manifest names it, and it stands beside the program.
-#include "framework/com/Variant.h"
+#include "framework/com/LateBound.h"
 #include "tests/support/ComRules.h"
 #include "tests/support/Registry.h"
 
@@ -31,40 +31,21 @@ ComPtr<IDispatch> createByName(const std::wstring& name)
     return object;
 }
 
-Variant invoke(const ComPtr<IDispatch>& object, const wchar_t* member, WORD kind,
-               const std::vector<Variant>& arguments = {})
+/// Gives a property a value; further arguments come before it.
+void let(const ComPtr<IDispatch>& object, std::wstring name, const std::vector<Variant>& arguments,
+         WORD kind = DISPATCH_PROPERTYPUT)
 {
-    if (!object)
-        return Variant(); // its creation failed already
-    std::wstring name = member;
     auto* characters = name.data();
     DISPID id = DISPID_UNKNOWN;
-    EXPECT_EQ(object->GetIDsOfNames(IID_NULL, &characters, 1, LOCALE_USER_DEFAULT, &id), S_OK)
-        << narrow(name);
+    call(object, &IDispatch::GetIDsOfNames, IID_NULL, &characters, 1U, LOCALE_USER_DEFAULT, &id);
     std::vector<VARIANT> backwards;
     for (const Variant& argument : arguments)
         backwards.insert(backwards.begin(), argument.get());
     DISPID put = DISPID_PROPERTYPUT;
-    const bool puts = (kind & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
-    DISPPARAMS parameters{backwards.data(), puts ? &put : nullptr, static_cast<UINT>(backwards.size()),
-                          puts ? 1U : 0U};
-    Variant result;
-    EXPECT_EQ(
-        object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters, result.put(), nullptr, nullptr),
-        S_OK)
+    DISPPARAMS parameters{backwards.data(), &put, static_cast<UINT>(backwards.size()), 1};
+    EXPECT_EQ(object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters, nullptr, nullptr, nullptr),
+              S_OK)
         << narrow(name);
-    return result;
-}
-
-Variant get(const ComPtr<IDispatch>& object, const wchar_t* member,
-            const std::vector<Variant>& arguments = {})
-{
-    return invoke(object, member, DISPATCH_PROPERTYGET | DISPATCH_METHOD, arguments);
-}
-
-void let(const ComPtr<IDispatch>& object, const wchar_t* member, const std::vector<Variant>& arguments)
-{
-    invoke(object, member, DISPATCH_PROPERTYPUT, arguments);
 }
 
 ComPtr<ITypeInfo> typeNamed(ITypeLib* described, const wchar_t* name)
@@ -180,17 +161,17 @@ TEST(RegistrationFreeTests, TheDialogOfACommandIsCreatedByTheNameThatTheCommandT
     const std::wstring progId(toText(get(command, L"DialogClass").get()).view());
     const auto dialog = createByName(progId.substr(progId.find(L'.') + 1));
     EXPECT_EQ(toText(get(dialog, L"Name").get()), L"Group");
-    invoke(dialog, L"Command", DISPATCH_PROPERTYPUTREF, {Variant(command)});
+    let(dialog, L"Command", {Variant(command)}, DISPATCH_PROPERTYPUTREF);
     EXPECT_EQ(get(dialog, L"Command").type(), VT_DISPATCH);
 }
 
 TEST(RegistrationFreeTests, ResourcesAnswerToTheNamesOfTheirContracts)
 {
     const auto resources = createByName(L"Resources");
-    EXPECT_EQ(toText(get(resources, L"GetString", {Variant(21000L)}).get()), L"Group");
+    EXPECT_EQ(toText(invoke(resources, L"GetString", {Variant(21000L)}).get()), L"Group");
     EXPECT_EQ(toLong(get(resources, L"LocaleID").get()), 1033);
-    EXPECT_TRUE(toBool(get(resources, L"IsLeapYear", {Variant(2023L)}).get()));
-    EXPECT_EQ(get(resources, L"GetBitmap", {Variant(21000L)}).type(), VT_DISPATCH);
+    EXPECT_TRUE(toBool(invoke(resources, L"IsLeapYear", {Variant(2023L)}).get()));
+    EXPECT_EQ(invoke(resources, L"GetBitmap", {Variant(21000L)}).type(), VT_DISPATCH);
 }
 
 TEST(RegistrationFreeTests, AControlsStatusIsTheOneThatItTellsItself)
@@ -245,24 +226,16 @@ TEST(RegistrationFreeTests, EveryContractHasItsProxy)
     {
         ComPtr<ITypeLib> described;
         ASSERT_EQ(LoadRegTypeLib(*id, 1, 0, 0, described.put()), S_OK);
-        for (UINT index = 0; index < described->GetTypeInfoCount(); ++index)
+        for (const auto& information : typesOf(described))
         {
-            ComPtr<ITypeInfo> information;
-            ASSERT_EQ(described->GetTypeInfo(index, information.put()), S_OK);
-            TYPEATTR* attributes = nullptr;
-            ASSERT_EQ(information->GetTypeAttr(&attributes), S_OK);
-            const IID contract = attributes->guid;
-            const bool isDual = (attributes->wTypeFlags & TYPEFLAG_FDUAL) != 0;
-            information->ReleaseTypeAttr(attributes);
-            if (!isDual)
+            const TypeAttributes attributes(information.get());
+            if ((attributes->wTypeFlags & TYPEFLAG_FDUAL) == 0)
                 continue;
             ++contracts;
             CLSID proxy{};
-            Bstr name;
-            EXPECT_EQ(information->GetDocumentation(MEMBERID_NIL, name.put(), nullptr, nullptr, nullptr),
-                      S_OK);
-            EXPECT_EQ(CoGetPSClsid(contract, &proxy), S_OK) << narrow(name.view());
-            EXPECT_EQ(proxy, automationsProxy) << narrow(name.view());
+            const std::string name = narrow(nameOf(information.get()));
+            EXPECT_EQ(CoGetPSClsid(attributes->guid, &proxy), S_OK) << name;
+            EXPECT_EQ(proxy, automationsProxy) << name;
         }
     }
     EXPECT_GE(contracts, 22);

@@ -20,8 +20,9 @@ struct Contract
 {
     const wchar_t* library;
     const wchar_t* name;
-    std::vector<std::wstring> members; ///< dispatch id and declaration, in the order of the slots
-    std::wstring extended{};           ///< the contract whose members come first; empty for IDispatch
+    /// Dispatch id and declaration, in the order of the slots. `get put Count: long` are two.
+    std::vector<std::wstring> members;
+    std::wstring extended{}; ///< the contract whose members come first; empty for IDispatch
 };
 
 const Contract contracts[] = {
@@ -114,40 +115,30 @@ const Contract contracts[] = {
     {L"KorvaneDlg",
      L"IDialogControl",
      {
-         L"-512 get Font([out, retval] IFontDisp** value)",
-         L"-512 putref Font([in] IFontDisp* value)",
-         L"-514 get Enabled([out, retval] VARIANT_BOOL* value)",
-         L"-514 put Enabled([in] VARIANT_BOOL value)",
+         L"-512 get putref Font: IFontDisp*",
+         L"-514 get put Enabled: VARIANT_BOOL",
          L"-515 get hWnd([out, retval] long* value)",
      },
      L"IAppDialog"},
     {L"KorvaneDlg",
      L"IEditGroups",
      {
-         L"101 get Root([out, retval] IRoot** value)",
-         L"101 putref Root([in] IRoot* value)",
-         L"102 get GroupID([out, retval] long* value)",
-         L"102 put GroupID([in] long value)",
+         L"101 get putref Root: IRoot*",
+         L"102 get put GroupID: long",
          L"103 get Command([out, retval] IAppCommand** value)",
-         L"104 get GroupName([out, retval] BSTR* value)",
-         L"104 put GroupName([in] BSTR value)",
+         L"104 get put GroupName: BSTR",
      },
      L"IAppCommand"},
     {L"KorvaneDlg",
      L"IEditEvents",
      {
-         L"101 get EventInstance([out, retval] long* value)",
-         L"101 put EventInstance([in] long value)",
+         L"101 get put EventInstance: long",
          L"102 get GroupID([out, retval] long* value)",
-         L"103 get TypeID([out, retval] long* value)",
-         L"103 put TypeID([in] long value)",
+         L"103 get put TypeID: long",
          L"104 get NameID([out, retval] long* value)",
-         L"105 get T0([out, retval] DATE* value)",
-         L"105 put T0([in] DATE value)",
-         L"106 get T1([out, retval] DATE* value)",
-         L"106 put T1([in] DATE value)",
-         L"107 get Text([out, retval] BSTR* value)",
-         L"107 put Text([in] BSTR value)",
+         L"105 get put T0: DATE",
+         L"106 get put T1: DATE",
+         L"107 get put Text: BSTR",
          L"108 get Command([out, retval] IAppCommand** value)",
      },
      L"IAppCommand"},
@@ -163,42 +154,27 @@ const Contract contracts[] = {
     {L"KorvaneDlg",
      L"IEditNames",
      {
-         L"101 get Root([out, retval] IRoot** value)",
-         L"101 putref Root([in] IRoot* value)",
-         L"102 get NameID([out, retval] long* value)",
-         L"102 put NameID([in] long value)",
-         L"103 get GroupID([out, retval] long* value)",
-         L"103 put GroupID([in] long value)",
-         L"104 get LoginID([out, retval] long* value)",
-         L"104 put LoginID([in] long value)",
+         L"101 get putref Root: IRoot*",
+         L"102 get put NameID: long",
+         L"103 get put GroupID: long",
+         L"104 get put LoginID: long",
          L"105 get Command([out, retval] IAppCommand** value)",
-         L"106 get NameText([out, retval] BSTR* value)",
-         L"106 put NameText([in] BSTR value)",
-         L"107 get NameColor([out, retval] long* value)",
-         L"107 put NameColor([in] long value)",
-         L"108 get NameRole([out, retval] long* value)",
-         L"108 put NameRole([in] long value)",
-         L"109 get NameLogin([out, retval] BSTR* value)",
-         L"109 put NameLogin([in] BSTR value)",
-         L"110 get NameSync([out, retval] VARIANT_BOOL* value)",
-         L"110 put NameSync([in] VARIANT_BOOL value)",
-         L"111 get NameMailbox([out, retval] BSTR* value)",
-         L"111 put NameMailbox([in] BSTR value)",
+         L"106 get put NameText: BSTR",
+         L"107 get put NameColor: long",
+         L"108 get put NameRole: long",
+         L"109 get put NameLogin: BSTR",
+         L"110 get put NameSync: VARIANT_BOOL",
+         L"111 get put NameMailbox: BSTR",
      },
      L"IAppCommand"},
     {L"KorvaneDlg",
      L"IEditTypes",
      {
-         L"101 get Root([out, retval] IRoot** value)",
-         L"101 putref Root([in] IRoot* value)",
-         L"102 get TypeID([out, retval] long* value)",
-         L"102 put TypeID([in] long value)",
-         L"103 get GroupID([out, retval] long* value)",
-         L"103 put GroupID([in] long value)",
-         L"104 get TypeText([out, retval] BSTR* value)",
-         L"104 put TypeText([in] BSTR value)",
-         L"105 get TypeColor([out, retval] long* value)",
-         L"105 put TypeColor([in] long value)",
+         L"101 get putref Root: IRoot*",
+         L"102 get put TypeID: long",
+         L"103 get put GroupID: long",
+         L"104 get put TypeText: BSTR",
+         L"105 get put TypeColor: long",
          L"106 get Command([out, retval] IAppCommand** value)",
      },
      L"IAppCommand"},
@@ -235,30 +211,21 @@ const Contract contracts[] = {
     {L"KorvaneDlg",
      L"IInfoMessage",
      {
-         L"101 get TypeIndex([out, retval] long* value)",
-         L"101 put TypeIndex([in] long value)",
-         L"102 get Info([out, retval] VARIANT* value)",
-         L"102 put Info([in] VARIANT value)",
-         L"103 get Contact([out, retval] BSTR* value)",
-         L"103 put Contact([in] BSTR value)",
-         L"104 get Tlf([out, retval] BSTR* value)",
-         L"104 put Tlf([in] BSTR value)",
-         L"105 get About([out, retval] BSTR* value)",
-         L"105 put About([in] BSTR value)",
+         L"101 get put TypeIndex: long",
+         L"102 get put Info: VARIANT",
+         L"103 get put Contact: BSTR",
+         L"104 get put Tlf: BSTR",
+         L"105 get put About: BSTR",
          L"106 get Command([out, retval] IAppCommand** value)",
      },
      L"IAppCommand"},
     {L"KorvaneDlg",
      L"IShowMessage",
      {
-         L"101 get MsgID([out, retval] long* value)",
-         L"101 put MsgID([in] long value)",
-         L"102 get Contact([out, retval] BSTR* value)",
-         L"102 put Contact([in] BSTR value)",
-         L"103 get Tlf([out, retval] BSTR* value)",
-         L"103 put Tlf([in] BSTR value)",
-         L"104 get About([out, retval] BSTR* value)",
-         L"104 put About([in] BSTR value)",
+         L"101 get put MsgID: long",
+         L"102 get put Contact: BSTR",
+         L"103 get put Tlf: BSTR",
+         L"104 get put About: BSTR",
          L"105 get Command([out, retval] IAppCommand** value)",
      },
      L"IAppCommand"},
@@ -351,12 +318,9 @@ const Contract contracts[] = {
      L"IRecurrence",
      {
          L"1 get Kind([out, retval] long* value)",
-         L"2 get Interval([out, retval] long* value)",
-         L"2 put Interval([in] long value)",
-         L"3 get Count([out, retval] long* value)",
-         L"3 put Count([in] long value)",
-         L"4 get Anchor([out, retval] long* value)",
-         L"4 put Anchor([in] long value)",
+         L"2 get put Interval: long",
+         L"3 get put Count: long",
+         L"4 get put Anchor: long",
      }},
     {L"KorvaneData",
      L"IEvents",
@@ -419,13 +383,38 @@ const std::map<std::wstring_view, std::vector<std::wstring>> announcements = {
     {L"IEventLinksEvents", {L"1 OnClear() -> void", L"2 OnAdd([in] long eventId, [in] long nameId) -> void"}},
 };
 
+/// The members of a contract, a property that is read and set as two.
+std::vector<std::wstring> membersOf(const Contract& contract)
+{
+    std::vector<std::wstring> result;
+    for (const std::wstring& row : contract.members)
+    {
+        const auto colon = row.find(L": ");
+        if (colon == std::wstring::npos)
+        {
+            result.push_back(row);
+            continue;
+        }
+        const auto first = row.find(L' ') + 1;
+        const auto second = row.find(L' ', first) + 1;
+        const auto name = row.find(L' ', second) + 1;
+        const std::wstring id = row.substr(0, first);
+        const std::wstring property = row.substr(name, colon - name);
+        const std::wstring type = row.substr(colon + 2);
+        result.push_back(id + row.substr(first, second - first) + property + L"([out, retval] " + type +
+                         L"* value)");
+        result.push_back(id + row.substr(second, name - second) + property + L"([in] " + type + L" value)");
+    }
+    return result;
+}
+
 /// How many slots of the vtable belong to what an interface extends.
 ULONG_PTR slotsBefore(const Contract& contract)
 {
     const auto* const extended =
         std::find_if(std::begin(contracts), std::end(contracts),
                      [&](const Contract& other) { return other.name == contract.extended; });
-    return 7 + (extended == std::end(contracts) ? 0 : extended->members.size()); // 7 of IDispatch
+    return 7 + (extended == std::end(contracts) ? 0 : membersOf(*extended).size()); // 7 of IDispatch
 }
 
 bool announces(std::wstring_view name)
@@ -436,13 +425,9 @@ bool announces(std::wstring_view name)
 /// The types of one library, by name.
 ComPtr<ITypeInfo> typeNamed(const ComPtr<ITypeLib>& library, std::wstring_view name)
 {
-    for (UINT index = 0; index < library->GetTypeInfoCount(); ++index)
-    {
-        ComPtr<ITypeInfo> information;
-        require(library->GetTypeInfo(index, information.put()));
+    for (const auto& information : typesOf(library))
         if (nameOf(information.get()) == name)
             return information;
-    }
     return nullptr;
 }
 
@@ -457,11 +442,7 @@ ComPtr<ITypeInfo> vtableView(const ComPtr<ITypeInfo>& dispatchView)
 
 WORD flagsOf(const ComPtr<ITypeInfo>& information)
 {
-    TYPEATTR* attributes = nullptr;
-    require(information->GetTypeAttr(&attributes));
-    const WORD flags = attributes->wTypeFlags;
-    information->ReleaseTypeAttr(attributes);
-    return flags;
+    return TypeAttributes(information.get())->wTypeFlags;
 }
 
 std::wstring nameOf(const ComPtr<ITypeLib>& library)
@@ -521,7 +502,7 @@ TEST_P(TypeLibraryTests, MembersHaveTheirNamesKindsTypesAndSlots)
         SCOPED_TRACE(narrow(contract.name));
         const auto information = typeNamed(library, contract.name);
         ASSERT_TRUE(information);
-        const auto members = membersOf(vtableView(information).get());
+        const auto members = korvane::test::membersOf(vtableView(information).get());
         std::vector<std::wstring> found;
         ULONG_PTR slot = slotsBefore(contract);
         for (const Member& member : members)
@@ -529,7 +510,7 @@ TEST_P(TypeLibraryTests, MembersHaveTheirNamesKindsTypesAndSlots)
             found.push_back(std::to_wstring(member.id) + L' ' + member.declaration);
             EXPECT_EQ(member.offset, slot++ * sizeof(void*)) << narrow(member.name);
         }
-        EXPECT_EQ(found, contract.members);
+        EXPECT_EQ(found, membersOf(contract));
         ++compared;
     }
     EXPECT_GT(compared, 0);
@@ -538,12 +519,9 @@ TEST_P(TypeLibraryTests, MembersHaveTheirNamesKindsTypesAndSlots)
 TEST_P(TypeLibraryTests, InterfacesAreDualAndDeriveFromIDispatch)
 {
     const auto library = load();
-    for (UINT index = 0; index < library->GetTypeInfoCount(); ++index)
+    for (const auto& information : typesOf(library))
     {
-        ComPtr<ITypeInfo> information;
-        require(library->GetTypeInfo(index, information.put()));
-        TYPEATTR* attributes = nullptr;
-        require(information->GetTypeAttr(&attributes));
+        const TypeAttributes attributes(information.get());
         const std::wstring name = korvane::test::nameOf(information.get());
         if (attributes->typekind != TKIND_COCLASS && name.starts_with(L"I") && !announces(name))
         {
@@ -551,7 +529,6 @@ TEST_P(TypeLibraryTests, InterfacesAreDualAndDeriveFromIDispatch)
             EXPECT_TRUE(attributes->wTypeFlags & TYPEFLAG_FDUAL) << narrow(name);
             EXPECT_TRUE(flagsOf(vtableView(information)) & TYPEFLAG_FOLEAUTOMATION) << narrow(name);
         }
-        information->ReleaseTypeAttr(attributes);
     }
 }
 
@@ -561,10 +538,8 @@ TEST_P(TypeLibraryTests, EveryTypeAndMemberIsExplained)
     Bstr help;
     require(library->GetDocumentation(MEMBERID_NIL, nullptr, help.put(), nullptr, nullptr));
     EXPECT_FALSE(help.empty());
-    for (UINT index = 0; index < library->GetTypeInfoCount(); ++index)
+    for (const auto& information : typesOf(library))
     {
-        ComPtr<ITypeInfo> information;
-        require(library->GetTypeInfo(index, information.put()));
         const std::string name = narrow(korvane::test::nameOf(information.get()));
         EXPECT_FALSE(helpOf(information.get()).empty()) << name;
         // The dispatch view lists the seven members of IDispatch too, which have no help.
@@ -635,15 +610,10 @@ TEST(TypeLibrariesTest, EveryTypeHasAnIdAndStandsInOneLibraryOnly)
 {
     std::map<std::wstring, std::wstring> libraryOfType;
     for (const auto& library : typeLibraries())
-        for (UINT index = 0; index < library->GetTypeInfoCount(); ++index)
+        for (const auto& information : typesOf(library))
         {
-            ComPtr<ITypeInfo> information;
-            require(library->GetTypeInfo(index, information.put()));
-            TYPEATTR* attributes = nullptr;
-            require(information->GetTypeAttr(&attributes));
             const std::wstring name = korvane::test::nameOf(information.get());
-            EXPECT_NE(attributes->guid, GUID_NULL) << narrow(name);
-            information->ReleaseTypeAttr(attributes);
+            EXPECT_NE(TypeAttributes(information.get())->guid, GUID_NULL) << narrow(name);
             const auto [first, isNew] = libraryOfType.try_emplace(name, nameOf(library));
             EXPECT_TRUE(isNew) << narrow(name) << " is in " << narrow(first->second) << " and in "
                                << narrow(nameOf(library));

@@ -293,4 +293,22 @@ TEST_F(EditNamesTests, ALoginThatIsTakenBackAfterAFailureLeavesNoAccount)
                                          "Names.SetRole(100, -1)", "Names.AddToGroup(100, 4, 0)"));
 }
 
+TEST_F(EditNamesTests, AnAccountThatWasThereBeforeStaysWhenItsLoginIsTakenBackAfterAFailure)
+{
+    prepare(1);
+    enter(L"spare", 3);
+    data.fail("Names.SetRole", locked);
+    failed(1, locked);
+    enter(L"", noUser);
+    EXPECT_THAT(executed(1), ElementsAre("Root.Names()", "Root.Accounts()", "Accounts.Detach(100)",
+                                         "Names.SetSyncLogin(100, \"\")", "Names.SetRole(100, -1)",
+                                         "Names.AddToGroup(100, 4, 0)"));
+
+    // What the resource is read to have is its own.
+    let(L"NameID", Variant(anna));
+    prepare(3);
+    enter(L"", noUser);
+    EXPECT_THAT(executed(3), testing::Contains("Accounts.Remove(\"anna\")"));
+}
+
 } // namespace korvane::test

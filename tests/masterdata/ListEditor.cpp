@@ -159,23 +159,39 @@ void ListEditorTest::enterName(const wchar_t* name) const
     const_cast<Container&>(container).type(name);
 }
 
-void ListEditorTest::chooseColor(WORD answer, long color)
+void ListEditorTest::inColorDialog(WORD answer, const std::function<void(HWND box)>& use)
 {
     questions.answerKey = answer;
-    questions.onAsked = [color] {
+    questions.onAsked = [&use] {
         HWND box = nullptr;
         EnumThreadWindows(GetCurrentThreadId(), findDialog, reinterpret_cast<LPARAM>(&box));
-        if (color >= 0)
-        {
-            const auto chosen = static_cast<COLORREF>(color);
-            SetDlgItemInt(box, COLOR_RED, GetRValue(chosen), FALSE);
-            SetDlgItemInt(box, COLOR_GREEN, GetGValue(chosen), FALSE);
-            SetDlgItemInt(box, COLOR_BLUE, GetBValue(chosen), FALSE);
-        }
+        use(box);
     };
     Container::click(moreColors());
     questions.onAsked = [] {};
     questions.answerKey = VK_RETURN;
+}
+
+void ListEditorTest::chooseColor(WORD answer, long color)
+{
+    inColorDialog(answer, [color](HWND box) {
+        if (color >= 0)
+            typeColor(box, color);
+    });
+}
+
+void ListEditorTest::typeColor(HWND box, long color)
+{
+    const auto typed = static_cast<COLORREF>(color);
+    SetDlgItemInt(box, COLOR_RED, GetRValue(typed), FALSE);
+    SetDlgItemInt(box, COLOR_GREEN, GetGValue(typed), FALSE);
+    SetDlgItemInt(box, COLOR_BLUE, GetBValue(typed), FALSE);
+}
+
+long ListEditorTest::typedColor(HWND box)
+{
+    const auto part = [box](int id) { return GetDlgItemInt(box, id, nullptr, FALSE); };
+    return static_cast<long>(RGB(part(COLOR_RED), part(COLOR_GREEN), part(COLOR_BLUE)));
 }
 
 void ListEditorTest::announce(long id, const wchar_t* name, long group) const

@@ -88,8 +88,12 @@ protected:
     void select(int index) { clickItem(list(), index); }
     void enterName(const wchar_t* name) const;
     void confirm() const { Container::click(ok()); }
-    /// Opens the colour dialog and answers it. @param color typed in there; none where it is negative.
+    /// Opens the colour dialog, does something there, and answers it.
+    void inColorDialog(WORD answer, const std::function<void(HWND box)>& use);
+    /// The same with a colour that is typed in; none where it is negative.
     void chooseColor(WORD answer, long color = -1);
+    static void typeColor(HWND box, long color);
+    static long typedColor(HWND box);
 
     ComPtr<IXtExecuteEvents> notifier() const { return fetch(container.dialog, &IAppDialog::get_Notifier); }
     /// A call on the collection, as it is recorded.

@@ -128,6 +128,7 @@ bool ListEditorModel::select(long id, bool yes, bool fails)
         const Item& item = items_.at(id);
         held = {id, item.text, item.color, -1, {}, false};
         knownLogin_.clear();
+        lent_ = false;
         for (const auto& [login, account] : accounts_)
             if (account.nameId == id)
             {
@@ -169,11 +170,12 @@ ListEditorModel::Step ListEditorModel::joining(long& id)
 
 void ListEditorModel::addLogin(std::vector<Step>& steps, long& id, bool exists)
 {
-    steps.emplace_back(exists ? "Accounts.Attach" : "Accounts.Add", [this, &id] {
+    steps.emplace_back(exists ? "Accounts.Attach" : "Accounts.Add", [this, &id, exists] {
         for (auto& [login, account] : accounts_)
             if (account.nameId == id)
                 account.nameId = 0;
         accounts_[held.login].nameId = id;
+        lent_ = knownLogin_ == held.login ? lent_ : exists;
         knownLogin_ = held.login;
     });
 }
@@ -187,7 +189,8 @@ void ListEditorModel::removeLogin(std::vector<Step>& steps, long& id)
             if (account.nameId == id)
                 account.nameId = 0;
     });
-    steps.emplace_back("Accounts.Remove", [this] { accounts_.erase(knownLogin_); });
+    if (!lent_)
+        steps.emplace_back("Accounts.Remove", [this] { accounts_.erase(knownLogin_); });
 }
 
 std::vector<ListEditorModel::Step> ListEditorModel::rights(long& id)

@@ -100,6 +100,7 @@ private:
     long half_ = 0; ///< created, and still to be completed
     Item known_;    ///< what the command has read or written
     std::wstring knownLogin_;
+    bool lent_ = false; ///< the account of that login was there before
 };
 
 } // namespace korvane::test

@@ -6,6 +6,8 @@
 #include <array>
 #include <cmath>
 
+#include <colordlg.h>
+
 namespace korvane::test
 {
 
@@ -176,6 +178,29 @@ TEST_P(ListEditorTests, AnItemWhoseScopeDoesNotCloseIsShown)
     EXPECT_EQ(id(), ben);
     EXPECT_EQ(name(), L"Ben");
     EXPECT_EQ(Container::text(nameBox()), L"Ben");
+}
+
+/// By a user who cannot wait, while a data layer waits for its server.
+TEST_P(ListEditorTests, OkWhileAnItemIsReadSavesTheOneThatIsShownAndMixesNothing)
+{
+    showed(3);
+    select(0);
+    enterName(L"Anne");
+    questions.answerKey = 'Y';
+    data.during = [this](const std::string& call) {
+        if (!call.starts_with(on(".HasAccess")))
+            return;
+        data.during = nullptr;
+        enterName(L"Annie");
+        confirm();
+    };
+    select(1);
+    EXPECT_EQ(container.submitted, 1);
+    EXPECT_THAT(data.calls, Contains(StartsWith(on(".Update(5, \"Annie\""))));
+    EXPECT_EQ(id(), 0);
+    EXPECT_EQ(name(), L"");
+    EXPECT_EQ(Container::text(nameBox()), L"");
+    EXPECT_EQ(selected(), -1);
 }
 
 TEST_P(ListEditorTests, AnItemThatMayNotBeEditedIsRefused)
@@ -524,6 +549,25 @@ TEST_P(ListEditorTests, WhereTheNextCommandCannotBePreparedNothingIsSavedTwice)
     }
 }
 
+TEST_P(ListEditorTests, ACommandThatTheHostGivesWhileTheNextOneIsPreparedStaysAsTheHostHasMadeIt)
+{
+    showed(1);
+    enterName(L"Frida");
+    command = create<IAppCommand>(kind.command);
+    data.during = [this](const std::string& call) {
+        if (!call.starts_with("Root.OpenScope"))
+            return;
+        data.during = nullptr;
+        EXPECT_EQ(container.dialog->putref_Command(command.as<IDispatch>().get()), S_OK);
+        let(kind.idOperand.c_str(), Variant(ben));
+        let(kind.textOperand.c_str(), Variant(Bstr(L"Ben")));
+    };
+    confirm();
+    EXPECT_EQ(held().get(), command.get());
+    EXPECT_EQ(id(), ben);
+    EXPECT_EQ(name(), L"Ben");
+}
+
 TEST_P(ListEditorTests, ReadyWhileTheContainerExecutesKeepsWhatWasEntered)
 {
     showed(3);
@@ -767,6 +811,56 @@ TEST_P(ListEditorTests, AnyColourIsChosenInThePlatformsDialog)
     EXPECT_EQ(questions.asked.back().owner, container.window());
     chooseColor(VK_RETURN); // begins with the colour at hand
     EXPECT_EQ(color(), own);
+}
+
+TEST_P(ListEditorTests, ThePlatformsDialogOpensWholeWithTheColourAtHand)
+{
+    showed(3);
+    select(0);
+    long color = 0;
+    bool whole = false;
+    inColorDialog(VK_ESCAPE, [&](HWND box) {
+        color = typedColor(box);
+        RECT dialog{};
+        RECT field{};
+        whole = GetWindowRect(box, &dialog) != FALSE &&
+                GetWindowRect(GetDlgItem(box, COLOR_RED), &field) != FALSE && field.right < dialog.right;
+    });
+    EXPECT_EQ(color, red);
+    EXPECT_TRUE(whole);
+}
+
+/// Also those that were put together before the user cancelled.
+TEST_P(ListEditorTests, ColoursThatWerePutTogetherAreOfferedAgainAsLongAsTheApartmentLasts)
+{
+    const auto firstOwn = [](HWND box) {
+        RECT field{};
+        GetWindowRect(GetDlgItem(box, COLOR_CUSTOM1), &field);
+        POINT inside{field.left + 6, field.top + 6};
+        ScreenToClient(box, &inside);
+        SendMessageW(box, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(inside.x, inside.y));
+        SendMessageW(box, WM_LBUTTONUP, 0, MAKELPARAM(inside.x, inside.y));
+    };
+    showed(1);
+    inColorDialog(VK_ESCAPE, [](HWND box) {
+        typeColor(box, own);
+        SendMessageW(box, WM_COMMAND, MAKEWPARAM(COLOR_ADD, BN_CLICKED),
+                     reinterpret_cast<LPARAM>(GetDlgItem(box, COLOR_ADD)));
+    });
+    EXPECT_NE(color(), own);
+    for (const bool lasts : {true, false})
+    {
+        container.close();
+        command = nullptr;
+        if (!lasts)
+        {
+            EXPECT_EQ(canUnload(), S_OK);
+        }
+        command = create<IAppCommand>(kind.command);
+        showed(1);
+        inColorDialog(VK_RETURN, firstOwn);
+        EXPECT_EQ(color(), lasts ? own : static_cast<long>(RGB(255, 255, 255)));
+    }
 }
 
 TEST_P(ListEditorTests, ACancelledColourDialogLeavesTheColourAndTellsNothing)

@@ -154,7 +154,8 @@ std::vector<DialogCase> arrangeDialogs()
                            .operation = 3,
                            .operands = ofDrivers(),
                            .fill = fill,
-                           .use = arrange});
+                           .use = arrange,
+                           .relaysFailureOfLoading = true});
     return dialogs;
 }
 

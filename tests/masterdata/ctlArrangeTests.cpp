@@ -152,7 +152,7 @@ INSTANTIATE_TEST_SUITE_P(
                  "Root.Names()", "Names.Load(4)", "ctlEditNames.Prepare", storeName},
         Arranged{"Types", __uuidof(::ctlArrangeTypes), __uuidof(::ArrangeTypes), L"Activity Types",
                  L"Activity &types:", "Root.Types()", "Types.Load(4)", "ctlEditTypes.Prepare", storeType},
-        Arranged{"Groups", __uuidof(::ctlArrangeGroups), __uuidof(::ArrangeGroups), L"Group", L"Groups",
+        Arranged{"Groups", __uuidof(::ctlArrangeGroups), __uuidof(::ArrangeGroups), L"Group", L"&Groups:",
                  "Root.Groups()", "Groups.Load()", "ctlEditNames.Prepare", storeGroup}),
     [](const auto& tested) { return tested.param.name; });
 
@@ -324,6 +324,57 @@ TEST_P(ctlArrangeTests, AFailureOfTheHostLeavesTheListAsItIs)
     EXPECT_THAT(container.done, IsEmpty());
     EXPECT_THAT(ids(), ElementsAre(5, 7, 9, 6));
     EXPECT_EQ(selected(), 1);
+}
+
+TEST_P(ctlArrangeTests, AFailureOfALaterLoadLeavesTheListAsItIsAndNothingIsStored)
+{
+    showed();
+    alt(VK_DOWN);
+    data.fail("Root.OpenScope", locked);
+    EXPECT_FALSE(container.ready());
+    EXPECT_THAT(container.errors, ElementsAre(locked));
+    EXPECT_THAT(ids(), ElementsAre(5, 7, 9, 6));
+
+    const std::string loading = GetParam().load;
+    data.groups.push_back({10, L"fir", 3});
+    data.names.push_back({10, L"fir", 4});
+    data.types.push_back({10, L"fir", 0, 4});
+    data.fail(loading.substr(0, loading.find('(')), locked);
+    EXPECT_FALSE(container.ready());
+    container.press(VK_RETURN);
+    EXPECT_EQ(container.errors, std::vector(3, locked));
+    EXPECT_EQ(container.submitted, 0);
+    EXPECT_THAT(ids(), ElementsAre(5, 7, 9, 6));
+
+    EXPECT_TRUE(container.ready());
+    EXPECT_EQ(confirmed(), stored({7, 5, 9, 6, 10}));
+}
+
+TEST_P(ctlArrangeTests, TheHostMayEndTheDialogWhenItIsToldThatItCouldNotLoad)
+{
+    container.place(GetParam().dialogClass, command.get());
+    const auto dialog = container.dialog;
+    container.site->onError = [this](HRESULT, std::wstring_view, std::wstring_view) { container.close(); };
+    VARIANT_BOOL ready = VARIANT_TRUE;
+    dialog->get_Ready(&ready); // the command has no data layer
+    EXPECT_EQ(ready, VARIANT_FALSE);
+    EXPECT_FALSE(container.dialog);
+}
+
+TEST_P(ctlArrangeTests, WhatTheHostHasLoadedMeanwhileIsNotStored)
+{
+    showed();
+    for (const bool fewer : {false, true})
+    {
+        fewer ? clear() : fillUp();
+        fetch(command, &IAppCommand::Prepare);
+        data.takeCalls();
+        container.press(VK_RETURN);
+        ASSERT_EQ(container.errors.size(), 1U);
+        EXPECT_EQ(std::exchange(container.errors, {}).front().number, DISP_E_BADINDEX);
+        EXPECT_EQ(container.submitted, 0);
+        EXPECT_THAT(ids(), ElementsAre(7, 5, 9, 6));
+    }
 }
 
 TEST_P(ctlArrangeTests, AnEntryGoesAlongWithTheMouse)

@@ -1,19 +1,14 @@
 // The info dialog in a container, with its data and its user.
 #pragma once
 
-#include "framework/com/Variant.h"
+#include "tests/support/CommandTest.h"
 #include "tests/support/Container.h"
 #include "tests/support/GridView.h"
-#include "tests/support/RecordingData.h"
-
-#include <KorvaneDlg.h>
-
-#include <gmock/gmock.h>
 
 namespace korvane::test
 {
 
-class InfoDialogTest : public testing::Test
+class InfoDialogTest : public CommandTest
 {
 protected:
     using Texts = std::vector<std::pair<std::wstring, std::wstring>>;
@@ -21,7 +16,7 @@ protected:
     static constexpr long anna = 7; ///< has a login
     static constexpr long van = 8;  ///< has none
 
-    InfoDialogTest()
+    InfoDialogTest() : CommandTest(__uuidof(::InfoMessage))
     {
         data.names = {{anna, L"Anna"}, {van, L"Van 1"}};
         data.accounts = {{3, L"anna", 3, anna}};
@@ -31,15 +26,9 @@ protected:
                      {van, L"Plate", L"KD 1234", 0}};
     }
 
-    void let(const wchar_t* operand, const Variant& value) const
-    {
-        call(command, &IAppCommand::put_Operand, Bstr(operand).get(), value.get());
-    }
-
     bool show(long operation = 1, long nameId = anna)
     {
         call(command, &IAppCommand::put_Operation, operation);
-        let(L"Root", Variant(data.root.as<IDispatch>()));
         let(L"NameID", Variant(nameId));
         if (!container.show(__uuidof(::ctlInfoMessage), command.get()))
             return false;
@@ -85,9 +74,7 @@ protected:
         return all;
     }
 
-    RecordingData data;
     Container container;
-    ComPtr<IAppCommand> command = create<IAppCommand>(__uuidof(::InfoMessage));
     ComPtr<IInfoMessage> info = command.as<IInfoMessage>();
 };
 

@@ -2,15 +2,12 @@
 // registers, read by the platform's own file system object. That of Wine 8 does not implement AtEndOfLine, by which an
 // empty line is told on Windows before it is read: here it is told by what was read. Both ends lead to the same rows.
 #include "framework/com/Object.h"
-#include "framework/com/SafeArray.h"
-#include "tests/support/Library.h"
+#include "tests/messages/InfoTable.h"
+#include "tests/support/CommandTest.h"
+#include "tests/support/Container.h"
+#include "tests/support/GridView.h"
 #include "tests/support/PlainObject.h"
-#include "tests/support/RecordingData.h"
 #include "tests/support/Registry.h"
-
-#include <KorvaneDlg.h>
-
-#include <gmock/gmock.h>
 
 #include <filesystem>
 #include <fstream>
@@ -128,13 +125,13 @@ private:
 
 } // namespace
 
-class InfoFileTests : public testing::Test
+class InfoFileTests : public CommandTest
 {
 protected:
     static void SetUpTestSuite() { registrations_.emplace(); }
     static void TearDownTestSuite() { registrations_.reset(); }
 
-    InfoFileTests()
+    InfoFileTests() : CommandTest(__uuidof(::InfoMessage))
     {
         registerSettings();
         CLSID classId{};
@@ -145,9 +142,7 @@ protected:
         std::filesystem::create_directories(current);
         std::filesystem::current_path(current);
         settings.sharedFolder = shared.wstring();
-        call(command, &IAppCommand::put_Operand, Bstr(L"Root").get(),
-             Variant(data.root.as<IDispatch>()).get());
-        call(command, &IAppCommand::put_Operand, Bstr(L"NameID").get(), Variant(7L).get());
+        let(L"NameID", Variant(7L));
         call(command, &IAppCommand::put_Operation, 3L);
     }
 
@@ -183,15 +178,11 @@ protected:
     {
         EXPECT_EQ(prepare(), ErrorInfo());
         EXPECT_EQ(settings.alive, 0);
-        const Variant info = fetch(command, &IInfoMessage::get_Info);
         std::vector<std::wstring> result;
-        if (info.isEmpty())
-            return result;
-        const TextTable rows(info.get());
-        for (std::size_t row = 0; row < rows.columns(); ++row)
+        for (const auto& [label, value] : rowsIn(fetch(info, &IInfoMessage::get_Info)))
         {
-            result.emplace_back(rows.at(0, row).view());
-            EXPECT_TRUE(rows.at(1, row).empty());
+            result.push_back(label);
+            EXPECT_EQ(value, L"");
         }
         return result;
     }
@@ -200,9 +191,8 @@ protected:
     const std::filesystem::path shared = folder_ / L"Shared folder";
     const std::filesystem::path current = folder_ / L"Current";
     const std::filesystem::path file = shared / L"Info1033.txt";
-    RecordingData data;
     Settings settings;
-    ComPtr<IInfoMessage> command = create<IInfoMessage>(__uuidof(::InfoMessage));
+    ComPtr<IInfoMessage> info = command.as<IInfoMessage>();
 
 private:
     inline static std::optional<RegistryGuard> registrations_;
@@ -238,13 +228,13 @@ TEST_F(InfoFileTests, AnEmptyFileGivesNothing)
 {
     write(file, "");
     EXPECT_EQ(prepare(), ErrorInfo());
-    EXPECT_TRUE(fetch(command, &IInfoMessage::get_Info).isEmpty());
+    EXPECT_TRUE(fetch(info, &IInfoMessage::get_Info).isEmpty());
 }
 
 TEST_F(InfoFileTests, AMissingFileIsNoError)
 {
     EXPECT_EQ(prepare(), ErrorInfo());
-    EXPECT_TRUE(fetch(command, &IInfoMessage::get_Info).isEmpty());
+    EXPECT_TRUE(fetch(info, &IInfoMessage::get_Info).isEmpty());
 }
 
 TEST_F(InfoFileTests, WithoutItTheFileInTheCurrentDirectoryIsRead)
@@ -313,7 +303,7 @@ TEST_F(InfoFileTests, AResourceWithRowsOfItsOwnNeedsNoFile)
     data.info = {{7, L"Home", L"555 0102"}};
     EXPECT_EQ(prepare(), ErrorInfo());
     EXPECT_THAT(settings.asked, IsEmpty());
-    EXPECT_EQ(TextTable(fetch(command, &IInfoMessage::get_Info).get()).at(0, 0), L"Home");
+    EXPECT_EQ(TextTable(fetch(info, &IInfoMessage::get_Info).get()).at(0, 0), L"Home");
 }
 
 TEST_F(InfoFileTests, StoringRemovesTheFilesLabelsToo)
@@ -332,11 +322,31 @@ TEST_F(InfoFileTests, WithoutRowsAndFileTheEmptyLabelIsRemoved)
 {
     labels();
     data.takeCalls();
-    call(command, &IInfoMessage::put_Info, TextTable(2, 1).toArray().get());
+    call(info, &IInfoMessage::put_Info, TextTable(2, 1).toArray().get());
     fetch(command, &IAppCommand::Execute);
     EXPECT_THAT(data.takeCalls(),
                 ElementsAre("Root.Messages()", "Root.Names()", "Names.SetInfo(7, \"\", -1, \"\")",
                             "Names.SetInfo(7, \"\", 0, \"\")"));
+}
+
+TEST_F(InfoFileTests, TheGridBeginsWithTheLabelsAndABlankRowAndAllOfThemAreStored)
+{
+    const std::pair<std::string, InfoTexts> files[] = {
+        {"", {{L"", L""}}}, {"Mobile\r\n\r\nHome\r\n", {{L"Mobile", L""}, {L"", L""}}}};
+    for (const auto& [lines, rows] : files)
+    {
+        write(file, lines);
+        Container container;
+        ASSERT_TRUE(container.show(__uuidof(::ctlInfoMessage), command.get()));
+        container.site->activateUi();
+        container.pump();
+        container.press(VK_TAB, false, false, true);
+        EXPECT_EQ(GridView(container.control(L"KorvaneGrid")).texts(), rows);
+        container.press(VK_RETURN);
+        EXPECT_EQ(rowsIn(fetch(info, &IInfoMessage::get_Info)), rows);
+        EXPECT_EQ(data.info.size(), rows.size());
+        data.info.clear();
+    }
 }
 
 TEST_F(InfoFileTests, AFailureOfTheSettingsIsTold)

@@ -1,6 +1,8 @@
 // The information rows in their grid, by mouse and keys.
 #include "tests/messages/InfoDialog.h"
 
+#include <imm.h>
+
 namespace korvane::test
 {
 
@@ -149,6 +151,19 @@ TEST_F(InfoGridTests, LeavingTheCellCommits)
     EXPECT_EQ(Container::text(editor()), L"Car");
 }
 
+TEST_F(InfoGridTests, AClickMeansTheCellThatIsSeenThoughTheEditTakenOverMovesIt)
+{
+    grid().click(1, 2);
+    container.pump();
+    SendMessageW(editor(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L"one\r\ntwo"));
+    const RECT seen = grid().place(3, 1);
+    Container::clickAt(gridWindow(), seen.left + 4, seen.top + 4);
+    container.pump();
+    EXPECT_GT(grid().place(3, 1).top, seen.top + 4);
+    EXPECT_EQ(current(), std::pair(3, 1));
+    EXPECT_EQ(Container::text(editor()), L"Car");
+}
+
 TEST_F(InfoGridTests, TypingIntoTheBlankRowAndLeavingItAddsAnother)
 {
     edit(4, 1, L"Boat");
@@ -270,6 +285,54 @@ TEST_F(InfoGridTests, ArrowsWithinTheTextAreTheEditors)
     container.press(VK_DOWN);
     EXPECT_TRUE(isEditing());
     EXPECT_EQ(current(), std::pair(2, 1));
+}
+
+TEST_F(InfoGridTests, ArrowsThatSelectAreTheEditors)
+{
+    edit(2, 2, L"new");
+    caret(0);
+    for (const int key : {VK_LEFT, VK_UP})
+        container.press(static_cast<WORD>(key), true);
+    caret(3);
+    for (const int key : {VK_DOWN, VK_RIGHT})
+        container.press(static_cast<WORD>(key), true);
+    EXPECT_TRUE(isEditing());
+    EXPECT_EQ(current(), std::pair(2, 2));
+}
+
+// What an input method composes it shows in the editor, whose box is the platform's own and deals with it. That it is
+// left alone meanwhile is proved here; what the user sees of it only Windows with such an input method can show.
+TEST_F(InfoGridTests, TheKeysOfACompositionAreTheInputMethods)
+{
+    edit(1, 2, L"new");
+    SendMessageW(editor(), WM_IME_STARTCOMPOSITION, 0, 0);
+    for (const int key : {VK_TAB, VK_RETURN, VK_ESCAPE, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, VK_SPACE})
+    {
+        const auto scan = static_cast<LPARAM>(MapVirtualKeyW(static_cast<UINT>(key), MAPVK_VK_TO_VSC)) << 16;
+        PostMessageW(editor(), WM_KEYDOWN, VK_PROCESSKEY, 1 | scan);
+        container.pump();
+        SendMessageW(editor(), WM_IME_COMPOSITION, 0, GCS_COMPSTR);
+    }
+    EXPECT_TRUE(isEditing());
+    EXPECT_EQ(GetFocus(), editor());
+    EXPECT_THAT(container.done, IsEmpty());
+    EXPECT_EQ(grid().text(1, 2), L"555 0102"); // nothing is taken over meanwhile
+    SendMessageW(editor(), WM_IME_ENDCOMPOSITION, 0, 0);
+    container.type(L"\x65E5\x672C");
+    container.press(VK_TAB);
+    EXPECT_EQ(grid().text(1, 2), L"new\x65E5\x672C");
+}
+
+TEST_F(InfoGridTests, AKeyThatAnInputMethodTakesFromTheGridIsNoneOfTheGrids)
+{
+    const auto scan = static_cast<LPARAM>(MapVirtualKeyW(VK_F2, MAPVK_VK_TO_VSC)) << 16;
+    PostMessageW(gridWindow(), WM_KEYDOWN, VK_PROCESSKEY, 1 | scan);
+    container.pump();
+    EXPECT_FALSE(isEditing());
+    EXPECT_EQ(current(), std::pair(1, 1));
+    SendMessageW(gridWindow(), WM_IME_CHAR, L'\x65E5', 1); // which the platform makes a character of
+    container.pump();
+    EXPECT_EQ(Container::text(editor()), L"\x65E5");
 }
 
 TEST_F(InfoGridTests, ArrowsDoNotLeadOutOfTheCells)

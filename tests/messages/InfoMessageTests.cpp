@@ -1,11 +1,5 @@
-#include "framework/com/Call.h"
-#include "framework/com/SafeArray.h"
-#include "tests/support/Library.h"
-#include "tests/support/RecordingData.h"
-
-#include <KorvaneDlg.h>
-
-#include <gmock/gmock.h>
+#include "tests/messages/InfoTable.h"
+#include "tests/support/CommandTest.h"
 
 namespace korvane::test
 {
@@ -16,27 +10,7 @@ using testing::IsEmpty;
 namespace
 {
 
-using Row = std::pair<std::wstring, std::wstring>;
-
-Variant info(const std::vector<Row>& rows)
-{
-    TextTable table(2, rows.size());
-    for (std::size_t row = 0; row < rows.size(); ++row)
-    {
-        table.at(0, row) = Bstr(rows[row].first);
-        table.at(1, row) = Bstr(rows[row].second);
-    }
-    return table.toArray();
-}
-
-std::vector<Row> rowsIn(const Variant& info)
-{
-    const TextTable table(info.get());
-    std::vector<Row> rows;
-    for (std::size_t row = 0; row < table.columns(); ++row)
-        rows.emplace_back(table.at(0, row).view(), table.at(1, row).view());
-    return rows;
-}
+using Row = InfoTexts::value_type;
 
 /// An array of another shape.
 Variant array(VARTYPE element, std::initializer_list<SAFEARRAYBOUND> bounds)
@@ -50,36 +24,22 @@ Variant array(VARTYPE element, std::initializer_list<SAFEARRAYBOUND> bounds)
 
 } // namespace
 
-class InfoMessageTests : public testing::Test
+class InfoMessageTests : public CommandTest
 {
 protected:
     static constexpr long anna = 7;
 
-    InfoMessageTests()
+    InfoMessageTests() : CommandTest(__uuidof(::InfoMessage))
     {
-        call(command, &IAppCommand::put_Operand, Bstr(L"Root").get(),
-             Variant(data.root.as<IDispatch>()).get());
-        call(command, &IAppCommand::put_Operand, Bstr(L"NameID").get(), Variant(anna).get());
+        let(L"NameID", Variant(anna));
         data.info = {{anna, L"Home", L"555 0102", 1}, {anna, L"Mobile", L"555 0101", 0}, {8, L"Fax", L"1"}};
-    }
-
-    bool prepare(long operation)
-    {
-        call(command, &IAppCommand::put_Operation, operation);
-        return fetch(command, &IAppCommand::Prepare);
-    }
-
-    bool execute(long operation)
-    {
-        call(command, &IAppCommand::put_Operation, operation);
-        return fetch(command, &IAppCommand::Execute);
     }
 
     /// What Execute answers for rows, and the calls that it made.
     HRESULT store(const Variant& rows)
     {
         data.takeCalls();
-        call(command, &IInfoMessage::put_Info, rows.get());
+        call(info, &IInfoMessage::put_Info, rows.get());
         call(command, &IAppCommand::put_Operation, 3L);
         VARIANT_BOOL result = VARIANT_TRUE;
         const HRESULT outcome = command->Execute(&result);
@@ -87,10 +47,9 @@ protected:
         return errorOf(outcome).number;
     }
 
-    std::vector<Row> rows() const { return rowsIn(fetch(command, &IInfoMessage::get_Info)); }
+    std::vector<Row> rows() const { return rowsIn(fetch(info, &IInfoMessage::get_Info)); }
 
-    RecordingData data;
-    ComPtr<IInfoMessage> command = create<IInfoMessage>(__uuidof(::InfoMessage));
+    ComPtr<IInfoMessage> info = command.as<IInfoMessage>();
 };
 
 TEST_F(InfoMessageTests, PrepareForAMessageReadsNoRows)
@@ -98,7 +57,7 @@ TEST_F(InfoMessageTests, PrepareForAMessageReadsNoRows)
     EXPECT_TRUE(prepare(1));
     EXPECT_THAT(data.takeCalls(), ElementsAre("Root.Names()"));
     EXPECT_TRUE(data.hasSubscribers(EventsOf::names));
-    EXPECT_TRUE(fetch(command, &IInfoMessage::get_Info).isEmpty());
+    EXPECT_TRUE(fetch(info, &IInfoMessage::get_Info).isEmpty());
 }
 
 TEST_F(InfoMessageTests, PrepareForAnyOtherOperationReadsTheRowsInTheirOrder)
@@ -114,7 +73,7 @@ TEST_F(InfoMessageTests, PrepareForAnyOtherOperationReadsTheRowsInTheirOrder)
 TEST_F(InfoMessageTests, TheRowsAreAnArrayOfTextsWithLabelsFirst)
 {
     prepare(3);
-    const Variant read = fetch(command, &IInfoMessage::get_Info);
+    const Variant read = fetch(info, &IInfoMessage::get_Info);
     ASSERT_EQ(read.type(), VT_ARRAY | VT_BSTR);
     SAFEARRAY* const array = read.get().parray;
     ASSERT_EQ(SafeArrayGetDim(array), 2U);
@@ -138,7 +97,7 @@ TEST_F(InfoMessageTests, RowsThatSomebodyElseAsksForAreNotItsOwn)
     prepare(3);
     ComPtr<INames> names = fetch(data.root, &IRoot::get_Names);
     fetch(names, &INames::LoadInfo, 8L);
-    EXPECT_EQ(store(info({})), S_OK);
+    EXPECT_EQ(store(infoOf({})), S_OK);
     EXPECT_THAT(data.takeCalls(),
                 ElementsAre("Root.Messages()", "Root.Names()", "Names.SetInfo(7, \"Mobile\", -1, \"\")",
                             "Names.SetInfo(7, \"Home\", -1, \"\")"));
@@ -147,7 +106,7 @@ TEST_F(InfoMessageTests, RowsThatSomebodyElseAsksForAreNotItsOwn)
 TEST_F(InfoMessageTests, StoringRemovesEveryRowThatWasReadAndWritesAllWithTheirPositions)
 {
     prepare(3);
-    EXPECT_EQ(store(info({{L"Home", L"555 0102"}, {L"Car", L"a\r\nb"}, {L"", L""}})), S_OK);
+    EXPECT_EQ(store(infoOf({{L"Home", L"555 0102"}, {L"Car", L"a\r\nb"}, {L"", L""}})), S_OK);
     EXPECT_THAT(data.takeCalls(),
                 ElementsAre("Root.Messages()", "Root.Names()", "Names.SetInfo(7, \"Mobile\", -1, \"\")",
                             "Names.SetInfo(7, \"Home\", -1, \"\")",
@@ -158,14 +117,14 @@ TEST_F(InfoMessageTests, StoringRemovesEveryRowThatWasReadAndWritesAllWithTheirP
 TEST_F(InfoMessageTests, AnEmptyListIssuesOnlyRemovals)
 {
     prepare(3);
-    EXPECT_EQ(store(info({})), S_OK);
+    EXPECT_EQ(store(infoOf({})), S_OK);
     EXPECT_EQ(data.takeCalls().size(), 4U);
     EXPECT_THAT(data.info, testing::SizeIs(1)); // that of the other resource
 }
 
 TEST_F(InfoMessageTests, WithoutHavingReadAnythingItRemovesNothing)
 {
-    EXPECT_EQ(store(info({{L"Car", L"1"}})), S_OK);
+    EXPECT_EQ(store(infoOf({{L"Car", L"1"}})), S_OK);
     EXPECT_THAT(data.takeCalls(),
                 ElementsAre("Root.Messages()", "Root.Names()", "Names.SetInfo(7, \"Car\", 0, \"1\")"));
 }
@@ -204,8 +163,8 @@ TEST_F(InfoMessageTests, WhatAFailureHasLeftBehindIsRemovedAtTheNextAttempt)
 {
     prepare(3);
     data.failAfter("Names.SetInfo", 3, locked); // two are removed, one is written
-    EXPECT_EQ(store(info({{L"Car", L"1"}, {L"Boat", L"2"}})), locked.number);
-    EXPECT_EQ(store(info({{L"Van", L"1"}})), S_OK);
+    EXPECT_EQ(store(infoOf({{L"Car", L"1"}, {L"Boat", L"2"}})), locked.number);
+    EXPECT_EQ(store(infoOf({{L"Van", L"1"}})), S_OK);
     EXPECT_THAT(data.takeCalls(),
                 ElementsAre("Root.Messages()", "Root.Names()", "Names.SetInfo(7, \"Car\", -1, \"\")",
                             "Names.SetInfo(7, \"Boat\", -1, \"\")", "Names.SetInfo(7, \"Van\", 0, \"1\")"));
@@ -216,8 +175,8 @@ TEST_F(InfoMessageTests, AFailedRemovalLeavesAllOfThemToTheNextAttempt)
 {
     prepare(3);
     data.failAfter("Names.SetInfo", 1, locked);
-    EXPECT_EQ(store(info({})), locked.number);
-    EXPECT_EQ(store(info({})), S_OK);
+    EXPECT_EQ(store(infoOf({})), locked.number);
+    EXPECT_EQ(store(infoOf({})), S_OK);
     EXPECT_EQ(data.takeCalls().size(), 4U);
 }
 
@@ -229,7 +188,7 @@ TEST_F(InfoMessageTests, WhoeverIsCalledMayHaveTheRowsReadAnew)
         if (call == "Names.SetInfo" && std::exchange(once, false))
             prepare(3);
     };
-    EXPECT_EQ(store(info({{L"Car", L"1"}})), S_OK);
+    EXPECT_EQ(store(infoOf({{L"Car", L"1"}})), S_OK);
     data.during = nullptr;
     EXPECT_THAT(data.takeCalls(), testing::IsSupersetOf({"Names.SetInfo(7, \"Mobile\", -1, \"\")",
                                                          "Names.SetInfo(7, \"Home\", -1, \"\")",
@@ -238,11 +197,10 @@ TEST_F(InfoMessageTests, WhoeverIsCalledMayHaveTheRowsReadAnew)
 
 TEST_F(InfoMessageTests, AMessageIsSentWithThePresentTime)
 {
-    call(command, &IInfoMessage::put_Contact, Bstr(L"Mrs Jensen").get());
-    call(command, &IInfoMessage::put_Tlf, Bstr(L"555 0199").get());
-    call(command, &IInfoMessage::put_About, Bstr(L"Wants an offer").get());
-    EXPECT_FALSE(execute(1));
-    EXPECT_THAT(data.takeCalls(),
+    call(info, &IInfoMessage::put_Contact, Bstr(L"Mrs Jensen").get());
+    call(info, &IInfoMessage::put_Tlf, Bstr(L"555 0199").get());
+    call(info, &IInfoMessage::put_About, Bstr(L"Wants an offer").get());
+    EXPECT_THAT(executed(1),
                 ElementsAre("Root.Messages()", "Root.Names()",
                             "Messages.Add(7, now, \"Wants an offer\", \"555 0199\", \"Mrs Jensen\", 1)"));
 }
@@ -252,7 +210,7 @@ TEST_F(InfoMessageTests, TheKindIsOneMoreThanTheIndexAndAnyOtherIsOne)
     for (const auto& [index, kind] :
          {std::pair(0L, 1L), {1L, 2L}, {2L, 3L}, {3L, 4L}, {4L, 1L}, {-1L, 1L}, {0x7FFFFFFFL, 1L}})
     {
-        call(command, &IInfoMessage::put_TypeIndex, index);
+        call(info, &IInfoMessage::put_TypeIndex, index);
         execute(1);
         EXPECT_EQ(data.messages.back().kind, kind) << index;
     }
@@ -261,24 +219,21 @@ TEST_F(InfoMessageTests, TheKindIsOneMoreThanTheIndexAndAnyOtherIsOne)
 TEST_F(InfoMessageTests, AnyOtherOperationDoesNothing)
 {
     for (const long operation : {0L, 2L, 4L, -1L})
-    {
-        EXPECT_FALSE(execute(operation));
-        EXPECT_THAT(data.takeCalls(), ElementsAre("Root.Messages()", "Root.Names()"));
-    }
+        EXPECT_THAT(executed(operation), ElementsAre("Root.Messages()", "Root.Names()"));
 }
 
 TEST_F(InfoMessageTests, InfoIsGivenBackAsItWasSet)
 {
-    const Variant given = info({{L"Car", L"1"}});
+    const Variant given = infoOf({{L"Car", L"1"}});
     Variant reference = given;
     VARIANT toGiven{};
     toGiven.vt = VT_BYREF | VT_VARIANT;
     toGiven.pvarVal = reference.inOut();
-    call(command, &IInfoMessage::put_Info, toGiven);
+    call(info, &IInfoMessage::put_Info, toGiven);
     reference = Variant(); // a copy of its own is kept
     EXPECT_THAT(rows(), ElementsAre(Row(L"Car", L"1")));
-    call(command, &IInfoMessage::put_TypeIndex, 2L);
-    EXPECT_EQ(fetch(command, &IInfoMessage::get_TypeIndex), 2);
+    call(info, &IInfoMessage::put_TypeIndex, 2L);
+    EXPECT_EQ(fetch(info, &IInfoMessage::get_TypeIndex), 2);
     EXPECT_THAT(data.takeCalls(), IsEmpty());
 }
 
@@ -288,7 +243,6 @@ TEST_F(InfoMessageTests, ManyRowsAreReadAndStored)
     for (long row = 0; row < 10'000; ++row)
         data.info.push_back({anna, L"Row " + std::to_wstring(row), L"1", row});
     prepare(3);
-    const Variant read = fetch(command, &IInfoMessage::get_Info);
     EXPECT_EQ(rows().size(), 10'000U);
     EXPECT_EQ(rows().back().first, L"Row 9999");
 }

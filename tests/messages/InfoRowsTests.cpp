@@ -2,7 +2,7 @@
 #include "messages/InfoRows.h"
 
 #include "framework/com/Failure.h"
-#include "framework/com/SafeArray.h"
+#include "tests/messages/InfoTable.h"
 
 #include <gmock/gmock.h>
 
@@ -16,18 +16,7 @@ namespace
 {
 
 using testing::ElementsAre;
-using Texts = std::vector<std::pair<std::wstring, std::wstring>>;
-
-Variant infoOf(const Texts& rows)
-{
-    TextTable table(2, rows.size());
-    for (std::size_t row = 0; row < rows.size(); ++row)
-    {
-        table.at(0, row) = Bstr(rows[row].first);
-        table.at(1, row) = Bstr(rows[row].second);
-    }
-    return table.toArray();
-}
+using Texts = InfoTexts;
 
 InfoRows rowsOf(const Texts& texts)
 {

@@ -238,6 +238,67 @@ TEST_F(ctlInfoMessageTests, TheRowsAreReadOnTheFirstVisitAndNotAgain)
     EXPECT_THAT(calls(), IsEmpty());
 }
 
+TEST_F(ctlInfoMessageTests, OkWhileTheRowsAreReadStoresNone)
+{
+    EXPECT_TRUE(show());
+    data.during = [&](const std::string& call) {
+        if (call == "Names.LoadInfo")
+            Container::click(container.button(L"OK"));
+    };
+    turnPage();
+    data.during = nullptr;
+    ASSERT_EQ(container.errors.size(), 1U); // the page that was seen is the one with the message
+    EXPECT_EQ(container.errors[0].number, aboutRequired);
+    EXPECT_EQ(container.submitted, 0);
+    EXPECT_TRUE(isOnInfo());
+    EXPECT_EQ(labels().size(), 4U);
+}
+
+TEST_F(ctlInfoMessageTests, AHostMayBeginAnewWithAnotherResourceWhileTheRowsAreRead)
+{
+    EXPECT_TRUE(show());
+    bool once = true;
+    data.during = [&](const std::string& call) {
+        if (call != "Names.LoadInfo" || !std::exchange(once, false))
+            return;
+        let(L"NameID", Variant(van));
+        EXPECT_TRUE(container.ready());
+    };
+    turnPage();
+    data.during = nullptr;
+    EXPECT_TRUE(isOnInfo());
+    EXPECT_THAT(labels(), ElementsAre(L"Plate", L""));
+}
+
+TEST_F(ctlInfoMessageTests, AHostThatBeginsAnewAmidAnEditSeesTheRowsAsTheyAre)
+{
+    showInfo();
+    grid().click(1, 2);
+    container.type(L"half");
+    EXPECT_TRUE(container.ready());
+    EXPECT_FALSE(isOnInfo());
+    EXPECT_FALSE(isEditing());
+    turnPage();
+    EXPECT_FALSE(isEditing());
+    EXPECT_EQ(grid().text(1, 2), L"555 0102");
+}
+
+TEST_F(ctlInfoMessageTests, ACommandThatIsLetGoOfWhileItReadsItsRowsIsHeld)
+{
+    EXPECT_TRUE(show());
+    data.during = [&](const std::string& call) {
+        if (call != "Names.LoadInfo")
+            return;
+        korvane::call(container.dialog, &IAppDialog::putref_Command, static_cast<IDispatch*>(nullptr));
+        command.reset();
+        info.reset();
+        EXPECT_TRUE(data.hasSubscribers(EventsOf::names));
+    };
+    turnPage();
+    data.during = nullptr;
+    EXPECT_FALSE(data.hasSubscribers(EventsOf::names));
+}
+
 TEST_F(ctlInfoMessageTests, OkOnTheInformationStoresAllRowsTheBlankOneToo)
 {
     showInfo(van);

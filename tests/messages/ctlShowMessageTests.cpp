@@ -1,8 +1,6 @@
 // The message viewer, driven by a user.
+#include "tests/support/CommandTest.h"
 #include "tests/support/Container.h"
-#include "tests/support/RecordingData.h"
-
-#include <gmock/gmock.h>
 
 namespace korvane::test
 {
@@ -38,16 +36,12 @@ std::wstring generalDate(DATE time)
 
 } // namespace
 
-class ctlShowMessageTests : public testing::Test
+class ctlShowMessageTests : public CommandTest
 {
 protected:
-    bool show()
-    {
-        call(command, &IAppCommand::put_Operand, Bstr(L"Root").get(),
-             Variant(data.root.as<IDispatch>()).get());
-        call(command, &IAppCommand::put_Operand, Bstr(L"NameID").get(), Variant(anna).get());
-        return container.show(__uuidof(::ctlShowMessage), command.get());
-    }
+    ctlShowMessageTests() : CommandTest(__uuidof(::ShowMessage)) { let(L"NameID", Variant(anna)); }
+
+    bool show() { return container.show(__uuidof(::ctlShowMessage), command.get()); }
 
     /// Shows these messages and gives the dialog the focus.
     void showed(std::vector<Message> messages)
@@ -102,9 +96,7 @@ protected:
         return result;
     }
 
-    RecordingData data;
     Container container;
-    ComPtr<IShowMessage> command = create<IShowMessage>(__uuidof(::ShowMessage));
 };
 
 // --- start
@@ -281,6 +273,15 @@ TEST_F(ctlShowMessageTests, EnterInAFieldDoesNothing)
     EXPECT_EQ(container.submitted, 0);
 }
 
+TEST_F(ctlShowMessageTests, EachOfTwoQuickClicksLeadsOn)
+{
+    showed({message(1, true), message(2, true), message(3, true)});
+    Container::clickAt(next(), 5, 5, true);
+    EXPECT_EQ(shownMessage(), L"Concern 3");
+    Container::clickAt(previous(), 5, 5, true);
+    EXPECT_EQ(shownMessage(), L"Concern 1");
+}
+
 // --- what can be done with a message
 
 TEST_F(ctlShowMessageTests, FieldsCanBeSelectedAndCopiedAndNotChanged)
@@ -345,7 +346,7 @@ TEST_F(ctlShowMessageTests, DeleteIsExecutedAtOnceAndTheNextOneIsShown)
                                               "Root.OpenScope(0, \"ctlShowMessage.Fetch\")",
                                               "Messages.Fetch(3)", "Scope.Close(0, 0)"));
     EXPECT_EQ(container.submitted, 1);
-    EXPECT_EQ(fetch(command, &IShowMessage::get_MsgID), 2);
+    EXPECT_EQ(fetch(command.as<IShowMessage>(), &IShowMessage::get_MsgID), 2);
     EXPECT_EQ(fetch(command, &IAppCommand::get_Operation), 2);
     EXPECT_EQ(shownMessage(), L"Concern 3");
     EXPECT_EQ(counts(), L"2 2 2 0");
@@ -376,6 +377,16 @@ TEST_F(ctlShowMessageTests, TheMessageThatTakesItsPlaceBecomesRead)
     showed({message(1, false), message(2, false)});
     EXPECT_EQ(counts(), L"1 2 1 1");
     Container::click(remove());
+    EXPECT_EQ(counts(), L"1 1 1 0");
+}
+
+TEST_F(ctlShowMessageTests, ADoubleClickDeletesOneMessage)
+{
+    showed({message(1, true), message(2, false)});
+    Container::click(previous());
+    Container::clickAt(remove(), 5, 5, true);
+    EXPECT_EQ(container.submitted, 1);
+    EXPECT_EQ(shownMessage(), L"Concern 2");
     EXPECT_EQ(counts(), L"1 1 1 0");
 }
 
@@ -501,7 +512,7 @@ TEST_F(ctlShowMessageTests, TheHostCannotMakeItForgetAnotherMessageThanTheOneDel
     container.onSubmit = [&](IAppCommand& submitted) {
         VARIANT_BOOL result = VARIANT_FALSE;
         require(submitted.Execute(&result));
-        call(command, &IShowMessage::put_MsgID, 2L);
+        call(command.as<IShowMessage>(), &IShowMessage::put_MsgID, 2L);
         return true;
     };
     Container::click(remove());

@@ -41,19 +41,14 @@ protected:
 // The member is named after the opposite of what it tells; hosts negate it.
 TEST_F(CalendarTests, IsLeapYearIsTrueForCommonYears)
 {
-    EXPECT_TRUE(isLeapYear(2023));
-    EXPECT_TRUE(isLeapYear(2025));
-    EXPECT_TRUE(isLeapYear(1900));
-    EXPECT_TRUE(isLeapYear(2100));
-    EXPECT_TRUE(isLeapYear(9999));
+    for (const long year : {2023L, 2025L, 1900L, 2100L, 9999L})
+        EXPECT_TRUE(isLeapYear(year)) << year;
 }
 
 TEST_F(CalendarTests, IsLeapYearIsFalseForLeapYears)
 {
-    EXPECT_FALSE(isLeapYear(2024));
-    EXPECT_FALSE(isLeapYear(2000));
-    EXPECT_FALSE(isLeapYear(1996));
-    EXPECT_FALSE(isLeapYear(9996));
+    for (const long year : {2024L, 2000L, 1996L, 9996L})
+        EXPECT_FALSE(isLeapYear(year)) << year;
 }
 
 TEST_F(CalendarTests, AYearOfTwoDigitsIsInTheCenturyOfThePlatform)
@@ -68,18 +63,14 @@ TEST_F(CalendarTests, AYearOfTwoDigitsIsInTheCenturyOfThePlatform)
 
 TEST_F(CalendarTests, AYearBeyond16BitsOverflows)
 {
-    EXPECT_EQ(failureOf(32768), DISP_E_OVERFLOW);
-    EXPECT_EQ(failureOf(-32769), DISP_E_OVERFLOW);
-    EXPECT_EQ(failureOf(0x7fffffffL), DISP_E_OVERFLOW);
-    EXPECT_EQ(failureOf(65536 + 2024), DISP_E_OVERFLOW);
+    for (const long year : {32768L, -32769L, 0x7fffffffL, 65536L + 2024L})
+        EXPECT_EQ(failureOf(year), DISP_E_OVERFLOW) << year;
 }
 
 TEST_F(CalendarTests, AYearThatThePlatformDoesNotKnowIsItsError)
 {
-    EXPECT_EQ(failureOf(10000), E_INVALIDARG);
-    EXPECT_EQ(failureOf(32767), E_INVALIDARG);
-    EXPECT_EQ(failureOf(-10000), E_INVALIDARG);
-    EXPECT_EQ(failureOf(-32768), E_INVALIDARG);
+    for (const long year : {10000L, 32767L, -10000L, -32768L})
+        EXPECT_EQ(failureOf(year), E_INVALIDARG) << year;
 }
 
 // The platform takes some years before the first one too; what it makes of them is its own.

@@ -1,6 +1,8 @@
 #include "framework/com/Variant.h"
 #include "resources/pictures/PictureIds.h"
 #include "tests/support/Library.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Variants.h"
 
 #include <KorvaneDlg.h>
 
@@ -42,8 +44,6 @@ std::string storedTemplate()
 class ExportTests : public testing::Test
 {
 protected:
-    ~ExportTests() override { DeleteFileW(file.c_str()); }
-
     bool exports(const VARIANT& type, const VARIANT& id, const std::wstring& path)
     {
         VARIANT_BOOL written = 0x55;
@@ -56,14 +56,8 @@ protected:
 
     bool fileExists() const { return GetFileAttributesW(file.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
-    static std::wstring fileName()
-    {
-        wchar_t folder[MAX_PATH];
-        GetTempPathW(MAX_PATH, folder);
-        return std::wstring(folder) + L"korvane export " + std::to_wstring(GetCurrentProcessId()) + L".bin";
-    }
-
-    const std::wstring file = fileName();
+    const TemporaryFolder folder;
+    const std::wstring file = folder.path() + L"\\export.bin";
     const Variant templates{Bstr(L"TEMPLATE")};
     const Variant labels{static_cast<long>(TEMPLATE_INFO_LABELS)};
     ComPtr<IResourceLibrary> resources = create<IResourceLibrary>(__uuidof(::Resources));
@@ -91,16 +85,9 @@ TEST_F(ExportTests, TypeAndIdAreNumbersOrNames)
 TEST_F(ExportTests, ArgumentsMayBeReferences)
 {
     long number = TEMPLATE_INFO_LABELS;
-    VARIANT byReference;
-    VariantInit(&byReference);
-    byReference.vt = VT_I4 | VT_BYREF;
-    byReference.plVal = &number;
-    VARIANT typeValue = templates.get();
-    VARIANT variantReference;
-    VariantInit(&variantReference);
-    variantReference.vt = VT_VARIANT | VT_BYREF;
-    variantReference.pvarVal = &typeValue;
-    EXPECT_TRUE(exports(variantReference, byReference, file));
+    VARIANT type = templates.get();
+    EXPECT_TRUE(exports(variant(VT_VARIANT | VT_BYREF, &VARIANT::pvarVal, &type),
+                        variant(VT_I4 | VT_BYREF, &VARIANT::plVal, &number), file));
     EXPECT_EQ(contentOf(file), storedTemplate());
 }
 
@@ -117,11 +104,8 @@ TEST_F(ExportTests, AnIdThatIsNoneIsFalse)
     EXPECT_FALSE(exports(templates, Variant(-1L)));
     EXPECT_FALSE(exports(templates, Variant(65536L + TEMPLATE_INFO_LABELS)));
     EXPECT_FALSE(exports(Variant(ComPtr<IDispatch>()), labels));
-    VARIANT null;
-    VariantInit(&null);
-    null.vt = VT_NULL;
-    EXPECT_FALSE(exports(templates.get(), null, file));
-    EXPECT_FALSE(exports(null, labels.get(), file));
+    EXPECT_FALSE(exports(templates.get(), variant(VT_NULL), file));
+    EXPECT_FALSE(exports(variant(VT_NULL), labels.get(), file));
     EXPECT_FALSE(fileExists());
 }
 

@@ -157,6 +157,7 @@ inline constexpr StringTableEntry kLayoutStrings[] = {
     {1002, L"OK"},
     {1003, L"Cancel"},
     {21004, L"Na&me:"},
+    {21005, L"&Groups:"},
     {22005, L"&Role:"},
     {22007, L"&Login:"},
     {22008, L"Color:"},

@@ -1,7 +1,8 @@
 #include "tests/resources/StringTableExpectations.h"
 
-#include "framework/com/Variant.h"
+#include "framework/com/LateBound.h"
 #include "tests/support/Library.h"
+#include "tests/support/Variants.h"
 
 #include <KorvaneDlg.h>
 #include <KorvaneInterfaces.h>
@@ -56,15 +57,6 @@ std::vector<WORD> blocks()
     return found;
 }
 
-VARIANT reference(VARTYPE type, void* value)
-{
-    VARIANT result;
-    VariantInit(&result);
-    result.vt = static_cast<VARTYPE>(type | VT_BYREF);
-    result.byref = value;
-    return result;
-}
-
 } // namespace
 
 TEST_F(StringTableTests, TextsOfTheContractAreExact)
@@ -111,28 +103,21 @@ TEST_F(StringTableTests, TheOwnMemberTakesAnyNumber)
 {
     EXPECT_EQ(text(Variant(21000L).get()), L"Group");
     EXPECT_EQ(text(Variant(Bstr(L"21000")).get()), L"Group");
-    VARIANT number;
-    VariantInit(&number);
-    number.vt = VT_I2;
-    number.iVal = 21000;
-    EXPECT_EQ(text(number), L"Group");
-    number.vt = VT_R8;
-    number.dblVal = 21000.0;
-    EXPECT_EQ(text(number), L"Group");
-    number.vt = VT_EMPTY;
-    EXPECT_EQ(text(number), L"1033"); // Empty is the number 0
+    EXPECT_EQ(text(variant(VT_I2, &VARIANT::iVal, 21000)), L"Group");
+    EXPECT_EQ(text(variant(VT_R8, &VARIANT::dblVal, 21000.0)), L"Group");
+    EXPECT_EQ(text(variant(VT_EMPTY)), L"1033"); // Empty is the number 0
 }
 
 TEST_F(StringTableTests, TheOwnMemberFollowsReferences)
 {
     long number = 21000;
-    EXPECT_EQ(text(reference(VT_I4, &number)), L"Group");
+    EXPECT_EQ(text(variant(VT_BYREF | VT_I4, &VARIANT::plVal, &number)), L"Group");
     SHORT small = 21000;
-    EXPECT_EQ(text(reference(VT_I2, &small)), L"Group");
-    VARIANT variant = Variant(21000L).get();
-    EXPECT_EQ(text(reference(VT_VARIANT, &variant)), L"Group");
+    EXPECT_EQ(text(variant(VT_BYREF | VT_I2, &VARIANT::piVal, &small)), L"Group");
+    VARIANT inner = Variant(21000L).get();
+    EXPECT_EQ(text(variant(VT_BYREF | VT_VARIANT, &VARIANT::pvarVal, &inner)), L"Group");
     Bstr digits(L"21000");
-    EXPECT_EQ(text(reference(VT_BSTR, digits.inOut())), L"Group");
+    EXPECT_EQ(text(variant(VT_BYREF | VT_BSTR, &VARIANT::pbstrVal, digits.inOut())), L"Group");
 }
 
 TEST_F(StringTableTests, WhatIsNoNumberGivesAnEmptyText)
@@ -140,16 +125,9 @@ TEST_F(StringTableTests, WhatIsNoNumberGivesAnEmptyText)
     EXPECT_EQ(text(Variant(Bstr(L"Group")).get()), L"");
     EXPECT_EQ(text(Variant(Bstr(L"")).get()), L"");
     EXPECT_EQ(text(Variant(ComPtr<IDispatch>()).get()), L"");
-    VARIANT value;
-    VariantInit(&value);
-    value.vt = VT_NULL;
-    EXPECT_EQ(text(value), L"");
-    value.vt = VT_ERROR;
-    value.scode = DISP_E_PARAMNOTFOUND;
-    EXPECT_EQ(text(value), L"");
-    value.vt = VT_R8;
-    value.dblVal = 1e300;
-    EXPECT_EQ(text(value), L"");
+    EXPECT_EQ(text(variant(VT_NULL)), L"");
+    EXPECT_EQ(text(variant(VT_ERROR, &VARIANT::scode, DISP_E_PARAMNOTFOUND)), L"");
+    EXPECT_EQ(text(variant(VT_R8, &VARIANT::dblVal, 1e300)), L"");
     EXPECT_EQ(text(Variant(999999L).get()), L"");
     EXPECT_EQ(text(Variant(-1L).get()), L"");
 }
@@ -194,21 +172,10 @@ TEST_F(StringTableTests, TheLastTextIs40125)
 
 TEST_F(StringTableTests, LateBoundTheOwnMemberAnswersToTheName)
 {
-    const auto dispatch = resources.as<IDispatch>();
-    wchar_t name[] = L"GetString";
-    LPOLESTR names[] = {name};
-    DISPID id = DISPID_UNKNOWN;
-    ASSERT_EQ(dispatch->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id), S_OK);
-    VARIANT argument =
-        Variant(Bstr(L"Group")).detach(); // a number would be asked for by the interface's member
-    DISPPARAMS arguments{&argument, nullptr, 1, 0};
-    Variant result;
-    EXPECT_EQ(dispatch->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments, result.put(),
-                               nullptr, nullptr),
-              S_OK);
+    // A number would be asked for by the interface's member.
+    const Variant result = invoke(resources.as<IDispatch>(), L"GetString", {Variant(Bstr(L"Group"))});
     EXPECT_EQ(result.type(), VT_BSTR);
     EXPECT_EQ(toText(result.get()), L"");
-    VariantClear(&argument);
 }
 
 } // namespace korvane::test

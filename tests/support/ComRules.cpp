@@ -18,25 +18,6 @@ namespace korvane::test
 namespace
 {
 
-/// What a type attribute is read from is given back with it.
-class TypeAttributes
-{
-public:
-    explicit TypeAttributes(ITypeInfo* information) : information_(information)
-    {
-        require(information->GetTypeAttr(&attributes_));
-    }
-    TypeAttributes(const TypeAttributes&) = delete;
-    TypeAttributes& operator=(const TypeAttributes&) = delete;
-    ~TypeAttributes() { information_->ReleaseTypeAttr(attributes_); }
-
-    const TYPEATTR* operator->() const noexcept { return attributes_; }
-
-private:
-    ITypeInfo* information_;
-    TYPEATTR* attributes_ = nullptr;
-};
-
 ComPtr<ITypeInfo> referenced(ITypeInfo* information, HREFTYPE reference)
 {
     ComPtr<ITypeInfo> result;
@@ -311,14 +292,19 @@ std::wstring nameOf(ITypeInfo* information)
     return std::wstring(name.view());
 }
 
+std::vector<ComPtr<ITypeInfo>> typesOf(const ComPtr<ITypeLib>& library)
+{
+    std::vector<ComPtr<ITypeInfo>> types(library->GetTypeInfoCount());
+    for (std::size_t index = 0; index < types.size(); ++index)
+        types[index] = fetch(library, &ITypeLib::GetTypeInfo, static_cast<UINT>(index));
+    return types;
+}
+
 std::vector<PublicClass> publicClasses()
 {
     std::vector<PublicClass> classes;
-    const auto own = typeLibraries().at(0);
-    for (UINT index = 0; index < own->GetTypeInfoCount(); ++index)
+    for (const auto& information : typesOf(typeLibraries().at(0)))
     {
-        ComPtr<ITypeInfo> information;
-        require(own->GetTypeInfo(index, information.put()));
         const TypeAttributes attributes(information.get());
         if (attributes->typekind != TKIND_COCLASS)
             continue;

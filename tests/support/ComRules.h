@@ -15,6 +15,27 @@ namespace korvane::test
 /// The type libraries in the DLL: its own first, then those of the contracts.
 std::vector<ComPtr<ITypeLib>> typeLibraries();
 
+std::vector<ComPtr<ITypeInfo>> typesOf(const ComPtr<ITypeLib>& library);
+
+/// What a type attribute is read from is given back with it.
+class TypeAttributes
+{
+public:
+    explicit TypeAttributes(ITypeInfo* information) : information_(information)
+    {
+        require(information->GetTypeAttr(&attributes_));
+    }
+    TypeAttributes(const TypeAttributes&) = delete;
+    TypeAttributes& operator=(const TypeAttributes&) = delete;
+    ~TypeAttributes() { information_->ReleaseTypeAttr(attributes_); }
+
+    const TYPEATTR* operator->() const noexcept { return attributes_; }
+
+private:
+    ITypeInfo* information_;
+    TYPEATTR* attributes_ = nullptr;
+};
+
 /// A public class of the library, as its type library describes it.
 struct PublicClass
 {

@@ -89,8 +89,7 @@ Container::Container(Offer offer)
     };
     onSubmit = [](IAppCommand& command) {
         // The host lets a failure out of the submission as the COM error that it is.
-        VARIANT_BOOL executed = VARIANT_FALSE;
-        call(ComPtr<IAppCommand>(&command), &IAppCommand::Execute, &executed);
+        fetch(ComPtr<IAppCommand>(&command), &IAppCommand::Execute);
         return true;
     };
 }
@@ -111,9 +110,7 @@ void Container::place(ComPtr<IAppDialog> created, IUnknown* command)
 
 bool Container::ready()
 {
-    VARIANT_BOOL result = VARIANT_FALSE;
-    call(dialog, &IAppDialog::get_Ready, &result);
-    return result != VARIANT_FALSE;
+    return fetch(dialog, &IAppDialog::get_Ready);
 }
 
 void Container::close()
@@ -124,8 +121,7 @@ void Container::close()
 
 HWND Container::dialogWindow() const
 {
-    long handle = 0;
-    call(dialog.as<IDialogControl>(), &IDialogControl::get_hWnd, &handle);
+    const long handle = fetch(dialog.as<IDialogControl>(), &IDialogControl::get_hWnd);
     return reinterpret_cast<HWND>(static_cast<UINT_PTR>(static_cast<ULONG>(handle)));
 }
 

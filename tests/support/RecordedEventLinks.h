@@ -2,8 +2,7 @@
 #pragma once
 
 #include "framework/com/ConnectionPoint.h"
-#include "tests/support/EmptyData.h"
-#include "tests/support/RecordingData.h"
+#include "tests/support/RecordedEvents.h"
 
 namespace korvane::test
 {
@@ -31,6 +30,21 @@ public:
     STDMETHODIMP HasAccess(long level, long eventId, VARIANT_BOOL* result) override;
 
 private:
+    /// Answers a call about a link group.
+    template <class Body, class... Arguments>
+    HRESULT answer(const std::string& call, const Body& body, const VARIANT& linkId,
+                   const Arguments&... arguments)
+    {
+        const auto known = [&] {
+            const auto group = members(linkIn(linkId));
+            if (group.empty() && data_.exactGroups)
+                return unknownActivity();
+            body(group);
+            return S_OK;
+        };
+        return data_.answer(call, known, shownLink(linkId), arguments...);
+    }
+
     std::vector<Event*> members(const std::optional<long>& link);
     /// Gives the group another id where the activity that gave it its id is no longer in it.
     std::optional<long> keyed(const std::optional<long>& link);

@@ -3,21 +3,10 @@
 namespace korvane::test
 {
 
-namespace
-{
-
 HRESULT unknownActivity()
 {
     return Failure(E_INVALIDARG, L"KorvaneData.Events", L"There is no such activity.").report();
 }
-
-std::string shownFields(long nameId, long typeId, DATE t0, DATE t1, BSTR text)
-{
-    return shown(nameId) + ", " + shown(typeId) + ", " + stamp(t0) + ", " + stamp(t1) + ", " +
-           quoted(view(text));
-}
-
-} // namespace
 
 std::optional<Rule> peek(RecordingData& data, IRecurrence* rule)
 {
@@ -54,98 +43,72 @@ void RecordedEvents::announce(const Event& event, long instance)
 STDMETHODIMP RecordedEvents::Add(long nameId, long typeId, DATE T0, DATE T1, BSTR text, long* eventId)
 {
     *eventId = 0;
-    const HRESULT outcome = data_.record("Events.Add", shownFields(nameId, typeId, T0, T1, text));
-    if (FAILED(outcome))
-        return outcome;
-    *eventId = data_.nextId++;
-    data_.events.push_back({*eventId, nameId, typeId, T0, T1, std::wstring(view(text))});
-    return S_OK;
+    const auto add = [&] {
+        *eventId = data_.nextId++;
+        data_.events.push_back({*eventId, nameId, typeId, T0, T1, std::wstring(view(text))});
+    };
+    return data_.answer("Events.Add", add, nameId, typeId, T0, T1, text);
 }
 
-// An occurrence that is written by itself becomes an activity of its own.
 STDMETHODIMP RecordedEvents::Update(long eventId, long instance, long nameId, long typeId, DATE T0, DATE T1,
                                     BSTR text)
 {
-    const HRESULT outcome = data_.record("Events.Update", shown(eventId) + ", " + shown(instance) + ", " +
-                                                              shownFields(nameId, typeId, T0, T1, text));
-    if (FAILED(outcome))
-        return outcome;
-    Event* const stored = data_.event(eventId);
-    if (!stored)
-        return unknownActivity();
-    Event written{eventId,      nameId,       typeId,           T0, T1, std::wstring(view(text)),
-                  stored->link, stored->rule, stored->exception};
-    if (instance == 0)
-        *stored = written;
-    else
-    {
-        written.id = data_.nextId++;
-        written.link.reset();
-        written.rule.reset();
-        written.exception = 1;
-        data_.events.push_back(written);
-    }
-    return S_OK;
+    const auto write = [&](Event& event) {
+        event.write(instance, nameId, {typeId, T0, T1, std::wstring(view(text))});
+    };
+    return answer("Events.Update", write, eventId, instance, nameId, typeId, T0, T1, text);
 }
 
 STDMETHODIMP RecordedEvents::Remove(long eventId, long instance)
 {
-    const HRESULT outcome = data_.record("Events.Remove", shown(eventId) + ", " + shown(instance));
-    if (SUCCEEDED(outcome) && instance == 0)
-        std::erase_if(data_.events, [&](const Event& event) { return event.id == eventId; });
-    return outcome;
+    const auto remove = [&](Event& event) {
+        if (instance != 0)
+            event.removeOccurrence(instance);
+        else
+            std::erase_if(data_.events, [&](const Event& each) { return each.id == eventId; });
+    };
+    return answer("Events.Remove", remove, eventId, instance);
 }
 
 STDMETHODIMP RecordedEvents::Fetch(long eventId, long instance, long* nameId, long* typeId, DATE* T0,
                                    DATE* T1, BSTR* text)
 {
-    const HRESULT outcome = data_.record("Events.Fetch", shown(eventId) + ", " + shown(instance));
-    if (FAILED(outcome))
-        return outcome;
-    const Event* const stored = data_.event(eventId);
-    if (!stored)
-        return unknownActivity();
-    if (data_.fetchFillsNothing)
-        return S_OK;
-    *nameId = stored->nameId;
-    *typeId = stored->typeId;
-    *T0 = stored->t0;
-    *T1 = stored->t1;
-    put(text, stored->text);
-    return S_OK;
+    const auto read = [&](const Event& event) {
+        if (data_.fetchFillsNothing)
+            return;
+        const auto occurrence = event.edited.find(instance);
+        const auto values = occurrence == event.edited.end() ? event.values() : occurrence->second.values;
+        *nameId = event.nameId;
+        *typeId = values.typeId;
+        *T0 = values.t0;
+        *T1 = values.t1;
+        put(text, values.text);
+    };
+    return answer("Events.Fetch", read, eventId, instance);
 }
 
 STDMETHODIMP RecordedEvents::GetRecurrence(long eventId, IRecurrence** rule)
 {
     *rule = nullptr;
-    const HRESULT outcome = data_.record("Events.GetRecurrence", shown(eventId));
-    if (FAILED(outcome))
-        return outcome;
-    if (const Event* stored = data_.event(eventId); stored && stored->rule)
-        *rule = ComPtr<IRecurrence>(make<RecordedRecurrence>(data_, *stored->rule).get()).detach();
-    return S_OK;
+    const auto read = [&](const Event& event) {
+        if (event.rule)
+            *rule = ComPtr<IRecurrence>(make<RecordedRecurrence>(data_, *event.rule).get()).detach();
+    };
+    return answer("Events.GetRecurrence", read, eventId);
 }
 
 STDMETHODIMP RecordedEvents::SetRecurrence(long eventId, IRecurrence* rule)
 {
     const auto value = peek(data_, rule);
-    const HRESULT outcome = data_.record("Events.SetRecurrence", shown(eventId) + ", " + shownRule(value));
-    if (FAILED(outcome))
-        return outcome;
-    if (Event* stored = data_.event(eventId))
-        stored->rule = value;
-    return S_OK;
+    const auto write = [&](Event& event) { event.rule = value; };
+    return answer("Events.SetRecurrence", write, eventId, shownRule(value));
 }
 
 STDMETHODIMP RecordedEvents::IsException(long eventId, long* result)
 {
     *result = 0;
-    const HRESULT outcome = data_.record("Events.IsException", shown(eventId));
-    if (FAILED(outcome))
-        return outcome;
-    if (const Event* stored = data_.event(eventId))
-        *result = stored->exception;
-    return S_OK;
+    const auto tell = [&](const Event& event) { *result = event.exception; };
+    return answer("Events.IsException", tell, eventId);
 }
 
 } // namespace korvane::test

@@ -33,6 +33,8 @@ private:
     Rule rule_;
 };
 
+HRESULT unknownActivity();
+
 class RecordedEvents final : public Object<RecordedEvents, Inherits<EmptyEvents, EventSource<IEventsEvents>>,
                                            IEvents, IConnectionPointContainer>
 {
@@ -55,6 +57,20 @@ public:
     STDMETHODIMP IsException(long eventId, long* result) override;
 
 private:
+    /// Answers a call about an activity, which is refused for one that is not there.
+    template <class Body, class... Arguments>
+    HRESULT answer(const std::string& call, const Body& body, long eventId, const Arguments&... arguments)
+    {
+        const auto known = [&] {
+            Event* const stored = data_.event(eventId);
+            if (!stored)
+                return unknownActivity();
+            body(*stored);
+            return S_OK;
+        };
+        return data_.answer(call, known, eventId, arguments...);
+    }
+
     RecordingData& data_;
 };
 

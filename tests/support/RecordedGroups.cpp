@@ -26,85 +26,82 @@ void RecordedGroups::changed()
         announceAll();
 }
 
+Group* RecordedGroups::find(long id)
+{
+    const auto found = std::find_if(data_.groups.begin(), data_.groups.end(),
+                                    [&](const Group& group) { return group.id == id; });
+    return found == data_.groups.end() ? nullptr : &*found;
+}
+
 STDMETHODIMP RecordedGroups::Load(VARIANT_BOOL* result)
 {
-    const HRESULT outcome = data_.record("Groups.Load", "");
-    if (FAILED(outcome))
-        return outcome;
-    announceAll();
-    *result = VARIANT_TRUE;
-    return S_OK;
+    return data_.answer("Groups.Load", [&] {
+        announceAll();
+        *result = VARIANT_TRUE;
+    });
 }
 
 STDMETHODIMP RecordedGroups::Fetch(long id, BSTR* name, long* flags, VARIANT_BOOL* result)
 {
-    const HRESULT outcome = data_.record("Groups.Fetch", shown(id));
-    if (FAILED(outcome))
-        return outcome;
-    const auto found =
-        std::find_if(data_.groups.begin(), data_.groups.end(), [&](auto& g) { return g.id == id; });
-    *result = VARIANT_FALSE;
-    if (found == data_.groups.end())
-        return S_OK;
-    put(name, found->name);
-    *flags = found->flags;
-    *result = VARIANT_TRUE;
-    return S_OK;
+    const auto read = [&] {
+        const Group* const found = find(id);
+        *result = found ? VARIANT_TRUE : VARIANT_FALSE;
+        if (!found)
+            return; // an unknown one leaves everything as it is
+        put(name, found->name);
+        *flags = found->flags;
+    };
+    return data_.answer("Groups.Fetch", read, id);
 }
 
 STDMETHODIMP RecordedGroups::HasAccess(long operation, long id, VARIANT_BOOL* result)
 {
-    const HRESULT outcome = data_.record("Groups.HasAccess", shown(operation) + ", " + shown(id));
-    if (FAILED(outcome))
-        return outcome;
-    const auto found =
-        std::find_if(data_.groups.begin(), data_.groups.end(), [&](auto& g) { return g.id == id; });
-    *result = found != data_.groups.end() && found->editable ? VARIANT_TRUE : VARIANT_FALSE;
-    return S_OK;
+    const auto tell = [&] {
+        const Group* const found = find(id);
+        *result = found && found->editable ? VARIANT_TRUE : VARIANT_FALSE;
+    };
+    return data_.answer("Groups.HasAccess", tell, operation, id);
 }
 
 STDMETHODIMP RecordedGroups::Add(BSTR name, long flags, long* newId)
 {
-    const HRESULT outcome = data_.record("Groups.Add", quoted(view(name)) + ", " + shown(flags));
-    if (FAILED(outcome))
-        return outcome;
-    *newId = data_.nextId++;
-    data_.groups.push_back({*newId, std::wstring(view(name)), flags, true});
-    changed();
-    return S_OK;
+    const auto add = [&] {
+        *newId = data_.nextId++;
+        data_.groups.push_back({*newId, std::wstring(view(name)), flags, true});
+        changed();
+    };
+    return data_.answer("Groups.Add", add, name, flags);
 }
 
 STDMETHODIMP RecordedGroups::Remove(long id, long* removedId)
 {
-    const HRESULT outcome = data_.record("Groups.Remove", shown(id));
-    if (FAILED(outcome))
-        return outcome;
-    std::erase_if(data_.groups, [id](const Group& group) { return group.id == id; });
-    *removedId = 0;
-    changed();
-    return S_OK;
+    const auto remove = [&] {
+        std::erase_if(data_.groups, [id](const Group& group) { return group.id == id; });
+        *removedId = 0;
+        changed();
+    };
+    return data_.answer("Groups.Remove", remove, id);
 }
 
 STDMETHODIMP RecordedGroups::Update(long id, BSTR name, long flags, long* updatedId)
 {
-    const HRESULT outcome =
-        data_.record("Groups.Update", shown(id) + ", " + quoted(view(name)) + ", " + shown(flags));
-    if (FAILED(outcome))
-        return outcome;
-    for (Group& group : data_.groups)
-        if (group.id == id)
-            group = {id, std::wstring(view(name)), flags, group.editable, group.position};
-    *updatedId = std::exchange(data_.nextUpdatedGroup, std::nullopt).value_or(id);
-    changed();
-    return S_OK;
+    const auto write = [&] {
+        if (Group* const found = find(id))
+        {
+            found->name = view(name);
+            found->flags = flags;
+        }
+        *updatedId = std::exchange(data_.nextUpdatedGroup, std::nullopt).value_or(id);
+        changed();
+    };
+    return data_.answer("Groups.Update", write, id, name, flags);
 }
 
 STDMETHODIMP RecordedGroups::SetPosition(long id, long position)
 {
     const auto write = [&] {
-        for (Group& group : data_.groups)
-            if (group.id == id)
-                group.position = position;
+        if (Group* const found = find(id))
+            found->position = position;
         changed();
     };
     return data_.answer("Groups.SetPosition", write, id, position);

@@ -30,6 +30,7 @@ public:
 private:
     void announceAll();
     void changed();
+    Group* find(long id);
 
     RecordingData& data_;
 };

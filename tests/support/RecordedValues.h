@@ -46,6 +46,10 @@ inline std::string argument(const std::wstring& text)
 {
     return test::quoted(text);
 }
+inline std::string argument(const std::string& shown)
+{
+    return shown;
+}
 inline std::string listed()
 {
     return {};

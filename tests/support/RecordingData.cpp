@@ -133,6 +133,41 @@ template <class Function> auto with(const RecordingData& data, EventsOf source, 
 
 } // namespace
 
+void Event::write(long instance, long name, const ActivityValues& written)
+{
+    if (instance != 0)
+    {
+        edited.insert_or_assign(instance, Occurrence{name, written});
+        return;
+    }
+    nameId = name;
+    typeId = written.typeId;
+    t0 = written.t0;
+    t1 = written.t1;
+    text = written.text;
+}
+
+void Event::removeOccurrence(long instance)
+{
+    edited.erase(instance);
+    removed.insert(instance);
+}
+
+std::string shownOccurrences(const Event& event)
+{
+    std::string result;
+    for (const auto& [instance, occurrence] : event.edited)
+        result += " #" + shown(instance) + '=' + shownValues(occurrence.nameId, occurrence.values);
+    for (const long instance : event.removed)
+        result += " -" + shown(instance);
+    return result;
+}
+
+std::string shownValues(long nameId, const ActivityValues& values)
+{
+    return listed(nameId, values.typeId, values.t0, values.t1, values.text);
+}
+
 RecordingData::RecordingData() : root(ComPtr<IRoot>(make<RecordedRoot>(*this).get())) {}
 
 RecordingData::~RecordingData()
@@ -161,7 +196,8 @@ std::vector<std::string> RecordingData::content() const
     for (const Event& event : events)
         line("activity", listed(event.id, event.nameId, event.typeId, event.t0, event.t1, event.text,
                                 event.link.value_or(0)) +
-                             ' ' + shownRule(event.rule) + ' ' + shown(event.exception));
+                             ' ' + shownRule(event.rule) + ' ' + shown(event.exception) +
+                             shownOccurrences(event));
     for (const Info& row : info)
         line("info", listed(row.nameId, row.position, row.label, row.value));
     for (const Message& message : messages)

@@ -92,9 +92,24 @@ struct Message
     bool read = false;
 };
 
+/// What is booked, whoever it is for.
+struct ActivityValues
+{
+    long typeId;
+    DATE t0;
+    DATE t1;
+    std::wstring text;
+};
+
 /// An activity, booked for one resource.
 struct Event
 {
+    struct Occurrence
+    {
+        long nameId;
+        ActivityValues values;
+    };
+
     long id;
     long nameId;
     long typeId;
@@ -104,7 +119,18 @@ struct Event
     std::optional<long> link = std::nullopt;
     std::optional<Rule> rule = std::nullopt;
     long exception = 0; ///< not 0 for an occurrence that was edited by itself
+    std::map<long, Occurrence> edited = {};
+    std::set<long> removed = {};
+
+    ActivityValues values() const { return {typeId, t0, t1, text}; }
+    /// The whole of it for instance 0, else one occurrence.
+    void write(long instance, long name, const ActivityValues& written);
+    void removeOccurrence(long instance);
 };
+
+std::string shownValues(long nameId, const ActivityValues& values);
+/// What is different from the whole: those that were edited, and those that were removed.
+std::string shownOccurrences(const Event& event);
 
 /// The data layer's sources of events.
 enum class EventsOf
@@ -142,12 +168,15 @@ struct RecordingData
     /// Records a call; answers with the failure that it was told, if any.
     HRESULT record(const std::string& call, const std::string& arguments);
     /// Records a call, and lets it take place unless it was told to fail.
-    template <class... Arguments>
-    HRESULT answer(const std::string& call, const std::function<void()>& body, const Arguments&... arguments)
+    template <class Body, class... Arguments>
+    HRESULT answer(const std::string& call, const Body& body, const Arguments&... arguments)
     {
         const HRESULT outcome = record(call, listed(arguments...));
-        if (SUCCEEDED(outcome))
-            body();
+        if (FAILED(outcome))
+            return outcome;
+        if constexpr (!std::is_void_v<decltype(body())>)
+            return body();
+        body();
         return outcome;
     }
 
@@ -161,6 +190,7 @@ struct RecordingData
     /// Groups, resources, types, accounts and messages are announced anew after each change of them.
     bool announcesWrites = false;
     bool fetchFillsNothing = false; ///< Events.Fetch leaves the values as they are
+    bool exactGroups = false; ///< a link group of one activity is told by its id, and one of none is refused
     bool mayCreateForOthers = true; ///< the access to link groups of level 1
     bool mayEditForOthers = true;   ///< and of level 3
     /// The id that the next UpdateLinked gives the link group, where it is not to stay the same.

@@ -108,15 +108,16 @@ inline constexpr Word hasTitle{[](Visitor& visitor, const std::wstring& title) {
     waitFor(L"the window's title is " + quoted(title), [&] { return textOf(visitor.mainWindow()) == title; });
 }};
 /// The error box begins like this, and the dialog waits for it. It is read, and goes.
-inline constexpr Word tellsError{[](Visitor& visitor, const std::wstring& text, Text pictureName) {
-    visitor.waitForBox(errorTitle);
+inline constexpr Word tellsError{[](Visitor& visitor, const std::wstring& text, Text pictureName,
+                                    Text title = errorTitle) {
+    visitor.waitForBox(title);
     const auto told = visibleChildren(visitor.front(), L"Static");
     expect(std::any_of(told.begin(), told.end(), [&](HWND part) { return textOf(part).starts_with(text); }),
            quoted(text) + L" in the error box");
     expect(!IsWindowEnabled(visitor.dialog()), L"a dialog that waits for the error box");
     visitor.picture(visitor.front(), pictureName);
     visitor.press(L"Enter");
-    visitor.waitForBoxToGo(errorTitle);
+    visitor.waitForBoxToGo(title);
     visitor.waitForDialog(textOf(visitor.dialog()).c_str());
 }};
 inline constexpr Word offers{[](Visitor& visitor, Field list, const std::vector<std::wstring>& items) {

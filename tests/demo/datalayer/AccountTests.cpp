@@ -56,23 +56,18 @@ TEST_F(Accounts, TakeThePlaceOfTheOneThatTheResourceHad)
 TEST_F(Accounts, NeedALoginOfTheirOwnInAnyCase)
 {
     office->addAccount(L"Zoë", van);
-    EXPECT_KEPT(office->addAccount(L"ZOË", bert), Code::loginTaken, L"Accounts",
-                L"There is a login \"Zoë\" already.");
-    EXPECT_KEPT(office->addAccount(L"Admin", van), Code::loginTaken, L"Accounts",
-                L"There is a login \"admin\" already.");
-    EXPECT_KEPT(office->addAccount(L"", van), Code::loginNeedsText, L"Accounts",
-                L"Internal error: missing login name for new login.");
+    EXPECT_KEPT(office->addAccount(L"ZOË", bert), Code::loginTaken, L"Accounts", L"Zoë");
+    EXPECT_KEPT(office->addAccount(L"Admin", van), Code::loginTaken, L"Accounts", L"admin");
+    EXPECT_KEPT(office->addAccount(L"", van), Code::loginNeedsText, L"Accounts");
     EXPECT_TRUE(open(L"zoË"));
 }
 
 TEST_F(Accounts, NeedAResourceThatExists)
 {
-    const wchar_t* missing = L"Internal error: missing ressource name/id for new login.";
-    EXPECT_KEPT(add(Variant(0L).get()), Code::loginNeedsName, L"Accounts", missing);
-    EXPECT_KEPT(add(Variant().get()), Code::loginNeedsName, L"Accounts", missing);
-    EXPECT_KEPT(add(Variant(Bstr(L"2")).get()), Code::loginNeedsName, L"Accounts", missing);
-    EXPECT_KEPT(add(Variant(unknown).get()), Code::unknownName, L"Accounts",
-                L"There is no such resource. Another user may have deleted it.");
+    EXPECT_KEPT(add(Variant(0L).get()), Code::loginNeedsName, L"Accounts");
+    EXPECT_KEPT(add(Variant().get()), Code::loginNeedsName, L"Accounts");
+    EXPECT_KEPT(add(Variant(Bstr(L"2")).get()), Code::loginNeedsName, L"Accounts");
+    EXPECT_KEPT(add(Variant(unknown).get()), Code::unknownName, L"Accounts");
     long number = van;
     VARIANT reference{};
     reference.vt = VT_I4 | VT_BYREF;
@@ -82,8 +77,7 @@ TEST_F(Accounts, NeedAResourceThatExists)
 
 TEST_F(Accounts, NeedARoleThatExists)
 {
-    EXPECT_KEPT(office->addAccount(L"dora", van, 17), Code::unknownRole, L"Accounts",
-                L"There is no role with the number 17.");
+    EXPECT_KEPT(office->addAccount(L"dora", van, 17), Code::unknownRole, L"Accounts", L"17");
 }
 
 TEST_F(Accounts, AreAttachedToAnotherResource)
@@ -107,10 +101,8 @@ TEST_F(Accounts, ThatAreAttachedAlreadyStay)
 
 TEST_F(Accounts, AreAttachedOnlyWhereBothExist)
 {
-    EXPECT_KEPT(office->attach(van, L"nobody"), Code::unknownLogin, L"Accounts",
-                L"There is no login \"nobody\". Another user may have deleted it.");
-    EXPECT_KEPT(office->attach(unknown, L"user"), Code::unknownName, L"Accounts",
-                L"There is no such resource. Another user may have deleted it.");
+    EXPECT_KEPT(office->attach(van, L"nobody"), Code::unknownLogin, L"Accounts", L"nobody");
+    EXPECT_KEPT(office->attach(unknown, L"user"), Code::unknownName, L"Accounts");
 }
 
 TEST_F(Accounts, AreDetachedOnce)
@@ -119,8 +111,7 @@ TEST_F(Accounts, AreDetachedOnce)
     EXPECT_FALSE(office->detach(anna));
     EXPECT_THAT(office->lookup(L"manager"), ElementsAre(3, 2, 0));
     EXPECT_EQ((Resource{L"Anna", 255, 0, L"", 2, -1}), office->fetchName(anna));
-    EXPECT_KEPT(office->detach(unknown), Code::unknownName, L"Accounts",
-                L"There is no such resource. Another user may have deleted it.");
+    EXPECT_KEPT(office->detach(unknown), Code::unknownName, L"Accounts");
 }
 
 TEST_F(Accounts, AreRemovedWithTheirRightsAndNotTheirResources)
@@ -128,20 +119,17 @@ TEST_F(Accounts, AreRemovedWithTheirRightsAndNotTheirResources)
     EXPECT_TRUE(office->removeAccount(L"Manager"));
     EXPECT_FALSE(office->removeAccount(L"manager"));
     EXPECT_EQ(L"", office->fetchName(anna).login);
-    EXPECT_ERROR(open(L"manager"), Code::unknownAccount, L"KorvaneData.Database",
-                 L"Unknown username - cannot login.");
+    EXPECT_ERROR(open(L"manager"), Code::unknownAccount, L"Database");
     EXPECT_FALSE(manager->may(manager->names, 3, anna));
 }
 
 TEST_F(Accounts, HaveABuiltInOneThatStaysWhereItIs)
 {
-    const wchar_t* mayNot = L"You are not authorized to change the login \"admin\".";
-    EXPECT_KEPT(office->removeAccount(L"admin"), Code::mayNotChangeLogin, L"Accounts", mayNot);
-    EXPECT_KEPT(office->attach(van, L"admin"), Code::mayNotChangeLogin, L"Accounts", mayNot);
-    const wchar_t* mayNotEdit = L"You are not authorized to edit this ressource.";
-    EXPECT_KEPT(office->detach(1), Code::mayNotEditName, L"Accounts", mayNotEdit);
-    EXPECT_KEPT(office->attach(1, L"user"), Code::mayNotEditName, L"Accounts", mayNotEdit);
-    EXPECT_KEPT(office->addAccount(L"root", 1), Code::mayNotEditName, L"Accounts", mayNotEdit);
+    EXPECT_KEPT(office->removeAccount(L"admin"), Code::mayNotChangeLogin, L"Accounts", L"admin");
+    EXPECT_KEPT(office->attach(van, L"admin"), Code::mayNotChangeLogin, L"Accounts", L"admin");
+    EXPECT_KEPT(office->detach(1), Code::mayNotEditName, L"Accounts");
+    EXPECT_KEPT(office->attach(1, L"user"), Code::mayNotEditName, L"Accounts");
+    EXPECT_KEPT(office->addAccount(L"root", 1), Code::mayNotEditName, L"Accounts");
 }
 
 TEST_F(Accounts, AreWrittenAsAWhole)
@@ -150,8 +138,7 @@ TEST_F(Accounts, AreWrittenAsAWhole)
         " BEGIN SELECT raise(ABORT, 'too late'); END");
     const auto expectTakenBack = [&](auto&& write) {
         const std::wstring before = masterData();
-        EXPECT_ERROR(write(), Code::ruleBroken, L"KorvaneData.Database",
-                     L"The database refuses the change: too late");
+        EXPECT_ERROR(write(), Code::ruleBroken, L"Database", L"too late");
         EXPECT_EQ(before, masterData());
     };
     expectTakenBack([&] { office->addAccount(L"driver", van); });
@@ -174,20 +161,4 @@ TEST_F(Accounts, AnnounceThemselvesAfterEachWrite)
         EXPECT_EQ(L"OnClear", listener->events().front());
     }
     EXPECT_EQ(5u, listener->events().size());
-}
-
-TEST_F(Accounts, RefuseMissingPlacesForResults)
-{
-    long number = 0;
-    const Bstr login(L"user");
-    EXPECT_EQ(E_POINTER, office->accounts->Load(nullptr));
-    EXPECT_EQ(E_POINTER, office->accounts->Lookup(login.get(), nullptr, &number, &number));
-    EXPECT_EQ(E_POINTER, office->accounts->Lookup(login.get(), &number, nullptr, &number));
-    EXPECT_EQ(E_POINTER, office->accounts->Lookup(login.get(), &number, &number, nullptr));
-    const std::wstring before = masterData();
-    EXPECT_EQ(E_POINTER, office->accounts->Add(Bstr(L"dora").get(), 3, Variant(van).get(), nullptr));
-    EXPECT_EQ(E_POINTER, office->accounts->Attach(van, login.get(), nullptr));
-    EXPECT_EQ(E_POINTER, office->accounts->Detach(bert, nullptr));
-    EXPECT_EQ(E_POINTER, office->accounts->Remove(login.get(), nullptr));
-    EXPECT_EQ(before, masterData());
 }

@@ -39,10 +39,10 @@ protected:
 } // namespace korvane::store::test
 
 /// Expects a call to fail with an error of a class, and to leave the activities alone.
-#define EXPECT_REFUSED(statement, code, className, description)                                              \
+#define EXPECT_REFUSED(statement, ...)                                                                       \
     do                                                                                                       \
     {                                                                                                        \
         const std::wstring before = content();                                                               \
-        EXPECT_ERROR(statement, code, L"KorvaneData." className, description);                               \
+        EXPECT_ERROR(statement, __VA_ARGS__);                                                                \
         EXPECT_EQ(before, content());                                                                        \
     } while (false)

@@ -11,10 +11,6 @@ namespace
 
 class Activities : public ActivityTest
 {
-protected:
-    const wchar_t* unknownEvent = L"There is no such activity. Another user may have deleted it.";
-    const wchar_t* unknownName = L"There is no such resource. Another user may have deleted it.";
-    const wchar_t* unknownType = L"There is no such activity type. Another user may have deleted it.";
 };
 
 } // namespace
@@ -39,9 +35,8 @@ TEST_F(Activities, NeedNoTextNorTime)
 {
     const Booking booking{anna, 0, at(2026, 3, 2, 9), at(2026, 3, 2, 9), L""};
     EXPECT_EQ(booking, desk->fetch(desk->add(booking)));
-    long event = 0;
-    call(desk->events, &IEvents::Add, booking.name, booking.type, booking.t0, booking.t1, BSTR(nullptr),
-         &event);
+    const long event = korvane::fetch(desk->events, &IEvents::Add, booking.name, booking.type, booking.t0,
+                                      booking.t1, BSTR(nullptr));
     EXPECT_EQ(booking, desk->fetch(event));
 }
 
@@ -66,19 +61,17 @@ TEST_F(Activities, AreRemoved)
     const long event = desk->add(meeting());
     const long other = desk->add(meeting());
     desk->remove(event);
-    EXPECT_ERROR(desk->fetch(event), Code::unknownEvent, L"KorvaneData.Events", unknownEvent);
+    EXPECT_ERROR(desk->fetch(event), Code::unknownEvent, L"Events");
     EXPECT_TRUE(desk->has(other));
 }
 
 TEST_F(Activities, HaveOnlyInstance0WithoutARule)
 {
     const long event = desk->add(meeting());
-    const wchar_t* unknown = L"The activity has no occurrence 1. Another user may have deleted it.";
-    EXPECT_REFUSED(desk->fetch(event, 1), Code::unknownOccurrence, L"Events", unknown);
-    EXPECT_REFUSED(desk->update(event, 1, meeting()), Code::unknownOccurrence, L"Events", unknown);
-    EXPECT_REFUSED(desk->remove(event, 1), Code::unknownOccurrence, L"Events", unknown);
-    EXPECT_REFUSED(desk->fetch(event, -1), Code::unknownOccurrence, L"Events",
-                   L"The activity has no occurrence -1. Another user may have deleted it.");
+    EXPECT_REFUSED(desk->fetch(event, 1), Code::unknownOccurrence, L"Events", L"1");
+    EXPECT_REFUSED(desk->update(event, 1, meeting()), Code::unknownOccurrence, L"Events", L"1");
+    EXPECT_REFUSED(desk->remove(event, 1), Code::unknownOccurrence, L"Events", L"1");
+    EXPECT_REFUSED(desk->fetch(event, -1), Code::unknownOccurrence, L"Events", L"-1");
 }
 
 TEST_F(Activities, RefuseWhatIsUnknown)
@@ -86,20 +79,19 @@ TEST_F(Activities, RefuseWhatIsUnknown)
     const long event = desk->add(meeting());
     for (const long id : {0L, -1L, 4711L})
     {
-        EXPECT_REFUSED(desk->fetch(id), Code::unknownEvent, L"Events", unknownEvent);
-        EXPECT_REFUSED(desk->update(id, 0, meeting()), Code::unknownEvent, L"Events", unknownEvent);
-        EXPECT_REFUSED(desk->remove(id), Code::unknownEvent, L"Events", unknownEvent);
-        EXPECT_REFUSED(desk->repetition(id), Code::unknownEvent, L"Events", unknownEvent);
-        EXPECT_REFUSED(desk->repeat(id, Repetition{1}), Code::unknownEvent, L"Events", unknownEvent);
-        EXPECT_REFUSED(desk->add(meeting(at(2026, 3, 2), id)), Code::unknownName, L"Events", unknownName);
-        EXPECT_REFUSED(desk->update(event, 0, meeting(at(2026, 3, 2), id)), Code::unknownName, L"Events",
-                       unknownName);
+        EXPECT_REFUSED(desk->fetch(id), Code::unknownEvent, L"Events");
+        EXPECT_REFUSED(desk->update(id, 0, meeting()), Code::unknownEvent, L"Events");
+        EXPECT_REFUSED(desk->remove(id), Code::unknownEvent, L"Events");
+        EXPECT_REFUSED(desk->repetition(id), Code::unknownEvent, L"Events");
+        EXPECT_REFUSED(desk->repeat(id, Repetition{1}), Code::unknownEvent, L"Events");
+        EXPECT_REFUSED(desk->add(meeting(at(2026, 3, 2), id)), Code::unknownName, L"Events");
+        EXPECT_REFUSED(desk->update(event, 0, meeting(at(2026, 3, 2), id)), Code::unknownName, L"Events");
     }
     Booking ofNoType = meeting();
     for (ofNoType.type = -1; ofNoType.type <= 3; ofNoType.type += 4)
     {
-        EXPECT_REFUSED(desk->add(ofNoType), Code::unknownType, L"Events", unknownType);
-        EXPECT_REFUSED(desk->update(event, 0, ofNoType), Code::unknownType, L"Events", unknownType);
+        EXPECT_REFUSED(desk->add(ofNoType), Code::unknownType, L"Events");
+        EXPECT_REFUSED(desk->update(event, 0, ofNoType), Code::unknownType, L"Events");
     }
 }
 
@@ -108,19 +100,16 @@ TEST_F(Activities, RefuseToEndBeforeTheyBegin)
     Booking backwards = meeting();
     backwards.t1 = backwards.t0 - 1.0 / 24;
     const long event = desk->add(meeting());
-    const wchar_t* message = L"The activity must not end before it begins.";
-    EXPECT_REFUSED(desk->add(backwards), Code::endBeforeBegin, L"Events", message);
-    EXPECT_REFUSED(desk->update(event, 0, backwards), Code::endBeforeBegin, L"Events", message);
+    EXPECT_REFUSED(desk->add(backwards), Code::endBeforeBegin, L"Events");
+    EXPECT_REFUSED(desk->update(event, 0, backwards), Code::endBeforeBegin, L"Events");
 }
 
 TEST_F(Activities, RefuseTimesThatNoCalendarHas)
 {
-    const wchar_t* message = L"The activity must lie between the years 1900 and 9999.";
     for (const DATE date : {-1.0, 1.5, 3e6, 1e300, std::numeric_limits<double>::quiet_NaN()})
     {
-        EXPECT_REFUSED(desk->add({anna, 1, date, date, L""}), Code::impossibleTime, L"Events", message);
-        EXPECT_REFUSED(desk->add({anna, 1, at(2026, 3, 2), date, L""}), Code::impossibleTime, L"Events",
-                       message);
+        EXPECT_REFUSED(desk->add({anna, 1, date, date, L""}), Code::impossibleTime, L"Events");
+        EXPECT_REFUSED(desk->add({anna, 1, at(2026, 3, 2), date, L""}), Code::impossibleTime, L"Events");
     }
     EXPECT_TRUE(desk->has(desk->add({anna, 1, at(1900, 1, 1), at(9999, 12, 31, 23, 59), L""})));
 }
@@ -131,25 +120,5 @@ TEST_F(Activities, AreNoExceptionsByThemselves)
     long result = -1;
     EXPECT_EQ(S_OK, desk->events->IsException(event, &result));
     EXPECT_EQ(0, result);
-    EXPECT_ERROR(call(desk->events, &IEvents::IsException, 4711L, &result), Code::unknownEvent,
-                 L"KorvaneData.Events", unknownEvent);
-}
-
-TEST_F(Activities, RefuseMissingPlacesForResults)
-{
-    const auto& events = desk->events;
-    const long event = desk->add(meeting());
-    const std::wstring before = content();
-    Bstr text;
-    long number = 0;
-    DATE date = 0;
-    EXPECT_EQ(E_POINTER, events->Add(anna, 1, at(2026, 3, 2), at(2026, 3, 2), nullptr, nullptr));
-    EXPECT_EQ(E_POINTER, events->Fetch(event, 0, nullptr, &number, &date, &date, text.inOut()));
-    EXPECT_EQ(E_POINTER, events->Fetch(event, 0, &number, nullptr, &date, &date, text.inOut()));
-    EXPECT_EQ(E_POINTER, events->Fetch(event, 0, &number, &number, nullptr, &date, text.inOut()));
-    EXPECT_EQ(E_POINTER, events->Fetch(event, 0, &number, &number, &date, nullptr, text.inOut()));
-    EXPECT_EQ(E_POINTER, events->Fetch(event, 0, &number, &number, &date, &date, nullptr));
-    EXPECT_EQ(E_POINTER, events->GetRecurrence(event, nullptr));
-    EXPECT_EQ(E_POINTER, events->IsException(event, nullptr));
-    EXPECT_EQ(before, content());
+    EXPECT_ERROR(call(desk->events, &IEvents::IsException, 4711L, &result), Code::unknownEvent, L"Events");
 }

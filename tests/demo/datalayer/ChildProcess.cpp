@@ -25,8 +25,7 @@ template <class Work> int inDatabase(const std::wstring& file, Work&& work)
         const DataLayer layer;
         const auto database = layer.makeDatabase();
         database->put_LockTimeout(static_cast<long>(patience));
-        ComPtr<IRoot> root;
-        call(database, &IDatabase::Open, Bstr(file).get(), BSTR(nullptr), root.put());
+        const auto root = korvane::fetch(database, &IDatabase::Open, Bstr(file).get(), BSTR(nullptr));
         work(root);
     });
     CoUninitialize();
@@ -36,10 +35,8 @@ template <class Work> int inDatabase(const std::wstring& file, Work&& work)
 int add(const std::wstring& file, const std::wstring& group)
 {
     return inDatabase(file, [&](const ComPtr<IRoot>& root) {
-        ComPtr<IGroups> groups;
-        call(root, &IRoot::get_Groups, groups.put());
-        long id = 0;
-        call(groups, &IGroups::Add, Bstr(group).get(), 3L, &id);
+        const auto groups = korvane::fetch(root, &IRoot::get_Groups);
+        korvane::fetch(groups, &IGroups::Add, Bstr(group).get(), 3L);
     });
 }
 

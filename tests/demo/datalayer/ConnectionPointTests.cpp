@@ -1,5 +1,5 @@
 #include "tests/demo/datalayer/DataLayer.h"
-#include "tests/demo/datalayer/Subscriber.h"
+#include "tests/demo/datalayer/Listener.h"
 
 #include "framework/com/Object.h"
 
@@ -37,27 +37,22 @@ TEST_F(ConnectionPoints, AreFoundForTheGroupsEventsOnly)
 TEST_F(ConnectionPoints, AreThereForTheEventsOfEachCollection)
 {
     const auto root = open();
-    ComPtr<INames> resources;
-    ComPtr<ITypes> types;
-    ComPtr<IEvents> events;
-    ComPtr<IEventLinks> links;
-    call(root, &IRoot::get_Names, resources.put());
-    call(root, &IRoot::get_Types, types.put());
-    call(root, &IRoot::get_Events, events.put());
-    call(root, &IRoot::get_EventLinks, links.put());
-    const std::pair<ComPtr<IConnectionPointContainer>, IID> sources[] = {
-        {groupsOf(root).as<IConnectionPointContainer>(), DIID_IGroupsEvents},
-        {resources.as<IConnectionPointContainer>(), DIID_INamesEvents},
-        {types.as<IConnectionPointContainer>(), DIID_ITypesEvents},
-        {events.as<IConnectionPointContainer>(), DIID_IEventsEvents},
-        {links.as<IConnectionPointContainer>(), DIID_IEventLinksEvents},
+    const auto container = [&](auto member) {
+        return korvane::fetch(root, member).template as<IConnectionPointContainer>();
     };
-    for (const auto& [container, own] : sources)
+    const std::pair<ComPtr<IConnectionPointContainer>, IID> sources[] = {
+        {container(&IRoot::get_Groups), DIID_IGroupsEvents},
+        {container(&IRoot::get_Names), DIID_INamesEvents},
+        {container(&IRoot::get_Types), DIID_ITypesEvents},
+        {container(&IRoot::get_Events), DIID_IEventsEvents},
+        {container(&IRoot::get_EventLinks), DIID_IEventLinksEvents},
+    };
+    for (const auto& [source, own] : sources)
         for (const auto& [other, asked] : sources)
         {
             ComPtr<IConnectionPoint> point;
             EXPECT_EQ(asked == own ? S_OK : CONNECT_E_NOCONNECTION,
-                      container->FindConnectionPoint(asked, point.put()));
+                      source->FindConnectionPoint(asked, point.put()));
         }
 }
 
@@ -85,7 +80,8 @@ TEST_F(ConnectionPoints, OutliveTheirOwnerWithoutTouchingIt)
     EXPECT_EQ(E_UNEXPECTED, point->GetConnectionPointContainer(&owner));
     EXPECT_EQ(nullptr, owner);
     DWORD cookie = 4711;
-    EXPECT_EQ(CONNECT_E_CANNOTCONNECT, point->Advise(ComPtr<Subscriber>(new Subscriber).get(), &cookie));
+    EXPECT_EQ(CONNECT_E_CANNOTCONNECT,
+              point->Advise(ComPtr<Listener>(new Listener(DIID_IGroupsEvents)).get(), &cookie));
     EXPECT_EQ(0u, cookie);
 }
 
@@ -110,8 +106,8 @@ TEST_F(ConnectionPoints, AreEnumerated)
 TEST_F(ConnectionPoints, EnumerateTheirSubscribers)
 {
     const auto groups = openGroups();
-    const auto first = Subscriber::subscribedTo(groups);
-    auto second = Subscriber::subscribedTo(groups);
+    const Listener::Subscription first(groups, DIID_IGroupsEvents);
+    Listener::Subscription second(groups, DIID_IGroupsEvents);
     const auto point = eventsOf(groups);
     ComPtr<IEnumConnections> subscribers;
     ASSERT_EQ(S_OK, point->EnumConnections(subscribers.put()));
@@ -133,7 +129,7 @@ TEST_F(ConnectionPoints, GiveEachSubscriptionItsOwnCookie)
 {
     const auto groups = openGroups();
     const auto point = eventsOf(groups);
-    const ComPtr<Subscriber> subscriber(new Subscriber);
+    const ComPtr<Listener> subscriber(new Listener(DIID_IGroupsEvents));
     DWORD first = 0;
     DWORD second = 0;
     ASSERT_EQ(S_OK, point->Advise(subscriber.get(), &first));
@@ -142,8 +138,7 @@ TEST_F(ConnectionPoints, GiveEachSubscriptionItsOwnCookie)
     EXPECT_NE(0u, second);
     EXPECT_NE(first, second);
     EXPECT_EQ(S_OK, point->Unadvise(first));
-    VARIANT_BOOL result = VARIANT_FALSE;
-    EXPECT_EQ(S_OK, groups->Load(&result));
+    korvane::fetch(groups, &IGroups::Load);
     EXPECT_EQ(4u, subscriber->events().size());
     EXPECT_EQ(S_OK, point->Unadvise(second));
     EXPECT_EQ(1u, subscriber->references());
@@ -154,12 +149,11 @@ TEST_F(ConnectionPoints, TakeASinkThatOnlyHasLateBinding)
 {
     const auto groups = openGroups();
     const auto point = eventsOf(groups);
-    const ComPtr<Subscriber> subscriber(new Subscriber);
+    const ComPtr<Listener> subscriber(new Listener(DIID_IGroupsEvents));
     subscriber->knowsEvents = false;
     DWORD cookie = 0;
     ASSERT_EQ(S_OK, point->Advise(subscriber.get(), &cookie));
-    VARIANT_BOOL result = VARIANT_FALSE;
-    EXPECT_EQ(S_OK, groups->Load(&result));
+    korvane::fetch(groups, &IGroups::Load);
     EXPECT_EQ(4u, subscriber->events().size());
     EXPECT_EQ(S_OK, point->Unadvise(cookie));
 }
@@ -172,5 +166,5 @@ TEST_F(ConnectionPoints, RefuseSinksThatCannotListen)
     EXPECT_EQ(CONNECT_E_CANNOTCONNECT, point->Advise(make<Deaf>().as<IUnknown>().get(), &cookie));
     EXPECT_EQ(0u, cookie);
     EXPECT_EQ(E_POINTER, point->Advise(nullptr, &cookie));
-    EXPECT_EQ(E_POINTER, point->Advise(ComPtr<Subscriber>(new Subscriber).get(), nullptr));
+    EXPECT_EQ(E_POINTER, point->Advise(ComPtr<Listener>(new Listener(DIID_IGroupsEvents)).get(), nullptr));
 }

@@ -1,8 +1,9 @@
 #include "tests/demo/datalayer/DataLayer.h"
 
-#include "tests/demo/datalayer/Subscriber.h"
+#include "tests/demo/datalayer/Listener.h"
 
 #include <filesystem>
+#include <map>
 
 namespace korvane::store::test
 {
@@ -15,6 +16,73 @@ std::string narrow(std::wstring_view text)
     const std::u8string utf8 = std::filesystem::path(text).u8string();
     return std::string(utf8.begin(), utf8.end());
 }
+
+/// What users read; "#" gives way to the detail.
+const std::map<Code, std::wstring_view> texts = {
+    {Code::unknownAccount, L"Unknown username - cannot login."},
+    {Code::mayNotAddGroups, L"You are not authorized to add new groups."},
+    {Code::mayNotChangeGroup, L"You are not authorized to edit this group."},
+    {Code::mayNotDeleteGroup, L"You are not authorized to delete this group."},
+    {Code::lastGroup, L"You must not delete the last group."},
+    {Code::mayNotArrangeGroups, L"You are not authorized to arrange the groups."},
+    {Code::builtInGroup, L"You must not delete a built-in group."},
+    {Code::mayNotAddNames, L"You are not authorized to add new ressources."},
+    {Code::mayNotEditName, L"You are not authorized to edit this ressource."},
+    {Code::mayNotRemoveName, L"You are not authorized to delete this ressource."},
+    {Code::mayNotArrangeNames, L"You are not authorized to arrange the ressources of this group."},
+    {Code::mayNotAddTypes, L"You are not authorized to add new activity types."},
+    {Code::mayNotEditType, L"You are not authorized to edit this activity type."},
+    {Code::mayNotRemoveType, L"You are not authorized to delete this activity type."},
+    {Code::mayNotArrangeTypes, L"You are not authorized to arrange the activity types of this group."},
+    {Code::mayNotCreateForOthers, L"You are not authorized to create activity-bars for other ressources."},
+    {Code::mayNotEditForOthers, L"You are not authorized to edit activity-bars for other ressources."},
+    {Code::mayNotReadMessages, L"You are not authorized to read messages for other ressources."},
+    {Code::loginNeedsName, L"Internal error: missing ressource name/id for new login."},
+    {Code::loginNeedsText, L"Internal error: missing login name for new login."},
+    {Code::superUserInGroup, L"The 'SuperUser' account cannot be mapped to user groups."},
+    {Code::nobodyReads, L"This ressource has no login name attached and cannot receive messages."},
+    {Code::unknownGroup, L"There is no such group. Another user may have deleted it."},
+    {Code::groupNeedsName, L"The group needs a name."},
+    {Code::groupNameTaken, L"There is a group named \"#\" already."},
+    {Code::scopeClosed, L"The scope \"#\" is closed already."},
+    {Code::locked, L"The database is locked by another user. Try again in a moment."},
+    {Code::readOnly, L"The database is read-only."},
+    {Code::diskFull, L"The disk of the database is full."},
+    {Code::cannotOpen, L"The database file cannot be opened: #"},
+    {Code::damaged, L"The database file is damaged, or is no database."},
+    {Code::cannotAccess, L"The database file cannot be read or written."},
+    {Code::ruleBroken, L"The database refuses the change: #"},
+    {Code::foreignDatabase, L"The file is a database of another program."},
+    {Code::newerDatabase, L"The database was made by a newer version of this program."},
+    {Code::otherDatabaseError, L"The database reports an error: #"},
+    {Code::unknownEvent, L"There is no such activity. Another user may have deleted it."},
+    {Code::unknownOccurrence, L"The activity has no occurrence #. Another user may have deleted it."},
+    {Code::unknownName, L"There is no such resource. Another user may have deleted it."},
+    {Code::unknownType, L"There is no such activity type. Another user may have deleted it."},
+    {Code::unknownLink, L"There is no such group of linked activities. Another user may have deleted it."},
+    {Code::notBookedForName,
+     L"The activity is not booked for this resource. Another user may have changed it."},
+    {Code::endBeforeBegin, L"The activity must not end before it begins."},
+    {Code::impossibleTime, L"The activity must lie between the years 1900 and 9999."},
+    {Code::unknownRecurrence, L"There is no kind of recurrence with the number #."},
+    {Code::intervalTooSmall, L"The interval of a recurrence must not be less than 0."},
+    {Code::countTooSmall, L"A recurrence needs at least one occurrence."},
+    {Code::namesExpected, L"The resources must be given as an array of numbers."},
+    {Code::hasNamesAlready, L"The database has resources already."},
+    {Code::foreignRoot, L"The root is not one of this data layer."},
+    {Code::nobodyLeft, L"An activity needs a resource. Delete it to take it from all of them."},
+    {Code::nameNeedsText, L"The resource needs a name."},
+    {Code::typeNeedsText, L"The activity type needs a name."},
+    {Code::typeTextTaken, L"There is an activity type named \"#\" already."},
+    {Code::loginTaken, L"There is a login \"#\" already."},
+    {Code::unknownLogin, L"There is no login \"#\". Another user may have deleted it."},
+    {Code::mayNotChangeLogin, L"You are not authorized to change the login \"#\"."},
+    {Code::unknownRole, L"There is no role with the number #."},
+    {Code::mayNotGiveRole, L"You are not authorized to give or take this role."},
+    {Code::unknownMessage, L"There is no such message. Another user may have deleted it."},
+    {Code::unknownMessageKind, L"There is no kind of message with the number #."},
+    {Code::mayNotLeaveMessages, L"You are not authorized to leave messages."},
+};
 
 } // namespace
 
@@ -45,23 +113,6 @@ std::wstring DataLayer::folder()
     return std::filesystem::path(path).parent_path().wstring();
 }
 
-TemporaryFolder::TemporaryFolder()
-{
-    static int count = 0;
-    const auto name =
-        L"korvane data " + std::to_wstring(GetCurrentProcessId()) + L'-' + std::to_wstring(++count);
-    const auto path = std::filesystem::temp_directory_path() / name;
-    std::filesystem::remove_all(path); // what a program left that had the same id and was killed
-    std::filesystem::create_directories(path);
-    path_ = path.wstring();
-}
-
-TemporaryFolder::~TemporaryFolder()
-{
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-}
-
 void PrintTo(const Listed& group, std::ostream* stream)
 {
     *stream << group.id << " \"" << narrow(group.name) << "\" " << group.flags;
@@ -75,44 +126,33 @@ void DataLayerTest::TearDown()
 
 ComPtr<IRoot> DataLayerTest::openFile(const std::wstring& path, const wchar_t* account) const
 {
-    ComPtr<IRoot> root;
-    call(database, &IDatabase::Open, Bstr(path).get(), Bstr(account).get(), root.put());
-    return root;
+    return korvane::fetch(database, &IDatabase::Open, Bstr(path).get(), Bstr(account).get());
 }
 
-ComPtr<IGroups> DataLayerTest::groupsOf(const ComPtr<IRoot>& root)
+ComPtr<IConnectionPoint> DataLayerTest::eventsOf(const ComPtr<IGroups>& groups)
 {
-    ComPtr<IGroups> groups;
-    call(root, &IRoot::get_Groups, groups.put());
-    return groups;
+    return korvane::fetch(groups.as<IConnectionPointContainer>(),
+                          &IConnectionPointContainer::FindConnectionPoint, DIID_IGroupsEvents);
 }
 
 long DataLayerTest::add(const ComPtr<IGroups>& groups, std::wstring_view name, long flags)
 {
-    long id = -1;
-    call(groups, &IGroups::Add, Bstr(name).get(), flags, &id);
-    return id;
+    return korvane::fetch(groups, &IGroups::Add, Bstr(name).get(), flags);
 }
 
 long DataLayerTest::remove(const ComPtr<IGroups>& groups, long id)
 {
-    long result = -1;
-    call(groups, &IGroups::Remove, id, &result);
-    return result;
+    return korvane::fetch(groups, &IGroups::Remove, id);
 }
 
 long DataLayerTest::update(const ComPtr<IGroups>& groups, long id, std::wstring_view name, long flags)
 {
-    long result = -1;
-    call(groups, &IGroups::Update, id, Bstr(name).get(), flags, &result);
-    return result;
+    return korvane::fetch(groups, &IGroups::Update, id, Bstr(name).get(), flags);
 }
 
 bool DataLayerTest::hasAccess(const ComPtr<IGroups>& groups, long operation, long id)
 {
-    VARIANT_BOOL result = VARIANT_FALSE;
-    call(groups, &IGroups::HasAccess, operation, id, &result);
-    return result != VARIANT_FALSE;
+    return korvane::fetch(groups, &IGroups::HasAccess, operation, id);
 }
 
 std::optional<Listed> DataLayerTest::fetch(const ComPtr<IGroups>& groups, long id)
@@ -126,10 +166,19 @@ std::optional<Listed> DataLayerTest::fetch(const ComPtr<IGroups>& groups, long i
 
 std::vector<Listed> DataLayerTest::load(const ComPtr<IGroups>& groups)
 {
-    const auto subscriber = Subscriber::subscribedTo(groups);
-    VARIANT_BOOL result = VARIANT_FALSE;
-    call(groups, &IGroups::Load, &result);
-    return subscriber->list();
+    const Listener::Subscription listener(groups, DIID_IGroupsEvents);
+    std::vector<Listed> result;
+    listener->onEvent = [&] {
+        if (listener->events().back() == L"OnClear")
+            return result.clear();
+        const VARIANT* const last = listener->arguments();
+        EXPECT_EQ(VT_I4, last[2].vt);
+        EXPECT_EQ(VT_BSTR, last[1].vt);
+        EXPECT_EQ(VT_I4, last[0].vt);
+        result.push_back({last[2].lVal, std::wstring(view(last[1].bstrVal)), last[0].lVal});
+    };
+    korvane::fetch(groups, &IGroups::Load);
+    return result;
 }
 
 std::vector<std::wstring> DataLayerTest::names(const ComPtr<IGroups>& groups)
@@ -150,18 +199,20 @@ std::wstring DataLayerTest::sqlText(const char* query) const
 
 std::wstring DataLayerTest::trace() const
 {
-    Bstr text;
-    call(database, &IDatabase::get_Trace, text.put());
-    return text.c_str();
+    return korvane::fetch(database, &IDatabase::get_Trace).c_str();
 }
 
-testing::AssertionResult failsWith(const std::optional<Failure>& failure, Code code, std::wstring_view source,
-                                   std::wstring_view description)
+testing::AssertionResult failsWith(const std::optional<Failure>& failure, Code code,
+                                   std::wstring_view className, std::wstring_view detail)
 {
     if (!failure)
         return testing::AssertionFailure() << "the call succeeded";
     const auto number = static_cast<HRESULT>(0x80040000u + static_cast<unsigned long>(code));
-    if (failure->number() == number && failure->source() == source && failure->description() == description)
+    std::wstring description(texts.at(code));
+    if (const auto place = description.find(L'#'); place != std::wstring::npos)
+        description.replace(place, 1, detail);
+    if (failure->number() == number && failure->source() == L"KorvaneData." + std::wstring(className) &&
+        failure->description() == description)
         return testing::AssertionSuccess();
     return testing::AssertionFailure()
            << std::hex << "0x" << static_cast<unsigned long>(failure->number()) << ", "

@@ -6,6 +6,7 @@
 #include "framework/com/Boundary.h"
 #include "framework/com/Bstr.h"
 #include "framework/com/ComPtr.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <KorvaneStore.h>
 #include <gtest/gtest.h>
@@ -55,20 +56,7 @@ private:
     HMODULE module_ = nullptr;
 };
 
-/// A temporary folder with what is put into it.
-class TemporaryFolder
-{
-public:
-    TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder();
-
-    const std::wstring& path() const noexcept { return path_; }
-
-private:
-    std::wstring path_;
-};
+using korvane::test::TemporaryFolder;
 
 /// A file that others may read but not write while it lives.
 class WriteProtection
@@ -111,7 +99,11 @@ protected:
     ComPtr<IRoot> openFile(const std::wstring& path, const wchar_t* account = L"") const;
     ComPtr<IGroups> openGroups(const wchar_t* account = L"") const { return groupsOf(open(account)); }
 
-    static ComPtr<IGroups> groupsOf(const ComPtr<IRoot>& root);
+    static ComPtr<IGroups> groupsOf(const ComPtr<IRoot>& root)
+    {
+        return korvane::fetch(root, &IRoot::get_Groups);
+    }
+    static ComPtr<IConnectionPoint> eventsOf(const ComPtr<IGroups>& groups);
 
     static long add(const ComPtr<IGroups>& groups, std::wstring_view name, long flags = 3);
     static long remove(const ComPtr<IGroups>& groups, long id);
@@ -147,12 +139,13 @@ protected:
     ComPtr<IDatabase> database;
 };
 
-/// Expects a call to fail with an error of the data layer, complete with source and description.
-testing::AssertionResult failsWith(const std::optional<Failure>& failure, Code code, std::wstring_view source,
-                                   std::wstring_view description);
+/// Expects a call to fail with an error of a class of the data layer, complete with its text, in which a detail may
+/// have a place.
+testing::AssertionResult failsWith(const std::optional<Failure>& failure, Code code,
+                                   std::wstring_view className, std::wstring_view detail = {});
 
 } // namespace korvane::store::test
 
-#define EXPECT_ERROR(statement, code, source, description)                                                   \
-    EXPECT_TRUE(::korvane::store::test::failsWith(::korvane::attempt([&] { statement; }), code, source,      \
-                                                  description))
+/// EXPECT_ERROR(remove(groups, 1), Code::builtInGroup, L"Groups");
+#define EXPECT_ERROR(statement, ...)                                                                         \
+    EXPECT_TRUE(::korvane::store::test::failsWith(::korvane::attempt([&] { statement; }), __VA_ARGS__))

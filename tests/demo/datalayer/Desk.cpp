@@ -17,6 +17,17 @@ Link linkIn(const Variant& value)
     return value.get().lVal;
 }
 
+/// What was announced after a clearing, without "OnAdd".
+Lines added(Lines announced)
+{
+    EXPECT_FALSE(announced.empty());
+    EXPECT_EQ(L"OnClear", announced.front());
+    announced.erase(announced.begin());
+    for (std::wstring& line : announced)
+        line.erase(0, 6);
+    return announced;
+}
+
 VARIANT valueOf(const Link& link)
 {
     return link ? Variant(*link).detach() : VARIANT{};
@@ -44,18 +55,16 @@ void PrintTo(const Booking& booking, std::ostream* stream)
     *stream << testing::PrintToString(text);
 }
 
-Desk::Desk(ComPtr<IRoot> opened) : root(std::move(opened))
+Desk::Desk(ComPtr<IRoot> opened)
+    : root(std::move(opened)), events(korvane::fetch(root, &IRoot::get_Events)),
+      links(korvane::fetch(root, &IRoot::get_EventLinks))
 {
-    call(root, &IRoot::get_Events, events.put());
-    call(root, &IRoot::get_EventLinks, links.put());
 }
 
 long Desk::add(const Booking& booking) const
 {
-    long event = -1;
-    call(events, &IEvents::Add, booking.name, booking.type, booking.t0, booking.t1, Bstr(booking.text).get(),
-         &event);
-    return event;
+    return korvane::fetch(events, &IEvents::Add, booking.name, booking.type, booking.t0, booking.t1,
+                          Bstr(booking.text).get());
 }
 
 void Desk::update(long event, long instance, const Booking& booking) const
@@ -86,10 +95,9 @@ bool Desk::has(long event, long instance) const
 
 ComPtr<IRecurrence> Desk::rule(const std::optional<Repetition>& repetition) const
 {
-    ComPtr<IRecurrence> result;
     if (!repetition)
-        return result;
-    call(root, &IRoot::NewRecurrence, repetition->kind, result.put());
+        return nullptr;
+    auto result = korvane::fetch(root, &IRoot::NewRecurrence, repetition->kind);
     result->put_Interval(repetition->interval);
     result->put_Count(repetition->count);
     result->put_Anchor(repetition->anchor);
@@ -103,43 +111,29 @@ void Desk::repeat(long event, const std::optional<Repetition>& repetition) const
 
 std::optional<Repetition> Desk::repetition(long event) const
 {
-    ComPtr<IRecurrence> stored;
-    call(events, &IEvents::GetRecurrence, event, stored.put());
+    const auto stored = korvane::fetch(events, &IEvents::GetRecurrence, event);
     if (!stored)
         return std::nullopt;
-    Repetition result{};
-    call(stored, &IRecurrence::get_Kind, &result.kind);
-    call(stored, &IRecurrence::get_Interval, &result.interval);
-    call(stored, &IRecurrence::get_Count, &result.count);
-    call(stored, &IRecurrence::get_Anchor, &result.anchor);
-    return result;
+    return Repetition{
+        korvane::fetch(stored, &IRecurrence::get_Kind), korvane::fetch(stored, &IRecurrence::get_Interval),
+        korvane::fetch(stored, &IRecurrence::get_Count), korvane::fetch(stored, &IRecurrence::get_Anchor)};
 }
 
 Link Desk::create(long event) const
 {
-    Variant link;
-    call(links, &IEventLinks::Create, event, link.put());
-    return linkIn(link);
+    return linkIn(korvane::fetch(links, &IEventLinks::Create, event));
 }
 
 Link Desk::linkOf(long event) const
 {
-    Variant link;
-    call(links, &IEventLinks::Load, event, link.put());
-    return linkIn(link);
+    return linkIn(korvane::fetch(links, &IEventLinks::Load, event));
 }
 
 Lines Desk::members(long event) const
 {
     const Listener::Subscription listener(links, DIID_IEventLinksEvents);
     linkOf(event);
-    Lines result = listener->events();
-    EXPECT_FALSE(result.empty());
-    EXPECT_EQ(L"OnClear", result.front());
-    result.erase(result.begin());
-    for (std::wstring& line : result)
-        line.erase(0, 6);
-    return result;
+    return added(listener->events());
 }
 
 void Desk::addNames(Link link, const std::vector<long>& names) const
@@ -149,9 +143,7 @@ void Desk::addNames(Link link, const std::vector<long>& names) const
 
 Link Desk::removeNames(Link link, const std::vector<long>& names) const
 {
-    Variant left;
-    call(links, &IEventLinks::RemoveNames, valueOf(link), arrayOf(names).get(), left.put());
-    return linkIn(left);
+    return linkIn(korvane::fetch(links, &IEventLinks::RemoveNames, valueOf(link), arrayOf(names).get()));
 }
 
 void Desk::removeOccurrence(Link link, long instance) const
@@ -166,10 +158,8 @@ void Desk::removeAll(Link link) const
 
 Link Desk::updateLinked(Link link, long instance, const Booking& booking) const
 {
-    Variant result;
-    call(links, &IEventLinks::UpdateLinked, valueOf(link), instance, booking.type, booking.t0, booking.t1,
-         Bstr(booking.text).get(), result.put());
-    return linkIn(result);
+    return linkIn(korvane::fetch(links, &IEventLinks::UpdateLinked, valueOf(link), instance, booking.type,
+                                 booking.t0, booking.t1, Bstr(booking.text).get()));
 }
 
 void Desk::detach(Link link, long name) const
@@ -184,22 +174,14 @@ void Desk::repeatLinked(Link link, const std::optional<Repetition>& repetition) 
 
 bool Desk::hasAccess(long level, long event) const
 {
-    VARIANT_BOOL result = VARIANT_FALSE;
-    call(links, &IEventLinks::HasAccess, level, event, &result);
-    return result != VARIANT_FALSE;
+    return korvane::fetch(links, &IEventLinks::HasAccess, level, event);
 }
 
 Lines Desk::schedule(DATE from, DATE to) const
 {
     const Listener::Subscription listener(events, DIID_IEventsEvents);
     call(events.as<ISchedule>(), &ISchedule::Load, from, to);
-    Lines result = listener->events();
-    EXPECT_FALSE(result.empty());
-    EXPECT_EQ(L"OnClear", result.front());
-    result.erase(result.begin());
-    for (std::wstring& line : result)
-        line.erase(0, 6);
-    return result;
+    return added(listener->events());
 }
 
 Lines Desk::starts(DATE from, DATE to) const

@@ -1,5 +1,5 @@
 #include "tests/demo/datalayer/DataLayer.h"
-#include "tests/demo/datalayer/Subscriber.h"
+#include "tests/demo/datalayer/Listener.h"
 
 using namespace korvane;
 using namespace korvane::store;
@@ -15,12 +15,11 @@ class Events : public DataLayerTest
 protected:
     static void raiseLoad(const ComPtr<IGroups>& groups)
     {
-        VARIANT_BOOL result = VARIANT_FALSE;
-        call(groups, &IGroups::Load, &result);
-        EXPECT_EQ(VARIANT_TRUE, result);
+        EXPECT_TRUE(korvane::fetch(groups, &IGroups::Load));
     }
 
-    const Lines builtIn{L"OnClear", L"OnAdd 1 System 1", L"OnAdd 2 All resources 1", L"OnAdd 3 Unassigned 1"};
+    const Lines builtIn{L"OnClear", L"OnAdd 1, System, 1", L"OnAdd 2, All resources, 1",
+                        L"OnAdd 3, Unassigned, 1"};
 
     Lines with(std::initializer_list<std::wstring> more) const
     {
@@ -35,7 +34,7 @@ protected:
 TEST_F(Events, AreNotRaisedByReading)
 {
     const auto groups = openGroups();
-    const auto subscriber = Subscriber::subscribedTo(groups);
+    const Listener::Subscription subscriber(groups, DIID_IGroupsEvents);
     fetch(groups, 2);
     fetch(groups, 4711);
     hasAccess(groups, 3, 2);
@@ -45,26 +44,26 @@ TEST_F(Events, AreNotRaisedByReading)
 TEST_F(Events, AnnounceTheGroupsAfterEachWrite)
 {
     const auto groups = openGroups();
-    const auto subscriber = Subscriber::subscribedTo(groups);
+    const Listener::Subscription subscriber(groups, DIID_IGroupsEvents);
     const long staff = add(groups, L"Staff", 3);
     const auto staffId = std::to_wstring(staff);
-    EXPECT_EQ(with({L"OnAdd " + staffId + L" Staff 3"}), subscriber->events());
+    EXPECT_EQ(with({L"OnAdd " + staffId + L", Staff, 3"}), subscriber->events());
 
     const auto roomsId = std::to_wstring(add(groups, L"Rooms", 3));
     subscriber->forget();
     update(groups, staff, L"People", 7);
-    EXPECT_EQ(with({L"OnAdd " + staffId + L" People 7", L"OnAdd " + roomsId + L" Rooms 3"}),
+    EXPECT_EQ(with({L"OnAdd " + staffId + L", People, 7", L"OnAdd " + roomsId + L", Rooms, 3"}),
               subscriber->events());
 
     subscriber->forget();
     remove(groups, staff);
-    EXPECT_EQ(with({L"OnAdd " + roomsId + L" Rooms 3"}), subscriber->events());
+    EXPECT_EQ(with({L"OnAdd " + roomsId + L", Rooms, 3"}), subscriber->events());
 }
 
 TEST_F(Events, AreNotRaisedByWritesThatFail)
 {
     const auto groups = openGroups();
-    const auto subscriber = Subscriber::subscribedTo(groups);
+    const Listener::Subscription subscriber(groups, DIID_IGroupsEvents);
     EXPECT_TRUE(attempt([&] { add(groups, L""); }));
     EXPECT_TRUE(attempt([&] { update(groups, 4711, L"Staff"); }));
     EXPECT_TRUE(attempt([&] { remove(groups, 1); }));
@@ -75,7 +74,7 @@ TEST_F(Events, ReachSubscribersOfEveryReferenceToTheGroups)
 {
     const auto root = open();
     const auto listening = groupsOf(root);
-    const auto subscriber = Subscriber::subscribedTo(listening);
+    const Listener::Subscription subscriber(listening, DIID_IGroupsEvents);
     add(groupsOf(root), L"Staff");
     EXPECT_EQ(5u, subscriber->events().size());
 }
@@ -84,10 +83,10 @@ TEST_F(Events, ReachSubscribersInTheOrderOfSubscription)
 {
     const auto groups = openGroups();
     std::wstring order;
-    const auto first = Subscriber::subscribedTo(groups);
-    const auto second = Subscriber::subscribedTo(groups);
-    first->onEvent = [&] { return order += L'1', S_OK; };
-    second->onEvent = [&] { return order += L'2', S_OK; };
+    const Listener::Subscription first(groups, DIID_IGroupsEvents);
+    const Listener::Subscription second(groups, DIID_IGroupsEvents);
+    first->onEvent = [&] { order += L'1'; };
+    second->onEvent = [&] { order += L'2'; };
     raiseLoad(groups);
     EXPECT_EQ(L"12121212", order);
 }
@@ -95,9 +94,9 @@ TEST_F(Events, ReachSubscribersInTheOrderOfSubscription)
 TEST_F(Events, GoOnForOthersWhenASubscriberFails)
 {
     const auto groups = openGroups();
-    const auto failing = Subscriber::subscribedTo(groups);
-    const auto other = Subscriber::subscribedTo(groups);
-    failing->onEvent = [] { return E_FAIL; };
+    const Listener::Subscription failing(groups, DIID_IGroupsEvents);
+    const Listener::Subscription other(groups, DIID_IGroupsEvents);
+    failing->answer = E_FAIL;
     raiseLoad(groups);
     EXPECT_EQ(builtIn, failing->events());
     EXPECT_EQ(builtIn, other->events());
@@ -107,7 +106,7 @@ TEST_F(Events, GoOnForOthersWhenASubscriberFails)
 TEST_F(Events, StopForWhoeverUnsubscribes)
 {
     const auto groups = openGroups();
-    auto subscriber = Subscriber::subscribedTo(groups);
+    Listener::Subscription subscriber(groups, DIID_IGroupsEvents);
     subscriber.end();
     raiseLoad(groups);
     EXPECT_EQ(Lines{}, subscriber->events());
@@ -116,24 +115,23 @@ TEST_F(Events, StopForWhoeverUnsubscribes)
 TEST_F(Events, StopForWhoeverUnsubscribesDuringOne)
 {
     const auto groups = openGroups();
-    auto leaving = Subscriber::subscribedTo(groups);
-    const auto staying = Subscriber::subscribedTo(groups);
+    Listener::Subscription leaving(groups, DIID_IGroupsEvents);
+    const Listener::Subscription staying(groups, DIID_IGroupsEvents);
     leaving->onEvent = [&] {
         if (leaving->events().size() == 2)
             leaving.end();
-        return S_OK;
     };
     raiseLoad(groups);
-    EXPECT_EQ((Lines{L"OnClear", L"OnAdd 1 System 1"}), leaving->events());
+    EXPECT_EQ((Lines{L"OnClear", L"OnAdd 1, System, 1"}), leaving->events());
     EXPECT_EQ(builtIn, staying->events());
 }
 
 TEST_F(Events, DoNotReachASubscriberThatAnotherOneRemoved)
 {
     const auto groups = openGroups();
-    const auto removing = Subscriber::subscribedTo(groups);
-    auto removed = Subscriber::subscribedTo(groups);
-    removing->onEvent = [&] { return removed.end(), S_OK; };
+    const Listener::Subscription removing(groups, DIID_IGroupsEvents);
+    Listener::Subscription removed(groups, DIID_IGroupsEvents);
+    removing->onEvent = [&] { removed.end(); };
     raiseLoad(groups);
     EXPECT_EQ(builtIn, removing->events());
     EXPECT_EQ(Lines{}, removed->events());
@@ -142,12 +140,11 @@ TEST_F(Events, DoNotReachASubscriberThatAnotherOneRemoved)
 TEST_F(Events, ReachANewSubscriberFromTheNextOneOn)
 {
     const auto groups = openGroups();
-    std::optional<Subscriber::Subscription> late;
-    const auto subscriber = Subscriber::subscribedTo(groups);
+    std::optional<Listener::Subscription> late;
+    const Listener::Subscription subscriber(groups, DIID_IGroupsEvents);
     subscriber->onEvent = [&] {
         if (!late)
-            late.emplace(Subscriber::subscribedTo(groups));
-        return S_OK;
+            late.emplace(groups, DIID_IGroupsEvents);
     };
     raiseLoad(groups);
     EXPECT_EQ(Lines(builtIn.begin() + 1, builtIn.end()), (*late)->events());
@@ -157,11 +154,10 @@ TEST_F(Events, AllowWritesWhichAnnounceTheirOwnState)
 {
     const auto groups = openGroups();
     bool added = false;
-    const auto subscriber = Subscriber::subscribedTo(groups);
+    const Listener::Subscription subscriber(groups, DIID_IGroupsEvents);
     subscriber->onEvent = [&] {
         if (!std::exchange(added, true))
             add(groups, L"Staff");
-        return S_OK;
     };
     raiseLoad(groups);
     // Once for the write within the first event, then the rest of what was being loaded.
@@ -172,7 +168,7 @@ TEST_F(Events, AllowWritesWhichAnnounceTheirOwnState)
 TEST_F(Events, HoldASubscriberUntilItUnsubscribes)
 {
     const auto groups = openGroups();
-    auto subscriber = Subscriber::subscribedTo(groups);
+    Listener::Subscription subscriber(groups, DIID_IGroupsEvents);
     EXPECT_EQ(2u, subscriber->references());
     raiseLoad(groups);
     EXPECT_EQ(2u, subscriber->references());
@@ -182,7 +178,7 @@ TEST_F(Events, HoldASubscriberUntilItUnsubscribes)
 
 TEST_F(Events, LetSubscribersGoWithTheGroups)
 {
-    const ComPtr<Subscriber> subscriber(new Subscriber);
+    const ComPtr<Listener> subscriber(new Listener(DIID_IGroupsEvents));
     auto groups = openGroups();
     const auto point = eventsOf(groups);
     DWORD cookie = 0;
@@ -196,10 +192,8 @@ TEST_F(Events, ComeAfterTheWriteIsSafe)
 {
     const auto groups = openGroups();
     std::vector<std::wstring> seen;
-    const auto subscriber = Subscriber::subscribedTo(groups);
-    subscriber->onEvent = [&] {
-        return seen.push_back(sqlText("SELECT max(name) FROM groups WHERE id > 3")), S_OK;
-    };
+    const Listener::Subscription subscriber(groups, DIID_IGroupsEvents);
+    subscriber->onEvent = [&] { seen.push_back(sqlText("SELECT max(name) FROM groups WHERE id > 3")); };
     add(groups, L"Staff");
     EXPECT_EQ(std::vector<std::wstring>(5, L"Staff"), seen);
 }

@@ -17,11 +17,10 @@ protected:
 
     void expectRefused(const VARIANT& names) const
     {
-        const wchar_t* message = L"The resources must be given as an array of numbers.";
         Variant left;
-        EXPECT_REFUSED(add(names), Code::namesExpected, L"EventLinks", message);
+        EXPECT_REFUSED(add(names), Code::namesExpected, L"EventLinks");
         EXPECT_REFUSED(call(desk->links, &IEventLinks::RemoveNames, Variant(link).get(), names, left.put()),
-                       Code::namesExpected, L"EventLinks", message);
+                       Code::namesExpected, L"EventLinks");
     }
 
     long link = *desk->create(desk->add(meeting()));
@@ -129,26 +128,12 @@ TEST_F(LinkArguments, AddNamesToNothingWhereTheLinkIsEmpty)
     call(desk->links, &IEventLinks::AddNames, VARIANT{}, arrayOf({bert}).get());
     EXPECT_EQ(untouched, content());
     EXPECT_REFUSED(call(desk->links, &IEventLinks::AddNames, VARIANT{}, VARIANT{}), Code::namesExpected,
-                   L"EventLinks", L"The resources must be given as an array of numbers.");
+                   L"EventLinks");
 }
 
 TEST_F(LinkArguments, RefuseALinkIdThatIsNoNumber)
 {
     EXPECT_REFUSED(
         call(desk->links, &IEventLinks::AddNames, Variant(Bstr(L"x")).get(), arrayOf({bert}).get()),
-        Code::unknownLink, L"EventLinks",
-        L"There is no such group of linked activities. Another user may have deleted it.");
-}
-
-TEST_F(LinkArguments, RefuseMissingPlacesForResults)
-{
-    const auto& links = desk->links;
-    const VARIANT id = Variant(link).get();
-    const std::wstring before = content();
-    EXPECT_EQ(E_POINTER, links->Load(link, nullptr));
-    EXPECT_EQ(E_POINTER, links->Create(link, nullptr));
-    EXPECT_EQ(E_POINTER, links->RemoveNames(id, arrayOf({anna}).get(), nullptr));
-    EXPECT_EQ(E_POINTER, links->UpdateLinked(id, 0, 1, 50000, 50000, nullptr, nullptr));
-    EXPECT_EQ(E_POINTER, links->HasAccess(1, 0, nullptr));
-    EXPECT_EQ(before, content());
+        Code::unknownLink, L"EventLinks");
 }

@@ -30,17 +30,22 @@ std::wstring written(const VARIANT& argument)
 
 } // namespace
 
-HRESULT Listener::hear(DISPID event, const DISPPARAMS& arguments)
+HRESULT Listener::Invoke(DISPID event, REFIID iid, LCID, WORD flags, DISPPARAMS* arguments, VARIANT*,
+                         EXCEPINFO*, UINT*)
 {
+    EXPECT_EQ(IID_NULL, iid);
+    EXPECT_EQ(DISPATCH_METHOD, flags);
+    EXPECT_EQ(0u, arguments->cNamedArgs);
     static constexpr const wchar_t* names[] = {L"OnClear", L"OnAdd", L"OnInfoClear", L"OnInfoAdd"};
     const bool clears = event == 1 || event == 3;
-    EXPECT_TRUE(event >= 1 && event <= 4 && clears == (arguments.cArgs == 0));
+    EXPECT_TRUE(event >= 1 && event <= 4 && clears == (arguments->cArgs == 0));
     std::wstring line = names[event - 1];
-    for (UINT index = arguments.cArgs; index > 0; --index) // the last one comes first
-        line += (index == arguments.cArgs ? L" " : L", ") + written(arguments.rgvarg[index - 1]);
+    for (UINT index = arguments->cArgs; index > 0; --index) // the last one comes first
+        line += (index == arguments->cArgs ? L" " : L", ") + written(arguments->rgvarg[index - 1]);
     events_.push_back(line);
+    arguments_ = arguments->rgvarg;
     onEvent();
-    return S_OK;
+    return answer;
 }
 
 std::wstring written(DATE date)

@@ -3,7 +3,9 @@
 
 #include "framework/com/ComPtr.h"
 #include "framework/com/Failure.h"
-#include "tests/demo/datalayer/Sink.h"
+#include "tests/support/PlainObject.h"
+
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <string>
@@ -12,13 +14,16 @@
 namespace korvane::store::test
 {
 
-class Listener final : public Sink
+class Listener final : public korvane::test::PlainObject<>
 {
 public:
     /// Subscribes until the result goes.
     class Subscription;
 
-    explicit Listener(REFIID events) : Sink(events) {}
+    explicit Listener(REFIID events) : eventsId_(events) {}
+
+    /// Whether it knows the name of the events, as sinks made by compilers do.
+    bool knowsEvents = true;
 
     /// Events in their order: "OnClear" and "OnAdd 4, 0, Van, 2026-03-02 09:00".
     const std::vector<std::wstring>& events() const noexcept { return events_; }
@@ -26,11 +31,20 @@ public:
 
     /// Called with each event.
     std::function<void()> onEvent = [] {};
+    /// What those are given that come with arguments, the last one first.
+    const VARIANT* arguments() const noexcept { return arguments_; }
+
+    HRESULT answer = S_OK; ///< to each event
+
+    STDMETHODIMP Invoke(DISPID event, REFIID iid, LCID, WORD flags, DISPPARAMS* arguments, VARIANT*,
+                        EXCEPINFO*, UINT*) override;
 
 private:
-    HRESULT hear(DISPID event, const DISPPARAMS& arguments) override;
+    void* find(REFIID iid) override { return knowsEvents && iid == eventsId_ ? this : nullptr; }
 
+    IID eventsId_;
     std::vector<std::wstring> events_;
+    const VARIANT* arguments_ = nullptr;
 };
 
 class Listener::Subscription
@@ -45,7 +59,14 @@ public:
     }
     Subscription(const Subscription&) = delete;
     Subscription& operator=(const Subscription&) = delete;
-    ~Subscription() { point_->Unadvise(cookie_); }
+    ~Subscription() { end(); }
+
+    void end() noexcept
+    {
+        if (point_)
+            point_->Unadvise(cookie_);
+        point_.reset();
+    }
 
     Listener* operator->() const noexcept { return listener_.get(); }
 

@@ -1,6 +1,6 @@
 #include "tests/demo/datalayer/ActivityTest.h"
 #include "tests/demo/datalayer/ChildProcess.h"
-#include "tests/demo/datalayer/Subscriber.h"
+#include "tests/demo/datalayer/Listener.h"
 
 #include <chrono>
 
@@ -20,7 +20,6 @@ protected:
         database->put_LockTimeout(50);
     }
 
-    const wchar_t* source = L"KorvaneData.Database";
     const wchar_t* locked = L"The database is locked by another user. Try again in a moment.";
 };
 
@@ -58,13 +57,8 @@ protected:
         body([&] { desk->linkOf(event); });
         body([&] { desk->hasAccess(3, event); });
         body([&] { call(desk->events.as<ISchedule>(), &ISchedule::Load, at(2026, 1, 1), at(2027, 1, 1)); });
-        VARIANT_BOOL result = VARIANT_FALSE;
-        ComPtr<INames> names;
-        call(desk->root, &IRoot::get_Names, names.put());
-        body([&] { call(names, &INames::Load, 0L, &result); });
-        ComPtr<ITypes> types;
-        call(desk->root, &IRoot::get_Types, types.put());
-        body([&] { call(types, &ITypes::Load, 0L, &result); });
+        body([&] { korvane::fetch(korvane::fetch(desk->root, &IRoot::get_Names), &INames::Load, 0L); });
+        body([&] { korvane::fetch(korvane::fetch(desk->root, &IRoot::get_Types), &ITypes::Load, 0L); });
     }
 
     long repeated() const
@@ -74,7 +68,6 @@ protected:
         return *desk->create(added);
     }
 
-    const wchar_t* source = L"KorvaneData.Database";
     const wchar_t* locked = L"The database is locked by another user. Try again in a moment.";
     long event = repeated();
     long single = desk->add(meeting());
@@ -86,12 +79,11 @@ TEST_F(Locks, OfAnotherProcessReachTheUserAsAnError)
 {
     const auto groups = openGroups();
     auto child = ChildProcess::locking(file, L"BEGIN EXCLUSIVE");
-    VARIANT_BOOL result = VARIANT_FALSE;
-    EXPECT_ERROR(call(groups, &IGroups::Load, &result), Code::locked, source, locked);
-    EXPECT_ERROR(fetch(groups, 1), Code::locked, source, locked);
-    EXPECT_ERROR(hasAccess(groups, 3, 1), Code::locked, source, locked);
-    EXPECT_ERROR(add(groups, L"Rooms"), Code::locked, source, locked);
-    EXPECT_ERROR(open(), Code::locked, source, locked);
+    EXPECT_ERROR(korvane::fetch(groups, &IGroups::Load), Code::locked, L"Database");
+    EXPECT_ERROR(fetch(groups, 1), Code::locked, L"Database");
+    EXPECT_ERROR(hasAccess(groups, 3, 1), Code::locked, L"Database");
+    EXPECT_ERROR(add(groups, L"Rooms"), Code::locked, L"Database");
+    EXPECT_ERROR(open(), Code::locked, L"Database");
     EXPECT_TRUE(child.isRunning());
     child.kill();
     add(groups, L"Rooms");
@@ -104,20 +96,20 @@ TEST_F(Locks, OfAWriterLeaveReadingPossible)
     Connection writer(file, 0);
     Transaction writing(writer);
     EXPECT_EQ(std::vector<std::wstring>{L"Staff"}, names(groups));
-    EXPECT_ERROR(add(groups, L"Rooms"), Code::locked, source, locked);
-    EXPECT_ERROR(update(groups, 4, L"People"), Code::locked, source, locked);
-    EXPECT_ERROR(remove(groups, 4), Code::locked, source, locked);
+    EXPECT_ERROR(add(groups, L"Rooms"), Code::locked, L"Database");
+    EXPECT_ERROR(update(groups, 4, L"People"), Code::locked, L"Database");
+    EXPECT_ERROR(remove(groups, 4), Code::locked, L"Database");
 }
 
 TEST_F(Locks, OfAReaderTakeAWriteBackAsAWhole)
 {
     const auto groups = openGroups();
-    const auto subscriber = Subscriber::subscribedTo(groups);
+    const Listener::Subscription subscriber(groups, DIID_IGroupsEvents);
     {
         const Connection reader(file, 0);
         Statement reading(reader, "SELECT name FROM groups");
         ASSERT_TRUE(reading.next());
-        EXPECT_ERROR(add(groups, L"Rooms"), Code::locked, source, locked);
+        EXPECT_ERROR(add(groups, L"Rooms"), Code::locked, L"Database");
     }
     EXPECT_TRUE(subscriber->events().empty());
     EXPECT_EQ(std::vector<std::wstring>{L"Staff"}, names(groups));
@@ -140,7 +132,7 @@ TEST_F(Locks, AreGivenUpAfterTheTimeout)
     const auto groups = openGroups();
     const auto child = ChildProcess::locking(file, L"BEGIN EXCLUSIVE");
     const auto began = std::chrono::steady_clock::now();
-    EXPECT_ERROR(add(groups, L"Rooms"), Code::locked, source, locked);
+    EXPECT_ERROR(add(groups, L"Rooms"), Code::locked, L"Database");
     EXPECT_GE(std::chrono::steady_clock::now() - began, std::chrono::milliseconds(350));
     EXPECT_TRUE(child.isRunning());
 }
@@ -163,9 +155,8 @@ TEST_F(Locks, ReadOnlyFilesCanBeReadButNotWritten)
     const auto groups = openGroups();
     EXPECT_EQ(std::vector<std::wstring>{L"Staff"}, names(groups));
     EXPECT_TRUE(hasAccess(groups, 3, 4));
-    const wchar_t* readOnly = L"The database is read-only.";
-    EXPECT_ERROR(add(groups, L"Rooms"), Code::readOnly, source, readOnly);
-    EXPECT_ERROR(update(groups, 4, L"People"), Code::readOnly, source, readOnly);
+    EXPECT_ERROR(add(groups, L"Rooms"), Code::readOnly, L"Database");
+    EXPECT_ERROR(update(groups, 4, L"People"), Code::readOnly, L"Database");
     EXPECT_EQ(std::vector<std::wstring>{L"Staff"}, names(groups));
 }
 
@@ -175,7 +166,7 @@ TEST_F(LocksOfBooking, OfAnotherProcessReachTheUserAsAnError)
     const Listener::Subscription listener(desk->events, DIID_IEventsEvents);
     {
         const auto child = ChildProcess::locking(file, L"BEGIN EXCLUSIVE");
-        const auto expectLocked = [&](auto&& body) { EXPECT_ERROR(body(), Code::locked, source, locked); };
+        const auto expectLocked = [&](auto&& body) { EXPECT_ERROR(body(), Code::locked, L"Database"); };
         forEachWrite(expectLocked);
         expectLocked([&] { call(database, &IDatabase::AddSample, desk->root.get()); });
         forEachReading(expectLocked);
@@ -190,7 +181,7 @@ TEST_F(LocksOfBooking, OfAWriterLeaveReadingPossible)
     Connection writer(file, 0);
     const Transaction writing(writer);
     forEachReading([](auto&& body) { EXPECT_FALSE(attempt(body)); });
-    forEachWrite([&](auto&& body) { EXPECT_ERROR(body(), Code::locked, source, locked); });
+    forEachWrite([&](auto&& body) { EXPECT_ERROR(body(), Code::locked, L"Database"); });
 }
 
 TEST_F(LocksOfBooking, ReadOnlyFilesCanBeReadButNotWritten)
@@ -200,7 +191,6 @@ TEST_F(LocksOfBooking, ReadOnlyFilesCanBeReadButNotWritten)
     desk.emplace(open());
     const std::wstring before = content();
     forEachReading([](auto&& body) { EXPECT_FALSE(attempt(body)); });
-    forEachWrite(
-        [&](auto&& body) { EXPECT_ERROR(body(), Code::readOnly, source, L"The database is read-only."); });
+    forEachWrite([&](auto&& body) { EXPECT_ERROR(body(), Code::readOnly, L"Database"); });
     EXPECT_EQ(before, content());
 }

@@ -1,5 +1,5 @@
 #include "tests/demo/datalayer/DataLayer.h"
-#include "tests/demo/datalayer/Subscriber.h"
+#include "tests/demo/datalayer/Listener.h"
 
 using namespace korvane;
 using namespace korvane::store::test;
@@ -17,30 +17,10 @@ protected:
         return object->Release();
     }
 
-    /// The objects that activities are booked with.
-    struct Booking
-    {
-        ComPtr<INames> names;
-        ComPtr<ITypes> types;
-        ComPtr<IEvents> events;
-        ComPtr<IEventLinks> links;
-        ComPtr<IRecurrence> rule;
-    };
-
-    static Booking collectionsOf(const ComPtr<IRoot>& root)
-    {
-        Booking result;
-        call(root, &IRoot::get_Names, result.names.put());
-        call(root, &IRoot::get_Types, result.types.put());
-        call(root, &IRoot::get_Events, result.events.put());
-        call(root, &IRoot::get_EventLinks, result.links.put());
-        call(root, &IRoot::NewRecurrence, 1L, result.rule.put());
-        return result;
-    }
-
     /// Every object is one object through all of its interfaces.
-    static void expectIdentity(const ComPtr<IUnknown>& object, std::initializer_list<IID> interfaces)
+    static void expectIdentity(const ComPtr<IUnknown>& object, std::vector<IID> interfaces)
     {
+        interfaces.insert(interfaces.end(), {IID_IUnknown, IID_ISupportErrorInfo});
         for (const IID& from : interfaces)
         {
             ComPtr<IUnknown> start;
@@ -66,8 +46,7 @@ TEST_F(Module, IsIdleOnlyWhenEverythingIsReleased)
     auto root = open();
     database.reset();
     EXPECT_FALSE(layer.isIdle());
-    ComPtr<IScope> scope;
-    require(root->OpenScope(0, Bstr(L"test").get(), scope.put()));
+    auto scope = korvane::fetch(root, &IRoot::OpenScope, 0L, Bstr(L"test").get());
     auto groups = groupsOf(root);
     root.reset();
     auto point = eventsOf(groups);
@@ -140,61 +119,45 @@ TEST_F(Module, RefusesAggregation)
 TEST_F(Module, ObjectsKeepTheirIdentity)
 {
     const auto root = open();
-    const auto groups = groupsOf(root);
-    ComPtr<IScope> scope;
-    require(root->OpenScope(0, Bstr(L"test").get(), scope.put()));
-    expectIdentity(database.as<IUnknown>(),
-                   {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IDatabase});
-    expectIdentity(root.as<IUnknown>(),
-                   {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IRoot, IID_ISession});
-    expectIdentity(
-        korvane::fetch(root, &IRoot::get_Accounts).as<IUnknown>(),
-        {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IAccounts, IID_IConnectionPointContainer});
-    expectIdentity(
-        korvane::fetch(root, &IRoot::get_Messages).as<IUnknown>(),
-        {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IMessages, IID_IConnectionPointContainer});
-    expectIdentity(scope.as<IUnknown>(), {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IScope});
-    expectIdentity(groups.as<IUnknown>(), {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IGroups,
-                                           IID_IConnectionPointContainer});
-    expectIdentity(layer.makeRegistry().as<IUnknown>(),
-                   {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IRegistry});
-    expectIdentity(eventsOf(groups).as<IUnknown>(),
-                   {IID_IUnknown, IID_ISupportErrorInfo, IID_IConnectionPoint});
+    const auto scope = korvane::fetch(root, &IRoot::OpenScope, 0L, Bstr(L"test").get());
+    const auto rule = korvane::fetch(root, &IRoot::NewRecurrence, 1L);
+    expectIdentity(database.as<IUnknown>(), {IID_IDispatch, IID_IDatabase});
+    expectIdentity(root.as<IUnknown>(), {IID_IDispatch, IID_IRoot, IID_ISession});
+    expectIdentity(scope.as<IUnknown>(), {IID_IDispatch, IID_IScope});
+    expectIdentity(rule.as<IUnknown>(), {IID_IDispatch, IID_IRecurrence});
+    expectIdentity(layer.makeRegistry().as<IUnknown>(), {IID_IDispatch, IID_IRegistry});
+    expectIdentity(eventsOf(groupsOf(root)).as<IUnknown>(), {IID_IConnectionPoint});
+    const auto collection = [&](auto member, const std::vector<IID>& own) {
+        std::vector<IID> interfaces{IID_IDispatch, IID_IConnectionPointContainer};
+        interfaces.insert(interfaces.end(), own.begin(), own.end());
+        expectIdentity(korvane::fetch(root, member).template as<IUnknown>(), interfaces);
+    };
+    collection(&IRoot::get_Groups, {IID_IGroups});
+    collection(&IRoot::get_Names, {IID_INames});
+    collection(&IRoot::get_Types, {IID_ITypes});
+    collection(&IRoot::get_Accounts, {IID_IAccounts});
+    collection(&IRoot::get_Messages, {IID_IMessages});
+    collection(&IRoot::get_Events, {IID_IEvents, IID_ISchedule});
+    collection(&IRoot::get_EventLinks, {IID_IEventLinks});
     require(scope->Close(0, 0));
-}
-
-TEST_F(Module, ObjectsOfActivitiesKeepTheirIdentity)
-{
-    const auto root = open();
-    const Booking booked = collectionsOf(root);
-    expectIdentity(booked.names.as<IUnknown>(), {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo,
-                                                 IID_INames, IID_IConnectionPointContainer});
-    expectIdentity(booked.types.as<IUnknown>(), {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo,
-                                                 IID_ITypes, IID_IConnectionPointContainer});
-    expectIdentity(booked.events.as<IUnknown>(), {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo,
-                                                  IID_IEvents, IID_ISchedule, IID_IConnectionPointContainer});
-    expectIdentity(booked.links.as<IUnknown>(), {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo,
-                                                 IID_IEventLinks, IID_IConnectionPointContainer});
-    expectIdentity(booked.rule.as<IUnknown>(),
-                   {IID_IUnknown, IID_IDispatch, IID_ISupportErrorInfo, IID_IRecurrence});
 }
 
 TEST_F(Module, ObjectsOfActivitiesCountTheirReferencesExactly)
 {
     const auto root = open();
-    const Booking booked = collectionsOf(root);
-    EXPECT_EQ(2u, references(booked.names)); // the root's and this one
-    EXPECT_EQ(2u, references(booked.types));
-    EXPECT_EQ(3u, references(booked.events)); // the link groups' as well
-    EXPECT_EQ(2u, references(booked.links));
-    EXPECT_EQ(1u, references(booked.rule));
+    // The root's and the one here.
+    EXPECT_EQ(2u, references(korvane::fetch(root, &IRoot::get_Names)));
+    EXPECT_EQ(2u, references(korvane::fetch(root, &IRoot::get_Types)));
+    EXPECT_EQ(3u, references(korvane::fetch(root, &IRoot::get_Events))); // the link groups' as well
+    EXPECT_EQ(2u, references(korvane::fetch(root, &IRoot::get_EventLinks)));
+    EXPECT_EQ(1u, references(korvane::fetch(root, &IRoot::NewRecurrence, 1L)));
     EXPECT_EQ(1u, references(root));
 }
 
 TEST_F(Module, IsHeldByARuleThatIsLeft)
 {
     auto root = open();
-    auto rule = collectionsOf(root).rule;
+    auto rule = korvane::fetch(root, &IRoot::NewRecurrence, 1L);
     root.reset();
     database.reset();
     EXPECT_FALSE(layer.isIdle());
@@ -204,24 +167,23 @@ TEST_F(Module, IsHeldByARuleThatIsLeft)
 
 TEST_F(Module, ObjectsAnswerForTheirErrors)
 {
-    const Booking booked = collectionsOf(open());
-    EXPECT_EQ(S_OK, booked.events.as<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(IID_IEvents));
-    EXPECT_EQ(S_OK, booked.events.as<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(IID_ISchedule));
-    EXPECT_EQ(S_OK, booked.links.as<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(IID_IEventLinks));
-    EXPECT_EQ(S_OK, booked.names.as<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(IID_INames));
-    EXPECT_EQ(S_OK, booked.types.as<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(IID_ITypes));
     const auto root = open();
-    EXPECT_EQ(S_OK, root.as<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(IID_ISession));
-    EXPECT_EQ(S_OK, korvane::fetch(root, &IRoot::get_Accounts)
-                        .as<ISupportErrorInfo>()
-                        ->InterfaceSupportsErrorInfo(IID_IAccounts));
-    EXPECT_EQ(S_OK, korvane::fetch(root, &IRoot::get_Messages)
-                        .as<ISupportErrorInfo>()
-                        ->InterfaceSupportsErrorInfo(IID_IMessages));
-    const auto groups = openGroups().as<ISupportErrorInfo>();
-    EXPECT_EQ(S_OK, groups->InterfaceSupportsErrorInfo(IID_IGroups));
-    EXPECT_EQ(S_FALSE, groups->InterfaceSupportsErrorInfo(IID_IConnectionPointContainer));
-    EXPECT_EQ(S_OK, database.as<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(IID_IDatabase));
+    const auto answer = [](const auto& object, REFIID iid) {
+        return object.template as<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(iid);
+    };
+    const auto groups = groupsOf(root);
+    const auto events = korvane::fetch(root, &IRoot::get_Events);
+    EXPECT_EQ(S_OK, answer(events, IID_IEvents));
+    EXPECT_EQ(S_OK, answer(events, IID_ISchedule));
+    EXPECT_EQ(S_OK, answer(korvane::fetch(root, &IRoot::get_EventLinks), IID_IEventLinks));
+    EXPECT_EQ(S_OK, answer(korvane::fetch(root, &IRoot::get_Names), IID_INames));
+    EXPECT_EQ(S_OK, answer(korvane::fetch(root, &IRoot::get_Types), IID_ITypes));
+    EXPECT_EQ(S_OK, answer(korvane::fetch(root, &IRoot::get_Accounts), IID_IAccounts));
+    EXPECT_EQ(S_OK, answer(korvane::fetch(root, &IRoot::get_Messages), IID_IMessages));
+    EXPECT_EQ(S_OK, answer(root, IID_ISession));
+    EXPECT_EQ(S_OK, answer(groups, IID_IGroups));
+    EXPECT_EQ(S_FALSE, answer(groups, IID_IConnectionPointContainer));
+    EXPECT_EQ(S_OK, answer(database, IID_IDatabase));
 }
 
 TEST_F(Module, ObjectsCountTheirReferencesExactly)
@@ -234,7 +196,7 @@ TEST_F(Module, ObjectsCountTheirReferencesExactly)
     const auto same = groupsOf(root);
     EXPECT_EQ(3u, references(groups));
     {
-        const auto subscriber = Subscriber::subscribedTo(groups);
+        const Listener::Subscription subscriber(groups, DIID_IGroupsEvents);
         load(groups);
         add(groups, L"Staff");
         EXPECT_EQ(3u, references(groups));

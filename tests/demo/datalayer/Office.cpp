@@ -122,8 +122,7 @@ std::vector<long> Office::lookup(const wchar_t* login) const
 {
     long id = 71;
     long role = 72;
-    long name = 73;
-    call(accounts, &IAccounts::Lookup, Bstr(login).get(), &id, &role, &name);
+    const long name = korvane::fetch(accounts, &IAccounts::Lookup, Bstr(login).get(), &id, &role);
     return {id, role, name};
 }
 

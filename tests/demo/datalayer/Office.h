@@ -117,10 +117,10 @@ protected:
 } // namespace korvane::store::test
 
 /// Expects a call to fail with an error of a class, and to leave master data and messages alone.
-#define EXPECT_KEPT(statement, code, className, description)                                                 \
+#define EXPECT_KEPT(statement, ...)                                                                          \
     do                                                                                                       \
     {                                                                                                        \
         const std::wstring kept = masterData();                                                              \
-        EXPECT_ERROR(statement, code, L"KorvaneData." className, description);                               \
+        EXPECT_ERROR(statement, __VA_ARGS__);                                                                \
         EXPECT_EQ(kept, masterData());                                                                       \
     } while (false)

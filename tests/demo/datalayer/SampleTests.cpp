@@ -13,8 +13,6 @@ class Samples : public DataLayerTest
 {
 protected:
     void addTo(const ComPtr<IRoot>& root) const { call(database, &IDatabase::AddSample, root.get()); }
-
-    const wchar_t* source = L"KorvaneData.Database";
 };
 
 } // namespace
@@ -73,13 +71,9 @@ TEST_F(Samples, HaveAManagerUsersMessagesAndInformation)
 TEST_F(Samples, AreAnnounced)
 {
     const auto root = open();
-    ComPtr<INames> namesCollection;
-    ComPtr<ITypes> types;
-    call(root, &IRoot::get_Names, namesCollection.put());
-    call(root, &IRoot::get_Types, types.put());
     const Listener::Subscription groupsListener(groupsOf(root), DIID_IGroupsEvents);
-    const Listener::Subscription namesListener(namesCollection, DIID_INamesEvents);
-    const Listener::Subscription typesListener(types, DIID_ITypesEvents);
+    const Listener::Subscription namesListener(korvane::fetch(root, &IRoot::get_Names), DIID_INamesEvents);
+    const Listener::Subscription typesListener(korvane::fetch(root, &IRoot::get_Types), DIID_ITypesEvents);
     addTo(root);
     EXPECT_EQ(
         (Lines{L"OnClear", L"OnAdd 1, System, 1", L"OnAdd 2, All resources, 1", L"OnAdd 3, Unassigned, 1",
@@ -104,7 +98,7 @@ TEST_F(Samples, AreRefusedWhereThereAreResources)
 {
     const auto root = open();
     sql("INSERT INTO names (name) VALUES ('Anna')");
-    EXPECT_ERROR(addTo(root), Code::hasNamesAlready, source, L"The database has resources already.");
+    EXPECT_ERROR(addTo(root), Code::hasNamesAlready, L"Database");
     EXPECT_EQ(L"2", sqlText("SELECT count(*) FROM names"));
     EXPECT_EQ(L"3", sqlText("SELECT count(*) FROM groups"));
     EXPECT_EQ(L"1", sqlText("SELECT count(*) FROM types"));
@@ -114,7 +108,7 @@ TEST_F(Samples, AreAddedOnce)
 {
     const auto root = open();
     addTo(root);
-    EXPECT_ERROR(addTo(root), Code::hasNamesAlready, source, L"The database has resources already.");
+    EXPECT_ERROR(addTo(root), Code::hasNamesAlready, L"Database");
     EXPECT_EQ(L"13", sqlText("SELECT count(*) FROM names"));
 }
 
@@ -122,15 +116,14 @@ TEST_F(Samples, AreTakenBackAsAWhole)
 {
     const auto root = open();
     sql("CREATE TRIGGER late BEFORE INSERT ON group_types BEGIN SELECT raise(ABORT, 'too late'); END");
-    EXPECT_ERROR(addTo(root), Code::ruleBroken, source, L"The database refuses the change: too late");
+    EXPECT_ERROR(addTo(root), Code::ruleBroken, L"Database", L"too late");
     EXPECT_EQ(L"1", sqlText("SELECT count(*) FROM names"));
     EXPECT_EQ(L"3", sqlText("SELECT count(*) FROM groups"));
 }
 
 TEST_F(Samples, NeedTheRightToAddGroups)
 {
-    EXPECT_ERROR(addTo(open(L"employee")), Code::mayNotAddGroups, source,
-                 L"You are not authorized to add new groups.");
+    EXPECT_ERROR(addTo(open(L"employee")), Code::mayNotAddGroups, L"Database");
     EXPECT_EQ(L"1", sqlText("SELECT count(*) FROM names"));
 }
 
@@ -141,14 +134,12 @@ TEST_F(Samples, NeedARootOfThisDataLayer)
     const auto groups = openGroups();
     const auto foreign = groups.as<IDispatch>();
     EXPECT_ERROR(call(database, &IDatabase::AddSample, reinterpret_cast<IRoot*>(foreign.get())),
-                 Code::foreignRoot, source, L"The root is not one of this data layer.");
+                 Code::foreignRoot, L"Database");
 }
 
 TEST_F(Samples, MayBeAddedToWhatAnotherObjectOpened)
 {
     const auto other = layer.makeDatabase();
-    ComPtr<IRoot> root;
-    call(other, &IDatabase::Open, Bstr(file).get(), Bstr(L"").get(), root.put());
-    addTo(root);
+    addTo(korvane::fetch(other, &IDatabase::Open, Bstr(file).get(), Bstr(L"").get()));
     EXPECT_EQ(L"13", sqlText("SELECT count(*) FROM names"));
 }

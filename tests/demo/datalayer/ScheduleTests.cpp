@@ -1,3 +1,4 @@
+#include "framework/com/LateBound.h"
 #include "tests/demo/datalayer/ActivityTest.h"
 
 using namespace korvane;
@@ -116,15 +117,8 @@ TEST_F(Schedules, AnswerLateBoundCalls)
 {
     const long event = add(at(2026, 3, 2, 9), at(2026, 3, 2, 10));
     const Listener::Subscription listener(desk->events, DIID_IEventsEvents);
-    const auto object = desk->events.as<IDispatch>();
-    wchar_t memberName[] = L"Load";
-    LPOLESTR memberNames = memberName;
-    DISPID member = DISPID_UNKNOWN;
-    ASSERT_EQ(S_OK, object->GetIDsOfNames(IID_NULL, &memberNames, 1, LOCALE_USER_DEFAULT, &member));
-    VARIANT arguments[2] = {Variant(OleDate{at(2026, 3, 3)}).get(), Variant(OleDate{at(2026, 3, 2)}).get()};
-    DISPPARAMS parameters{arguments, nullptr, 2, 0};
-    EXPECT_EQ(S_OK, object->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
-                                   nullptr, nullptr, nullptr));
+    invoke(desk->events.as<IDispatch>(), L"Load",
+           {Variant(OleDate{at(2026, 3, 2)}), Variant(OleDate{at(2026, 3, 3)})});
     EXPECT_EQ((Lines{L"OnClear", L"OnAdd 1, 0, 2, 1, 2026-03-02 09:00, 2026-03-02 10:00, "}),
               listener->events());
     EXPECT_TRUE(desk->has(event));

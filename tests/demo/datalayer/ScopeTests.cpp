@@ -25,9 +25,7 @@ protected:
 
     ComPtr<IScope> openScope() const
     {
-        ComPtr<IScope> scope;
-        call(root, &IRoot::OpenScope, 0L, Bstr(L"ctlEditGroups.Init").get(), scope.put());
-        return scope;
+        return korvane::fetch(root, &IRoot::OpenScope, 0L, Bstr(L"ctlEditGroups.Init").get());
     }
 
     static void close(const ComPtr<IScope>& scope) { call(scope, &IScope::Close, 0L, 0L); }
@@ -112,8 +110,7 @@ TEST_F(Scopes, AreClosedOnce)
     const auto scope = openScope();
     close(scope);
     ignoreTrace();
-    EXPECT_ERROR(close(scope), Code::scopeClosed, L"KorvaneData.Scope",
-                 L"The scope \"ctlEditGroups.Init\" is closed already.");
+    EXPECT_ERROR(close(scope), Code::scopeClosed, L"Scope", L"ctlEditGroups.Init");
     fetch(groups, 4711);
     EXPECT_EQ(L"Groups.Fetch 4711 = False\r\n", trace());
 }

@@ -20,7 +20,6 @@ protected:
 
     TemporaryFolder folder;
     Connection connection{folder.path() + L"\\test.db", 0};
-    const wchar_t* source = L"KorvaneData.Database";
 };
 
 } // namespace
@@ -28,23 +27,21 @@ protected:
 TEST_F(Sqlite, TellsAFullDisk)
 {
     connection.execute("CREATE TABLE t (x); PRAGMA max_page_count = 3");
-    EXPECT_ERROR(connection.execute("INSERT INTO t VALUES (zeroblob(100000))"), Code::diskFull, source,
-                 L"The disk of the database is full.");
+    EXPECT_ERROR(connection.execute("INSERT INTO t VALUES (zeroblob(100000))"), Code::diskFull, L"Database");
 }
 
 TEST_F(Sqlite, TellsABrokenRule)
 {
     connection.execute("CREATE TABLE t (x UNIQUE); INSERT INTO t VALUES (1)");
-    EXPECT_ERROR(connection.execute("INSERT INTO t VALUES (1)"), Code::ruleBroken, source,
-                 L"The database refuses the change: UNIQUE constraint failed: t.x");
+    EXPECT_ERROR(connection.execute("INSERT INTO t VALUES (1)"), Code::ruleBroken, L"Database",
+                 L"UNIQUE constraint failed: t.x");
 }
 
 TEST_F(Sqlite, TellsOtherErrorsInItsOwnWords)
 {
-    EXPECT_ERROR(connection.execute("SELECT missing"), Code::otherDatabaseError, source,
-                 L"The database reports an error: no such column: missing");
-    EXPECT_ERROR(Statement(connection, "SELECT"), Code::otherDatabaseError, source,
-                 L"The database reports an error: incomplete input");
+    EXPECT_ERROR(connection.execute("SELECT missing"), Code::otherDatabaseError, L"Database",
+                 L"no such column: missing");
+    EXPECT_ERROR(Statement(connection, "SELECT"), Code::otherDatabaseError, L"Database", L"incomplete input");
 }
 
 TEST_F(Sqlite, ChecksForeignKeys)

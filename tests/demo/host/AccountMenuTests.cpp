@@ -2,9 +2,7 @@
 
 #include "demo/host/CommandMenu.h"
 #include "framework/com/Boundary.h"
-#include "framework/com/ConnectionPoint.h"
-#include "framework/com/EventConnection.h"
-#include "tests/support/EmptyData.h"
+#include "tests/support/RecordingData.h"
 
 #include <gtest/gtest.h>
 
@@ -13,35 +11,6 @@ namespace korvane::host
 
 namespace
 {
-
-class Accounts final
-    : public Object<Accounts, Inherits<korvane::test::EmptyAccounts, EventSource<IAccountsEvents>>, IAccounts,
-                    IConnectionPointContainer>
-{
-public:
-    std::vector<std::wstring> logins;
-    HRESULT outcome = S_OK;
-
-    STDMETHODIMP Load(VARIANT_BOOL*) override
-    {
-        raise(eventClear);
-        long id = 0;
-        for (const std::wstring& login : logins)
-            raise(eventAdd, {Variant(++id), Variant(Bstr(login))});
-        return outcome;
-    }
-};
-
-class Root final : public Object<Root, Inherits<korvane::test::EmptyRoot>, IRoot>
-{
-public:
-    ComPtr<Accounts> accounts = make<Accounts>();
-
-    STDMETHODIMP get_Accounts(IAccounts** collection) override
-    {
-        return returns(collection, [&] { return ComPtr<IAccounts>(accounts.get()); });
-    }
-};
 
 class AccountMenuTest : public testing::Test
 {
@@ -52,7 +21,14 @@ public:
     ~AccountMenuTest() override { DestroyMenu(menu); }
 
 protected:
-    void fill(const std::wstring& current) { accounts.fill(menu, ComPtr<IRoot>(root.get()), current); }
+    void fill(const std::wstring& current) { accounts.fill(menu, data.root, current); }
+
+    void haveLogins(const std::vector<std::wstring>& logins)
+    {
+        data.accounts.clear();
+        for (const std::wstring& login : logins)
+            data.accounts.push_back({static_cast<long>(data.accounts.size()) + 1, login});
+    }
 
     /// The items, with a star before the one that is marked.
     std::vector<std::wstring> items() const
@@ -69,22 +45,21 @@ protected:
         return found;
     }
 
-    ComPtr<Root> root = make<Root>();
+    korvane::test::RecordingData data;
     HMENU menu = CreatePopupMenu();
     AccountMenu accounts;
 };
 
 TEST_F(AccountMenuTest, OffersTheAccountsAndMarksTheOneThatIsLoggedIn)
 {
-    root->accounts->logins = {L"admin", L"r&d"};
+    haveLogins({L"admin", L"r&d"});
     fill(L"admin");
     EXPECT_EQ(items(), (std::vector<std::wstring>{L"*&1 admin", L"&2 r&&d"}));
-    for (const std::wstring& login : root->accounts->logins)
+    for (int at = 0; at < 2; ++at)
     {
-        const auto at = static_cast<int>(&login - root->accounts->logins.data());
         const std::wstring* told = accounts.loginOf(static_cast<int>(GetMenuItemID(menu, at)));
         ASSERT_NE(told, nullptr);
-        EXPECT_EQ(*told, login);
+        EXPECT_EQ(*told, data.accounts[static_cast<std::size_t>(at)].login);
     }
     EXPECT_EQ(accounts.loginOf(menuFirstAccount + 2), nullptr);
     EXPECT_EQ(accounts.loginOf(menuExit), nullptr);
@@ -92,16 +67,16 @@ TEST_F(AccountMenuTest, OffersTheAccountsAndMarksTheOneThatIsLoggedIn)
 
 TEST_F(AccountMenuTest, IsFilledAnew)
 {
-    root->accounts->logins = {L"admin", L"emily"};
+    haveLogins({L"admin", L"emily"});
     fill(L"admin");
-    root->accounts->logins = {L"emily"};
+    haveLogins({L"emily"});
     fill(L"emily");
     EXPECT_EQ(items(), std::vector<std::wstring>{L"*&1 emily"});
 }
 
 TEST_F(AccountMenuTest, HasAccessKeysForTheFirstNine)
 {
-    root->accounts->logins.assign(10, L"emily");
+    haveLogins(std::vector<std::wstring>(10, L"emily"));
     fill(L"");
     EXPECT_EQ(items()[8], L"&9 emily");
     EXPECT_EQ(items()[9], L"emily");
@@ -109,9 +84,12 @@ TEST_F(AccountMenuTest, HasAccessKeysForTheFirstNine)
 
 TEST_F(AccountMenuTest, StaysAsItIsWhenTheAccountsCannotBeRead)
 {
-    root->accounts->logins = {L"admin"};
+    haveLogins({L"admin"});
     fill(L"admin");
-    root->accounts->outcome = E_ABORT;
+    data.fail("Accounts.Load", korvane::test::locked);
+    data.during = [this](const std::string&) {
+        data.announceClear(korvane::test::EventsOf::accounts); // as much as had been told by then
+    };
     EXPECT_TRUE(attempt([&] { fill(L"admin"); }));
     EXPECT_EQ(items(), std::vector<std::wstring>{L"*&1 admin"});
     EXPECT_NE(accounts.loginOf(menuFirstAccount), nullptr);

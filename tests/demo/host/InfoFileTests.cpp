@@ -1,6 +1,7 @@
 #include "demo/host/InfoFile.h"
 
 #include "framework/com/Boundary.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -15,12 +16,6 @@ namespace
 
 class InfoFile : public testing::Test
 {
-public:
-    InfoFile() { std::filesystem::create_directories(folder); }
-    InfoFile(const InfoFile&) = delete;
-    InfoFile& operator=(const InfoFile&) = delete;
-    ~InfoFile() override { std::filesystem::remove_all(folder); }
-
 protected:
     std::vector<std::string> lines() const
     {
@@ -31,8 +26,8 @@ protected:
         return found;
     }
 
-    std::filesystem::path folder =
-        std::filesystem::temp_directory_path() / (L"korvane info " + std::to_wstring(GetCurrentProcessId()));
+    korvane::test::TemporaryFolder temporary;
+    std::filesystem::path folder = temporary.path();
 };
 
 TEST_F(InfoFile, HasALabelOnEachLine)

@@ -3,6 +3,7 @@
 #include "demo/host/CommandMenu.h"
 #include "framework/com/Call.h"
 #include "tests/support/Library.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <KorvaneDlg.h>
 #include <gtest/gtest.h>
@@ -19,14 +20,10 @@ namespace
 class LanguageMenuTest : public testing::Test
 {
 public:
-    LanguageMenuTest() { std::filesystem::create_directories(folder); }
+    LanguageMenuTest() = default;
     LanguageMenuTest(const LanguageMenuTest&) = delete;
     LanguageMenuTest& operator=(const LanguageMenuTest&) = delete;
-    ~LanguageMenuTest() override
-    {
-        DestroyMenu(menu);
-        std::filesystem::remove_all(folder);
-    }
+    ~LanguageMenuTest() override { DestroyMenu(menu); }
 
 protected:
     /// The items, the marked one with a star.
@@ -44,8 +41,8 @@ protected:
         return found;
     }
 
-    std::filesystem::path folder = std::filesystem::temp_directory_path() /
-                                   (L"korvane languages " + std::to_wstring(GetCurrentProcessId()));
+    korvane::test::TemporaryFolder temporary;
+    std::filesystem::path folder = temporary.path();
     HMENU menu = CreatePopupMenu();
     LanguageMenu languages;
 };

@@ -1,5 +1,6 @@
 #include "demo/host/Language.h"
 
+#include "demo/host/tour/Captions.h"
 #include "framework/com/Boundary.h"
 #include "tests/support/Library.h"
 
@@ -37,15 +38,6 @@ Texts ownTexts()
         if (std::wstring text = textOf(resources, id); !text.empty())
             texts.emplace(id, std::move(text));
     return texts;
-}
-
-/// The key that the lone ampersand of a caption stands before; 0 without one.
-wchar_t accessKeyOf(const std::wstring& caption)
-{
-    const auto at = caption.find(L'&');
-    wchar_t key = at == std::wstring::npos ? L'\0' : caption.at(at + 1);
-    CharUpperBuffW(&key, 1);
-    return key;
 }
 
 /// What the host completes, where a line ends, and what stands in quotation marks.
@@ -235,6 +227,12 @@ TEST(LanguageFile, ThatIsMissingIsAnError)
     const auto failure = attempt([] { readTextFile(L"C:\\no such folder\\Dansk.txt"); });
     ASSERT_TRUE(failure);
     EXPECT_EQ(failure->number(), HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
+    EXPECT_EQ(failure->description(), L"The file C:\\no such folder\\Dansk.txt cannot be read.");
+}
+
+TEST(LanguageFile, InAnotherEncodingIsAnErrorInItsFirstLine)
+{
+    EXPECT_EQ(errorIn(std::string_view("\xFF\xFE;\0\n\0", 6)), L"Test.txt, line 1: this is not UTF-8.");
 }
 
 } // namespace korvane::host

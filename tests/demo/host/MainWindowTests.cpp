@@ -1,15 +1,18 @@
 #include "demo/host/MainWindow.h"
 
+#include "demo/host/Language.h"
 #include "demo/host/Orders.h"
 #include "demo/host/tour/Screen.h"
 #include "framework/DataLayer.h"
 #include "framework/com/Boundary.h"
 #include "tests/support/Questions.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 
 namespace korvane::host
 {
@@ -32,23 +35,6 @@ public:
     ~MainWindowTest() override { window.reset(); }
 
 protected:
-    /// The last to go: the files are closed then.
-    class Folder
-    {
-    public:
-        Folder() { std::filesystem::create_directories(path); }
-        Folder(const Folder&) = delete;
-        Folder& operator=(const Folder&) = delete;
-        ~Folder()
-        {
-            std::error_code ignored;
-            std::filesystem::remove_all(path, ignored);
-        }
-
-        std::filesystem::path path = std::filesystem::temp_directory_path() /
-                                     (L"korvane host " + std::to_wstring(GetCurrentProcessId()));
-    };
-
     static constexpr long staff = 4; // in a new database with the sample
 
     static void work()
@@ -71,6 +57,12 @@ protected:
     }
 
     std::wstring title() const { return textOf(window->handle()); }
+    std::wstring exitText() const
+    {
+        wchar_t text[64]{};
+        GetMenuStringW(GetMenu(window->handle()), menuExit, text, ARRAYSIZE(text), MF_BYCOMMAND);
+        return text;
+    }
     HWND dialog() const { return visibleWindow(CommandDialog::className); }
     HWND inDialog(const wchar_t* className) const
     {
@@ -99,8 +91,8 @@ protected:
             fetch(names, &INames::AddToGroup, id, group, 0L);
     }
 
-    Folder folder;
-    std::wstring file = (folder.path / L"host.sqlite").wstring();
+    korvane::test::TemporaryFolder folder; ///< the last to go: the files are closed then
+    std::wstring file = folder.path() + L"\\host.sqlite";
     OpenDatabase database{file, L""};
     OpenDatabase other{file, L""};
     std::unique_ptr<MainWindow> window;
@@ -122,6 +114,42 @@ TEST_F(MainWindowTest, StaysAsItIsWhenNobodyHasTheLogin)
     othersAdd(L"Zoe", staff);
     look();
     EXPECT_TRUE(hasRow(L"Zoe")) << "the database is open as before";
+}
+
+TEST_F(MainWindowTest, SpeaksTheLanguageThatIsChosenFromTheNextDialogOn)
+{
+    run(L"Group.New");
+    window->speak(L"Dansk");
+    close();
+    EXPECT_EQ(exitText(), L"E&xit\tAlt+F4") << "a dialog that is open keeps its language";
+    window->speak(L"Dansk");
+    EXPECT_EQ(exitText(), L"&Afslut\tAlt+F4");
+    run(L"Group.New");
+    EXPECT_EQ(textOf(dialog()), L"Gruppe");
+    close();
+    window->speak(L"");
+    EXPECT_EQ(exitText(), L"E&xit\tAlt+F4");
+    run(L"Group.New");
+    EXPECT_EQ(textOf(dialog()), L"Group");
+    close();
+}
+
+TEST_F(MainWindowTest, KeepsItsLanguageWhenTheFileOfAnotherOneIsBrokenOrMissing)
+{
+    const std::filesystem::path broken = languageFolder() + L"\\Broken.txt";
+    window->speak(L"Dansk");
+    std::ofstream(broken) << "0 \"1030\"\n1002 OK\n";
+    const auto failure = attempt([&] { window->speak(L"Broken"); });
+    std::filesystem::remove(broken);
+    ASSERT_TRUE(failure);
+    EXPECT_EQ(failure->description(),
+              L"Broken.txt, line 2: an id and a text in quotation marks are expected.");
+    EXPECT_TRUE(attempt([&] { window->speak(L"Missing"); }));
+    EXPECT_EQ(exitText(), L"&Afslut\tAlt+F4");
+    run(L"Group.New");
+    EXPECT_EQ(textOf(dialog()), L"Gruppe");
+    close();
+    window->speak(L"");
 }
 
 TEST_F(MainWindowTest, ShowsWhatOthersHaveWritten)

@@ -15,9 +15,8 @@ protected:
     /// Books while another user keeps everybody from reading.
     long bookBehindALock()
     {
-        long event = 0;
-        call(events, &IEvents::Add, window->content().rows().at(1).resource.id, meeting, at(9).days,
-             at(10).days, Bstr(L"Work").get(), &event);
+        const long event = fetch(events, &IEvents::Add, window->content().rows().at(1).resource.id, meeting,
+                                 at(9).days, at(10).days, Bstr(L"Work").get());
         lock = std::make_unique<store::Connection>(file, 50);
         lock->execute("BEGIN EXCLUSIVE");
         window->refresh(true);
@@ -49,8 +48,7 @@ TEST_F(ScheduleReading, LoadsOnceForManyChanges)
     trace();
     for (int count = 0; count < 5; ++count)
     {
-        long event = 0;
-        call(events, &IEvents::Add, 3L, meeting, at(9).days, at(10).days, Bstr(L"").get(), &event);
+        fetch(events, &IEvents::Add, 3L, meeting, at(9).days, at(10).days, Bstr(L"").get());
         window->refresh(true);
     }
     EXPECT_EQ(loads(), 0) << "not within the calls that change";
@@ -91,9 +89,7 @@ TEST_F(ScheduleReading, TellsNothingOfWhatOthersWriteBehindALock)
 
 TEST_F(ScheduleReading, LoadsWhatIsScrolledInto)
 {
-    long event = 0;
-    call(events, &IEvents::Add, 3L, meeting, test::at(9, 60).days, test::at(10, 60).days, Bstr(L"").get(),
-         &event);
+    fetch(events, &IEvents::Add, 3L, meeting, test::at(9, 60).days, test::at(10, 60).days, Bstr(L"").get());
     work();
     EXPECT_TRUE(window->content().bars().empty());
     window->scrollTo(test::at(7, 60));

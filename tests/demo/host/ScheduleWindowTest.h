@@ -71,9 +71,8 @@ protected:
 
     long book(std::size_t row, double from, double to) const
     {
-        long event = 0;
-        call(events, &IEvents::Add, window->content().rows().at(row).resource.id, meeting, at(from).days,
-             at(to).days, Bstr(L"Work").get(), &event);
+        const long event = fetch(events, &IEvents::Add, window->content().rows().at(row).resource.id, meeting,
+                                 at(from).days, at(to).days, Bstr(L"Work").get());
         window->refresh(true);
         work();
         return event;
@@ -81,8 +80,7 @@ protected:
 
     std::wstring trace() const
     {
-        Bstr text;
-        call(database, &IDatabase::get_Trace, text.put());
+        const auto text = fetch(database, &IDatabase::get_Trace);
         call(database, &IDatabase::ClearTrace);
         return std::wstring(text.view());
     }
