@@ -348,6 +348,14 @@ LRESULT CALLBACK DialogWindow::procedure(HWND window, UINT message, WPARAM first
     return result ? *result : DefDlgProcW(window, message, first, second);
 }
 
+/// It comes to windows at the top alone and is handed on from there: the common controls keep what they draw with.
+void DialogWindow::tellOfSystemColors() const noexcept
+{
+    for (const Control* control : controls_)
+        if (control->window())
+            SendMessageW(control->window(), WM_SYSCOLORCHANGE, 0, 0);
+}
+
 std::optional<LRESULT> DialogWindow::handle(UINT message, WPARAM first, LPARAM second) noexcept
 {
     switch (message)
@@ -397,10 +405,7 @@ std::optional<LRESULT> DialogWindow::handle(UINT message, WPARAM first, LPARAM s
         focusArrived();
         return std::nullopt;
     case WM_SYSCOLORCHANGE:
-        // It comes to windows at the top alone and is handed on from there: the common controls keep what they draw with.
-        for (const Control* control : controls_)
-            if (control->window())
-                SendMessageW(control->window(), message, first, second);
+        tellOfSystemColors();
         return std::nullopt;
     case dpiChangedAfterParent:
         if (const int dpi = windowDpi(window_); dpi != dpi_)

@@ -117,6 +117,7 @@ private:
     Control* controlOf(HWND window) const noexcept;
     void createToolTips();
     void relayToToolTips(HWND control, UINT mouseMessage) const noexcept;
+    void tellOfSystemColors() const noexcept;
 
     std::vector<Control*> controls_;
     DialogFont font_;

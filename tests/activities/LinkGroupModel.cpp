@@ -72,12 +72,12 @@ void LinkGroupModel::synchronise(Steps& steps, Group& group, const Edit& edit)
     const bool becomesLinked = edit.booked.size() < 2 && edit.chosen.size() > 1;
 
     if (becomesLinked)
-        steps.push_back([&group] {
+        steps.emplace_back([&group] {
             group.linked = true;
             return true;
         });
     if (!added.empty())
-        steps.push_back([&group, added] {
+        steps.emplace_back([&group, added] {
             for (const long id : added)
                 if (group.linked)
                 {
@@ -87,14 +87,14 @@ void LinkGroupModel::synchronise(Steps& steps, Group& group, const Edit& edit)
             return true;
         });
     if ((group.linked || becomesLinked) && !removed.empty())
-        steps.push_back([&group, removed] {
+        steps.emplace_back([&group, removed] {
             std::erase_if(group.members, [&](const Event& member) { return isIn(removed, member.nameId); });
             if (group.members.empty())
                 group.linked = false;
             return true;
         });
     if (edit.chosen.size() == 1 && edit.booked.size() > 1)
-        steps.push_back([&group] {
+        steps.emplace_back([&group] {
             group.linked = false;
             return !group.members.empty();
         });
@@ -113,9 +113,9 @@ Ending LinkGroupModel::add(const Edit& edit, int failing)
     }};
     synchronise(steps, group, addition);
     const auto rule = [&] { return writeRule(group, edit.rule); };
-    steps.push_back(rule);
+    steps.emplace_back(rule);
     if (edit.rule)
-        steps.push_back(rule);
+        steps.emplace_back(rule);
     return run(steps, failing);
 }
 
@@ -127,16 +127,16 @@ Ending LinkGroupModel::change(Group& group, const Edit& edit, int failing)
 
     Steps steps;
     synchronise(steps, group, edit);
-    steps.push_back([&, primary] {
+    steps.emplace_back([&, primary] {
         for (Event& member : group.members)
             member.write(edit.instance, group.linked ? member.nameId : primary, edit.values);
         return !group.members.empty();
     });
     // The rule of a single activity does not change with one of its occurrences; that of linked ones is written anew.
     const bool endsLinked =
-        (group.linked || edit.chosen.size() > 1) && !(edit.chosen.size() == 1 && edit.booked.size() > 1);
+        (group.linked || edit.chosen.size() > 1) && (edit.chosen.size() != 1 || edit.booked.size() <= 1);
     if (endsLinked || edit.instance == 0)
-        steps.push_back([&] { return writeRule(group, edit.rule); });
+        steps.emplace_back([&] { return writeRule(group, edit.rule); });
     return run(steps, failing);
 }
 
@@ -166,14 +166,14 @@ Ending LinkGroupModel::move(Group& group, const Move& move, int failing)
     Group* moved = &group;
     Steps steps;
     if (group.linked && move.instance == 0)
-        steps.push_back([&] {
+        steps.emplace_back([&] {
             const auto member = std::find_if(group.members.begin(), group.members.end(), isSource);
             moved = &groups.emplace_back(Group{false, {*member}});
             group.members.erase(member);
             group.linked = group.members.size() > 1; // one that is left alone is single, too
             return true;
         });
-    steps.push_back([&] {
+    steps.emplace_back([&] {
         std::find_if(moved->members.begin(), moved->members.end(), isSource)
             ->write(move.instance, move.target, move.values);
         return true;
@@ -202,6 +202,7 @@ std::vector<std::string> LinkGroupModel::shown() const
 std::string shownGroup(bool linked, const std::vector<Event>& members)
 {
     std::vector<std::string> activities;
+    activities.reserve(members.size());
     for (const Event& member : members)
         activities.push_back(shownValues(member.nameId, member.values()) + ' ' + shownRule(member.rule) +
                              shownOccurrences(member));

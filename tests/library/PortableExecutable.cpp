@@ -87,6 +87,7 @@ std::vector<std::string> PortableExecutable::exportedNames() const
     const auto exports =
         at<IMAGE_EXPORT_DIRECTORY>(offsetOf(directory(IMAGE_DIRECTORY_ENTRY_EXPORT).VirtualAddress));
     const std::size_t table = offsetOf(exports.AddressOfNames);
+    names.reserve(exports.NumberOfFunctions);
     for (DWORD index = 0; index < exports.NumberOfNames; ++index)
         names.push_back(textAt(offsetOf(at<DWORD>(table + index * sizeof(DWORD)))));
     // Without a name, by number only.

@@ -398,12 +398,14 @@ std::vector<std::wstring> membersOf(const Contract& contract)
         const auto first = row.find(L' ') + 1;
         const auto second = row.find(L' ', first) + 1;
         const auto name = row.find(L' ', second) + 1;
-        const std::wstring id = row.substr(0, first);
-        const std::wstring property = row.substr(name, colon - name);
-        const std::wstring type = row.substr(colon + 2);
-        result.push_back(id + row.substr(first, second - first) + property + L"([out, retval] " + type +
-                         L"* value)");
-        result.push_back(id + row.substr(second, name - second) + property + L"([in] " + type + L" value)");
+        const auto half = [&](std::size_t kind, std::size_t end, const wchar_t* before,
+                              const wchar_t* after) {
+            std::wstring slot(row, 0, first);
+            slot.append(row, kind, end - kind).append(row, name, colon - name);
+            return slot.append(before).append(row, colon + 2).append(after);
+        };
+        result.push_back(half(first, second, L"([out, retval] ", L"* value)"));
+        result.push_back(half(second, name, L"([in] ", L" value)"));
     }
     return result;
 }

@@ -94,6 +94,7 @@ protected:
     std::vector<std::wstring> items() const
     {
         std::vector<std::wstring> all;
+        all.reserve(static_cast<std::size_t>(count()));
         for (long index = 0; index < count(); ++index)
             all.push_back(std::to_wstring(fetch(own, Kind::key, index)) + L' ' +
                           std::wstring(fetch(own, Kind::text, index).view()));

@@ -113,6 +113,7 @@ Member memberOf(ITypeInfo* information, const FUNCDESC& function)
     UINT count = 0;
     require(information->GetNames(function.memid, names.data(), static_cast<UINT>(names.size()), &count));
     std::vector<std::wstring> spelledNames;
+    spelledNames.reserve(static_cast<std::size_t>(function.cParams) + 1);
     for (UINT index = 0; index < count; ++index)
         spelledNames.emplace_back(Bstr::adopt(names[index]).view());
     // The value of a property has no name of its own in a type library.

@@ -40,7 +40,7 @@ struct Name
     /// It is announced by id and text alone.
     static constexpr long withoutGroup = -1;
 
-    long id;
+    long id = 0;
     std::wstring text;
     long group = 1;
     long color = 0;
@@ -52,7 +52,7 @@ struct Name
 
 struct Type
 {
-    long id;
+    long id = 0;
     std::wstring text;
     long color = 0;
     long group = 0; ///< 0 for a type of every group
@@ -106,7 +106,7 @@ struct Event
 {
     struct Occurrence
     {
-        long nameId;
+        long nameId = 0;
         ActivityValues values;
     };
 

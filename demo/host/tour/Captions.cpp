@@ -72,7 +72,10 @@ bool showsAllHeadings(HWND grid)
     const long columns = fetch(row, &IAccessible::get_accChildCount);
     for (long column = 1; column <= columns; ++column)
     {
-        long left = 0, top = 0, width = 0, height = 0;
+        long left = 0;
+        long top = 0;
+        long width = 0;
+        long height = 0;
         const VARIANT heading = Variant(column).get();
         call(row, &IAccessible::accLocation, &left, &top, &width, &height, heading);
         const SIZE extent =
