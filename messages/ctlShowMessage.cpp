@@ -16,9 +16,9 @@ constexpr long kindMask = 0x7FFF;
 
 /// The options, in the order of the kinds that they show.
 constexpr Design options[] = {
-    {.name = L"optType", .place = {1290, 2085, 2475, 255}, .text = L"22531"},
+    {.name = L"optType", .place = {1335, 2085, 2430, 255}, .text = L"22531"},
     {.name = L"optType", .place = {3765, 2085, 2475, 255}, .text = L"22532"},
-    {.name = L"optType", .place = {1290, 2370, 2475, 255}, .text = L"22533"},
+    {.name = L"optType", .place = {1335, 2370, 2430, 255}, .text = L"22533"},
     {.name = L"optType", .place = {3765, 2370, 2475, 255}, .text = L"22534"},
 };
 

@@ -43,7 +43,7 @@ private:
     Frame fraShowMessage{*this, {.name = L"fraShowMessage", .place = {0, 0, 6360, 4695}}};
 
     Label lblActiveCaption{fraShowMessage, {.place = {120, 150, 1140, 210}, .text = L"22511"}};
-    Label lblActive{fraShowMessage, {.name = L"lblActive", .place = {1290, 150, 690, 210}}};
+    Label lblActive{fraShowMessage, {.name = L"lblActive", .place = {1335, 150, 690, 210}}};
     Label lblAllCaption{fraShowMessage, {.place = {2055, 150, 390, 210}, .text = L"22519"}};
     Label lblAll{fraShowMessage, {.name = L"lblAll", .place = {2475, 150, 690, 210}}};
     Label lblReadCaption{fraShowMessage, {.place = {3240, 150, 540, 210}, .text = L"22515"}};
@@ -52,24 +52,24 @@ private:
     Label lblUnread{fraShowMessage, {.name = L"lblUnread", .place = {5325, 150, 690, 210}}};
 
     Label lblFrom{fraShowMessage, {.place = {120, 525, 1140, 210}, .text = L"22509"}};
-    TextBox txtFrom{fraShowMessage, {.name = L"txtFrom", .place = {1290, 480, 4950, 315}}};
+    TextBox txtFrom{fraShowMessage, {.name = L"txtFrom", .place = {1335, 480, 4905, 315}}};
     Label lblDtg{fraShowMessage, {.place = {120, 915, 1140, 210}, .text = L"22510"}};
-    TextBox txtDtg{fraShowMessage, {.name = L"txtDtg", .place = {1290, 870, 4950, 315}}};
+    TextBox txtDtg{fraShowMessage, {.name = L"txtDtg", .place = {1335, 870, 4905, 315}}};
     Label lblContact{fraShowMessage, {.place = {120, 1305, 1140, 210}, .text = L"22525"}};
-    TextBox txtContact{fraShowMessage, {.name = L"txtContact", .place = {1290, 1260, 4950, 315}}};
+    TextBox txtContact{fraShowMessage, {.name = L"txtContact", .place = {1335, 1260, 4905, 315}}};
     Label lblTlf{fraShowMessage, {.place = {120, 1695, 1140, 210}, .text = L"22526"}};
-    TextBox txtTlf{fraShowMessage, {.name = L"txtTlf", .place = {1290, 1650, 4950, 315}}};
+    TextBox txtTlf{fraShowMessage, {.name = L"txtTlf", .place = {1335, 1650, 4905, 315}}};
 
     ControlArray<OptionButton, kinds> optType;
 
     Label lblAbout{fraShowMessage, {.place = {120, 2760, 1140, 210}, .text = L"22527"}};
     TextBox txtAbout{
-        fraShowMessage, {.name = L"txtAbout", .place = {1290, 2715, 4950, 1320}}, TextBox::Kind::lines};
+        fraShowMessage, {.name = L"txtAbout", .place = {1335, 2715, 4905, 1320}}, TextBox::Kind::lines};
 
-    Button cmdPrev{fraShowMessage, {.name = L"cmdPrev", .place = {1290, 4200, 1125, 345}, .text = L"22512"}};
-    Button cmdNext{fraShowMessage, {.name = L"cmdNext", .place = {2490, 4200, 1125, 345}, .text = L"22513"}};
+    Button cmdPrev{fraShowMessage, {.name = L"cmdPrev", .place = {1335, 4200, 1125, 345}, .text = L"22512"}};
+    Button cmdNext{fraShowMessage, {.name = L"cmdNext", .place = {2535, 4200, 1125, 345}, .text = L"22513"}};
     Button cmdDelete{fraShowMessage,
-                     {.name = L"cmdDelete", .place = {3690, 4200, 1125, 345}, .text = L"22514"}};
+                     {.name = L"cmdDelete", .place = {3735, 4200, 1125, 345}, .text = L"22514"}};
     Button cmdClose{
         fraShowMessage,
         {.name = L"cmdClose", .place = {5115, 4200, 1125, 345}, .text = L"22520", .id = IDCANCEL}};

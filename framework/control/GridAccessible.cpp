@@ -357,7 +357,7 @@ LRESULT Grid::answer(WPARAM request)
         return 0;
     if (!accessible_)
         accessible_ = ComPtr<IAccessible>(make<GridAccessible>(*this).get());
-    return toResult(IID_IAccessible, request, accessible_.get());
+    return toResult(__uuidof(IAccessible), request, accessible_.get());
 }
 
 void Grid::closing() noexcept

@@ -19,7 +19,7 @@ VARIANT numberOf(long child)
 Element Element::ofWindow(HWND window)
 {
     Element element;
-    require(AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+    require(AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
                                        element.object.putVoid()));
     return element;
 }

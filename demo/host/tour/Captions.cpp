@@ -66,8 +66,8 @@ bool showsAllTabs(HWND strip)
 bool showsAllHeadings(HWND grid)
 {
     ComPtr<IAccessible> table;
-    require(
-        AccessibleObjectFromWindow(grid, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible, table.putVoid()));
+    require(AccessibleObjectFromWindow(grid, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                                       table.putVoid()));
     const auto row = fetch(table, &IAccessible::get_accChild, Variant(1L).get()).as<IAccessible>();
     const long columns = fetch(row, &IAccessible::get_accChildCount);
     for (long column = 1; column <= columns; ++column)
