@@ -1,6 +1,7 @@
 #include "demo/datalayer/Errors.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 
 namespace korvane::store
@@ -73,14 +74,15 @@ constexpr std::pair<Code, std::wstring_view> texts[] = {
     {Code::unknownMessage, L"There is no such message. Another user may have deleted it."},
     {Code::unknownMessageKind, L"There is no kind of message with the number #."},
     {Code::mayNotLeaveMessages, L"You are not authorized to leave messages."},
-    {Code::otherDatabaseError, L"The database reports an error: #"},
+    {Code::otherDatabaseError,
+     L"The database reports an error: #"}, // the last one, for what has no text of its own
 };
 
 } // namespace
 
 Failure error(Code code, std::wstring_view className, std::wstring_view detail)
 {
-    const auto* const found = std::find_if(std::begin(texts), std::end(texts),
+    const auto* const found = std::find_if(std::begin(texts), std::prev(std::end(texts)),
                                            [&](const auto& each) { return each.first == code; });
     std::wstring description(found->second);
     if (const auto place = description.find(L'#'); place != std::wstring::npos)

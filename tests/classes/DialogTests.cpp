@@ -1,4 +1,5 @@
 // What holds for every dialog: it opens, fails, is tried again and closes at any time, and leaves nothing open.
+#include "demo/host/tour/Captions.h"
 #include "framework/com/Boundary.h"
 #include "tests/classes/Cases.h"
 #include "tests/framework/Fakes.h"
@@ -7,7 +8,6 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <cwctype>
 #include <map>
 
 namespace korvane::test
@@ -460,10 +460,10 @@ TEST_P(FilledDialogTests, AccessKeysAreUniqueAndLeadToTheirControls)
     for (const HWND window : windowsOn(container.dialogWindow()))
     {
         const std::wstring text = Container::text(window);
-        const auto mark = text.find(L'&');
+        const wchar_t key = host::accessKeyOf(text);
         const bool hasCaption = classOf(window) == L"Static" || classOf(window) == L"Button";
-        if (hasCaption && IsWindowVisible(window) && IsWindowEnabled(window) && mark != std::wstring::npos)
-            keys[static_cast<wchar_t>(std::towupper(text.at(mark + 1)))].push_back(window);
+        if (hasCaption && IsWindowVisible(window) && IsWindowEnabled(window) && key != 0)
+            keys[key].push_back(window);
     }
     for (const auto& [key, windows] : keys)
     {

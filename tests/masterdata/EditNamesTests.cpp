@@ -31,6 +31,17 @@ protected:
         let(L"Sync", Variant(sync));
     }
 
+    /// What is called to add a resource whose login was entered, and whose addition failed then, without the login.
+    std::vector<std::string> takenBackAfterAFailure(const wchar_t* login)
+    {
+        prepare(1);
+        enter(login, 2);
+        data.fail("Names.SetRole", locked);
+        failed(1, locked);
+        enter(L"", noUser);
+        return executed(1);
+    }
+
     /// Anna as the dialog has read her.
     void prepareAnna() const
     {
@@ -283,26 +294,18 @@ TEST_F(EditNamesTests, ACreationThatFailedHalfWayIsCompletedByTheNextAttempt)
 
 TEST_F(EditNamesTests, ALoginThatIsTakenBackAfterAFailureLeavesNoAccount)
 {
-    prepare(1);
-    enter(L"dora", 2);
-    data.fail("Names.SetRole", locked);
-    failed(1, locked);
-    enter(L"", noUser);
-    EXPECT_THAT(executed(1), ElementsAre("Root.Names()", "Root.Accounts()", "Accounts.Detach(100)",
-                                         "Accounts.Remove(\"dora\")", "Names.SetSyncLogin(100, \"\")",
-                                         "Names.SetRole(100, -1)", "Names.AddToGroup(100, 4, 0)"));
+    EXPECT_THAT(takenBackAfterAFailure(L"dora"),
+                ElementsAre("Root.Names()", "Root.Accounts()", "Accounts.Detach(100)",
+                            "Accounts.Remove(\"dora\")", "Names.SetSyncLogin(100, \"\")",
+                            "Names.SetRole(100, -1)", "Names.AddToGroup(100, 4, 0)"));
 }
 
 TEST_F(EditNamesTests, AnAccountThatWasThereBeforeStaysWhenItsLoginIsTakenBackAfterAFailure)
 {
-    prepare(1);
-    enter(L"spare", 3);
-    data.fail("Names.SetRole", locked);
-    failed(1, locked);
-    enter(L"", noUser);
-    EXPECT_THAT(executed(1), ElementsAre("Root.Names()", "Root.Accounts()", "Accounts.Detach(100)",
-                                         "Names.SetSyncLogin(100, \"\")", "Names.SetRole(100, -1)",
-                                         "Names.AddToGroup(100, 4, 0)"));
+    EXPECT_THAT(takenBackAfterAFailure(L"spare"),
+                ElementsAre("Root.Names()", "Root.Accounts()", "Accounts.Detach(100)",
+                            "Names.SetSyncLogin(100, \"\")", "Names.SetRole(100, -1)",
+                            "Names.AddToGroup(100, 4, 0)"));
 
     // What the resource is read to have is its own.
     let(L"NameID", Variant(anna));

@@ -71,11 +71,15 @@ inline constexpr Word doubleClickItem{[](Visitor& visitor, Field list, Text text
     firstHalf.right = (firstHalf.left + firstHalf.right) / 2;
     visitor.doubleClickAt(listBox, middleOf(listBox, firstHalf), quoted(text));
 }};
+/// Calls a command by the access keys of its menu and of its entry there.
+inline constexpr Word chooseByKeys{[](Visitor& visitor, Text menu, Text item) {
+    visitor.press(menu);
+    visitor.waitForMenu();
+    visitor.press(item);
+}};
 /// Goes on with another account, by the menu.
 inline constexpr Word logInAs{[](Visitor& visitor, const std::wstring& login) {
-    visitor.press(L"Alt+F");
-    visitor.waitForMenu();
-    visitor.press(L"L");
+    chooseByKeys(L"Alt+F", L"L")(visitor);
     const HMENU accounts = accountMenu(GetMenu(visitor.mainWindow()));
     int index = -1;
     waitFor(L"the menu has an account " + login, [&] {
@@ -88,9 +92,7 @@ inline constexpr Word logInAs{[](Visitor& visitor, const std::wstring& login) {
 }};
 /// Closes the window by its menu.
 inline constexpr Word leave{[](Visitor& visitor) {
-    visitor.press(L"Alt+F");
-    visitor.waitForMenu();
-    visitor.press(L"X");
+    chooseByKeys(L"Alt+F", L"X")(visitor);
     waitFor(L"the window is gone", [&] { return !IsWindow(visitor.mainWindow()); });
 }};
 

@@ -41,11 +41,6 @@ constexpr Word accessKey{[](Visitor& visitor, wchar_t letter) {
     else
         PostMessageW(focusIn(visitor.mainWindow()), WM_SYSCHAR, letter, 1L << 29);
 }};
-constexpr Word chooseByKeys{[](Visitor& visitor, Text menu, Text item) {
-    visitor.press(menu);
-    visitor.waitForMenu();
-    visitor.press(item);
-}};
 /// Goes on in another language, which the menu has at a place, and then calls the way out in it.
 constexpr Word speak{[](Visitor& visitor, int place, const std::wstring& exit) {
     chooseByKeys(L"Alt+V", L"L")(visitor);

@@ -1,10 +1,10 @@
 #include "demo/host/CommandTable.h"
 
+#include "demo/host/tour/Captions.h"
 #include "framework/com/Boundary.h"
 
 #include <gtest/gtest.h>
 
-#include <cwctype>
 #include <set>
 #include <string_view>
 #include <utility>
@@ -14,12 +14,6 @@ namespace korvane::host
 
 namespace
 {
-
-wchar_t accessKeyOf(std::wstring_view caption)
-{
-    const auto at = caption.find(L'&');
-    return at == std::wstring_view::npos ? L'\0' : static_cast<wchar_t>(std::towupper(caption.at(at + 1)));
-}
 
 TEST(CommandTable, TellsEntriesByTheirId)
 {
