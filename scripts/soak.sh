@@ -1,11 +1,13 @@
 #!/usr/bin/env bash
 # What needs thousands of rounds to show itself, in both word sizes at the same time: dialogs that are opened and closed
-# again and again, a long run of the random link groups, and the demo's tour beside four busy loops. Stops at the first
-# failure and keeps what it left in build/soak.
+# again and again, a long run of the random link groups, and the demo's tour beside four busy loops. A tour mostly waits
+# until its screen is at rest, so several of them go on side by side. Stops at the first failure and keeps what it left
+# in build/soak.
 #
-# usage: scripts/soak.sh [--rounds N] [--tours N] [win32 | win64]
+# usage: scripts/soak.sh [--rounds N] [--tours N] [--at-once N] [win32 | win64]
 #   --rounds N   N times the rounds of the tests (20 unless given)
 #   --tours N    N tours (200 unless given); with one of the two options, only that
+#   --at-once N  N tours side by side in each word size (4 unless given)
 #   win32|win64  only this word size
 
 set -euo pipefail
@@ -16,10 +18,12 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 rounds=
 tours=
+at_once=4
 presets=()
 results=$PWD/build/soak
 stopped=$results/stopped
-started=()
+soaks=()
+loops=()
 
 usage() {
     sed -n '/^# usage/,/^$/s/^# \{0,1\}//p' "$0"
@@ -27,12 +31,16 @@ usage() {
 
 while (($#)); do
     case $1 in
-        --rounds | --tours)
+        --rounds | --tours | --at-once)
             if [[ ! ${2:-} =~ ^[1-9][0-9]*$ ]]; then
                 usage >&2
                 exit 2
             fi
-            if [[ $1 = --rounds ]]; then rounds=$2; else tours=$2; fi
+            case $1 in
+                --rounds) rounds=$2 ;;
+                --tours) tours=$2 ;;
+                *) at_once=$2 ;;
+            esac
             shift
             ;;
         win32 | win64) presets+=("$1") ;;
@@ -85,33 +93,57 @@ soak_tests() {
     done
 }
 
+# How many tours of a word size were begun, or ended, so far: several count at the same time.
+count() {
+    local file=$1 number=0
+    {
+        flock 9
+        [[ ! -s $file ]] || read -r number <"$file"
+        echo $((number + 1)) | tee "$file"
+    } 9>>"$file.lock"
+}
+
+# soak_tours PRESET PLACE: one tour after the other in a folder of their own, until enough were begun anywhere.
 soak_tours() {
-    local preset=$1 number log
-    mkdir -p "$results/$preset"
-    cd "$results/$preset"
-    for ((number = 1; number <= tours; ++number)); do
-        [[ ! -e $stopped ]] || break
-        log=$results/tour-$preset.log
+    local preset=$1 folder=$results/$1/$2 log=$results/tour-$1-$2.log number
+    mkdir -p "$folder"
+    cd "$folder"
+    while [[ ! -e $stopped ]] && number=$(count "$results/$preset/begun") && ((number <= tours)); do
         run "$log" "$korvane_root/build/$preset/KorvaneHost.exe" --tour . || fail "$preset" "tour $number" "$log"
+        number=$(count "$results/$preset/passed")
         if ((number % 10 == 0 || number == tours)); then say "$preset" "$number of $tours tours, ok"; fi
     done
 }
 
-# On a display, a prefix and a core of its own.
+# soak CORE NAME WHAT ARGUMENTS...: on a display, a prefix and a core of its own.
 soak() {
-    local preset=$1 core=$2
+    local core=$1 name=$2
+    shift 2
     trap stop_all EXIT
     keep_to_core "$core" || true
     start_display
-    prepare_prefix "$preset" "soak-$preset"
-    [[ -z $rounds ]] || soak_tests "$preset"
-    [[ -z $tours || -e $stopped ]] || soak_tours "$preset"
+    prepare_prefix "${name%%-*}" "soak-$name"
+    "$@"
+}
+
+# begin CORE NAME WHAT ARGUMENTS...
+begin() {
+    soak "$@" &
+    soaks+=($!)
+}
+
+# Ends with 1 if one of them failed.
+await() {
+    local job status=0
+    for job in "${soaks[@]}"; do wait "$job" || status=1; done
+    soaks=()
+    return "$status"
 }
 
 # shellcheck disable=SC2317 # the trap calls it
 finish() {
     local job
-    for job in ${started[@]+"${started[@]}"}; do kill "$job" 2>/dev/null || true; done
+    for job in ${soaks[@]+"${soaks[@]}"} ${loops[@]+"${loops[@]}"}; do kill "$job" 2>/dev/null || true; done
     wait
 }
 trap finish EXIT
@@ -128,19 +160,24 @@ for preset in "${presets[@]}"; do
 done
 
 mapfile -t cores < <(allowed_cores)
-soaks=()
-for preset in "${presets[@]}"; do
-    soak "$preset" "${cores[${#soaks[@]} % ${#cores[@]}]}" &
-    soaks+=($!)
-    started+=($!)
-done
+if [[ -n $rounds ]]; then
+    for preset in "${presets[@]}"; do
+        begin "${cores[${#soaks[@]} % ${#cores[@]}]}" "$preset" soak_tests "$preset"
+    done
+    await
+fi
 if [[ -n $tours ]]; then
     for _ in 1 2 3 4; do
         (trap - EXIT; exec setpriv --pdeathsig TERM bash -c 'while :; do :; done') &
-        started+=($!)
+        loops+=($!)
     done
+    for preset in "${presets[@]}"; do
+        rm -f "$results/$preset"/{begun,passed}
+    done
+    for ((place = 1; place <= at_once; ++place)); do
+        for preset in "${presets[@]}"; do
+            begin "${cores[${#soaks[@]} % ${#cores[@]}]}" "$preset-$place" soak_tours "$preset" "$place"
+        done
+    done
+    await
 fi
-
-status=0
-for job in "${soaks[@]}"; do wait "$job" || status=1; done
-exit "$status"
