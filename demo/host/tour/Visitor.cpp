@@ -149,14 +149,14 @@ void Visitor::dragTo(HWND window, POINT from, POINT to, const std::wstring& what
     user_.pressButton(from);
     user_.moveTo({(from.x + to.x) / 2, (from.y + to.y) / 2});
     user_.moveTo(to);
+    dragged_ = to;
 }
 
+/// Where the hand is, not the pointer: a display that has much to do shows for a while where the pointer was before.
 void Visitor::drop()
 {
     report_.detail(L"drop it");
-    POINT place{};
-    GetCursorPos(&place);
-    user_.releaseButton(place);
+    user_.releaseButton(dragged_);
 }
 
 void Visitor::choose(const wchar_t* menu, const wchar_t* item)

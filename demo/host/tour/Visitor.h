@@ -115,6 +115,7 @@ private:
     HWND list_;
     HWND schedule_;
     HWND dialog_ = nullptr;
+    POINT dragged_{}; ///< where the hand is that holds something
     const Bookings* bookings_ = nullptr;
     std::wstring folder_;
     Report& report_;
