@@ -222,6 +222,11 @@ void Control::focusNotified(bool arrived) const noexcept
         dialog_.focusLeft();
 }
 
+ComPtr<IUnknown> Control::keptAlive() const noexcept
+{
+    return ComPtr<IUnknown>(dialog_.identity());
+}
+
 HWND Control::makeWindow(HWND parent, int id, const wchar_t* windowClass, DWORD style, DWORD extendedStyle)
 {
     // Invisible and without extent until the dialog arranges its controls.
