@@ -60,6 +60,7 @@ void AppDialog::beginAnew()
     if (state_ != State::submitting)
         state_ = State::made;
     toBeShown_ = false;
+    rememberFocus(nullptr);
     freeze(false);
 }
 

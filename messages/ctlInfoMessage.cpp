@@ -140,7 +140,6 @@ void ctlInfoMessage::showPage()
 {
     fraInsertMessage.setVisible(!isOnInfo());
     info.setVisible(isOnInfo());
-    controlInfoChanged(); // each page has access keys of its own
 }
 
 /// OK stores the page that is seen. That is not yet the tab's own while the rows are read.
