@@ -50,6 +50,8 @@ public:
     void toolTipChanged(const Control& control);
     /// Runs a handler under the dialog's error trap.
     virtual void run(const std::function<void()>& handler) noexcept = 0;
+    /// Runs a box that the user has to answer first: the container disables what of its own would let him do otherwise.
+    virtual void runModal(const std::function<void()>& box) const = 0;
     virtual void focusArrived() noexcept = 0;
     virtual void focusLeft() noexcept = 0;
     /// The icon with an id, as wide and high as a number of pixels; null when there is none. The caller destroys it.

@@ -803,7 +803,10 @@ TEST_P(ListEditorTests, BlackAndNoColourAreReplacedByTheFirstSwatchWhenTheDataAr
 TEST_P(ListEditorTests, AnyColourIsChosenInThePlatformsDialog)
 {
     showed(1);
+    std::vector<bool> modeless;
+    container.onModeless = [&](bool enable) { modeless.push_back(enable); };
     chooseColor(VK_RETURN, own);
+    EXPECT_THAT(modeless, ElementsAre(false, true));
     EXPECT_EQ(color(), own);
     EXPECT_EQ(fillOf(shape()), own);
     EXPECT_EQ(fillOf(moreColors()), own);
