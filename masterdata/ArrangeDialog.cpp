@@ -50,6 +50,7 @@ bool ArrangeDialog::showsAll() const
 {
     const auto sorted = [](auto count, const auto& idAt) {
         std::vector<long> ids;
+        ids.reserve(static_cast<std::size_t>(count));
         for (decltype(count) index = 0; index < count; ++index)
             ids.push_back(idAt(index));
         std::sort(ids.begin(), ids.end());
