@@ -5,12 +5,17 @@ target_compile_definitions(korvane_options INTERFACE
   WINVER=0x0601 _WIN32_WINNT=0x0601 _WIN32_IE=0x0800)
 
 if(MSVC)
-  target_compile_options(korvane_options INTERFACE /W4 /WX /utf-8 /permissive- /Zc:__cplusplus /EHsc /GR- /Brepro)
+  # Has not been tried: its first warning is not to end the first build.
+  option(KORVANE_WARNINGS_AS_ERRORS "A warning ends the build" OFF)
+  target_compile_options(korvane_options INTERFACE
+    /W4 $<$<BOOL:${KORVANE_WARNINGS_AS_ERRORS}>:/WX> /utf-8 /permissive- /Zc:__cplusplus /EHsc /GR- /Brepro)
   target_link_options(korvane_options INTERFACE /Brepro)
   set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
 else()
+  option(KORVANE_WARNINGS_AS_ERRORS "A warning ends the build" ON)
   target_compile_options(korvane_options INTERFACE
-    $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion
+    $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic $<$<BOOL:${KORVANE_WARNINGS_AS_ERRORS}>:-Werror>
+      -Wshadow -Wconversion -Wsign-conversion
       -Wold-style-cast -Woverloaded-virtual -Wcast-qual -Wnull-dereference
       -Wduplicated-cond -Wlogical-op>
     # Function-local statics are constants or idempotent look-ups: guarding them would bring the runtime's locks in.
@@ -23,3 +28,10 @@ else()
   # What is built from the same sources is the same, byte for byte.
   target_link_options(korvane_options INTERFACE -Wl,--no-insert-timestamp)
 endif()
+
+# korvane_own_manifest(<target>): its resources hold a manifest, where the linker would put one of its own making.
+function(korvane_own_manifest target)
+  if(MSVC)
+    target_link_options(${target} PRIVATE /MANIFEST:NO)
+  endif()
+endfunction()

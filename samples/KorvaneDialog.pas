@@ -1,6 +1,7 @@
 // Not tried: no Delphi was at hand. A new activity in a form of the VCL. KorvaneDlg_TLB is what "Import Component > Import
 // a Type Library" makes of the registered KorvaneDlg.dll: TctlEditEvents, a TOleControl, with the events OnDone, OnError,
 // OnResize and OnSubmit (where TOleControl has an event of that name, the import gives another name to the new one).
+// The form has no .dfm: make it by TActivityForm.CreateNew(Application).
 unit KorvaneDialog;
 
 interface

@@ -148,6 +148,29 @@ static IEditGroups* addition(IRoot* root)
     return command;
 }
 
+/// The window around the dialog has the focus for it, and ends the program when the user closes it.
+static LRESULT CALLBACK frameProcedure(HWND window, UINT message, WPARAM first, LPARAM second)
+{
+    if (message == WM_SETFOCUS)
+        SetFocus(GetWindow(window, GW_CHILD));
+    else if (message == WM_DESTROY)
+        PostQuitMessage(0);
+    return DefWindowProcW(window, message, first, second);
+}
+
+static HWND createFrame()
+{
+    WNDCLASSW description{};
+    description.lpfnWndProc = frameProcedure;
+    description.hInstance = GetModuleHandleW(nullptr);
+    description.hCursor = LoadCursor(nullptr, IDC_ARROW);
+    description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+    description.lpszClassName = L"SiteHost";
+    RegisterClassW(&description);
+    return CreateWindowExW(WS_EX_CONTROLPARENT, description.lpszClassName, nullptr, WS_OVERLAPPEDWINDOW, 40,
+                           40, 300, 300, nullptr, nullptr, description.hInstance, nullptr);
+}
+
 int main()
 {
     std::setvbuf(stdout, nullptr, _IONBF, 0);
@@ -166,8 +189,7 @@ int main()
     const auto dialog = create<IDialogControl>(text);
     const auto object = as<IOleObject>(dialog);
     site.control = as<IOleInPlaceObject>(dialog);
-    site.frame = CreateWindowExW(WS_EX_CONTROLPARENT, L"Static", nullptr, WS_OVERLAPPEDWINDOW, 40, 40, 300,
-                                 300, nullptr, nullptr, nullptr, nullptr);
+    site.frame = createFrame();
     check(object->SetClientSite(&site), "site");
     check(object->DoVerb(OLEIVERB_SHOW, nullptr, &site, 0, site.frame, nullptr), "Show");
 
@@ -182,7 +204,7 @@ int main()
 
     const auto keyboard = as<IOleInPlaceActiveObject>(dialog);
     MSG message;
-    while (IsWindow(site.frame) && GetMessageW(&message, nullptr, 0, 0) > 0)
+    while (GetMessageW(&message, nullptr, 0, 0) > 0)
         if (keyboard->TranslateAccelerator(&message) != S_OK)
         {
             TranslateMessage(&message);

@@ -170,7 +170,7 @@ require_root() {
 }
 
 require_installable() {
-    command -v apt-get >/dev/null || die "apt-get is missing; this script serves Debian 12." \
+    command -v apt-get >/dev/null || die "apt-get is missing; this script serves Debian 12 and 13." \
         "Elsewhere, install the equivalents of: $*"
     [[ $(dpkg --print-architecture) = amd64 ]] || die "an amd64 machine is needed, this one is $(dpkg --print-architecture)."
 }
@@ -208,8 +208,9 @@ setup_wine() {
 
 setup_packages() {
     local wanted=("${packages[@]}")
-    # Node.js often comes from elsewhere than Debian: what counts is the command.
+    # Node.js and git often come from elsewhere than Debian: what counts is the command.
     command -v npm >/dev/null || wanted+=(npm)
+    command -v git >/dev/null || wanted+=(git)
     find_missing "${wanted[@]}"
     ((${#missing[@]})) || return 0
     require_installable "${missing[@]}"

@@ -27,9 +27,22 @@ until_says() {
     fail "the sample does not say \"$1\""
 }
 
-# use TITLE PROGRAM ARGUMENTS... -- KEY LINE KEY LINE...: starts a sample and presses keys, each of which makes it say a line.
+# close_by_button WINDOW PROCESS: until it ends.
+close_by_button() {
+    local tries width
+    width=$(xdotool getwindowgeometry --shell "$1" | sed -n 's/^WIDTH=//p')
+    for ((tries = 0; tries < 10; ++tries)); do
+        xdotool mousemove --window "$1" $((width - 14)) 14 click 1
+        sleep 1
+        if ! kill -0 "$2" 2>/dev/null; then return 0; fi
+    done
+    fail "the window does not close"
+}
+
+# use TITLE PROGRAM ARGUMENTS... -- KEY LINE KEY LINE...: starts a sample and presses keys, each of which makes it say a line;
+# without keys, closes its window.
 use() {
-    local title=$1 command=() sample
+    local title=$1 command=() sample window
     shift
     while [[ $1 != -- ]]; do
         command+=("$1")
@@ -39,7 +52,8 @@ use() {
     : >"$output"
     (exec timeout 120 "$KORVANE_WINE" "${command[@]}") </dev/null >"$output" 2>&1 &
     sample=$!
-    timeout 60 xdotool search --sync --onlyvisible --name "$title" >/dev/null || fail "${command[*]}: no window"
+    window=$(timeout 60 xdotool search --sync --onlyvisible --name "$title") || fail "${command[*]}: no window"
+    (($#)) || close_by_button "${window%%$'\n'*}" "$sample"
     while (($#)); do
         # A key that comes before the dialog has the focus is lost: once more, then.
         local tries keys=()
@@ -70,3 +84,4 @@ done < <(sed -n 's/^    \(i686-w64-mingw32-.*\)/\1/p' samples/README.md)
 use Activity "$arch/AtlHost.exe" -- alt+r Resize Return Submit
 use Activity "$arch/AtlHost.exe" employee -- Return Error Escape Done
 use Group "$arch/SiteHost.exe" -- "v a n s Return" Submit
+use Group "$arch/SiteHost.exe" --

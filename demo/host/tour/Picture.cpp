@@ -4,7 +4,15 @@
 #include "demo/host/GdiObject.h"
 #include "demo/host/tour/Screen.h"
 
+#include <algorithm>
+
 #include <objidl.h>
+
+// Its headers of Windows' kits up to 10.0.19041 take the macros of these names for granted.
+namespace Gdiplus
+{
+using std::max, std::min; // NOLINT(misc-unused-using-decls)
+} // namespace Gdiplus
 
 #include <gdiplus.h>
 

@@ -200,9 +200,13 @@ void User::releaseButton(POINT place) const
 
 void User::doubleClick(POINT place) const
 {
-    // At once: only so much time may pass between the clicks.
-    sendAll({mouseInput(place, MOUSEEVENTF_LEFTDOWN), mouseInput(place, MOUSEEVENTF_LEFTUP),
-             mouseInput(place, MOUSEEVENTF_LEFTDOWN), mouseInput(place, MOUSEEVENTF_LEFTUP)});
+    std::vector<INPUT> inputs{mouseInput(place, MOUSEEVENTF_LEFTDOWN), mouseInput(place, MOUSEEVENTF_LEFTUP),
+                              mouseInput(place, MOUSEEVENTF_LEFTDOWN), mouseInput(place, MOUSEEVENTF_LEFTUP)};
+    // At once, however long a busy machine takes to send them: only so much time may pass between the clicks.
+    const DWORD now = GetTickCount();
+    for (INPUT& input : inputs)
+        input.mi.time = now;
+    sendAll(std::move(inputs));
     untilTaken_();
 }
 

@@ -55,7 +55,8 @@ public:
     {
         std::ofstream(std::filesystem::path(file))
             << R"(<assembly xmlns="urn:schemas-microsoft-com:asm.v1" manifestVersion="1.0"><dependency>)"
-               R"(<dependentAssembly><assemblyIdentity type="win32" name="KorvaneData.Assembly" version="0.2.0.0"/>)"
+               R"(<dependentAssembly><assemblyIdentity type="win32" name="KorvaneData.Assembly")"
+               R"( version=")" KORVANE_VERSION R"(.0"/>)"
                R"(</dependentAssembly></dependency></assembly>)";
         const std::wstring folder = DataLayer::folder();
         ACTCTXW description{};
