@@ -44,6 +44,8 @@ public:
     /// Whether one of them has the focus.
     bool hasFocus() const noexcept { return window_ && IsChild(window_, GetFocus()); }
     bool isFrozen() const noexcept { return frozen_; }
+    /// Whether what happens comes of a key that is held down, and has come before.
+    bool isKeyRepeated() const noexcept { return keyRepeated_; }
     void add(Control& control) { controls_.push_back(&control); }
     void layoutChanged() noexcept;
     void textChanged() noexcept { textsChanged_ = true; }
@@ -97,6 +99,24 @@ protected:
         DialogWindow& dialog_;
     };
 
+    /// While it lives, what happens comes of a key.
+    class KeyPress
+    {
+    public:
+        KeyPress(DialogWindow& dialog, const MSG& message) noexcept
+            : dialog_(dialog),
+              former_(std::exchange(dialog.keyRepeated_, (HIWORD(message.lParam) & KF_REPEAT) != 0))
+        {
+        }
+        KeyPress(const KeyPress&) = delete;
+        KeyPress& operator=(const KeyPress&) = delete;
+        ~KeyPress() { dialog_.keyRepeated_ = former_; }
+
+    private:
+        DialogWindow& dialog_;
+        bool former_;
+    };
+
     /// The resolution of the window has changed.
     virtual void dpiChanged() = 0;
     /// The window is about to be seen.
@@ -132,6 +152,7 @@ private:
     bool layoutPending_ = false;
     bool textsChanged_ = false;
     bool frozen_ = false;
+    bool keyRepeated_ = false;
     bool controlsCreated_ = false;
 };
 
