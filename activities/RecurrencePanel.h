@@ -16,7 +16,8 @@ namespace korvane
 class RecurrencePanel
 {
 public:
-    /// @param command the command at hand, held: the container may set another one in any call out. @param onToggle called when the panel has opened or closed.
+    /// @param command the command at hand, held: the container may set another one in any call out. @param onToggle
+    /// called when the panel has opened or closed.
     RecurrencePanel(DialogWindow& dialog, const Place& place, std::function<ComPtr<EditEvents>()> command,
                     std::function<void()> onToggle);
 

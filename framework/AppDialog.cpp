@@ -72,6 +72,7 @@ void AppDialog::beginAnew()
     if (state_ != State::submitting)
         state_ = State::made;
     toBeShown_ = false;
+    rememberFocus(nullptr);
     freeze(false);
 }
 

@@ -144,7 +144,6 @@ void ctlInfoMessage::showPage()
     const auto goes = [](const Control* control) { return control->hasFocus() && !control->shows(); };
     if (std::ranges::any_of(controls(), goes))
         tabInfoMsg.setFocus();
-    controlInfoChanged(); // each page has access keys of its own
 }
 
 /// OK stores the page that is seen. That is not yet the tab's own while the rows are read.

@@ -60,7 +60,8 @@ void Control::setWidth(float width)
 
 void Control::setVisible(bool visible)
 {
-    visible_ = visible;
+    if (std::exchange(visible_, visible) != visible)
+        dialog_.reachChanged();
     dialog_.layoutChanged();
 }
 
@@ -74,6 +75,7 @@ void Control::setEnabled(bool enabled)
     if (enabled == enabled_)
         return;
     enabled_ = enabled;
+    dialog_.reachChanged();
     showEnabled();
 }
 
@@ -100,6 +102,7 @@ void Control::setTextValue(std::wstring_view text)
     if (window_)
         SetWindowTextW(window_, text_.c_str());
     dialog_.textChanged();
+    dialog_.reachChanged();
 }
 
 void Control::setToolTipText(std::wstring_view text)
@@ -219,7 +222,12 @@ void Control::focusNotified(bool arrived) const noexcept
     if (arrived)
         dialog_.focusArrived();
     else
-        dialog_.focusLeft();
+        dialog_.focusLeft(*this);
+}
+
+ComPtr<IUnknown> Control::keptAlive() const noexcept
+{
+    return ComPtr<IUnknown>(dialog_.identity());
 }
 
 HWND Control::makeWindow(HWND parent, int id, const wchar_t* windowClass, DWORD style, DWORD extendedStyle)

@@ -10,6 +10,7 @@
 // its header beside this one.
 #pragma once
 
+#include "framework/com/ComPtr.h"
 #include "framework/control/Geometry.h"
 
 #include <functional>
@@ -148,6 +149,8 @@ public:
     /// Shows the next page, or the one before. False for a control without pages.
     virtual bool turnsPage(bool) { return false; }
     void focusNotified(bool arrived) const noexcept;
+    /// The dialog, held.
+    ComPtr<IUnknown> keptAlive() const noexcept;
     /// The captions whose access keys lead to the control: its own, or that of each of its tabs. Null after the last.
     virtual const std::wstring* accessCaption(std::size_t) const noexcept { return nullptr; }
     /// Whether the access keys lead anywhere now.

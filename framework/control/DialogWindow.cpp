@@ -40,6 +40,16 @@ wchar_t accessKey(const std::wstring& caption) noexcept
     return 0;
 }
 
+/// What a host whose message loop is not a Unicode one makes of a character; 0 for one that is the same in either.
+wchar_t inCodePage(WPARAM character) noexcept
+{
+    const char narrow = static_cast<char>(character);
+    wchar_t wide = 0;
+    if (character >= 0x80 && character <= 0xFF)
+        MultiByteToWideChar(CP_ACP, 0, &narrow, 1, &wide, 1);
+    return wide;
+}
+
 /// The focus stays where it is until the container gives it.
 INT_PTR CALLBACK leaveFocusAlone(HWND, UINT, WPARAM, LPARAM) noexcept
 {
@@ -92,11 +102,15 @@ void DialogWindow::attachWindow(HWND parent)
     }
     if (parking_ && parent != parking_)
         DestroyWindow(std::exchange(parking_, nullptr));
-    if (const int dpi = windowDpi(window_); dpi != dpi_)
-    {
-        dpi_ = dpi;
+    createToolTips();
+    if (takeDpi())
         dpiChanged();
-    }
+}
+
+bool DialogWindow::takeDpi() noexcept
+{
+    const int dpi = window_ ? windowDpi(window_) : dpi_;
+    return std::exchange(dpi_, dpi) != dpi;
 }
 
 void DialogWindow::parkWindow() noexcept
@@ -106,6 +120,7 @@ void DialogWindow::parkWindow() noexcept
     ShowWindow(window_, SW_HIDE);
     if (!window_)
         return; // the container, told that the focus has left, has ended the dialog
+    destroyToolTips();
     parking_ = CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
                                module::instance(), nullptr);
     if (parking_)
@@ -114,8 +129,7 @@ void DialogWindow::parkWindow() noexcept
 
 void DialogWindow::destroyWindow() noexcept
 {
-    if (toolTips_)
-        DestroyWindow(std::exchange(toolTips_, nullptr));
+    destroyToolTips();
     if (window_)
         DestroyWindow(window_);
     if (parking_)
@@ -156,6 +170,15 @@ void DialogWindow::freeze(bool frozen) noexcept
         control->showEnabled();
 }
 
+bool DialogWindow::returnFocus() const noexcept
+{
+    const HWND last = lastFocus_ ? lastFocus_->window() : nullptr;
+    if (!last || !IsWindowVisible(last) || !IsWindowEnabled(last))
+        return false;
+    lastFocus_->setFocus();
+    return true;
+}
+
 void DialogWindow::applyFont()
 {
     const HFONT font = font_.handle(dpi_);
@@ -175,8 +198,11 @@ void DialogWindow::layoutChanged() noexcept
 
 DialogWindow::Batch::~Batch()
 {
-    if (--dialog_.batches_ == 0)
-        dialog_.arrange();
+    if (--dialog_.batches_ > 0)
+        return;
+    dialog_.arrange();
+    if (dialog_.window_ && std::exchange(dialog_.reachChanged_, false))
+        dialog_.accessKeysChanged();
 }
 
 void DialogWindow::arrange() noexcept
@@ -237,7 +263,9 @@ std::wstring DialogWindow::accessKeys() const
 
 bool DialogWindow::followAccessKey(MSG message) noexcept
 {
-    const AccessKey found = findAccessKey(static_cast<wchar_t>(message.wParam));
+    AccessKey found = findAccessKey(static_cast<wchar_t>(message.wParam));
+    if (!found.control)
+        found = findAccessKey(inCodePage(message.wParam));
     if (!found.control)
         return false;
     bool followed = true; // also where that fails
@@ -282,12 +310,14 @@ Control* DialogWindow::controlOf(HWND window) const noexcept
 
 void DialogWindow::post(const Control& control, LPARAM value) const noexcept
 {
-    PostMessageW(window_, postedMessage, reinterpret_cast<WPARAM>(control.window()), value);
+    if (window_) // to no window, it would go to the host's thread
+        PostMessageW(window_, postedMessage, reinterpret_cast<WPARAM>(control.window()), value);
 }
 
 void DialogWindow::postToDialog() const noexcept
 {
-    PostMessageW(window_, postedMessage, 0, 0);
+    if (window_)
+        PostMessageW(window_, postedMessage, 0, 0);
 }
 
 void DialogWindow::createToolTips()
@@ -297,9 +327,16 @@ void DialogWindow::createToolTips()
             toolTipChanged(*control);
 }
 
+void DialogWindow::destroyToolTips() noexcept
+{
+    if (toolTips_)
+        DestroyWindow(std::exchange(toolTips_, nullptr));
+}
+
+/// They belong to the window at the top, and would go with it: while the dialog is parked, there are none.
 void DialogWindow::toolTipChanged(const Control& control)
 {
-    if (!control.window())
+    if (!control.window() || parking_)
         return;
     if (!toolTips_)
     {
@@ -396,6 +433,8 @@ std::optional<LRESULT> DialogWindow::handle(UINT message, WPARAM first, LPARAM s
         return 0;
     case WM_SETFOCUS:
         focusArrived();
+        if (GetFocus() != window_ || returnFocus())
+            return 0; // the platform would begin at the first control
         return std::nullopt;
     case WM_SHOWWINDOW:
         if (first != FALSE)
@@ -408,11 +447,8 @@ std::optional<LRESULT> DialogWindow::handle(UINT message, WPARAM first, LPARAM s
         tellOfSystemColors();
         return std::nullopt;
     case dpiChangedAfterParent:
-        if (const int dpi = windowDpi(window_); dpi != dpi_)
-        {
-            dpi_ = dpi;
+        if (takeDpi())
             run([this] { dpiChanged(); });
-        }
         return 0;
     case WM_DESTROY:
         for (Control* control : controls_)

@@ -49,13 +49,15 @@ public:
     void add(Control& control) { controls_.push_back(&control); }
     void layoutChanged() noexcept;
     void textChanged() noexcept { textsChanged_ = true; }
+    /// A control has another caption, or is within reach or no longer: maybe the access keys are other ones.
+    void reachChanged() noexcept { reachChanged_ = true; }
     void toolTipChanged(const Control& control);
     /// Runs a handler under the dialog's error trap.
     virtual void run(const std::function<void()>& handler) noexcept = 0;
     /// Runs a box that the user has to answer first: the container disables what of its own would let him do otherwise.
     virtual void runModal(const std::function<void()>& box) const = 0;
     virtual void focusArrived() noexcept = 0;
-    virtual void focusLeft() noexcept = 0;
+    virtual void focusLeft(const Control& control) noexcept = 0;
     /// The icon with an id, as wide and high as a number of pixels; null when there is none. The caller destroys it.
     virtual HICON loadIcon(long id, int size) const noexcept = 0;
     /// Lets a control come back to something once the message at hand is over.
@@ -76,6 +78,13 @@ protected:
 
     /// Disables everything but the ways out, OK and Cancel, or lets it be as it was.
     void freeze(bool frozen) noexcept;
+
+    /// Gives the focus to the control that had it when it left the dialog. False where none can take it.
+    bool returnFocus() const noexcept;
+    void rememberFocus(const Control* control) noexcept { lastFocus_ = control; }
+
+    /// Notes the resolution of the window. True when it is another one.
+    bool takeDpi() noexcept;
 
     /// Gives every control the dialog's font, at the window's resolution.
     void applyFont();
@@ -119,6 +128,8 @@ protected:
 
     /// The resolution of the window has changed.
     virtual void dpiChanged() = 0;
+    /// The access keys may be other ones than before. Comes once for all that is done together.
+    virtual void accessKeysChanged() noexcept = 0;
     /// The window is about to be seen.
     virtual void windowShown() noexcept {}
     virtual void postedToDialog() {}
@@ -138,6 +149,7 @@ private:
     std::optional<LRESULT> handle(UINT message, WPARAM first, LPARAM second) noexcept;
     Control* controlOf(HWND window) const noexcept;
     void createToolTips();
+    void destroyToolTips() noexcept;
     void relayToToolTips(HWND control, UINT mouseMessage) const noexcept;
     void tellOfSystemColors() const noexcept;
 
@@ -146,11 +158,13 @@ private:
     HWND window_ = nullptr;
     HWND parking_ = nullptr;
     HWND toolTips_ = nullptr;
-    HFONT appliedFont_ = nullptr; ///< the one that the controls have
+    HFONT appliedFont_ = nullptr;        ///< the one that the controls have
+    const Control* lastFocus_ = nullptr; ///< had the focus when it left the dialog
     int dpi_ = 96;
     int batches_ = 0;
     bool layoutPending_ = false;
     bool textsChanged_ = false;
+    bool reachChanged_ = false;
     bool frozen_ = false;
     bool keyRepeated_ = false;
     bool controlsCreated_ = false;

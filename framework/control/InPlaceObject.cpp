@@ -100,6 +100,7 @@ void OleControl::enterContainer()
             requireActivation();
             frame_ = std::move(ownFrame);
             document_ = std::move(ownDocument);
+            takePosition(place); // at another resolution the dialog asks for another size, in this place
             attachWindow(parent);
             requireActivation();
         });
@@ -136,8 +137,10 @@ HRESULT OleControl::activateUi(const MSG* message)
     const HWND focus = GetFocus();
     if (focus && IsChild(window(), focus))
         return S_OK;
-    // Whoever comes by Shift+Tab meets the last control first.
     const bool byTab = message && message->message == WM_KEYDOWN && message->wParam == VK_TAB;
+    if (!byTab && returnFocus())
+        return uiActive_ && window() ? S_OK : E_ABORT;
+    // Whoever comes by Shift+Tab meets the last control first.
     const bool backwards = byTab && GetKeyState(VK_SHIFT) < 0;
     if (const HWND entered = backwards ? lastTabStop() : firstTabStop())
         SendMessageW(window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(entered), TRUE);
@@ -210,10 +213,9 @@ STDMETHODIMP OleControl::SetObjectRects(LPCRECT place, LPCRECT clip)
     if (!place)
         return E_POINTER;
     return held([&] {
-        const auto coordinate = [](LONG wanted) {
-            return std::clamp(wanted, -32768L, 32767L);
-        }; // of a window
-        position_ = {coordinate(place->left), coordinate(place->top)};
+        takePosition(*place);
+        if (takeDpi()) // not every container's windows are told of it
+            dpiChanged();
         if (const RECT own = placeInContainer(); resizable() && !EqualRect(&own, place))
             takeSize(toTwips(static_cast<float>(place->right) - static_cast<float>(place->left), dpi()),
                      toTwips(static_cast<float>(place->bottom) - static_cast<float>(place->top), dpi()));
@@ -222,6 +224,13 @@ STDMETHODIMP OleControl::SetObjectRects(LPCRECT place, LPCRECT clip)
         if (!EqualRect(&own, place))
             insistOnSize();
     });
+}
+
+/// The corner of a place, as far as a window can be there.
+void OleControl::takePosition(const RECT& place) noexcept
+{
+    const auto coordinate = [](LONG wanted) { return std::clamp(wanted, -32768L, 32767L); };
+    position_ = {coordinate(place.left), coordinate(place.top)};
 }
 
 STDMETHODIMP OleControl::ReactivateAndUndo()

@@ -77,15 +77,26 @@ bool OleControl::translates(LPMSG message) noexcept
         const HWND focus = GetFocus();
         if (takesDialogKey(*message))
             return true;
+        if (message->wParam == VK_TAB && (keyModifiers() & controlKey) != 0)
+            return false; // turns the pages of a dialog that has any, and is the container's in another
         MSG key = *message;
         if (GetFocus() != focus && IsChild(window(), GetFocus()))
             key.hwnd = GetFocus();
         if (message->wParam == VK_TAB && leavesByTab(GetKeyState(VK_SHIFT) < 0) &&
             containerTranslates(message))
-            return true; // the container has taken the focus on to what comes after the dialog
+        {
+            rememberFocus(nullptr); // the container has taken it on to what comes after the dialog
+            return true;
+        }
         // Other keys are left to the container first: they may be accelerators of its own.
         return window() && IsDialogMessageW(window(), &key);
     }
+    case WM_SYSKEYDOWN:
+        // As the dialog manager does, which sees the dialog's own keys only: Alt shows what the access keys are.
+        if ((HIWORD(message->lParam) & KF_ALTDOWN) != 0)
+            SendMessageW(window(), WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEACCEL | UISF_HIDEFOCUS),
+                         0);
+        return false;
     case WM_SYSCHAR:
         // A key that is none of the dialog's may belong to a menu or a neighbour.
         return followAccessKey(*message);
@@ -198,12 +209,13 @@ void OleControl::focusArrived() noexcept
         site->OnFocus(TRUE);
 }
 
-void OleControl::focusLeft() noexcept
+void OleControl::focusLeft(const Control& control) noexcept
 {
     const HWND now = GetFocus();
     if (!focused_ || (now && IsChild(window(), now)))
         return;
     focused_ = false;
+    rememberFocus(&control);
     if (const auto site = clientSite().as<IOleControlSite>())
         site->OnFocus(FALSE);
 }

@@ -29,7 +29,8 @@ LRESULT CALLBACK keys(HWND window, UINT message, WPARAM first, LPARAM second, UI
         if (!control.takesKey(static_cast<WORD>(first), keyModifiers()))
             break;
         dropCharacter(window, message);
-        return 0;
+        // When Alt goes up, the platform opens the menu, unless another key has come by here: any one will do.
+        return message == WM_SYSKEYDOWN ? DefWindowProcW(window, message, 0, second) : 0;
     case WM_CHAR:
         if (!control.takesCharacter(static_cast<wchar_t>(first)))
             break;
@@ -37,6 +38,8 @@ LRESULT CALLBACK keys(HWND window, UINT message, WPARAM first, LPARAM second, UI
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
     {
+        // The container, which the control's own notification tells, may let go of the dialog.
+        const ComPtr<IUnknown> alive(control.keptAlive());
         const LRESULT result = DefSubclassProc(window, message, first, second);
         control.focusNotified(message == WM_SETFOCUS);
         return result;

@@ -60,8 +60,17 @@ Variant OleControl::ambientProperty(DISPID property) const
 
 void OleControl::controlInfoChanged() noexcept
 {
+    attempt([&] { toldKeys_ = accessKeys(); });
     if (const auto site = clientSite().as<IOleControlSite>())
         site->OnControlInfoChanged();
+}
+
+void OleControl::accessKeysChanged() noexcept
+{
+    attempt([&] {
+        if (accessKeys() != toldKeys_)
+            controlInfoChanged();
+    });
 }
 
 STDMETHODIMP OleControl::OnAmbientPropertyChange(DISPID property)

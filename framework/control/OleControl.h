@@ -151,6 +151,8 @@ protected:
 
     /// Tells the container that access keys may have changed.
     void controlInfoChanged() noexcept;
+    /// Tells it where they have, since it was told last.
+    void accessKeysChanged() noexcept override;
 
     /// The container has changed its font.
     virtual void ambientFontChanged() = 0;
@@ -159,7 +161,7 @@ protected:
     virtual void closing() noexcept = 0;
 
     void focusArrived() noexcept override;
-    void focusLeft() noexcept override;
+    void focusLeft(const Control& control) noexcept override;
 
 private:
     /// What is being changed between the dialog and its container. The container may deactivate the dialog, or end it,
@@ -200,6 +202,7 @@ private:
     }
     void hide() noexcept;
     void end() noexcept;
+    void takePosition(const RECT& place) noexcept;
     void takeSize(float width, float height) noexcept;
     RECT placeInContainer() const noexcept;
     void moveWindow(const RECT& clip) noexcept;
@@ -230,6 +233,7 @@ private:
     bool clipped_ = false; ///< the container shows a part of the window only
     bool insisting_ = false;
     bool focused_ = false;
+    std::wstring toldKeys_; ///< the access keys that the container was last told of
     struct DestroyAccelerators
     {
         void operator()(HACCEL table) const noexcept { DestroyAcceleratorTable(table); }

@@ -34,7 +34,7 @@ STDMETHODIMP OleControl::IsDirty()
 
 STDMETHODIMP OleControl::InitNew()
 {
-    enabled_ = true;
+    setEnabled(true);
     dirty_ = false;
     return S_OK;
 }

@@ -1,6 +1,7 @@
 #include "framework/control/TabStrip.h"
 
 #include "framework/com/Failure.h"
+#include "framework/control/DialogWindow.h"
 
 #include <commctrl.h>
 
@@ -63,6 +64,7 @@ void TabStrip::setTabCaption(std::wstring_view key, std::wstring_view caption)
     const std::size_t index = indexOf(key);
     tabs_[index].caption = caption;
     withItem(tabs_[index].caption, [&](LPARAM item) { return send(TCM_SETITEMW, index, item); });
+    dialog_.reachChanged();
 }
 
 void TabStrip::select(std::wstring_view key)

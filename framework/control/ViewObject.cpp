@@ -3,14 +3,48 @@
 namespace korvane
 {
 
+namespace
+{
+
+/// Lets what is drawn in an extent, from 0 on, appear in bounds of the mapping that the container has chosen.
+/// @param window what the container maps to the whole of a metafile.
+void mapOnto(HDC context, SIZE extent, RECT bounds, const RECT& window) noexcept
+{
+    if (GetObjectType(context) == OBJ_METADC)
+    {
+        // The viewport is that of whoever plays it.
+        const int width = bounds.right - bounds.left;
+        const int height = bounds.bottom - bounds.top;
+        SetWindowOrgEx(context, MulDiv(window.left - bounds.left, extent.cx, width),
+                       MulDiv(window.top - bounds.top, extent.cy, height), nullptr);
+        SetWindowExtEx(context, MulDiv(window.right - window.left, extent.cx, width),
+                       MulDiv(window.bottom - window.top, extent.cy, height), nullptr);
+        return;
+    }
+    LPtoDP(context, reinterpret_cast<POINT*>(&bounds), 2);
+    ModifyWorldTransform(context, nullptr, MWT_IDENTITY);
+    SetMapMode(context, MM_ANISOTROPIC);
+    SetWindowOrgEx(context, 0, 0, nullptr);
+    SetWindowExtEx(context, extent.cx, extent.cy, nullptr);
+    SetViewportExtEx(context, bounds.right - bounds.left, bounds.bottom - bounds.top, nullptr);
+    SetViewportOrgEx(context, bounds.left, bounds.top, nullptr);
+}
+
+RECT rectangle(const RECTL& sides) noexcept
+{
+    return {sides.left, sides.top, sides.right, sides.bottom};
+}
+
+} // namespace
+
 STDMETHODIMP OleControl::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC context, LPCRECTL bounds,
-                              LPCRECTL, BOOL(CALLBACK*)(ULONG_PTR), ULONG_PTR)
+                              LPCRECTL windowBounds, BOOL(CALLBACK*)(ULONG_PTR), ULONG_PTR)
 {
     if (!bounds)
         return E_POINTER;
     if (aspect != DVASPECT_CONTENT)
         return DV_E_DVASPECT;
-    const RECT target{bounds->left, bounds->top, bounds->right, bounds->bottom};
+    const RECT target = rectangle(*bounds);
     if (!window())
     {
         FillRect(context, &target, GetSysColorBrush(COLOR_BTNFACE));
@@ -20,10 +54,8 @@ STDMETHODIMP OleControl::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, H
     // one by one, as not every platform passes the message on to them.
     const RECT own = placeInContainer();
     const int saved = SaveDC(context);
-    SetMapMode(context, MM_ANISOTROPIC);
-    SetWindowExtEx(context, own.right - own.left, own.bottom - own.top, nullptr);
-    SetViewportExtEx(context, target.right - target.left, target.bottom - target.top, nullptr);
-    SetViewportOrgEx(context, target.left, target.top, nullptr);
+    mapOnto(context, {own.right - own.left, own.bottom - own.top}, target,
+            windowBounds ? rectangle(*windowBounds) : target);
     const auto print = [&](HWND printed, const Place& place) {
         const int unmoved = SaveDC(context);
         OffsetWindowOrgEx(context, -toPixels(place.left, dpi()), -toPixels(place.top, dpi()), nullptr);

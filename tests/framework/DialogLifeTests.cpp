@@ -3,6 +3,7 @@
 #include "tests/framework/TestDialog.h"
 #include "tests/support/Questions.h"
 
+#include <commctrl.h>
 #include <gmock/gmock.h>
 
 namespace korvane::test
@@ -19,6 +20,19 @@ class DialogLifeTests : public DialogTest
 protected:
     void clickOk() { Container::click(dialog->fraCommands.cmdOk.window()); }
     void clickCancel() { Container::click(dialog->fraCommands.cmdCancel.window()); }
+
+    bool hasToolTip(const Control& control) const
+    {
+        TOOLINFOW tool{};
+        tool.cbSize = TTTOOLINFOW_V1_SIZE;
+        tool.hwnd = dialog->window();
+        tool.uId = reinterpret_cast<UINT_PTR>(control.window());
+        HWND tips = nullptr;
+        do
+            tips = FindWindowExW(nullptr, tips, TOOLTIPS_CLASSW, nullptr);
+        while (tips && !SendMessageW(tips, TTM_GETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&tool)));
+        return tips && GetWindow(tips, GW_OWNER) == container.window();
+    }
 };
 
 class PlainContainerTests : public DialogTest
@@ -438,6 +452,17 @@ TEST_F(DialogLifeTests, ADialogMayBeReadiedBeforeItIsActive)
     EXPECT_TRUE(IsWindowVisible(box));
     EXPECT_EQ(text(dialog->txtName), L"Drivers");
     EXPECT_TRUE(IsChild(container.window(), box));
+    EXPECT_TRUE(hasToolTip(dialog->txtName));
+}
+
+TEST_F(DialogLifeTests, NothingIsPostedToAWindowThatHasGone)
+{
+    ASSERT_TRUE(show());
+    container.pump();
+    container.close();
+    dialog->post(dialog->txtName, 1);
+    MSG message; // of no window, it would be the host's
+    EXPECT_FALSE(PeekMessageW(&message, reinterpret_cast<HWND>(-1), 0, 0, PM_REMOVE));
 }
 
 TEST_F(DialogLifeTests, WhatWasTypedSurvivesDeactivation)

@@ -107,8 +107,21 @@ public:
 
     HRESULT draw(IViewObject2& object, DWORD aspect = DVASPECT_CONTENT) const
     {
-        const RECTL bounds{0, 0, extent_.cx, extent_.cy};
+        return drawIn(object, {0, 0, extent_.cx, extent_.cy}, aspect);
+    }
+
+    /// @param bounds in the mapping of the context.
+    HRESULT drawIn(IViewObject2& object, const RECTL& bounds, DWORD aspect = DVASPECT_CONTENT) const
+    {
         return object.Draw(aspect, -1, nullptr, nullptr, nullptr, context, &bounds, nullptr, nullptr, 0);
+    }
+
+    void forgetMapping() const
+    {
+        ModifyWorldTransform(context, nullptr, MWT_IDENTITY);
+        SetMapMode(context, MM_TEXT);
+        SetWindowOrgEx(context, 0, 0, nullptr);
+        SetViewportOrgEx(context, 0, 0, nullptr);
     }
 
     COLORREF centre(const RECT& place) const
@@ -158,6 +171,15 @@ TEST_F(DialogStateTests, ANewDialogIsEnabledAndNotDirty)
     CLSID id{};
     EXPECT_EQ(stream->GetClassID(&id), S_OK);
     EXPECT_EQ(id, *TestDialog::classId());
+}
+
+TEST_F(DialogStateTests, ADialogThatIsMadeNewIsEnabledWhateverItWas)
+{
+    ASSERT_TRUE(show());
+    EXPECT_EQ(dialog->put_Enabled(VARIANT_FALSE), S_OK);
+    EXPECT_EQ(stream->InitNew(), S_OK);
+    EXPECT_TRUE(IsWindowEnabled(container.dialogWindow()));
+    EXPECT_EQ(stream->IsDirty(), S_FALSE);
 }
 
 TEST_F(DialogStateTests, AStreamBringsTheStateBack)
@@ -274,6 +296,86 @@ TEST_F(DialogStateTests, ADrawnDialogShowsItsControls)
     EXPECT_EQ(drawing.draw(*dialog), S_OK);
     EXPECT_EQ(drawing.centre(container.place(dialog->txtInner.window())), GetSysColor(COLOR_WINDOW));
     EXPECT_EQ(drawing.centre(container.place(dialog->lstInner.window())), GetSysColor(COLOR_WINDOW));
+}
+
+/// How a container has its context when it asks for a drawing in the left upper quarter of the bitmap.
+struct Mapping
+{
+    const char* name;
+    void (*set)(HDC context, SIZE half);
+    RECTL (*bounds)(SIZE half);
+};
+
+class MappedDrawingTests : public DialogStateTests, public testing::WithParamInterface<Mapping>
+{
+};
+
+TEST_P(MappedDrawingTests, TheBoundsAreThoseOfTheContainersMapping)
+{
+    ASSERT_TRUE(show());
+    container.pump();
+    const SIZE half{size().cx / 2, size().cy / 2};
+    const Drawing drawing(size());
+    GetParam().set(drawing.context, half);
+    EXPECT_EQ(drawing.drawIn(*dialog, GetParam().bounds(half)), S_OK);
+    // The container's mapping is as it was.
+    POINT corner{GetParam().bounds(half).left, GetParam().bounds(half).top};
+    LPtoDP(drawing.context, &corner, 1);
+    EXPECT_EQ(corner.x, 0);
+    EXPECT_EQ(corner.y, 0);
+    drawing.forgetMapping();
+    RECT list = container.place(dialog->lstInner.window());
+    EXPECT_EQ(GetPixel(drawing.context, (list.left + list.right) / 4, (list.top + list.bottom) / 4),
+              GetSysColor(COLOR_WINDOW));
+    EXPECT_EQ(GetPixel(drawing.context, 1, 1), GetSysColor(COLOR_BTNFACE));
+    EXPECT_EQ(GetPixel(drawing.context, half.cx - 2, half.cy - 2), GetSysColor(COLOR_BTNFACE));
+    EXPECT_EQ(GetPixel(drawing.context, half.cx + 2, half.cy - 2), Drawing::paper);
+    EXPECT_EQ(GetPixel(drawing.context, half.cx - 2, half.cy + 2), Drawing::paper);
+}
+
+constexpr Mapping mappings[] = {
+    {"pixels", [](HDC, SIZE) {}, [](SIZE half) { return RECTL{0, 0, half.cx, half.cy}; }},
+    {"offset", [](HDC context, SIZE) { SetViewportOrgEx(context, -30, -20, nullptr); },
+     [](SIZE half) { return RECTL{30, 20, 30 + half.cx, 20 + half.cy}; }},
+    {"scrolled", [](HDC context, SIZE) { SetWindowOrgEx(context, 300, 200, nullptr); },
+     [](SIZE half) { return RECTL{300, 200, 300 + half.cx, 200 + half.cy}; }},
+    {"scaled",
+     [](HDC context, SIZE half) {
+         SetMapMode(context, MM_ANISOTROPIC);
+         SetWindowExtEx(context, 1000, -1000, nullptr); // upwards, as metric modes go
+         SetViewportExtEx(context, half.cx, half.cy, nullptr);
+     },
+     [](SIZE) { return RECTL{0, 0, 1000, -1000}; }},
+    {"transformed",
+     [](HDC context, SIZE) {
+         SetGraphicsMode(context, GM_ADVANCED);
+         const XFORM larger{2, 0, 0, 2, -40, -20};
+         SetWorldTransform(context, &larger);
+     },
+     [](SIZE half) { return RECTL{20, 10, 20 + half.cx / 2, 10 + half.cy / 2}; }},
+};
+
+INSTANTIATE_TEST_SUITE_P(Container, MappedDrawingTests, testing::ValuesIn(mappings),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+TEST_F(DialogStateTests, AMetafileIsDrawnInTheWindowThatItHas)
+{
+    ASSERT_TRUE(show());
+    const HDC context = CreateMetaFileW(nullptr);
+    const RECTL whole{0, 0, 2000, 2000};
+    const RECTL quarter{1000, 1000, 2000, 2000};
+    EXPECT_EQ(
+        dialog->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, context, &quarter, &whole, nullptr, 0),
+        S_OK);
+    const HMETAFILE drawn = CloseMetaFile(context);
+    const Drawing drawing(size());
+    SetMapMode(drawing.context, MM_ANISOTROPIC);
+    SetViewportExtEx(drawing.context, size().cx, size().cy, nullptr);
+    EXPECT_TRUE(PlayMetaFile(drawing.context, drawn));
+    DeleteMetaFile(drawn);
+    drawing.forgetMapping();
+    EXPECT_EQ(GetPixel(drawing.context, size().cx / 2 - 2, size().cy / 2 - 2), Drawing::paper);
+    EXPECT_EQ(GetPixel(drawing.context, size().cx / 2 + 2, size().cy / 2 + 2), GetSysColor(COLOR_BTNFACE));
 }
 
 TEST_F(DialogStateTests, ADialogWithoutAWindowDrawsItsGround)

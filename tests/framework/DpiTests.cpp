@@ -87,6 +87,31 @@ int fontHeight(const Control& control)
     return heightOf(reinterpret_cast<HFONT>(SendMessageW(control.window(), WM_GETFONT, 0, 0)));
 }
 
+/// Gives the dialog a place away from its corner.
+class OffsetSite final : public host::ControlSite
+{
+public:
+    static constexpr POINT corner{12, 8};
+
+    using ControlSite::ControlSite;
+
+    std::vector<POINT> asked; ///< the corners of the places that the dialog asks for
+
+    STDMETHODIMP GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, LPRECT place,
+                                  LPRECT clip, LPOLEINPLACEFRAMEINFO information) override
+    {
+        const HRESULT result = ControlSite::GetWindowContext(frame, document, place, clip, information);
+        OffsetRect(place, corner.x, corner.y);
+        *clip = *place;
+        return result;
+    }
+    STDMETHODIMP OnPosRectChange(LPCRECT place) override
+    {
+        asked.push_back({place->left, place->top});
+        return S_OK;
+    }
+};
+
 class DpiDialogTests : public DialogTest, public testing::WithParamInterface<int>
 {
 protected:
@@ -227,6 +252,28 @@ TEST_P(DpiDialogTests, TheContainerIsAskedForTheSizeAtThatResolution)
         EXPECT_EQ(container.extent.cx, toPixels(TestDialog::designWidth, GetParam()));
         EXPECT_EQ(container.extent.cy, toPixels(TestDialog::designHeight, GetParam()));
     }
+}
+
+TEST_P(DpiDialogTests, TheSizeAtThatResolutionIsAskedForWhereTheContainerPutsTheDialog)
+{
+    const auto site = make<OffsetSite>(container.window());
+    container.site = ComPtr<host::ControlSite>(site.get());
+    ASSERT_TRUE(show());
+    EXPECT_EQ(site->asked.empty(), GetParam() == 96);
+    for (const POINT corner : site->asked)
+    {
+        EXPECT_EQ(corner.x, OffsetSite::corner.x);
+        EXPECT_EQ(corner.y, OffsetSite::corner.y);
+    }
+}
+
+TEST_P(DpiDialogTests, AContainerThatIsToldAloneTakesTheDialogAlong)
+{
+    monitor.set(96);
+    ASSERT_TRUE(show());
+    monitor.set(GetParam());
+    container.site->resize(size());
+    expectAt(GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(EachResolution, DpiTests, Values(96, 144, 192));

@@ -2,6 +2,7 @@
 #include "tests/framework/ControlDialog.h"
 #include "tests/support/Allocation.h"
 
+#include <commctrl.h>
 #include <gmock/gmock.h>
 
 namespace korvane::test
@@ -45,8 +46,10 @@ struct ForeignLayout
     {
         cmdChange.onClick = [this] { ++changed; };
         cmdUndo.onClick = [this] { ++undone; };
+        cmdOther.onClick = [this] { ++other; };
     }
 
+    int other = 0;
     int changed = 0;
     int undone = 0;
 
@@ -54,6 +57,7 @@ struct ForeignLayout
     TextBox txtName{dialog, {.name = L"txtName", .place = {120, 120, 1500, 315}}};
     Button cmdChange{dialog, {.name = L"cmdChange", .place = {120, 600, 1200, 345}, .text = L"&\u00C6ndre"}};
     Button cmdUndo{dialog, {.name = L"cmdUndo", .place = {1500, 600, 1200, 345}, .text = L"Fortr&\u00F8d"}};
+    Button cmdOther{dialog, {.name = L"cmdOther", .place = {1500, 120, 1200, 345}, .text = L"&\u0160koda"}};
 };
 
 class ForeignKeyTests : public ControlTest<ForeignLayout>
@@ -79,24 +83,47 @@ SHORT WINAPI danishKeyOf(WCHAR character)
     return character == 0xE6 ? VK_OEM_3 : SHORT{-1};
 }
 
-/// The Shift key, held down for this thread.
-class HeldShift
+/// A key, held down for this thread.
+class HeldKey
 {
 public:
-    explicit HeldShift(bool held)
+    explicit HeldKey(int key, bool held = true)
     {
         GetKeyboardState(former_);
         BYTE state[256];
         GetKeyboardState(state);
-        state[VK_SHIFT] = held ? 0x80 : 0;
+        state[key] = held ? 0x80 : 0;
         SetKeyboardState(state);
     }
-    HeldShift(const HeldShift&) = delete;
-    HeldShift& operator=(const HeldShift&) = delete;
-    ~HeldShift() { SetKeyboardState(former_); }
+    HeldKey(const HeldKey&) = delete;
+    HeldKey& operator=(const HeldKey&) = delete;
+    ~HeldKey() { SetKeyboardState(former_); }
 
 private:
     BYTE former_[256]{};
+};
+
+LRESULT CALLBACK noteUiState(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR,
+                             DWORD_PTR changes)
+{
+    if (message == WM_CHANGEUISTATE)
+        reinterpret_cast<std::vector<WPARAM>*>(changes)->push_back(first);
+    return DefSubclassProc(window, message, first, second);
+}
+
+/// Counts how often it is told of other access keys.
+class CountingSite final : public host::ControlSite
+{
+public:
+    using ControlSite::ControlSite;
+
+    int told = 0;
+
+    STDMETHODIMP OnControlInfoChanged() override
+    {
+        ++told;
+        return S_OK;
+    }
 };
 
 class KeyboardTests : public ControlTest<KeyboardLayout>
@@ -148,7 +175,7 @@ protected:
     void enterByTab(bool backwards)
     {
         SetFocus(neighbour);
-        const HeldShift shift(backwards);
+        const HeldKey shift(VK_SHIFT, backwards);
         MSG tab{neighbour, WM_KEYDOWN, VK_TAB, 0, 0, {}};
         const RECT place{0, 0, container.site->extent().cx, container.site->extent().cy};
         EXPECT_EQ(
@@ -256,6 +283,71 @@ TEST_F(KeyboardTests, WhoComesByTabAgainStartsAnewEachTime)
     EXPECT_THAT(tabsOut, ElementsAre(false, true));
 }
 
+TEST_F(KeyboardTests, WhoComesBackFromElsewhereGoesOnWhereHeWas)
+{
+    SetWindowTextW(first(), L"abc");
+    focus(first());
+    SendMessageW(first(), EM_SETSEL, 1, 2);
+    const auto expectThere = [&] {
+        EXPECT_EQ(GetFocus(), first());
+        EXPECT_EQ(SendMessageW(first(), EM_GETSEL, 0, 0), MAKELRESULT(1, 2));
+    };
+    SetFocus(neighbour);
+    SetFocus(dialog->window());
+    expectThere();
+    SetFocus(neighbour);
+    container.site->activateUi();
+    expectThere();
+    SetFocus(neighbour);
+    dialog->UIDeactivate();
+    SetFocus(dialog->window());
+    expectThere();
+
+    focus(okButton());
+    SetFocus(neighbour);
+    SetFocus(dialog->window());
+    EXPECT_EQ(GetFocus(), okButton());
+    enterByTab(false);
+    EXPECT_EQ(GetFocus(), first());
+}
+
+TEST_F(KeyboardTests, WhoCannotGoOnWhereHeWasBeginsAtTheFirstControl)
+{
+    const auto comeBack = [&](const std::function<void()>& meanwhile) {
+        focus(layout().lstList.window());
+        SetFocus(neighbour);
+        meanwhile();
+        SetFocus(dialog->window());
+        EXPECT_EQ(GetFocus(), first());
+    };
+    comeBack([&] { layout().lstList.setEnabled(false); });
+    layout().lstList.setEnabled(true);
+    comeBack([&] { layout().lstList.setVisible(false); });
+    layout().lstList.setVisible(true);
+    comeBack([&] { container.ready(); });
+    letTabOut();
+    focus(last());
+    container.press(VK_TAB);
+    SetFocus(dialog->window()); // as some containers do at the next Tab
+    EXPECT_EQ(GetFocus(), first());
+}
+
+TEST_F(KeyboardTests, AltShowsTheAccessKeys)
+{
+    // Wine keeps no such state: that the window is told of it is all that can be seen there.
+    std::vector<WPARAM> changes;
+    SetWindowSubclass(dialog->window(), &noteUiState, 0, reinterpret_cast<DWORD_PTR>(&changes));
+    EXPECT_EQ(translate(first(), WM_SYSKEYDOWN, VK_MENU), S_FALSE);
+    EXPECT_THAT(changes, ElementsAre(MAKEWPARAM(UIS_CLEAR, UISF_HIDEACCEL | UISF_HIDEFOCUS)));
+}
+
+TEST_F(KeyboardTests, CtrlTabIsLeftToTheContainerWhereThereAreNoTabs)
+{
+    const HeldKey control(VK_CONTROL);
+    EXPECT_EQ(translate(first(), WM_KEYDOWN, VK_TAB), S_FALSE);
+    EXPECT_EQ(GetFocus(), first());
+}
+
 TEST_F(KeyboardTests, AnAccessKeyFromOutsideOfALabelFocusesWhatItNames)
 {
     for (const auto& [message, key] : {std::pair{WM_SYSCHAR, 'f'}, std::pair{WM_SYSKEYDOWN, 'F'}})
@@ -298,6 +390,26 @@ TEST_F(KeyboardTests, TheContainerIsToldTheAccessKeysInForce)
     EXPECT_EQ(dialog->GetControlInfo(nullptr), E_POINTER);
 }
 
+TEST_F(KeyboardTests, TheContainerIsToldWhenTheAccessKeysChange)
+{
+    container.close();
+    const auto site = make<CountingSite>(container.window());
+    container.site = ComPtr<host::ControlSite>(site.get());
+    dialog = make<ControlDialog<KeyboardLayout>>();
+    SetUp();
+    EXPECT_EQ(site->told, 1);
+    layout().cmdApply.onClick = [&] {
+        layout().cmdHidden.setVisible(true);
+        layout().cmdOff.setEnabled(true);
+    };
+    Container::click(layout().cmdApply.window());
+    EXPECT_EQ(site->told, 2);
+    Container::click(layout().cmdApply.window());
+    layout().cmdApply.onClick = [&] { layout().lstList.setVisible(false); };
+    Container::click(layout().cmdApply.window()); // the label still has the key
+    EXPECT_EQ(site->told, 2);
+}
+
 TEST_F(KeyboardTests, AccessKeysWorkWithinTheDialog)
 {
     focus(last());
@@ -338,6 +450,16 @@ TEST_F(ForeignKeyTests, AnAccessKeyOfAnyAlphabetWorksWithinTheDialog)
     container.pump();
     EXPECT_EQ(layout().changed, 2);
     EXPECT_EQ(layout().undone, 1);
+}
+
+TEST_F(ForeignKeyTests, AHostWithoutUnicodeTellsItsCharacterInTheCodePage)
+{
+    char narrow = 0;
+    ASSERT_EQ(WideCharToMultiByte(CP_ACP, 0, L"\u0160", 1, &narrow, 1, nullptr, nullptr), 1);
+    MSG message = pressed(WM_SYSCHAR, static_cast<BYTE>(narrow), layout().txtName.window());
+    EXPECT_EQ(dialog->TranslateAccelerator(&message), S_OK);
+    container.pump();
+    EXPECT_EQ(layout().other, 1);
 }
 
 TEST_F(ForeignKeyTests, TheContainerKnowsItByItsCharacter)

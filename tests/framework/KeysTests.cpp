@@ -2,6 +2,7 @@
 #include "framework/control/Keys.h"
 #include "tests/framework/ControlDialog.h"
 
+#include <commctrl.h>
 #include <gmock/gmock.h>
 
 namespace korvane::test
@@ -67,6 +68,15 @@ struct KeysLayout
     int applied = 0;
 };
 
+/// How often the platform opens the menu.
+LRESULT CALLBACK countMenus(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR, DWORD_PTR count)
+{
+    if (message != WM_SYSCOMMAND || (first & 0xFFF0) != SC_KEYMENU)
+        return DefSubclassProc(window, message, first, second);
+    ++*reinterpret_cast<int*>(count);
+    return 0;
+}
+
 class KeysTests : public ControlTest<KeysLayout>
 {
 protected:
@@ -131,6 +141,21 @@ TEST_F(KeysTests, ACharacterThatIsTakenIsNotTyped)
     container.type(L"axb");
     EXPECT_EQ(layout().characters, L"axb");
     EXPECT_EQ(layout().txtWatched.Text(), L"ab");
+}
+
+TEST_F(KeysTests, AKeyThatIsTakenWithAltLeavesTheMenuClosed)
+{
+    int menus = 0;
+    SetWindowSubclass(container.window(), &countMenus, 0, reinterpret_cast<DWORD_PTR>(&menus));
+    const auto alone = [&](UINT message, LPARAM down) { SendMessageW(GetFocus(), message, VK_MENU, down); };
+    layout().onKey = [](WORD key, DWORD) { return key == VK_DOWN; };
+    alone(WM_SYSKEYDOWN, 0x20000001);
+    SendMessageW(GetFocus(), WM_SYSKEYDOWN, VK_DOWN, 0x20000001);
+    alone(WM_KEYUP, static_cast<LPARAM>(0xC0000001)); // Alt goes up first
+    EXPECT_EQ(menus, 0);
+    alone(WM_SYSKEYDOWN, 0x20000001);
+    alone(WM_KEYUP, static_cast<LPARAM>(0xC0000001));
+    EXPECT_EQ(menus, 1);
 }
 
 TEST_F(KeysTests, EachTabHasItsAccessKey)
