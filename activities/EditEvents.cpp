@@ -24,10 +24,19 @@ bool EditEvents::prepare()
     links.connect(Root);
     added_ = leavesGroup_ = false;
     if (operation == operationAdd)
-        links.clear();
+        prepareNew();
     else
         prepareStored();
     return true;
+}
+
+/// Nothing is left of another activity that the command was for.
+void EditEvents::prepareNew()
+{
+    links.clear();
+    links.id = Variant();
+    Rule.reset();
+    exceptionFlag_ = 0;
 }
 
 void EditEvents::prepareStored()
@@ -119,7 +128,11 @@ void EditEvents::changeActivity()
     if (linked)
         links.updateLinked(Instance, TypeID, T0, T1, Text);
     else
+    {
         update(NameID);
+        if (Instance == 0) // where the next attempt finds it, should the rule be refused
+            links.book(NameID);
+    }
     // An occurrence edited by itself never changes the rule of a single activity, and always writes that of linked
     // ones: the agreed behaviour of both.
     if (linked || Instance == 0)
@@ -134,7 +147,10 @@ void EditEvents::synchroniseNames()
     const bool wasShared = booked.size() > 1 || leavesGroup_;
 
     if (booked.size() < 2 && chosen.size() >= 2)
+    {
         links.create(EventID);
+        leavesGroup_ = true; // should nobody be added to it, and nobody be chosen besides at the next attempt
+    }
 
     const auto added = chosen.without(booked);
     // Nothing is added when the primary resource is gone: the agreed behaviour.

@@ -44,6 +44,7 @@ public:
     ComPtr<IRecurrence> Rule; ///< the working copy that the dialog edits; empty for no repetition
 
 private:
+    void prepareNew();
     void prepareStored();
     void addActivity();
     void removeActivity();

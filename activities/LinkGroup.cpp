@@ -29,6 +29,13 @@ void LinkGroup::clear()
     chosen = std::move(second);
 }
 
+void LinkGroup::book(long nameId)
+{
+    NameSet single;
+    single.add(nameId);
+    booked = std::move(single);
+}
+
 void LinkGroup::addMember(long nameId)
 {
     booked.add(nameId);

@@ -27,6 +27,9 @@ public:
     /// Starts both sets with the primary resource alone.
     void clear();
 
+    /// A single activity has been booked for that resource.
+    void book(long nameId);
+
     /// Reads the link group of an activity: its id and both sets.
     void load(long eventId);
 

@@ -38,16 +38,15 @@ std::wstring NumberRow::shown(long number) const
     return number == 1 && one_ == One::blank ? std::wstring() : decimal(number);
 }
 
-/// The arrows count on from what stands in the box. What is no number, or none within the limits, changes nothing
-/// else.
+/// The arrows count on from the number in the box. What is no number changes nothing, and one that is not within the
+/// limits nothing else.
 void NumberRow::typed()
 {
-    const std::wstring text = txtNumber.Text();
-    const auto number = text.empty() ? std::optional(one_ == One::blank ? 1L : 0L) : numberIn(text);
+    const auto number = numberIn(txtNumber.Text());
     if (!number || *number > updNumber.Max())
         return;
     updNumber.setValue(static_cast<int>(*number));
-    if (!text.empty() && *number >= updNumber.Min() && *number != number_)
+    if (*number >= updNumber.Min() && *number != number_)
         changed();
 }
 

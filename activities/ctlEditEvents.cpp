@@ -33,17 +33,19 @@ ctlEditEvents::ctlEditEvents() : Dialog(textTitle, 5640, 5550)
 
 bool ctlEditEvents::load()
 {
+    const bool executing = isLoaded(); // what the container is executing stays as it was entered
     subscribe();
-    askForOccurrence();
+    if (!executing)
+        askForOccurrence();
     const TreeView::Filling filling(tree.tvwNames);
-    Init();
+    Init(executing);
     showFields();
     return showHeading();
 }
 
 void ctlEditEvents::subscribe()
 {
-    const auto& root = command().Root;
+    const auto root = command().Root; // held: the container may set another command meanwhile
     mGroups.connect(root, {.clear = [this] { tree.clearGroups(); },
                            .add = [this](const EventArguments& group) { addGroup(group); }});
     mNames.connect(root, {.clear = [this] { tree.clearNames(); },
@@ -56,15 +58,17 @@ void ctlEditEvents::subscribe()
 /// One occurrence of a repeating activity has been opened: is it the whole series that is meant?
 void ctlEditEvents::askForOccurrence()
 {
-    if (command().Instance != 0 && ask(textEditAllOccurrences, MB_YESNO | MB_ICONQUESTION) == IDYES)
-        command().Instance = 0;
+    const ComPtr<EditEvents> asked(&command()); // the container may set another one meanwhile
+    if (asked->Instance != 0 && ask(textEditAllOccurrences, MB_YESNO | MB_ICONQUESTION) == IDYES)
+        asked->Instance = 0;
 }
 
 /// Reads the activity, then fills the tree and the types: the data layer announces them one by one.
-void ctlEditEvents::Init()
+void ctlEditEvents::Init(bool executing)
 {
-    inScope(command().Root, L"ctlEditEvents.Init", [this] {
-        fetch(command().asCommand(), &IAppCommand::Prepare);
+    inScope(command().Root, L"ctlEditEvents.Init", [&] {
+        if (!executing)
+            fetch(command().asCommand(), &IAppCommand::Prepare);
         mGroups.load(&IGroups::Load);
         mNames.load(&INames::Load, allGroups);
         tree.settleNames(command().GroupID);
@@ -155,20 +159,25 @@ void ctlEditEvents::layOut()
 }
 
 /// Every change has gone to the command at once. What is left is a primary resource that was checked last and
-/// unchecked again: executed like that, the command would not book the other resources that were added.
+/// unchecked again: executed like that, the command would not book the other resources that were added, or give the
+/// activity to a resource that nobody has chosen.
 void ctlEditEvents::takeValues()
 {
     const NameSet& chosen = command().links.chosen;
+    const NameSet& booked = command().links.booked;
     if (!chosen.empty() && !chosen.contains(command().NameID))
         command().SetName(chosen.first(), true);
+    else if (chosen.empty() && !booked.empty())
+        command().NameID = booked.first();
 }
 
 void ctlEditEvents::remove()
 {
     if (!isReady())
         return;
-    const long former = std::exchange(command().operation, operationDelete);
-    undoOnFailure([&] { ok(); }, [&] { command().operation = former; }); // the next OK is to save again
+    const ComPtr<EditEvents> removed(&command()); // the container may set another one meanwhile
+    const long former = std::exchange(removed->operation, operationDelete);
+    undoOnFailure([&] { ok(); }, [&] { removed->operation = former; }); // the next OK is to save again
 }
 
 } // namespace korvane

@@ -24,6 +24,8 @@ long ctlMoveEvents::titleId() const
 
 bool ctlMoveEvents::load()
 {
+    if (isLoaded())
+        return true; // the container is executing what was prepared: nothing is left to be asked
     prepared_ = false;
     const bool prepared = prepareCommand();
     const bool wanted = decideUpdateAll();
@@ -44,11 +46,12 @@ bool ctlMoveEvents::prepareCommand()
 /// does not want to move at all.
 bool ctlMoveEvents::decideUpdateAll()
 {
+    const ComPtr<MoveEvents> moved(&command()); // the container may set another one meanwhile
     int answer = IDNO;
-    if (command().NameCount() > 1 && command().operation == MoveEvents::operationMove &&
-        command().SourceName == command().TargetName)
+    if (moved->NameCount() > 1 && moved->operation == MoveEvents::operationMove &&
+        moved->SourceName == moved->TargetName)
         answer = ask(textUpdateAll, MB_YESNOCANCEL | MB_ICONQUESTION);
-    command().UpdateAll = answer == IDYES;
+    moved->UpdateAll = answer == IDYES;
     return answer != IDCANCEL;
 }
 

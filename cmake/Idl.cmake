@@ -109,7 +109,7 @@ endfunction()
 # korvane_describe(<name> <program id>)
 #
 # Reads an interface definition and sets what assembly manifests tell of it: <name>_ID of its type library,
-# <name>_CLASSES, whose ProgIDs begin with <program id>, and <name>_PROXIES, those of its dual interfaces.
+# <name>_CLASSES, whose ProgIDs begin with <program id>, and <name>_PROXIES, those of its dual interfaces and of its events.
 
 function(korvane_describe name program)
   get_property(path GLOBAL PROPERTY korvane_idl_${name})
@@ -140,14 +140,20 @@ function(korvane_describe name program)
               tlbid=\"${library}\" threadingModel=\"Apartment\"${control}/>")
   endforeach()
 
-  string(REGEX MATCHALL "${attributes}interface +[A-Za-z]+" interfaces "${text}")
+  # What the platform registers with a type library: its calls go by the types of a dual interface, and through IDispatch
+  # for a dispinterface.
+  set(proxy_of_interface "{00020424-0000-0000-C000-000000000046}")
+  set(proxy_of_dispinterface "{00020420-0000-0000-C000-000000000046}")
   set(proxies "")
-  foreach(interface IN LISTS interfaces)
-    string(REGEX REPLACE "${id}" "{\\1}" interface_id "${interface}")
-    string(REGEX REPLACE ".* " "" interface_name "${interface}")
-    string(APPEND proxies "
+  foreach(kind interface dispinterface)
+    string(REGEX MATCHALL "${attributes}${kind} +[A-Za-z]+" interfaces "${text}")
+    foreach(interface IN LISTS interfaces)
+      string(REGEX REPLACE "${id}" "{\\1}" interface_id "${interface}")
+      string(REGEX REPLACE ".* " "" interface_name "${interface}")
+      string(APPEND proxies "
   <comInterfaceExternalProxyStub name=\"${interface_name}\" iid=\"${interface_id}\" tlbid=\"${library}\"
-                                 proxyStubClsid32=\"{00020424-0000-0000-C000-000000000046}\"/>")
+                                 proxyStubClsid32=\"${proxy_of_${kind}}\"/>")
+    endforeach()
   endforeach()
 
   set(${name}_ID "${library}" PARENT_SCOPE)

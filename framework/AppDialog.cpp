@@ -34,17 +34,10 @@ STDMETHODIMP AppDialog::get_Ready(VARIANT_BOOL* result)
     const ComPtr<IUnknown> alive(identity());
     return returns(result, [&] {
         const Batch batch(*this);
+        bool loaded = false;
         beginAnew();
-        requireResources();
-        requireWindow();
-        LocalizeCaptions();
-        ApplyContainerFont();
-        createControls();
-        connectEvents();
-        localized_ = true;
-        const bool loaded = load();
-        makeRoomForTexts();
-        controlInfoChanged();
+        undoOnFailure([&] { loaded = prepare(); },
+                      [&] { beginAnew(); }); // also where another Ready has succeeded within
         if (state_ == State::made)
             state_ = State::ready;
         toBeShown_ = true;
@@ -52,6 +45,25 @@ STDMETHODIMP AppDialog::get_Ready(VARIANT_BOOL* result)
             postToDialog();
         return loaded;
     });
+}
+
+/// The steps of Ready; what it returns is its result.
+bool AppDialog::prepare()
+{
+    requireResources();
+    requireWindow();
+    LocalizeCaptions();
+    ApplyContainerFont();
+    createControls();
+    connectEvents();
+    localized_ = true;
+    const auto command = commandView(); // held: the host may set another one in any call out
+    const bool loaded = load();
+    makeRoomForTexts();
+    controlInfoChanged();
+    if (commandView().get() != command.get())
+        throw Failure(E_ABORT); // what is shown may be of either
+    return loaded;
 }
 
 /// While the container executes a command, another Ready brings the dialog up to date and no more.
@@ -349,7 +361,9 @@ int AppDialog::ask(long textId, UINT style, long captionId) const
 {
     const Bstr text = resourceText(textId);
     const Bstr caption = resourceText(captionId != 0 ? captionId : titleId());
-    return MessageBoxW(containerWindow(), text.c_str(), caption.c_str(), style);
+    int answer = 0;
+    runModal([&] { answer = MessageBoxW(containerWindow(), text.c_str(), caption.c_str(), style); });
+    return answer;
 }
 
 /// The host's window that the dialog stands in; null for none.

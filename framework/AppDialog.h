@@ -128,6 +128,7 @@ private:
 
     bool submit();
     void beginAnew();
+    bool prepare();
     void LocalizeCaptions();
     bool makeRoomForTexts();
     void ApplyContainerFont();

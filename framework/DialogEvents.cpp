@@ -17,18 +17,17 @@ enum DialogEvent : DISPID
 };
 
 /// A handler raises as scripts do, or returns what a method has told it, whose error information is the thread's then.
-Failure failureOfHandler(HRESULT outcome, EXCEPINFO& exception)
+/// None where there is no handler: such a subscriber says that it knows no such event, and does no more. The same number
+/// may be the command's failure, which has a text, or be that of a handler that has got further.
+std::optional<Failure> failureOfHandler(HRESULT outcome, EXCEPINFO& exception, bool executed)
 {
     if (outcome == DISP_E_EXCEPTION)
         return failureOfInvoke(outcome, exception);
     Failure told = Failure::ofHost(outcome);
-    return told.description().view().empty() ? Failure(outcome) : told;
-}
-
-/// The outcome of a subscriber that has no handler for an event.
-bool isDeaf(HRESULT outcome) noexcept
-{
-    return outcome == DISP_E_MEMBERNOTFOUND || outcome == DISP_E_UNKNOWNNAME || outcome == E_NOTIMPL;
+    if (!told.description().empty())
+        return told;
+    const bool unknown = outcome == DISP_E_MEMBERNOTFOUND || outcome == DISP_E_UNKNOWNNAME;
+    return unknown && !executed ? std::nullopt : std::optional(Failure(outcome));
 }
 
 /// What a subscriber answers to a submitted command.
@@ -101,9 +100,9 @@ bool DialogEvents::submit(IAppCommand* candidate)
     refer(0, VT_BSTR, answer.description.inOut());
     subscribers_->raise(eventSubmit, arguments, [&](HRESULT outcome, EXCEPINFO& exception) {
         std::optional<Failure> own;
-        if (FAILED(outcome) && !isDeaf(outcome))
-            own = failureOfHandler(outcome, exception);
-        else if (answer.number != 0)
+        if (FAILED(outcome))
+            own = failureOfHandler(outcome, exception, answer.executed != VARIANT_FALSE);
+        if (!own && answer.number != 0)
             own = Failure(answer.number, answer.source.view(), answer.description.view());
         executed = executed || (answer.executed != VARIANT_FALSE && !own);
         if (own && !failure)

@@ -21,15 +21,28 @@ private:
     bool load() override;
     void takeValues() override;
 
+    void begin();
     bool prepareLayout();
     void layOut(long caption, std::initializer_list<Frame*> frames);
     void resetForNew();
     void Init();
     void addGroup(const EventArguments& group);
+    void markSelected();
     void selectGroup();
     void confirmDeletion();
+    void requireSelected() const;
+
+    /// What has come of the last click on the list.
+    enum class Click
+    {
+        led,     ///< to its group; also before the first one
+        pending, ///< the group is being read
+        refused
+    };
 
     Subscription<IGroups> mGroups{this};
+    long selected_ = 0; ///< the group that the user has selected; 0 for none
+    Click click_ = Click::led;
 
     Label lblGroups{*this, {.name = L"lblGroups", .place = {120, 165, 1185, 210}}};
 

@@ -6,7 +6,7 @@
 //   {
 //   public:
 //       void load(Subscription<IThings>& mThings) const;
-//       void store(const ComPtr<IThings>& things, long id, long index) const;
+//       static void store(const ComPtr<IThings>& things, long group, long id, long index);
 //   };
 #pragma once
 
@@ -45,9 +45,10 @@ public:
         const auto all = collection<Collection>(Root);
         if (this->operation == operationChange)
         {
-            const auto chosen = order(); // the host may load anew in a call
+            const auto chosen = order(); // the host may load anew in a call, and another group
+            const long group = GroupID;
             for (std::size_t index = 0; index < chosen.size(); ++index)
-                self().store(all, chosen[index], static_cast<long>(index));
+                Class::store(all, group, chosen[index], static_cast<long>(index));
         }
         return false; // also after a successful write: hosts do not read a failure into it
     }

@@ -45,13 +45,29 @@ void ArrangeDialog::fill(const ItemTable& items)
         lstArrange.AddItem(items.at(index).text.get(), items.at(index).id);
 }
 
+/// Whether the list has the items that the command holds, in whatever order.
+bool ArrangeDialog::showsAll() const
+{
+    const auto sorted = [](auto count, const auto& idAt) {
+        std::vector<long> ids;
+        ids.reserve(static_cast<std::size_t>(count));
+        for (decltype(count) index = 0; index < count; ++index)
+            ids.push_back(idAt(index));
+        std::sort(ids.begin(), ids.end());
+        return ids;
+    };
+    const ItemTable& held = arrangement().items();
+    return sorted(lstArrange.ListCount(), [&](int index) { return lstArrange.ItemData(index); }) ==
+           sorted(held.count(), [&](long index) { return held.at(index).id; });
+}
+
 /// What the user has not seen is not stored.
 void ArrangeDialog::takeValues()
 {
     if (failure_)
         throw *failure_;
     const bool arranges = fetch(commandView(), &IAppCommand::get_Operation) == operationChange;
-    if (arranges && lstArrange.ListCount() != arrangement().items().count())
+    if (arranges && !showsAll())
         throw Failure(DISP_E_BADINDEX); // the host has loaded anew
     for (int index = 0; index < lstArrange.ListCount(); ++index)
         arrangement().setPos(index, lstArrange.ItemData(index));

@@ -36,6 +36,7 @@ private:
     Extent minimumSize() const noexcept override;
 
     void fill(const ItemTable& items);
+    bool showsAll() const;
     bool moveByKey(WORD key, DWORD modifiers);
     void move(OrderButtons::Move to);
     void moveEntry(int target);

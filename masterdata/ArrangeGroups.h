@@ -18,7 +18,7 @@ public:
     static void load(Subscription<IGroups>& mGroups) { mGroups.load(&IGroups::Load); }
 
     /// Places count from 3, after the groups that are built into the system.
-    static void store(const ComPtr<IGroups>& groups, long id, long index)
+    static void store(const ComPtr<IGroups>& groups, long, long id, long index)
     {
         call(groups, &IGroups::SetPosition, id, index + 3);
     }

@@ -14,9 +14,9 @@ public:
 
     void load(Subscription<INames>& mNames) const { mNames.load(&INames::Load, GroupID); }
 
-    void store(const ComPtr<INames>& names, long id, long index) const
+    static void store(const ComPtr<INames>& names, long group, long id, long index)
     {
-        fetch(names, &INames::AddToGroup, id, GroupID, index + 1);
+        fetch(names, &INames::AddToGroup, id, group, index + 1);
     }
 
     STDMETHODIMP get_NameCount(long* value) override { return count(value); }

@@ -14,9 +14,9 @@ public:
 
     void load(Subscription<ITypes>& mTypes) const { mTypes.load(&ITypes::Load, GroupID); }
 
-    void store(const ComPtr<ITypes>& types, long id, long index) const
+    static void store(const ComPtr<ITypes>& types, long group, long id, long index)
     {
-        fetch(types, &ITypes::AddToGroup, id, GroupID, index + 1);
+        fetch(types, &ITypes::AddToGroup, id, group, index + 1);
     }
 
     STDMETHODIMP get_TypeCount(long* value) override { return count(value); }

@@ -1,6 +1,7 @@
 #include "masterdata/ColorChoice.h"
 
 #include "framework/control/ColorDialog.h"
+#include "framework/control/DialogWindow.h"
 
 #include <algorithm>
 #include <array>
@@ -34,7 +35,8 @@ std::wstring nameOf(std::size_t index)
 } // namespace
 
 ColorChoice::ColorChoice(Surface surface, const Place& caption, const Place& row, const Texts& texts)
-    : lblColors(surface, {.name = L"lblColors", .place = caption, .text = texts.caption}),
+    : dialog_(surface.dialog),
+      lblColors(surface, {.name = L"lblColors", .place = caption, .text = texts.caption}),
       lblColor(makeControls<count>([&](int index) {
           constexpr float gap = 30;
           const float pitch = (row.width + gap) / count;
@@ -96,7 +98,8 @@ void ColorChoice::choose(const Swatch& swatch)
 void ColorChoice::chooseCustom()
 {
     mark(lblColor.size());
-    const auto chosen = chooseColor(GetAncestor(cmdCustomColor.window(), GA_ROOT), color_);
+    std::optional<long> chosen;
+    dialog_.runModal([&] { chosen = chooseColor(GetAncestor(cmdCustomColor.window(), GA_ROOT), color_); });
     if (!chosen || !cmdCustomColor.window()) // the container may have ended the dialog meanwhile
         return;
     color_ = *chosen;

@@ -38,6 +38,7 @@ private:
     void choose(const Swatch& swatch);
     void chooseCustom();
 
+    DialogWindow& dialog_;
     long color_ = 0;
     Label lblColors;
     ControlArray<Swatch, count> lblColor;

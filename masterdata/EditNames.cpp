@@ -156,7 +156,8 @@ void EditNames::giveLogin(const Collections& data)
     storedLogin_ = std::move(given); // what a further attempt may have to remove
 }
 
-/// The account of a login that the resource had goes with it. One that a failed attempt has lent it stays.
+/// The account of a login that the resource had goes with it. One that a failed attempt has lent it stays. A further
+/// attempt has nothing left to remove.
 void EditNames::removeLogin(const Collections& data)
 {
     if (storedLogin_.empty())
@@ -164,6 +165,8 @@ void EditNames::removeLogin(const Collections& data)
     fetch(data.accounts, &IAccounts::Detach, ItemID);
     if (!lentLogin_)
         fetch(data.accounts, &IAccounts::Remove, storedLogin_.get());
+    storedLogin_ = Bstr();
+    lentLogin_ = false;
 }
 
 void EditNames::writeRights(const Collections& data) const

@@ -35,13 +35,11 @@ ListEditor::ListEditor(REFCLSID classId, long titleId, float dialogWidth, float 
         return deselects;
     };
     txtName.onGotFocus = [this] { txtName.selectAll(); };
-    txtName.onChange = [this] {
-        item().ItemText = Bstr(txtName.Text());
-        changed();
-    };
+    txtName.onChange = [this] { entered([this] { item().ItemText = Bstr(txtName.Text()); }); };
     colors.onChoose = [this](long color) {
-        item().ItemColor = color;
-        changed();
+        if (isExecuting())
+            return colors.show(item().ItemColor);
+        entered([&] { item().ItemColor = color; });
     };
 }
 
@@ -148,11 +146,13 @@ void ListEditor::read(long id)
 
 void ListEditor::select()
 {
+    isRefused_ = true;
     if (!isReady()) // what the container is executing is not exchanged
         return selectItem();
     const int index = lstItems.ListIndex();
     const long id = index < 0 ? 0 : lstItems.ItemData(index);
-    if (id == itemId())
+    isRefused_ = id != itemId();
+    if (!isRefused_)
         return;
     if (changed_ &&
         ask(titleId() + textAskToDiscard, MB_YESNO | MB_ICONQUESTION, titleId() + textAskCaption) != IDYES)
@@ -169,13 +169,24 @@ void ListEditor::select()
             read(id);
     });
     // Also where that failed, what is held is shown.
-    changed_ = changed_ && id != itemId();
+    isRefused_ = id != itemId();
+    changed_ = changed_ && isRefused_;
     selectItem();
     show();
-    if (id == itemId())
+    if (!isRefused_)
         setHeading(id == 0 ? textNew : textEdit);
     if (failure)
         throw *failure;
+}
+
+/// OK by a double click, which is for the item that the list marks: where its first click has not led there, the one at
+/// hand stays as it is.
+void ListEditor::okForItem()
+{
+    const int index = lstItems.ListIndex();
+    if (isRefused_ || (index >= 0 && lstItems.ItemData(index) != itemId()))
+        return selectItem();
+    ok();
 }
 
 void ListEditor::show()

@@ -65,8 +65,15 @@ protected:
     virtual void validate() const = 0;
     virtual void holdFurther() {}
 
-    /// The user has entered something.
-    void changed() noexcept { changed_ = true; }
+    /// The user has entered something, which the command holds at once. What the container is executing stays as it
+    /// was confirmed: the next OK takes the entry.
+    template <class Hold> void entered(Hold&& hold)
+    {
+        if (!isExecuting())
+            hold();
+        changed_ = true;
+    }
+    void okForItem();
 
     const Texts texts_;
 
@@ -79,6 +86,7 @@ protected:
     ColorChoice colors{*this, {120, 2610, 1500, 210}, {1680, 2565, 4320, 315}, texts_.color};
 
 private:
+    bool isExecuting() const noexcept { return isLoaded() && !isReady(); }
     bool adds() const { return operation() == operationAdd; }
     /// 0 for a new item, also where a failed attempt has created it.
     long itemId() const { return item().isNew() ? 0 : item().ItemID; }
@@ -94,6 +102,7 @@ private:
     void useDefaultColor();
 
     bool changed_ = false;              ///< since an item was shown or saved
+    bool isRefused_ = false;            ///< the last click on the list has not led to its item
     std::unordered_set<long> listed_;   ///< what stands in the list
     std::unordered_set<long> excluded_; ///< what is never offered: it is in the group already
     bool excluding_ = false;            ///< what is announced now is not to be offered
@@ -126,7 +135,8 @@ private:
     void connect() final
     {
         const auto add = [this](const EventArguments& added) {
-            this->addItem(added.number(0), added.text(1).get(), groupOf(added));
+            if (this->hasCommand()) // else there is nothing to list it for
+                this->addItem(added.number(0), added.text(1).get(), groupOf(added));
         };
         items_.connect(this->command().Root, {.clear = [this] { this->clearItems(); }, .add = add});
     }

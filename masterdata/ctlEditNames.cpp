@@ -39,23 +39,17 @@ ctlEditNames::ctlEditNames()
                          .queryScope = L"EditNames.QueryByID",
                          .nextScope = L"EditNames.Next"})
 {
-    cboNameRoles.onClick = [this] {
-        command().NameRole = role();
-        changed();
-    };
+    cboNameRoles.onClick = [this] { entered([this] { command().NameRole = role(); }); };
     cboLoginNames.onChange = [this] {
-        command().NameLogin = Bstr(cboLoginNames.Text());
-        changed();
+        entered([this] { command().NameLogin = Bstr(cboLoginNames.Text()); });
     };
     cboLoginNames.onClick = [this] {
-        if (const int chosen = cboLoginNames.ListIndex(); chosen >= 0)
-            command().NameLogin = Bstr(cboLoginNames.List(chosen));
-        changed();
+        entered([this] {
+            if (const int chosen = cboLoginNames.ListIndex(); chosen >= 0)
+                command().NameLogin = Bstr(cboLoginNames.List(chosen));
+        });
     };
-    chkSync.onClick = [this] {
-        command().NameSync = chkSync.Value();
-        changed();
-    };
+    chkSync.onClick = [this] { entered([this] { command().NameSync = chkSync.Value(); }); };
 }
 
 bool ctlEditNames::load()

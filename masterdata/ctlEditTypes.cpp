@@ -21,7 +21,7 @@ ctlEditTypes::ctlEditTypes()
                          .queryScope = L"EditTypes.QueryByID",
                          .nextScope = L"EditTypes.Next"})
 {
-    lstItems.onDblClick = [this] { ok(); };
+    lstItems.onDblClick = [this] { okForItem(); };
 }
 
 } // namespace korvane

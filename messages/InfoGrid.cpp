@@ -30,6 +30,7 @@ InfoGrid::InfoGrid(DialogWindow& dialog, const Place& place)
     : dialog_(dialog),
       fraEditInfo(dialog, {.name = L"fraEditInfo",
                            .place = {place.left, place.top, place.width - buttonSize - gap, place.height}}),
+      lblEdit(fraEditInfo, {.name = L"lblEdit", .place = {}}, Label::Kind::data),
       txtEdit(fraEditInfo, {.name = L"txtEdit", .place = {}}, TextBox::Kind::cell),
       grdEditInfo(fraEditInfo,
                   {.name = L"grdEditInfo",
@@ -89,12 +90,22 @@ std::wstring_view InfoGrid::textOf(Cell cell) const
     return row < 0 ? headings_[column].view() : rows_.text(row, column);
 }
 
+/// What a screen reader calls a cell: by its column, and a value by the label of its row too.
+std::wstring InfoGrid::nameOf(Cell cell) const
+{
+    std::wstring name(headings_[columnOf(cell)].view());
+    if (columnOf(cell) == InfoRows::values)
+        name.append(L", ").append(rows_.text(rowOf(cell), InfoRows::labels));
+    return name;
+}
+
 /// @param typed replaces the text of the cell.
 void InfoGrid::edit(std::wstring_view typed)
 {
     commit();
     editing_ = grdEditInfo.current();
     grdEditInfo.setCurrent(*editing_); // it may have been scrolled out of sight
+    lblEdit.setCaption(nameOf(*editing_));
     txtEdit.setText(typed.empty() ? textOf(*editing_) : typed);
     if (typed.empty())
         txtEdit.selectAll();
@@ -106,14 +117,14 @@ void InfoGrid::edit(std::wstring_view typed)
     txtEdit.setFocus();
 }
 
-/// The editor grows with its lines, as far as there is room on the page.
+/// The editor grows with its lines, and covers a tall cell, as far as there is room on the page.
 void InfoGrid::coverCell()
 {
     if (!editing_)
         return;
     Place place = grdEditInfo.cellPlace(*editing_);
     const float wanted = 1.2F * txtEdit.textHeight(txtEdit.Text(), place.width - margins);
-    place.height = std::max(place.height, std::min(wanted, fraEditInfo.Height() - place.top));
+    place.height = std::min(std::max(place.height, wanted), fraEditInfo.Height() - place.top);
     txtEdit.setPlace(place);
 }
 
@@ -151,16 +162,10 @@ bool InfoGrid::editorKey(WORD key, DWORD modifiers)
         return false;
     const bool isAtStart = txtEdit.SelStart() == 0;
     const bool isAtEnd = txtEdit.SelStart() == static_cast<int>(txtEdit.Text().size());
-    Cell to = *editing_;
-    if (key == VK_LEFT && isAtStart && to.column > grdEditInfo.FixedCols())
-        --to.column;
-    else if (key == VK_RIGHT && isAtEnd && to.column + 1 < grdEditInfo.Cols())
-        ++to.column;
-    else if (key == VK_UP && isAtStart && to.row > grdEditInfo.FixedRows())
-        --to.row;
-    else if (key == VK_DOWN && isAtEnd && to.row + 1 < grdEditInfo.Rows())
-        ++to.row;
-    else
+    if (!((key == VK_LEFT || key == VK_UP) && isAtStart) && !((key == VK_RIGHT || key == VK_DOWN) && isAtEnd))
+        return false;
+    const Cell to = grdEditInfo.cellBeside(key);
+    if (to == *editing_)
         return false;
     commit();
     grdEditInfo.setCurrent(to);

@@ -4,6 +4,7 @@
 
 #include "framework/control/Frame.h"
 #include "framework/control/Grid.h"
+#include "framework/control/Label.h"
 #include "framework/control/OrderButtons.h"
 #include "framework/control/TextBox.h"
 #include "messages/InfoRows.h"
@@ -31,6 +32,7 @@ private:
         return static_cast<std::size_t>(cell.column - grdEditInfo.FixedCols());
     }
 
+    std::wstring nameOf(Cell cell) const;
     void edit(std::wstring_view typed = {});
     void coverCell();
     void hideEditor();
@@ -47,6 +49,7 @@ private:
     std::optional<Cell> editing_;
 
     Frame fraEditInfo;
+    Label lblEdit;   ///< unseen: by it screen readers call what follows
     TextBox txtEdit; // before the grid, and therefore in front of it
     Grid grdEditInfo;
     Frame fraArrangeInfo;

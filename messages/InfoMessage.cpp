@@ -78,54 +78,66 @@ bool InfoMessage::execute()
     return false; // also after a successful write: hosts do not read a failure into it
 }
 
+/// Whoever is called may have the rows read anew, maybe of another resource: those are the ones that count then.
 Variant InfoMessage::FetchInfo()
 {
-    listen();
+    const auto read = listen();
     mNames.load(&INames::LoadInfo, NameID);
-    if (count_ == 0)
+    if (read->count == 0 && reading_ == read)
         for (Bstr& label : readInfoFile())
-            addRow(std::move(label), Bstr());
+            read->add(std::move(label), Bstr());
+    if (!reading_)
+        return Info;
+    if (reading_ != read)
+        throw Failure(E_ABORT); // they could not be read to the end
 
-    Info = Variant();
-    if (count_ > 0)
+    Variant info;
+    if (read->count > 0)
     {
-        TextTable table(2, count_);
-        for (std::size_t index = 0; index < count_; ++index)
+        TextTable table(2, read->count);
+        for (std::size_t index = 0; index < read->count; ++index)
         {
-            table.at(labels, index) = rows_[index].label;
-            table.at(values, index) = rows_[index].value;
+            table.at(labels, index) = read->rows[index].label;
+            table.at(values, index) = read->rows[index].value;
         }
-        Info = table.toArray();
+        info = table.toArray();
     }
+    Info = std::move(info);
+    stored_ = std::move(*read);
+    reading_.reset();
     return Info;
 }
 
 /// Only what answers to LoadInfo counts: a data layer may have one collection of names for all, and announce there what
 /// somebody else has asked for, or what is being stored.
-void InfoMessage::listen()
+/// @return what is heard from now on, and until this is called again.
+std::shared_ptr<InfoMessage::Rows> InfoMessage::listen()
 {
-    mNames.connect(Root, {.further = [this](DISPID event, const EventArguments& row) {
+    const auto read = std::make_shared<Rows>();
+    reading_ = read;
+    mNames.connect(Root, {.further = [this, read](DISPID event, const EventArguments& row) {
                        if (!mNames.isLoading())
                            return;
                        if (event == eventInfoClear)
-                           clearRows();
+                           read->clear();
                        else if (event == eventInfoAdd)
-                           addRow(Bstr(row.text(1).view()), Bstr(row.text(2).view()));
+                           read->add(Bstr(row.text(1).view()), Bstr(row.text(2).view()));
                    }});
+    return read;
 }
 
 /// One empty row stays, which does not count as one: storing removes the empty label of a resource without rows, too.
-void InfoMessage::clearRows()
+void InfoMessage::Rows::clear()
 {
-    rows_ = std::vector<Row>(1);
-    count_ = 0;
+    rows = std::vector<Row>(1);
+    count = 0;
 }
 
-void InfoMessage::addRow(Bstr label, Bstr value)
+void InfoMessage::Rows::add(Bstr label, Bstr value)
 {
-    rows_.resize(count_);
-    rows_.push_back({std::move(label), std::move(value)});
-    ++count_;
+    rows.resize(count);
+    rows.push_back({std::move(label), std::move(value)});
+    ++count;
 }
 
 /// The kind as the data layer numbers it: one more than its place in the dialog, and 1 for every other number.
@@ -147,15 +159,14 @@ void InfoMessage::store(const ComPtr<INames>& names)
     if (table.columns() > 0 && table.rows() <= values)
         throw Failure(DISP_E_BADINDEX);
 
-    for (const Row& row : std::vector(rows_)) // whoever is called may have them read anew
+    for (const Row& row : std::vector(stored_.rows)) // whoever is called may have them read anew
         call(names, &INames::SetInfo, NameID, row.label.get(), removed, Bstr().get());
-    rows_.clear();
-    count_ = 0;
+    stored_ = {};
     for (std::size_t index = 0; index < table.columns(); ++index)
     {
         const Bstr& label = table.at(labels, index);
         const Bstr& value = table.at(values, index);
-        addRow(label, value); // the call may fail when the row is already stored
+        stored_.add(label, value); // the call may fail when the row is already stored
         call(names, &INames::SetInfo, NameID, label.get(), static_cast<long>(index), value.get());
     }
 }

@@ -3,6 +3,7 @@
 
 #include "messages/MessageCommand.h"
 
+#include <memory>
 #include <vector>
 
 namespace korvane
@@ -44,15 +45,23 @@ private:
         Bstr value;
     };
 
-    void listen();
-    void clearRows();
-    void addRow(Bstr label, Bstr value);
+    /// The rows of a resource, in the order in which they came.
+    struct Rows
+    {
+        std::vector<Row> rows;
+        std::size_t count = 0;
+
+        void clear();
+        void add(Bstr label, Bstr value);
+    };
+
+    std::shared_ptr<Rows> listen();
     long kind() const noexcept;
     void send(const ComPtr<IMessages>& messages) const;
     void store(const ComPtr<INames>& names);
 
-    std::vector<Row> rows_; ///< as far as known, what the data layer holds: storing removes them first
-    std::size_t count_ = 0;
+    Rows stored_;                   ///< as far as known, what the data layer holds: storing removes it first
+    std::shared_ptr<Rows> reading_; ///< what the last subscription hears; null when it is read to the end
     Subscription<INames> mNames;
 };
 

@@ -1,5 +1,7 @@
 #include "messages/ctlInfoMessage.h"
 
+#include <algorithm>
+
 namespace korvane
 {
 
@@ -28,15 +30,6 @@ Place placeOfType(int index)
     const int row = index % 2;
     return {static_cast<float>(column) * typeWidth, 330.0F + static_cast<float>(row) * typeHeight, typeWidth,
             255};
-}
-
-/// A text as a caption shows it.
-std::wstring captionOf(std::wstring_view text)
-{
-    std::wstring caption;
-    for (const wchar_t character : text)
-        caption.append(character == L'&' ? 2 : 1, character);
-    return caption;
 }
 
 } // namespace
@@ -85,7 +78,7 @@ void ctlInfoMessage::showCommand()
 {
     std::wstring header(resourceText(textHeader).view());
     if (!command().Name.empty())
-        header += L" \x2013 " + captionOf(command().Name.view());
+        header += L" \x2013 " + std::wstring(command().Name.view());
     lblHeader.setCaption(header);
     // A number that is none of a kind is sent as the first one.
     const long type = command().TypeIndex;
@@ -121,25 +114,36 @@ void ctlInfoMessage::turnPage()
     }
     // Without its rows the page is not shown: OK there would take them away.
     if (isOnInfo() && !infoLoaded_)
-        undoOnFailure([this] { loadInfo(); }, [this] { tabInfoMsg.select(keyMessage); });
+        loadInfo();
     showPage();
 }
 
 void ctlInfoMessage::loadInfo()
 {
-    const int load = loads_;
     const ComPtr<InfoMessage> held(&command()); // the host may set another one meanwhile
-    const Variant rows = inScope(held->Root, L"InfoMessage.FetchInfo", [&] { return held->FetchInfo(); });
-    if (load != loads_)
-        return; // the host has begun anew, maybe with another resource
-    info.fill(rows);
-    infoLoaded_ = true;
+    // Meanwhile the host may begin anew, maybe with another resource, or the user turn the pages, and edit by now.
+    const auto isWanted = [this, load = loads_] { return load == loads_ && !infoLoaded_; };
+    const auto read = [&] {
+        const Variant rows = inScope(held->Root, L"InfoMessage.FetchInfo", [&] { return held->FetchInfo(); });
+        if (!isWanted())
+            return;
+        info.fill(rows);
+        infoLoaded_ = true;
+    };
+    undoOnFailure(read, [&] {
+        if (isWanted())
+            tabInfoMsg.select(keyMessage);
+    });
 }
 
 void ctlInfoMessage::showPage()
 {
     fraInsertMessage.setVisible(!isOnInfo());
     info.setVisible(isOnInfo());
+    // From a control that goes the keys would lead nowhere.
+    const auto goes = [](const Control* control) { return control->hasFocus() && !control->shows(); };
+    if (std::ranges::any_of(controls(), goes))
+        tabInfoMsg.setFocus();
 }
 
 /// OK stores the page that is seen. That is not yet the tab's own while the rows are read.

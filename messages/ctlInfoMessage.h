@@ -43,7 +43,7 @@ private:
         *this, {.name = L"tabInfoMsg", .place = {120, 120, 6000, 360}}, {{keyMessage, L""}, {keyInfo, L""}}};
 
     Frame fraInsertMessage{*this, {.name = L"fraInsertMessage", .place = page}};
-    Label lblHeader{fraInsertMessage, {.name = L"lblHeader", .place = {0, 0, 6000, 210}}};
+    Label lblHeader{fraInsertMessage, {.name = L"lblHeader", .place = {0, 0, 6000, 210}}, Label::Kind::data};
     ControlArray<OptionButton, 4> optType; ///< each with its label as its caption, which can be clicked too
     Label lblFrom{fraInsertMessage, {.name = L"lblFrom", .place = {0, 1050, 1200, 210}, .text = L"22506"}};
     TextBox txtContact{fraInsertMessage,

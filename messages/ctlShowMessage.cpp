@@ -149,8 +149,11 @@ void ctlShowMessage::showKind(long kind)
     for (int index = 0; index < kinds; ++index)
     {
         const bool chosen = index + 1 == kind;
-        optType[static_cast<std::size_t>(index)].setEnabled(chosen);
-        optType[static_cast<std::size_t>(index)].setValue(chosen);
+        OptionButton& option = optType[static_cast<std::size_t>(index)];
+        if (!chosen && option.hasFocus())
+            txtAbout.setFocus(); // from what is disabled the keys would lead nowhere
+        option.setEnabled(chosen);
+        option.setValue(chosen);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "framework/com/Apartment.h"
 
+#include "framework/com/Module.h"
 #include "framework/com/Object.h"
 
 #include <new>
@@ -76,6 +77,10 @@ void releaseApartment() noexcept
     {
         TlsSetValue(slot, nullptr);
         ended->stopWatching();
+        // Within a call of the watch it is for COM to say when the watch ends: where that is later, COM still calls it
+        // after it has unloaded the module. Wine ends it at once.
+        if (ended->referenceCount() > 1)
+            module::stay();
     }
 }
 

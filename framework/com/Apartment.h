@@ -17,9 +17,10 @@ struct ApartmentState
     ComPtr<IUnknown> resources;          ///< the texts and pictures of all dialogs of the apartment
     std::optional<Failure> currentError; ///< the last error that a dialog's action met
     std::array<COLORREF, 16> customColors =
-        white();                          ///< those that the user has put together in the colour dialog
-    const IErrorInfo* reported = nullptr; ///< the error object that the library has set last, not held
-    HRESULT reportedNumber = S_OK;        ///< and the number that went with it
+        white(); ///< those that the user has put together in the colour dialog
+    /// The error object that the library has set last. Held: another one is not to be found in its place.
+    ComPtr<IErrorInfo> reported;
+    HRESULT reportedNumber = S_OK; ///< the number that went with it
 
 private:
     static std::array<COLORREF, 16> white() noexcept

@@ -112,28 +112,47 @@ EventConnection::~EventConnection()
 
 void EventConnection::connect(IUnknown* source, REFIID events, EventHandlers handlers)
 {
-    disconnect();
-    const auto container = queryFor<IConnectionPointContainer>(notNull(source));
-    if (!container)
-        throw Failure(CONNECT_E_NOCONNECTION);
-    auto point = fetch(container, &IConnectionPointContainer::FindConnectionPoint, events);
-
-    sink_ = ComPtr<Sink>(new Sink(*this, events, std::move(handlers)));
-    if (const auto failure = attempt([&] { call(point, &IConnectionPoint::Advise, sink_.get(), &cookie_); }))
-    {
-        disconnect();
-        throw *failure;
-    }
-    point_ = std::move(point);
+    // Whoever is called may connect or disconnect within, and let go of the source: the last to do so counts.
+    const ComPtr<IUnknown> held(source);
+    const ComPtr<Sink> sink(new Sink(*this, events, std::move(handlers)));
+    use(sink);
+    undoOnFailure(
+        [&] {
+            const auto container = queryFor<IConnectionPointContainer>(notNull(source));
+            if (!container)
+                throw Failure(CONNECT_E_NOCONNECTION);
+            auto point = fetch(container, &IConnectionPointContainer::FindConnectionPoint, events);
+            DWORD cookie = 0;
+            call(point, &IConnectionPoint::Advise, sink.get(), &cookie);
+            if (sink_.get() != sink.get())
+            {
+                point->Unadvise(cookie);
+                return;
+            }
+            point_ = std::move(point);
+            cookie_ = cookie;
+        },
+        [&] {
+            if (sink_.get() == sink.get())
+                disconnect();
+        });
 }
 
 void EventConnection::disconnect() noexcept
 {
-    if (sink_)
-        sink_->cutOff();
-    if (const auto point = std::move(point_))
+    use(nullptr);
+}
+
+/// Ends the subscription that there is. @param next the sink of the one that follows, which is there before anybody is
+/// called; null for none.
+void EventConnection::use(ComPtr<Sink> next) noexcept
+{
+    const auto former = std::exchange(sink_, std::move(next));
+    const auto point = std::exchange(point_, nullptr);
+    if (former)
+        former->cutOff();
+    if (point)
         point->Unadvise(cookie_);
-    sink_.reset();
 }
 
 void EventConnection::during(const std::function<void()>& callThatRaises)

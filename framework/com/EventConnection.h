@@ -84,6 +84,7 @@ public:
 private:
     class Sink;
 
+    void use(ComPtr<Sink> next) noexcept;
     void failed(Failure&& failure) noexcept;
 
     EventOwner* owner_;

@@ -93,7 +93,7 @@ Failure Failure::ofHost(HRESULT number) noexcept
     GetErrorInfo(0, failure.information_.put());
     // A failure of the library's own that the host has met in the call, and dealt with, is known by its number.
     const auto* state = existingApartment();
-    if (state && failure.information_ && failure.information_.get() == state->reported &&
+    if (state && failure.information_ && failure.information_.get() == state->reported.get() &&
         state->reportedNumber != number)
         failure.information_.reset();
     return failure;
@@ -131,8 +131,8 @@ HRESULT Failure::report() const noexcept
         FAILED(number_) ? number_ : MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, number_ & 0xFFFF);
     if (auto* state = existingApartment())
     {
-        state->reported = information.get();
         state->reportedNumber = number;
+        state->reported = std::move(information); // last: the former one may be the host's
     }
     return number;
 }

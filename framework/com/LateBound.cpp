@@ -18,13 +18,14 @@ DISPID idOf(const ComPtr<IDispatch>& object, std::wstring_view member)
 Variant callByName(const ComPtr<IDispatch>& object, std::wstring_view member, WORD kind,
                    std::initializer_list<Variant> arguments)
 {
-    const DISPID id = idOf(object, member);
+    const ComPtr<IDispatch> held(object.get()); // the pointer may be emptied in either call
+    const DISPID id = idOf(held, member);
     std::vector<VARIANT> values = lastFirst(arguments);
     DISPPARAMS parameters{values.data(), nullptr, static_cast<UINT>(values.size()), 0};
     EXCEPINFO exception{};
     VARIANT result{};
     const HRESULT outcome =
-        object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters, &result, &exception, nullptr);
+        held->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters, &result, &exception, nullptr);
     if (FAILED(outcome))
         throw failureOfInvoke(outcome, exception);
     return owned(result);

@@ -51,4 +51,11 @@ long lockCount() noexcept
     return locks;
 }
 
+void stay() noexcept
+{
+    HMODULE self = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                       reinterpret_cast<LPCWSTR>(instance()), &self);
+}
+
 } // namespace korvane::module

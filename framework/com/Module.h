@@ -22,6 +22,9 @@ void lock() noexcept;
 void unlock() noexcept;
 long lockCount() noexcept;
 
+/// Keeps the module loaded to the end of the process.
+void stay() noexcept;
+
 /// Counts one object for as long as it lives.
 class Lock
 {

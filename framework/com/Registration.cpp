@@ -4,6 +4,7 @@
 #include "framework/com/Decimal.h"
 #include "framework/com/Module.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -110,6 +111,11 @@ std::wstring modulePath()
     return buffer;
 }
 
+std::wstring keyOf(const ClassEntry& entry)
+{
+    return L"CLSID\\" + text(*entry.classId);
+}
+
 void registerClass(const LibraryRegistration& library, const ClassEntry& entry)
 {
     const std::wstring progId = std::wstring(library.name) + L'.' + entry.name;
@@ -120,7 +126,7 @@ void registerClass(const LibraryRegistration& library, const ClassEntry& entry)
     program.set(nullptr, entry.description);
     program.sub(L"CLSID", classId);
 
-    const Key key(HKEY_CLASSES_ROOT, L"CLSID\\" + classId);
+    const Key key(HKEY_CLASSES_ROOT, keyOf(entry));
     key.set(nullptr, entry.description);
     key.sub(L"InprocServer32", path).set(L"ThreadingModel", L"Apartment");
     key.sub(L"ProgID", progId);
@@ -135,11 +141,60 @@ void registerClass(const LibraryRegistration& library, const ClassEntry& entry)
     key.sub(L"Implemented Categories").sub(L"{40FC6ED4-2438-11CF-A3DB-080036F12502}"); // controls
 }
 
+std::wstring textAt(HKEY hive, const std::wstring& path, const wchar_t* name)
+{
+    wchar_t buffer[MAX_PATH + 8]; // a file, with the number of a resource
+    DWORD size = sizeof buffer;
+    const LSTATUS status = RegGetValueW(hive, path.c_str(), name, RRF_RT_REG_SZ, nullptr, buffer, &size);
+    return status == ERROR_SUCCESS ? std::wstring(buffer) : std::wstring();
+}
+
+bool sameFile(const std::wstring& left, const std::wstring& right)
+{
+    return CompareStringOrdinal(left.c_str(), static_cast<int>(left.size()), right.c_str(),
+                                static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
+}
+
 void deleteTree(const std::wstring& path)
 {
     const LSTATUS status = RegDeleteTreeW(HKEY_CLASSES_ROOT, path.c_str());
     if (status != ERROR_FILE_NOT_FOUND)
         requireRegistry(status);
+}
+
+/// The file of a class that is registered.
+std::wstring serverOf(const ClassEntry& entry)
+{
+    return textAt(HKEY_CLASSES_ROOT, keyOf(entry) + L"\\InprocServer32", nullptr);
+}
+
+bool isRegistered(std::span<const ClassEntry> classes)
+{
+    return std::any_of(classes.begin(), classes.end(),
+                       [](const ClassEntry& entry) { return sameFile(serverOf(entry), modulePath()); });
+}
+
+/// Each word size has classes of its own, but since Windows 7 both share the names. Where Windows knows one word size
+/// only, there is no other one to ask, and the class is gone.
+bool isRegisteredForOtherWordSize(const ClassEntry& entry, Scope scope)
+{
+    const REGSAM otherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    HKEY found = nullptr;
+    const LSTATUS status = RegOpenKeyExW(hiveOf(scope), (L"Software\\Classes\\" + keyOf(entry)).c_str(), 0,
+                                         KEY_QUERY_VALUE | otherView, &found);
+    const Key key(found);
+    return status == ERROR_SUCCESS;
+}
+
+/// A class that another copy of the module has registered is that copy's, if it is still there.
+void unregisterClass(const LibraryRegistration& library, const ClassEntry& entry, Scope scope)
+{
+    const std::wstring server = serverOf(entry);
+    if (!sameFile(server, modulePath()) && GetFileAttributesW(server.c_str()) != INVALID_FILE_ATTRIBUTES)
+        return;
+    deleteTree(keyOf(entry));
+    if (!isRegisteredForOtherWordSize(entry, scope))
+        deleteTree(std::wstring(library.name) + L'.' + entry.name);
 }
 
 struct Library
@@ -165,12 +220,6 @@ Library loadLibrary(int index)
     result.attributes = *attributes;
     result.library->ReleaseTLibAttr(attributes);
     return result;
-}
-
-bool sameFile(const std::wstring& left, const std::wstring& right)
-{
-    return CompareStringOrdinal(left.c_str(), static_cast<int>(left.size()), right.c_str(),
-                                static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
 }
 
 /// The key of a type library that tells its file, for one word size in one part of the registry. Its default value is
@@ -216,13 +265,7 @@ private:
         return buffer;
     }
 
-    std::wstring value(const wchar_t* name) const
-    {
-        wchar_t file[MAX_PATH + 8]; // with the number of a resource
-        DWORD size = sizeof file;
-        const LSTATUS status = RegGetValueW(hive_, path_.c_str(), name, RRF_RT_REG_SZ, nullptr, file, &size);
-        return status == ERROR_SUCCESS ? std::wstring(file) : std::wstring();
-    }
+    std::wstring value(const wchar_t* name) const { return textAt(hive_, path_, name); }
 
     HKEY hive_;
     std::wstring path_;
@@ -299,10 +342,7 @@ void unregisterLibrary(const wchar_t* module, int index, Scope scope)
 void removeEverything(const LibraryRegistration& library, std::span<const ClassEntry> classes, Scope scope)
 {
     for (const ClassEntry& entry : classes)
-    {
-        deleteTree(std::wstring(library.name) + L'.' + entry.name);
-        deleteTree(L"CLSID\\" + text(*entry.classId));
-    }
+        unregisterClass(library, entry, scope);
     for (int index = 1; index <= library.typeLibraries; ++index)
         unregisterLibrary(library.name, index, scope);
 }
@@ -312,6 +352,7 @@ void removeEverything(const LibraryRegistration& library, std::span<const ClassE
 void registerModule(const LibraryRegistration& library, std::span<const ClassEntry> classes, Scope scope)
 {
     const ClassesRoot root(scope);
+    const bool again = isRegistered(classes);
     undoOnFailure(
         [&] {
             Library own = loadLibrary(1);
@@ -324,7 +365,10 @@ void registerModule(const LibraryRegistration& library, std::span<const ClassEnt
             for (const ClassEntry& entry : classes)
                 registerClass(library, entry);
         },
-        [&] { removeEverything(library, classes, scope); });
+        [&] {
+            if (!again) // else there is a registration that still holds
+                removeEverything(library, classes, scope);
+        });
 }
 
 void unregisterModule(const LibraryRegistration& library, std::span<const ClassEntry> classes, Scope scope)

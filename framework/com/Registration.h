@@ -27,7 +27,8 @@ enum class Scope
     user
 };
 
-// Throw a Failure when the registry refuses. A registration that fails halfway is undone.
+// Throw a Failure when the registry refuses. A registration that fails halfway is undone, unless the module was registered
+// before. Classes that another copy of the module has registered are left to it.
 void registerModule(const LibraryRegistration& library, std::span<const ClassEntry> classes, Scope scope);
 void unregisterModule(const LibraryRegistration& library, std::span<const ClassEntry> classes, Scope scope);
 

@@ -43,7 +43,8 @@ void Button::setFillColor(std::optional<long> color)
 void Button::notify(WORD code)
 {
     // A button that tells of its focus tells of a double click in place of the second click.
-    if (code == BN_CLICKED || (code == BN_DOUBLECLICKED && secondClickCounts_))
+    const bool isFurther = code == BN_DOUBLECLICKED || dialog_.isKeyRepeated();
+    if ((code == BN_CLICKED || code == BN_DOUBLECLICKED) && (secondClickCounts_ || !isFurther))
         raise(onClick);
     else if (code == BN_SETFOCUS || code == BN_KILLFOCUS)
         focusNotified(code == BN_SETFOCUS);

@@ -21,6 +21,7 @@ public:
 
     /// Of two quick clicks each counts, as they do on the platform's own buttons. OK and Cancel, and a button that is
     /// told so, take the first one only: the second would be meant for what is done by then, and fall on what follows.
+    /// The same goes for what a key presses again that is held down.
     void ignoreSecondClick() noexcept { secondClickCounts_ = false; }
 
     /// Fills the button with a colour (RGB; below 1 for none); without one it looks like any other button.

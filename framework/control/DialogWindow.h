@@ -44,6 +44,8 @@ public:
     /// Whether one of them has the focus.
     bool hasFocus() const noexcept { return window_ && IsChild(window_, GetFocus()); }
     bool isFrozen() const noexcept { return frozen_; }
+    /// Whether what happens comes of a key that is held down, and has come before.
+    bool isKeyRepeated() const noexcept { return keyRepeated_; }
     void add(Control& control) { controls_.push_back(&control); }
     void layoutChanged() noexcept;
     void textChanged() noexcept { textsChanged_ = true; }
@@ -52,6 +54,8 @@ public:
     void toolTipChanged(const Control& control);
     /// Runs a handler under the dialog's error trap.
     virtual void run(const std::function<void()>& handler) noexcept = 0;
+    /// Runs a box that the user has to answer first: the container disables what of its own would let him do otherwise.
+    virtual void runModal(const std::function<void()>& box) const = 0;
     virtual void focusArrived() noexcept = 0;
     virtual void focusLeft(const Control& control) noexcept = 0;
     /// The icon with an id, as wide and high as a number of pixels; null when there is none. The caller destroys it.
@@ -104,6 +108,24 @@ protected:
         DialogWindow& dialog_;
     };
 
+    /// While it lives, what happens comes of a key.
+    class KeyPress
+    {
+    public:
+        KeyPress(DialogWindow& dialog, const MSG& message) noexcept
+            : dialog_(dialog),
+              former_(std::exchange(dialog.keyRepeated_, (HIWORD(message.lParam) & KF_REPEAT) != 0))
+        {
+        }
+        KeyPress(const KeyPress&) = delete;
+        KeyPress& operator=(const KeyPress&) = delete;
+        ~KeyPress() { dialog_.keyRepeated_ = former_; }
+
+    private:
+        DialogWindow& dialog_;
+        bool former_;
+    };
+
     /// The resolution of the window has changed.
     virtual void dpiChanged() = 0;
     /// The access keys may be other ones than before. Comes once for all that is done together.
@@ -144,6 +166,7 @@ private:
     bool textsChanged_ = false;
     bool reachChanged_ = false;
     bool frozen_ = false;
+    bool keyRepeated_ = false;
     bool controlsCreated_ = false;
 };
 

@@ -59,8 +59,7 @@ void Grid::setRows(int rows)
     settled_ = false;
     current_ = layout_.nearest(current_);
     invalidateFrom(std::min(before, rows));
-    if (window())
-        NotifyWinEvent(EVENT_OBJECT_REORDER, window(), OBJID_CLIENT, CHILDID_SELF);
+    tellOfOrder();
 }
 
 void Grid::cellChanged(Cell cell)
@@ -77,6 +76,7 @@ void Grid::rowsChanged(int first, int last)
     measureAnew(first, last);
     for (int row = first; row <= last; ++row)
         invalidateRow(row);
+    tellOfOrder();
 }
 
 void Grid::setCurrent(Cell cell)
@@ -89,10 +89,11 @@ void Grid::setCurrent(Cell cell)
         invalidateRow(current_.row);
     }
     scroll(layout_.positionFor(current_.row));
-    if (former == current_ || !hasFocus())
+    if (former == current_)
         return;
-    tell(EVENT_OBJECT_FOCUS, current_);
-    tell(EVENT_OBJECT_SELECTION, current_);
+    if (hasFocus())
+        tell(EVENT_OBJECT_FOCUS, current_);
+    tell(EVENT_OBJECT_SELECTION, current_); // also while a button of the owner's has the focus
 }
 
 Place Grid::cellPlace(Cell cell)

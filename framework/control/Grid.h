@@ -56,6 +56,8 @@ public:
     Cell current() const noexcept { return current_; }
     /// Shows the cell too. Does not raise onLeaveCell.
     void setCurrent(Cell cell);
+    /// The cell to which an arrow key leads from the current one: that one, where there is no further.
+    Cell cellBeside(WORD arrowKey) const { return layout_.nearest(cellAfter(arrowKey).value_or(current_)); }
 
     /// Place of a cell in twips on the grid's own surface, whether in sight or not.
     Place cellPlace(Cell cell);
@@ -116,6 +118,7 @@ private:
     // Assistive technology
     LRESULT answer(WPARAM request);
     void tell(DWORD event, Cell cell) const noexcept;
+    void tellOfOrder() const noexcept;
 
     GridLayout layout_;
     float fixedWidth_;

@@ -110,6 +110,7 @@ private:
     }
 
     Grid& grid() const;
+    Grid& usableGrid() const;
     ComPtr<GridAccessible> table() { return table_ ? table_ : ComPtr<GridAccessible>(this); }
     const GridLayout& layout() const { return grid().settledLayout(); }
     long childCount() const;
@@ -136,6 +137,19 @@ Grid& GridAccessible::grid() const
     if (!shown || element_.row >= shown->Rows())
         throw Failure(CO_E_OBJNOTCONNECTED);
     return *shown;
+}
+
+/// The same for what is done to it. Throws where the user could not do it either: in a dialog that is frozen, on a page
+/// that is not seen, behind a message box of the host's.
+Grid& GridAccessible::usableGrid() const
+{
+    Grid& shown = grid();
+    bool usable = IsWindowVisible(shown.window()) != FALSE;
+    for (HWND window = shown.window(); window && usable; window = GetAncestor(window, GA_PARENT))
+        usable = IsWindowEnabled(window) != FALSE;
+    if (!usable)
+        throw Failure(E_ACCESSDENIED);
+    return shown;
 }
 
 long GridAccessible::childCount() const
@@ -265,7 +279,7 @@ STDMETHODIMP GridAccessible::get_accParent(IDispatch** parent)
 
 STDMETHODIMP GridAccessible::accDoDefaultAction(VARIANT child)
 {
-    return guard([&] { grid().click(cellOf(child)); });
+    return guard([&] { usableGrid().click(cellOf(child)); });
 }
 
 STDMETHODIMP GridAccessible::accSelect(long flags, VARIANT child)
@@ -275,8 +289,9 @@ STDMETHODIMP GridAccessible::accSelect(long flags, VARIANT child)
             (flags & ~(SELFLAG_TAKEFOCUS | SELFLAG_TAKESELECTION)) != 0)
             throw Failure(E_INVALIDARG); // one cell is the current one, and only one
         const Cell element = elementOf(child);
+        Grid& shown = usableGrid();
         if ((flags & SELFLAG_TAKEFOCUS) != 0)
-            grid().setFocus();
+            shown.setFocus();
         if (element.row != whole)
             grid().choose(cellOf(child));
     });
@@ -370,6 +385,12 @@ void Grid::tell(DWORD event, Cell cell) const noexcept
 {
     if (window())
         NotifyWinEvent(event, window(), OBJID_CLIENT, -(cell.row * Cols() + cell.column + 1));
+}
+
+void Grid::tellOfOrder() const noexcept
+{
+    if (window())
+        NotifyWinEvent(EVENT_OBJECT_REORDER, window(), OBJID_CLIENT, CHILDID_SELF);
 }
 
 } // namespace korvane

@@ -5,6 +5,32 @@
 namespace korvane
 {
 
+namespace
+{
+
+/// While it lives, the modeless windows of a container's frame are disabled. Without a frame, nothing happens.
+class ModelessDisabled
+{
+public:
+    explicit ModelessDisabled(ComPtr<IOleInPlaceFrame> frame) noexcept : frame_(std::move(frame))
+    {
+        if (frame_)
+            frame_->EnableModeless(FALSE);
+    }
+    ModelessDisabled(const ModelessDisabled&) = delete;
+    ModelessDisabled& operator=(const ModelessDisabled&) = delete;
+    ~ModelessDisabled()
+    {
+        if (frame_)
+            frame_->EnableModeless(TRUE);
+    }
+
+private:
+    ComPtr<IOleInPlaceFrame> frame_;
+};
+
+} // namespace
+
 OleControl::Changing::Changing(OleControl& control, Change change) noexcept
     : control_(control),
       // An activation that was under way is called off.
@@ -128,6 +154,14 @@ void OleControl::hide() noexcept
     UIDeactivate();
     if (window())
         ShowWindow(window(), SW_HIDE);
+}
+
+void OleControl::runModal(const std::function<void()>& box) const
+{
+    const ModelessDisabled disabled(frame_);
+    if (!window())
+        throw Failure(E_ABORT); // the container has ended the dialog in the call
+    box();
 }
 
 STDMETHODIMP OleControl::GetWindow(HWND* handle)

@@ -58,6 +58,7 @@ STDMETHODIMP OleControl::TranslateAccelerator(LPMSG message)
     return held([&] {
         if (message->message < WM_KEYFIRST || message->message > WM_KEYLAST || !window())
             return S_FALSE;
+        const KeyPress press(*this, *message);
         return translates(message) || (window() && containerTranslates(message)) ? S_OK : S_FALSE;
     });
 }
@@ -186,6 +187,7 @@ STDMETHODIMP OleControl::OnMnemonic(LPMSG message)
         MSG character = *message;
         character.hwnd = window();
         character.message = WM_SYSCHAR;
+        const KeyPress press(*this, *message);
         if (message->message == WM_KEYDOWN || message->message == WM_SYSKEYDOWN)
             for (const wchar_t key : accessKeys())
                 if (virtualKeyOf(key) == message->wParam)

@@ -10,7 +10,18 @@ HWND Label::createWindow(HWND parent, int id)
     // A label starts a group, so that the arrow keys do not lead out of the option buttons before it. With a tooltip
     // it gets the pointer itself, which otherwise goes to what is behind it.
     const DWORD pointing = ToolTipText().empty() ? 0 : SS_NOTIFY;
-    return makeWindow(parent, id, L"Static", SS_LEFT | WS_GROUP | pointing, 0);
+    const DWORD cutting = kind_ == Kind::data ? SS_ENDELLIPSIS : 0;
+    return makeWindow(parent, id, L"Static", SS_LEFT | WS_GROUP | pointing | cutting, 0);
+}
+
+void Label::setCaption(std::wstring_view caption)
+{
+    std::wstring text(caption);
+    // Else it would mark an access key, on the screen and for screen readers.
+    if (kind_ == Kind::data)
+        for (std::size_t at = text.find(L'&'); at != std::wstring::npos; at = text.find(L'&', at + 2))
+            text.insert(at, 1, L'&');
+    setTextValue(text);
 }
 
 void Label::labels(const Control& control) const noexcept

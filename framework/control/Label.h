@@ -9,11 +9,20 @@ namespace korvane
 class Label : public Control
 {
 public:
-    Label(Surface surface, const Design& design) : Control(surface, design) {}
+    enum class Kind
+    {
+        caption,
+        data ///< any text: each of its characters counts as such, and it shows as far as there is room
+    };
 
-    void setCaption(std::wstring_view caption) { setTextValue(caption); }
+    Label(Surface surface, const Design& design, Kind kind = Kind::caption)
+        : Control(surface, design), kind_(kind)
+    {
+    }
 
-    float neededWidth() const override { return captionWidth(); }
+    void setCaption(std::wstring_view caption);
+
+    float neededWidth() const override { return kind_ == Kind::caption ? captionWidth() : 0; }
 
     /// Makes this the label of a control: its access key leads there, and screen readers name the control by it.
     void labels(const Control& control) const noexcept;
@@ -26,6 +35,9 @@ public:
 
 protected:
     HWND createWindow(HWND parent, int id) override;
+
+private:
+    Kind kind_;
 };
 
 } // namespace korvane

@@ -111,6 +111,7 @@ public:
     STDMETHODIMP GetContentExtent(LPSIZEL extent) override;
 
     IUnknown* identity() noexcept override { return static_cast<IOleObject*>(this); }
+    void runModal(const std::function<void()>& box) const override;
 
     /// The container has let go of the dialog, maybe without an end: its window goes while its controls are there.
     void lastReleased() noexcept;

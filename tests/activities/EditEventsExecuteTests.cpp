@@ -290,6 +290,18 @@ TEST_F(EditEventsExecuteTests, AnAdditionThatFailedHalfWayIsCompletedByTheNextAt
     EXPECT_EQ(data.events[5].link, data.events[4].link);
 }
 
+TEST_F(EditEventsExecuteTests, AnAdditionHasNothingOfTheActivityThatTheCommandWasFor)
+{
+    data.event(20)->rule = Rule{2, 0, 4, 0};
+    data.event(20)->exception = 1;
+    open(20, 3);
+    ASSERT_TRUE(object->links.isLinked());
+    newActivity(5);
+    EXPECT_EQ(object->ExceptionFlag(), 0);
+    execute(1);
+    EXPECT_THAT(steps(), ElementsAre(visitOf(5), "Events.SetRecurrence(100, none)"));
+}
+
 TEST_F(EditEventsExecuteTests, APreparedAdditionAddsWhateverFailedBefore)
 {
     newActivity(5);

@@ -134,6 +134,7 @@ public:
     int endings[3] = {};
     int lostPrimaries = 0;
     int secondAttempts = 0;
+    int changedAttempts = 0;
 
 private:
     int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
@@ -156,6 +157,7 @@ private:
                       LinkGroupModel::Edit& edit);
     void attemptAgain(EditEvents& command, const LinkGroupModel& former, std::ptrdiff_t index, long operation,
                       const LinkGroupModel::Edit& edit);
+    void attemptAnotherChoice(EditEvents& command, long operation, LinkGroupModel::Edit& edit);
     Ending apply(LinkGroupModel::Group* group, long operation, const LinkGroupModel::Edit& edit, int failing);
     void move(long operation);
 
@@ -375,7 +377,9 @@ void Sequence::editUnderWay(EditEvents& command, LinkGroupModel::Group* group, l
     compare(ending);
     // A lost primary resource keeps the first attempt from booking those that were added, and not the second.
     if (ending == Ending::failed && primaryIsChosen)
-        return attemptAgain(command, former, index, operation, edit);
+        return operation != operationDelete && oneIn(2)
+                   ? attemptAnotherChoice(command, operation, edit)
+                   : attemptAgain(command, former, index, operation, edit);
     if (operation == operationDelete)
         return;
 
@@ -424,6 +428,36 @@ void Sequence::attemptAgain(EditEvents& command, const LinkGroupModel& former, s
     const auto group = std::next(model_.groups.begin(), index);
     execute(command, -1, false);
     compare(apply(group == model_.groups.end() ? nullptr : &*group, operation, edit, -1));
+}
+
+/// The user chooses others before he presses OK again: whoever is then chosen is booked.
+void Sequence::attemptAnotherChoice(EditEvents& command, long operation, LinkGroupModel::Edit& edit)
+{
+    ++changedAttempts;
+    told_ += " and, chosen anew,";
+    choose(command, edit);
+    const bool someone = !edit.chosen.empty();
+    if (someone) // as the dialog does it
+        command.SetName(edit.chosen.front(), true);
+    execute(command, -1, false);
+
+    const Event* const stored = data_.event(number(command, L"EventID"));
+    const Events booked = command.links.isLinked() ? linkedBy(data_, toLong(command.links.id.get()))
+                          : stored                 ? Events{*stored}
+                                                   : Events{};
+    const bool byItself = operation == operationChange && edit.instance != 0 && !command.links.isLinked();
+    const std::set<long> chosen(edit.chosen.begin(), edit.chosen.end());
+    if (someone &&
+        (error_.number != S_OK || (!byItself && LinkGroupModel::Group{true, booked}.names() != chosen)))
+        complain("the resources chosen anew are not those booked");
+    complaint_ += faultsIn(data_);
+
+    model_.groups.clear();
+    std::set<long> told;
+    for (const Event& event : data_.events)
+        if (!event.link || told.insert(*event.link).second)
+            model_.groups.push_back(
+                {event.link.has_value(), event.link ? linkedBy(data_, *event.link) : Events{event}});
 }
 
 void Sequence::move(long operation)
@@ -478,6 +512,7 @@ TEST(LinkGroupPropertyTests, LinkGroupsAreWhatTheModelSays)
     int endings[3] = {};
     int lostPrimaries = 0;
     int secondAttempts = 0;
+    int changedAttempts = 0;
     const auto sequences = usualSequences * static_cast<unsigned>(soak());
     for (unsigned seed = 1; seed <= sequences; ++seed)
     {
@@ -489,13 +524,15 @@ TEST(LinkGroupPropertyTests, LinkGroupsAreWhatTheModelSays)
             endings[index] += sequence.endings[index];
         lostPrimaries += sequence.lostPrimaries;
         secondAttempts += sequence.secondAttempts;
+        changedAttempts += sequence.changedAttempts;
     }
     // What is compared is worth something only where it happens.
     EXPECT_GT(endings[static_cast<int>(Ending::done)], 8000 * soak());
     EXPECT_GT(endings[static_cast<int>(Ending::failed)], 800 * soak());
     EXPECT_GT(endings[static_cast<int>(Ending::refused)], 15 * soak());
     EXPECT_GT(lostPrimaries, 160 * soak());
-    EXPECT_GT(secondAttempts, 500 * soak());
+    EXPECT_GT(secondAttempts, 250 * soak());
+    EXPECT_GT(changedAttempts, 250 * soak());
     RecordProperty("done", endings[0]);
     RecordProperty("failed", endings[1]);
     RecordProperty("refused", endings[2]);

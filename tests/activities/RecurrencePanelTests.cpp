@@ -52,6 +52,10 @@ TEST_F(RecurrencePanelTests, TheDialogGrowsAndShrinksWithThePanel)
     EXPECT_EQ(container.resizes, 2);
     EXPECT_EQ(container.site->extent().cy, closed.cy);
     EXPECT_EQ(container.place(ok()).top, buttonTop);
+    closeAndForget();
+    showedWith({2, 1, 4, 0});
+    EXPECT_EQ(container.resizes, 3); // told by Ready
+    EXPECT_EQ(container.site->extent().cy, open.cy);
 }
 
 TEST_F(RecurrencePanelTests, UncheckingTheBoxDropsTheRule)
@@ -256,6 +260,30 @@ TEST_F(RecurrencePanelTests, TheArrowKeysCountInTheBoxes)
 TEST_F(RecurrencePanelTests, TheArrowsCountOnFromWhatStandsInTheBox)
 {
     showedWith({2, 3, 4, 5});
+    retype(countBox(), L"8");
+    container.press(VK_UP);
+    EXPECT_EQ(Container::text(countBox()), L"9");
+    retype(intervalBox(), L"1"); // a blank
+    container.press(VK_UP);
+    EXPECT_EQ(Container::text(intervalBox()), L"2");
+    EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 1/9/5)");
+}
+
+TEST_F(RecurrencePanelTests, TheArrowsOfAnEmptiedBoxKeepTheirNumber)
+{
+    showedWith({2, 3, 4, 5});
+    retype(countBox(), L"\b");
+    container.press(VK_DOWN);
+    EXPECT_EQ(Container::text(countBox()), L"3");
+    retype(intervalBox(), L"\b");
+    container.press(VK_UP);
+    EXPECT_EQ(Container::text(intervalBox()), L"5");
+    EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 4/3/5)");
+}
+
+TEST_F(RecurrencePanelTests, WithoutACountTheFirstUpGivesOne)
+{
+    showedWith({2, 1, 0, 0});
     retype(countBox(), L"\b");
     container.press(VK_DOWN);
     EXPECT_EQ(Container::text(countBox()), L"");
@@ -265,10 +293,6 @@ TEST_F(RecurrencePanelTests, TheArrowsCountOnFromWhatStandsInTheBox)
     container.press(VK_DOWN);
     container.press(VK_DOWN);
     EXPECT_EQ(Container::text(countBox()), L"1");
-    retype(intervalBox(), L"\b"); // a blank is one
-    container.press(VK_UP);
-    EXPECT_EQ(Container::text(intervalBox()), L"2");
-    EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 1/1/5)");
     closeAndForget();
     showedWith({2, 1, 0, 0});
     clickArrow(1, true);
@@ -308,6 +332,25 @@ TEST_F(RecurrencePanelTests, AFailedChangeOfKindKeepsTheFormerOne)
     EXPECT_TRUE(isChecked(option(L"By &Week")));
     EXPECT_FALSE(isChecked(option(L"By &Month")));
     EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 3/4/5)");
+}
+
+TEST_F(RecurrencePanelTests, ADataLayerThatGivesNoRuleChangesNone)
+{
+    const ErrorInfo nothing{S_FALSE, {}, {}};
+    showedWith({2, 3, 4, 5});
+    data.fail("Root.NewRecurrence", nothing);
+    Container::click(option(L"By &Month"));
+    EXPECT_EQ(container.errors.size(), 1U);
+    EXPECT_TRUE(isChecked(option(L"By &Week")));
+    EXPECT_EQ(storedRule(), "Events.SetRecurrence(50, week 3/4/5)");
+    closeAndForget();
+
+    showed(1);
+    data.fail("Root.NewRecurrence", nothing);
+    Container::click(repeat());
+    EXPECT_EQ(container.errors.size(), 1U);
+    EXPECT_FALSE(isChecked(repeat()));
+    EXPECT_FALSE(container.visible(option(L"By &Day")));
 }
 
 TEST_F(RecurrencePanelTests, ADialogShownAgainShowsTheRuleOfItsCommand)

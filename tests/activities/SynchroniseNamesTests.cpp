@@ -34,16 +34,18 @@ protected:
         return calls;
     }
 
-    /// Lets a change fail at the detachment, and gives back the calls up to it.
-    std::vector<std::string> failToDetach()
+    /// Lets a change fail at a call, and gives back the calls up to it.
+    std::vector<std::string> failAt(const char* failing)
     {
-        data.fail("EventLinks.Detach", locked);
+        data.fail(failing, locked);
         call(command, &IAppCommand::put_Operation, 3L);
         VARIANT_BOOL result = VARIANT_TRUE;
         EXPECT_EQ(errorOf(command->Execute(&result)), locked);
         EXPECT_EQ(result, VARIANT_FALSE);
         return steps();
     }
+
+    std::vector<std::string> failToDetach() { return failAt("EventLinks.Detach"); }
 
     /// The resources that are booked together with an activity.
     std::vector<long> bookedWith(long eventId)
@@ -141,6 +143,36 @@ TEST_F(SynchroniseNamesTests, AnotherResourceForASingleActivityChangesItsResourc
     EXPECT_THAT(change(), ElementsAre("EventLinks.AddNames(Empty, [6])", "Events.Update(11, 0, 6, 2, ...)",
                                       "Events.SetRecurrence(11, none)"));
     EXPECT_THAT(bookedWith(11), ElementsAre(6));
+}
+
+TEST_F(SynchroniseNamesTests, AResourceChosenAgainAfterAFailureIsBookedAgain)
+{
+    open(11, 3);
+    choose({6});
+    drop({5});
+    failAt("Events.SetRecurrence");
+    EXPECT_THAT(bookedWith(11), ElementsAre(6));
+    choose({5});
+    EXPECT_THAT(change(),
+                ElementsAre("EventLinks.Create(11)", "EventLinks.AddNames(11, [5])",
+                            "EventLinks.UpdateLinked(11, 0, 2, ...)", "EventLinks.SetRecurrence(11, none)"));
+    EXPECT_THAT(bookedWith(11), ElementsAre(6, 5));
+}
+
+TEST_F(SynchroniseNamesTests, AGroupThatWasMadeInVainIsLeft)
+{
+    for (const long other : {5L, 6L})
+    {
+        open(11, 3);
+        choose({6});
+        failAt("EventLinks.AddNames");
+        drop({5, 6});
+        choose({other});
+        EXPECT_THAT(change(), testing::Contains("EventLinks.Detach(" + shown(other == 5 ? 11 : 100) + ", " +
+                                                shown(other) + ")"));
+        EXPECT_FALSE(object->links.isLinked());
+        EXPECT_THAT(bookedWith(number(L"EventID")), ElementsAre(other));
+    }
 }
 
 TEST_F(SynchroniseNamesTests, TwoOtherResourcesForASingleActivity)

@@ -17,6 +17,18 @@ constexpr int yesNo[] = {IDYES, IDNO};
 
 class ctlEditEventsTests : public ActivityDialog
 {
+protected:
+    COLORREF swatchColor() const
+    {
+        const RECT place = container.place(swatch());
+        UpdateWindow(container.dialogWindow());
+        container.pump();
+        const HDC context = GetDC(container.dialogWindow());
+        const COLORREF color =
+            GetPixel(context, (place.left + place.right) / 2, (place.top + place.bottom) / 2);
+        ReleaseDC(container.dialogWindow(), context);
+        return color;
+    }
 };
 
 TEST_F(ctlEditEventsTests, ReadyForANewActivityReadsEachCollectionOnce)
@@ -86,6 +98,8 @@ TEST_F(ctlEditEventsTests, ShowsTheStoredValues)
     EXPECT_DOUBLE_EQ(timeOf(picker(1)), monday + 10 * hour);
     EXPECT_EQ(Container::text(textBox()), L"Oil change");
     EXPECT_EQ(Container::text(types()), L"Service");
+    ASSERT_TRUE(swatch());
+    EXPECT_EQ(swatchColor(), RGB(255, 0, 0));
     EXPECT_FALSE(isChecked(repeat()));
 }
 
@@ -103,6 +117,19 @@ TEST_F(ctlEditEventsTests, TheClickedResourceIsCheckedSelectedAndSeen)
     EXPECT_EQ(selected, node(L"Anna", L"Drivers"));
     const RECT place = nodePlace(selected);
     EXPECT_FALSE(IsRectEmpty(&place));
+}
+
+TEST_F(ctlEditEventsTests, AResourceOfSeveralGroupsIsSelectedInThatOfTheActivity)
+{
+    data.events[0].nameId = 11;
+    for (const auto& [group, text] : {std::pair(4L, L"Drivers"), std::pair(5L, L"Vans")})
+    {
+        arrange(3);
+        let(L"GroupID", group);
+        EXPECT_TRUE(container.show(__uuidof(::ctlEditEvents), command.get()));
+        EXPECT_EQ(next(TVGN_CARET), node(L"Ben", text));
+        container.close();
+    }
 }
 
 TEST_F(ctlEditEventsTests, AResourceOfSeveralGroupsShowsOneStateEverywhere)
@@ -228,6 +255,21 @@ TEST_F(ctlEditEventsTests, AResourceCheckedLastAndUncheckedAgainTakesNothingAlon
                             "EventLinks.SetRecurrence(100, none)"));
 }
 
+TEST_F(ctlEditEventsTests, WithoutAnyResourceItIsForTheOneThatItWasFor)
+{
+    for (const auto& [operation, written] :
+         {std::pair(1L, "Events.Add(10, "), std::pair(3L, "Events.Update(50, 0, 10, ")})
+    {
+        showed(operation);
+        toggleByKey(node(L"Ben", L"Drivers"));
+        toggleByKey(node(L"Ben", L"Drivers"));
+        toggleByKey(node(L"Anna", L"Drivers"));
+        Container::click(ok());
+        EXPECT_THAT(data.takeCalls(), Contains(testing::StartsWith(written)));
+        container.close();
+    }
+}
+
 TEST_F(ctlEditEventsTests, TheTreeIsLockedWithoutTheRightToBookForOthers)
 {
     data.mayCreateForOthers = false;
@@ -253,13 +295,7 @@ TEST_F(ctlEditEventsTests, ChoosingATypeGoesToTheCommandAndColoursTheSwatch)
     EXPECT_EQ(number(L"TypeID"), 8);
 
     ASSERT_TRUE(swatch());
-    const RECT place = container.place(swatch());
-    UpdateWindow(container.dialogWindow());
-    container.pump();
-    const HDC context = GetDC(container.dialogWindow());
-    EXPECT_EQ(GetPixel(context, (place.left + place.right) / 2, (place.top + place.bottom) / 2),
-              RGB(0, 255, 0));
-    ReleaseDC(container.dialogWindow(), context);
+    EXPECT_EQ(swatchColor(), RGB(0, 255, 0));
 }
 
 TEST_F(ctlEditEventsTests, TheSwatchStandsBesideTheTypesAndIsAsHigh)
@@ -357,6 +393,101 @@ TEST_F(ctlEditEventsTests, AfterAFailedDeletionOkSavesAgain)
     EXPECT_TRUE(data.event(50));
 }
 
+TEST_F(ctlEditEventsTests, AFailedDeletionLeavesACommandThatTheHostHasSetMeanwhile)
+{
+    showed(3);
+    const auto other = create<IAppCommand>(__uuidof(::EditEvents));
+    call(other, &IAppCommand::put_Operation, 1L);
+    container.onSubmit = [&](IAppCommand&) -> bool {
+        call(container.dialog, &IAppDialog::putref_Command, other.as<IDispatch>().get());
+        throw Failure(E_FAIL, L"host", L"busy");
+    };
+    Container::click(deletion());
+    EXPECT_EQ(container.errors.size(), 1U);
+    const long othersOperation = fetch(other, &IAppCommand::get_Operation);
+    const long operation = fetch(command, &IAppCommand::get_Operation);
+    EXPECT_EQ(othersOperation, 1);
+    EXPECT_EQ(operation, 3);
+}
+
+TEST_F(ctlEditEventsTests, TheHostMaySetAnotherCommandWhileTheDataLayerIsAsked)
+{
+    data.recordRules = true;
+    data.events[0].rule = Rule{2, 0, 4, 0};
+    data.events.push_back(data.events[0]);
+    data.events[1].id = 51;
+    const auto begin = [this] {
+        container.close();
+        command = create<IAppCommand>(__uuidof(::EditEvents));
+        arrange(3);
+        container.place(__uuidof(::ctlEditEvents), command.get());
+        container.site->activateUi();
+        data.takeCalls();
+    };
+    const auto use = [this] {
+        container.ready();
+        Container::click(option(L"By &Month"));
+        retype(countBox(), L"3");
+        Container::click(repeat());
+    };
+    begin();
+    use();
+    const std::size_t calls = data.takeCalls().size();
+    for (std::size_t index = 0; index < calls; ++index)
+    {
+        begin();
+        std::size_t made = 0;
+        data.during = [&](const std::string& asked) {
+            if (made++ != index)
+                return;
+            SCOPED_TRACE(asked);
+            command = create<IAppCommand>(__uuidof(::EditEvents)); // nobody holds the former one
+            arrange(3);
+            let(L"EventID", 51L);
+            call(container.dialog, &IAppDialog::putref_Command, command.as<IDispatch>().get());
+        };
+        attempt(use); // the former command's Ready may be over
+        data.during = nullptr;
+
+        EXPECT_TRUE(container.ready());
+        const std::wstring text = L"Tyres " + std::to_wstring(index);
+        retype(textBox(), text.c_str());
+        Container::click(ok());
+        EXPECT_EQ(data.event(51)->text, text);
+        EXPECT_EQ(data.event(50)->text, L"Oil change");
+    }
+}
+
+TEST_F(ctlEditEventsTests, ReadyWhileTheContainerExecutesKeepsWhatWasEntered)
+{
+    container.onSubmit = [this](IAppCommand& submitted) {
+        EXPECT_TRUE(container.ready());
+        fetch(ComPtr<IAppCommand>(&submitted), &IAppCommand::Execute);
+        return true;
+    };
+    for (const long operation : {1L, 3L})
+    {
+        showed(operation);
+        toggleByKey(node(L"Carla", L"Drivers"));
+        retype(textBox(), L"Tyres");
+        Container::click(repeat());
+        Container::click(ok());
+        const Event& added = data.events.back();
+        EXPECT_EQ(added.nameId, operation == 1 ? 10 : 12);
+        EXPECT_TRUE(added.link);
+        EXPECT_EQ(added.text, L"Tyres");
+        EXPECT_EQ(added.rule, (Rule{1, 0, 0, 0}));
+        container.close();
+    }
+
+    questions.answerKey = 'N';
+    showed(3, 3);
+    retype(textBox(), L"Wheels");
+    Container::click(ok());
+    EXPECT_EQ(questions.asked.size(), 1U);
+    EXPECT_EQ(data.event(50)->edited[3].values.text, L"Wheels");
+}
+
 TEST_F(ctlEditEventsTests, AFailedDetachmentKeepsTheDialogOpenAndTheNextOkCompletesIt)
 {
     data.events[0].link = 50;
@@ -413,12 +544,30 @@ TEST_F(ctlEditEventsTests, ASingleOccurrenceKeepsItsResourcesAndCannotRepeat)
                 ElementsAre("Root.Events()", testing::StartsWith("Events.Update(50, 3, 10")));
 }
 
+TEST_F(ctlEditEventsTests, AnOccurrenceOfLinkedActivitiesLeavesThemTheirRule)
+{
+    data.events[0].rule = Rule{2, 0, 4, 0};
+    data.events[0].link = 50;
+    data.events.push_back(data.events[0]);
+    data.events[1].id = 51;
+    data.events[1].nameId = 11;
+    questions.answerKey = 'N';
+    showed(3, 3);
+    Container::click(ok());
+    EXPECT_THAT(data.takeCalls(), ElementsAre(testing::StartsWith("EventLinks.UpdateLinked(50, 3, "),
+                                              "EventLinks.SetRecurrence(50, week 0/4/0)"));
+}
+
 TEST_F(ctlEditEventsTests, AnExceptionKeepsItsResourcesAndCannotRepeat)
 {
+    data.events[0].rule = Rule{2, 0, 4, 0};
     data.events[0].exception = 1;
     showed(3);
     EXPECT_FALSE(IsWindowEnabled(repeat()));
+    EXPECT_FALSE(isChecked(repeat()));
     EXPECT_FALSE(IsWindowEnabled(tree()));
+    Container::click(ok());
+    EXPECT_THAT(data.takeCalls(), Contains("Events.SetRecurrence(50, week 0/4/0)"));
 }
 
 TEST_F(ctlEditEventsTests, LabelsStandDirectlyBeforeTheirControlsForScreenReaders)

@@ -241,6 +241,29 @@ TEST_F(ctlMoveEventsTests, DroppedOnAnotherResourceNothingIsAsked)
                                         StartsWith("Events.Update(50, 0, 11")));
 }
 
+TEST_F(ctlMoveEventsTests, WhatTheCommandWasForBeforeIsNoAnswer)
+{
+    link();
+    call(command.as<IMoveEvents>(), &IMoveEvents::put_UpdateAll, VARIANT_TRUE);
+    EXPECT_TRUE(show(3, 11));
+    EXPECT_THAT(executed(), ElementsAre("EventLinks.Detach(50, 10)", "Root.Events()",
+                                        StartsWith("Events.Update(50, 0, 11")));
+}
+
+TEST_F(ctlMoveEventsTests, ReadyWhileTheContainerExecutesAsksNothing)
+{
+    link();
+    questions.answerKey = 'Y';
+    EXPECT_TRUE(show(3, 10));
+    questions.answerKey = 'N';
+    container.onSubmit = [this](IAppCommand& submitted) {
+        EXPECT_TRUE(container.ready());
+        return fetch(ComPtr<IAppCommand>(&submitted), &IAppCommand::Execute);
+    };
+    EXPECT_THAT(executed(), ElementsAre(StartsWith("EventLinks.UpdateLinked(50, 0, 7")));
+    EXPECT_EQ(questions.asked.size(), 1U);
+}
+
 TEST_F(ctlMoveEventsTests, ASingleOccurrenceIsMovedWithoutDetaching)
 {
     link();

@@ -2,6 +2,7 @@
 
 #include "framework/com/Apartment.h"
 #include "tests/framework/Fakes.h"
+#include "tests/support/ComRules.h"
 
 #include <gmock/gmock.h>
 
@@ -245,6 +246,19 @@ TEST_F(AppDialogEventsTests, AFailureThatTheHostHasDealtWithWithinIsNotTakenForT
     };
     VARIANT_BOOL result = VARIANT_TRUE;
     EXPECT_EQ(errorOf(events->SubmitCommand(nullptr, &result)), (ErrorInfo{E_FAIL, L"", L""}));
+}
+
+// What the library has reported is known by its error object: another one is not to come to stand in its place.
+TEST_F(AppDialogEventsTests, TheErrorObjectThatWasReportedIsHeld)
+{
+    apartment();
+    leaveError(E_FAIL, L"within", L"a failure");
+    ComPtr<IErrorInfo> information;
+    ASSERT_EQ(GetErrorInfo(0, information.put()), S_OK);
+    EXPECT_EQ(references(information.get()), 2U);
+    leaveError(E_FAIL, L"within", L"the next failure");
+    EXPECT_EQ(references(information.get()), 1U);
+    SetErrorInfo(0, nullptr);
 }
 
 } // namespace korvane::test

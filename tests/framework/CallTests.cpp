@@ -3,6 +3,7 @@
 #include "framework/com/Object.h"
 #include "framework/com/SafeArray.h"
 #include "tests/support/EmptyData.h"
+#include "tests/support/PlainObject.h"
 
 #include <gtest/gtest.h>
 
@@ -80,6 +81,28 @@ public:
     }
 };
 
+/// Empties the pointer through which it is called when it is asked for a name.
+class ShyObject final : public PlainObject<>
+{
+public:
+    explicit ShyObject(ComPtr<IDispatch>& caller) : caller_(caller) {}
+
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID* id) override
+    {
+        *id = 1;
+        caller_.reset();
+        return S_OK;
+    }
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) override
+    {
+        *result = Variant(7L).detach();
+        return S_OK;
+    }
+
+private:
+    ComPtr<IDispatch>& caller_;
+};
+
 ComPtr<IDispatch> dictionary()
 {
     return createByProgId<IDispatch>(L"Scripting.Dictionary");
@@ -124,6 +147,14 @@ TEST(LateBoundTests, MembersAreCalledByTheirNames)
     EXPECT_EQ(toLong(get(words, L"Count").get()), 2);
     EXPECT_EQ(toLong(get(words, L"Item", {Variant(Bstr(L"two"))}).get()), 2);
     EXPECT_TRUE(toBool(invoke(words, L"Exists", {Variant(Bstr(L"one"))}).get()));
+}
+
+TEST(LateBoundTests, AnObjectIsHeldFromItsNamesToItsCall)
+{
+    ComPtr<IDispatch> object;
+    object = ComPtr<IDispatch>(new ShyObject(object));
+    EXPECT_EQ(toLong(get(object, L"Number").get()), 7);
+    EXPECT_FALSE(object);
 }
 
 TEST(LateBoundTests, TheObjectsFailureIsThrown)

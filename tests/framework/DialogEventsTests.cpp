@@ -186,6 +186,34 @@ TEST_F(DialogEventsTests, AFailureThatTheHandlerReturnsKeepsItsErrorInformation)
                                                    " \"KorvaneData\" \"The database is locked.\""));
 }
 
+// The numbers of those who have no handler are failures all the same where there is one.
+TEST_F(DialogEventsTests, AFailureOfTheExecutionIsToldWhateverItsNumber)
+{
+    for (const HRESULT number : {E_NOTIMPL, DISP_E_MEMBERNOTFOUND, DISP_E_UNKNOWNNAME})
+    {
+        command->onExecute = [&] { throw Failure(number, L"KorvaneData", L"No such member."); };
+        for (const bool tells : {false, true}) // that it has executed
+        {
+            listener->heard.clear();
+            listener->onSubmit = [&](VARIANT* arguments, EXCEPINFO& exception) {
+                const HRESULT outcome = execute(arguments, exception);
+                *arguments[3].pboolVal = tells ? VARIANT_TRUE : VARIANT_FALSE;
+                if (tells)
+                    SetErrorInfo(0, nullptr);
+                return outcome;
+            };
+            press(VK_RETURN);
+            EXPECT_THAT(listener->heard,
+                        testing::ElementsAre("Submit", testing::StartsWith("Error " + shown(number))));
+        }
+    }
+    listener->heard.clear();
+    listener->onSubmit = [](VARIANT*, EXCEPINFO&) { return E_NOTIMPL; };
+    press(VK_RETURN);
+    EXPECT_THAT(listener->heard,
+                testing::ElementsAre("Submit", testing::StartsWith("Error " + shown(E_NOTIMPL))));
+}
+
 TEST_F(DialogEventsTests, ErrorInformationThatAnotherSubscriberHasLeftIsNotTaken)
 {
     const ComPtr<Listener> further(new Listener);

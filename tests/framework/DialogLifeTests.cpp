@@ -285,6 +285,45 @@ TEST_F(DialogLifeTests, AnotherCommandBeginsAnew)
     EXPECT_THAT(container.done, ElementsAre(false, false));
 }
 
+TEST_F(DialogLifeTests, ACommandThatIsSetWithinAReadyWantsAReadyOfItsOwn)
+{
+    const auto next = make<TestDialogCommand>();
+    place();
+    for (const bool readied : {false, true}) // at once, before the first Ready is over
+    {
+        bool sets = true;
+        dialog->onLoad = [&] {
+            if (!std::exchange(sets, false))
+                return true;
+            call(container.dialog, &IAppDialog::putref_Command, next.as<IDispatch>().get());
+            return !readied || container.ready();
+        };
+        call(container.dialog, &IAppDialog::putref_Command, command.as<IDispatch>().get());
+        VARIANT_BOOL result = VARIANT_TRUE;
+        EXPECT_EQ(container.dialog->get_Ready(&result), E_ABORT);
+        clickOk();
+        EXPECT_EQ(container.submitted, 0);
+    }
+    dialog->onLoad = [] { return true; };
+    ASSERT_TRUE(container.ready());
+    clickOk();
+    EXPECT_EQ(command->executions, 0);
+    EXPECT_EQ(next->executions, 1);
+}
+
+TEST_F(DialogLifeTests, TheCommandIsHeldWhileItIsLoaded)
+{
+    place();
+    ULONG whileLoaded = 0;
+    dialog->onLoad = [&] {
+        call(container.dialog, &IAppDialog::putref_Command, nullptr);
+        whileLoaded = command->referenceCount();
+        return true;
+    };
+    EXPECT_THROW(container.ready(), Failure);
+    EXPECT_EQ(whileLoaded, command->referenceCount() + 1);
+}
+
 TEST_F(DialogLifeTests, ACommandThatTheContainerSetsWhileItExecutesIsNotEndedWithTheFirst)
 {
     ASSERT_TRUE(show());
@@ -325,6 +364,26 @@ TEST_F(DialogLifeTests, AQuestionHasTheDialogsTitleUnlessItHasItsOwn)
     EXPECT_EQ(questions.asked[0].title, L"Resource");
     EXPECT_EQ(questions.asked[1].title, L"Group");
     EXPECT_EQ(questions.asked[1].text, L"The text box name must be entered.");
+}
+
+TEST_F(DialogLifeTests, TheContainersModelessWindowsAreDisabledWhileAQuestionIsOpen)
+{
+    ASSERT_TRUE(show());
+    std::vector<std::string> order;
+    container.onModeless = [&](bool enable) { order.emplace_back(enable ? "enabled" : "disabled"); };
+    Questions questions;
+    questions.onAsked = [&] { order.emplace_back("asked"); };
+    dialog->ask(22092, MB_OK);
+    EXPECT_THAT(order, ElementsAre("disabled", "asked", "enabled"));
+}
+
+TEST_F(DialogLifeTests, AContainerThatEndsTheDialogBeforeItsQuestionIsNotAskedAnyMore)
+{
+    ASSERT_TRUE(show());
+    container.onModeless = [this](bool) { container.close(); };
+    const Questions questions;
+    EXPECT_THROW(dialog->ask(22092, MB_OK), Failure);
+    EXPECT_TRUE(questions.asked.empty());
 }
 
 TEST_F(DialogLifeTests, NothingIsSubmittedTwice)

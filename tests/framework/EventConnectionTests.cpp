@@ -30,9 +30,9 @@ public:
     void addIncompletely(long id) { raise(2, {Variant(id)}); }
 };
 
-/// Has the events, and lets nobody subscribe.
-class RefusingSource final
-    : public Object<RefusingSource, Inherits<IConnectionPointContainer, IConnectionPoint>,
+/// Has the events, and does as it is told when somebody subscribes.
+class ScriptedSource final
+    : public Object<ScriptedSource, Inherits<IConnectionPointContainer, IConnectionPoint>,
                     IConnectionPointContainer, IConnectionPoint>
 {
 public:
@@ -43,16 +43,28 @@ public:
     }
     STDMETHODIMP GetConnectionInterface(IID*) override { return E_NOTIMPL; }
     STDMETHODIMP GetConnectionPointContainer(IConnectionPointContainer**) override { return E_NOTIMPL; }
-    STDMETHODIMP Advise(IUnknown*, DWORD*) override
+    STDMETHODIMP Advise(IUnknown* sink, DWORD* cookie) override
     {
-        return Failure(static_cast<HRESULT>(0x80041234), L"data", L"too many").report();
+        *cookie = 4711;
+        return guard([&] {
+            onAdvise();
+            subscriber = ComPtr<IUnknown>(sink);
+        });
     }
-    STDMETHODIMP Unadvise(DWORD) override { return E_NOTIMPL; }
+    STDMETHODIMP Unadvise(DWORD cookie) override
+    {
+        EXPECT_EQ(cookie, 4711U);
+        subscriber.reset();
+        return S_OK;
+    }
     STDMETHODIMP EnumConnections(IEnumConnections**) override { return E_NOTIMPL; }
     STDMETHODIMP InterfaceSupportsErrorInfo(REFIID iid) override
     {
         return iid == IID_IConnectionPoint ? S_OK : S_FALSE;
     }
+
+    std::function<void()> onAdvise;
+    ComPtr<IUnknown> subscriber;
 };
 
 /// Whoever subscribes, as an object that anybody may let go of.
@@ -157,7 +169,8 @@ TEST_F(EventConnectionTests, ASourceOfOtherEventsIsRefused)
 
 TEST_F(EventConnectionTests, ASourceThatRefusesTellsWhy)
 {
-    const auto refusing = make<RefusingSource>();
+    const auto refusing = make<ScriptedSource>();
+    refusing->onAdvise = [] { throw Failure(static_cast<HRESULT>(0x80041234), L"data", L"too many"); };
     const auto failure = attempt([&] {
         connection->connect(static_cast<IConnectionPointContainer*>(refusing.get()), __uuidof(IGroupsEvents),
                             {});
@@ -167,6 +180,38 @@ TEST_F(EventConnectionTests, ASourceThatRefusesTellsWhy)
     EXPECT_EQ(failure->source(), L"data");
     EXPECT_EQ(failure->description(), L"too many");
     EXPECT_EQ(references(static_cast<IConnectionPointContainer*>(refusing.get())), 1);
+}
+
+TEST_F(EventConnectionTests, OfConnectionsWithinEachOtherTheLastOneCounts)
+{
+    const auto calling = make<ScriptedSource>();
+    for (const bool fails : {false, true})
+    {
+        calling->onAdvise = [&] {
+            connect();
+            if (fails)
+                throw Failure(E_ACCESSDENIED);
+        };
+        EXPECT_EQ(failureOf([&] {
+                      connection->connect(static_cast<IConnectionPointContainer*>(calling.get()),
+                                          __uuidof(IGroupsEvents), {});
+                  }),
+                  fails ? E_ACCESSDENIED : S_OK);
+        EXPECT_FALSE(calling->subscriber);
+        source->add(4);
+        EXPECT_THAT(heard, ElementsAre(4));
+        heard.clear();
+        connection->disconnect();
+        EXPECT_FALSE(source->hasSubscribers());
+    }
+}
+
+TEST_F(EventConnectionTests, WhoIsDisconnectedWhileItConnectsHearsNothing)
+{
+    const auto calling = make<ScriptedSource>();
+    calling->onAdvise = [&] { connection->disconnect(); };
+    connection->connect(static_cast<IConnectionPointContainer*>(calling.get()), __uuidof(IGroupsEvents), {});
+    EXPECT_FALSE(calling->subscriber);
 }
 
 TEST_F(EventConnectionTests, AnObjectWithoutEventsIsRefused)

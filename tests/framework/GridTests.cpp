@@ -16,6 +16,7 @@ using testing::AllOf;
 using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Pair;
 
 struct GridLayoutOfTest
 {
@@ -325,6 +326,15 @@ TEST_F(GridTests, TheEdgeOfAHeadingIsDragged)
     EXPECT_EQ(view.place(0, 2).right, client.right);
 }
 
+TEST_F(GridTests, AnEdgeIsLetGoOfWithTheMouse)
+{
+    const RECT before = view.place(0, 1);
+    SendMessageW(grid().window(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(before.right, 3));
+    ReleaseCapture(); // as when a message box of the host's comes
+    SendMessageW(grid().window(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(before.right + 20, 3));
+    EXPECT_EQ(view.place(0, 1).right, before.right);
+}
+
 TEST_F(GridTests, TheWheelScrollsAlsoByPartsOfANotch)
 {
     UINT lines = 0;
@@ -521,33 +531,61 @@ TEST_F(GridTests, RubbishFromAScreenReaderIsRefused)
 namespace
 {
 
-struct HeardFocus
+/// What a screen reader hears of a window, while this lives: the event, and the text of what it is about.
+class Hearing
 {
-    std::vector<std::wstring> values;
-} heardFocus;
+public:
+    Hearing(HWND window, DWORD first, DWORD last)
+    {
+        heardOf = window;
+        heard.clear();
+        hook_ = SetWinEventHook(first, last, nullptr, &hear, GetCurrentProcessId(), GetCurrentThreadId(),
+                                WINEVENT_OUTOFCONTEXT);
+    }
+    Hearing(const Hearing&) = delete;
+    Hearing& operator=(const Hearing&) = delete;
+    ~Hearing() { UnhookWinEvent(hook_); }
 
-void CALLBACK hear(HWINEVENTHOOK, DWORD, HWND window, LONG object, LONG child, DWORD, DWORD)
-{
-    ComPtr<IAccessible> at;
-    Variant self;
-    if (SUCCEEDED(AccessibleObjectFromEvent(window, static_cast<DWORD>(object), static_cast<DWORD>(child),
-                                            at.put(), self.put())))
-        heardFocus.values.emplace_back(fetchIfAny(at, &IAccessible::get_accValue, self.get()).view());
-}
+    static inline std::vector<std::pair<DWORD, std::wstring>> heard;
+
+private:
+    static void CALLBACK hear(HWINEVENTHOOK, DWORD event, HWND window, LONG object, LONG child, DWORD, DWORD)
+    {
+        ComPtr<IAccessible> at;
+        Variant self;
+        if (window == heardOf &&
+            SUCCEEDED(AccessibleObjectFromEvent(window, static_cast<DWORD>(object), static_cast<DWORD>(child),
+                                                at.put(), self.put())))
+            heard.emplace_back(event, fetchIfAny(at, &IAccessible::get_accValue, self.get()).view());
+    }
+
+    static inline HWND heardOf;
+    HWINEVENTHOOK hook_;
+};
 
 } // namespace
 
 TEST_F(GridTests, AScreenReaderHearsOfTheCellThatGetsTheFocus)
 {
-    heardFocus.values.clear();
-    const HWINEVENTHOOK hook =
-        SetWinEventHook(EVENT_OBJECT_FOCUS, EVENT_OBJECT_FOCUS, nullptr, &hear, GetCurrentProcessId(),
-                        GetCurrentThreadId(), WINEVENT_OUTOFCONTEXT);
+    const Hearing hearing(grid().window(), EVENT_OBJECT_FOCUS, EVENT_OBJECT_FOCUS);
     container.press(VK_RIGHT);
     container.press(VK_DOWN);
     container.pump();
-    UnhookWinEvent(hook);
-    EXPECT_THAT(heardFocus.values, ElementsAre(L"one", L"two\r\nlines"));
+    EXPECT_THAT(Hearing::heard,
+                ElementsAre(Pair(EVENT_OBJECT_FOCUS, L"one"), Pair(EVENT_OBJECT_FOCUS, L"two\r\nlines")));
+}
+
+TEST_F(GridTests, AScreenReaderHearsOfARowThatIsMovedWhileAnotherControlHasTheFocus)
+{
+    layout().txtAfter.setFocus();
+    container.pump();
+    const Hearing hearing(grid().window(), EVENT_OBJECT_REORDER, EVENT_OBJECT_SELECTION);
+    std::swap(layout().texts[1], layout().texts[2]);
+    grid().rowsChanged(1, 2);
+    grid().setCurrent({2, 1});
+    container.pump();
+    EXPECT_THAT(Hearing::heard,
+                ElementsAre(Pair(EVENT_OBJECT_REORDER, L""), Pair(EVENT_OBJECT_SELECTION, L"ash")));
 }
 
 TEST_F(GridTests, WhoOutlivesTheGridIsToldThatItIsGone)
@@ -609,6 +647,29 @@ TEST_F(GridTests, ADisabledGridTakesNoInputAndSaysSo)
     grid().setEnabled(false);
     EXPECT_NE(Element::ofWindow(grid().window()).state() & STATE_SYSTEM_UNAVAILABLE, 0);
     EXPECT_GT(pixelsOf(1, 1, GetSysColor(COLOR_GRAYTEXT)), 0);
+}
+
+TEST_F(GridTests, WhereTheUserCouldDoNothingAScreenReaderCannotEither)
+{
+    const auto cell = view.cell(3, 2).object;
+    const auto self = Variant(0L);
+    layout().txtAfter.setFocus();
+    const std::pair<std::function<void()>, std::function<void()>> ways[] = {
+        {[&] { grid().setEnabled(false); }, [&] { grid().setEnabled(true); }},
+        {[&] { grid().setVisible(false); }, [&] { grid().setVisible(true); }},
+        {[&] { EnableWindow(container.window(), FALSE); }, [&] { EnableWindow(container.window(), TRUE); }}};
+    for (const auto& [close, open] : ways)
+    {
+        close();
+        EXPECT_EQ(cell->accDoDefaultAction(self.get()), E_ACCESSDENIED);
+        EXPECT_EQ(cell->accSelect(SELFLAG_TAKEFOCUS | SELFLAG_TAKESELECTION, self.get()), E_ACCESSDENIED);
+        EXPECT_EQ(current(), std::pair(1, 1));
+        EXPECT_NE(GetFocus(), grid().window());
+        open();
+    }
+    EXPECT_EQ(told, "");
+    EXPECT_EQ(cell->accDoDefaultAction(self.get()), S_OK);
+    EXPECT_EQ(current(), std::pair(3, 2));
 }
 
 TEST_F(GridTests, FromRightToLeftTheArrowKeysLeadWhereTheyPoint)

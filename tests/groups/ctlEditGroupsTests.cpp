@@ -43,6 +43,8 @@ protected:
     long groupId() const { return number(L"GroupID"); }
 
     HWND list() const { return container.control(L"ListBox"); }
+    HWND ok() const { return container.button(L"OK"); }
+    int selected() const { return static_cast<int>(SendMessageW(list(), LB_GETCURSEL, 0, 0)); }
     HWND nameBox() const { return container.control(L"Edit"); }
     /// The label whose caption depends on the operation; the other one names the text box.
     HWND heading() const
@@ -260,6 +262,45 @@ TEST_F(ctlEditGroupsTests, ClearEmptiesTheListAndLaterAnnouncementsFillIt)
     EXPECT_THAT(items(list()), IsEmpty());
 }
 
+TEST_F(ctlEditGroupsTests, ASelectedGroupStaysSelectedWhenTheGroupsAreAnnouncedAnew)
+{
+    data.announcesWrites = true;
+    showed(2);
+    clickItem(list(), 0);
+    data.groups.insert(data.groups.begin(), {12, L"Cranes"});
+    call(fetch(data.root, &IRoot::get_Groups), &IGroups::SetPosition, 12L, 0L); // by somebody else
+    EXPECT_THAT(items(list()), ElementsAre(L"Cranes", L"Vans", L"Drivers"));
+    EXPECT_EQ(selected(), 1);
+    data.takeCalls();
+    Container::click(ok());
+    EXPECT_THAT(data.takeCalls(), testing::Contains("Groups.Remove(9)"));
+}
+
+TEST_F(ctlEditGroupsTests, ASelectedGroupThatIsNotListedAnyMoreIsNotSubmitted)
+{
+    for (const long operation : {3L, 2L})
+    {
+        showed(operation);
+        clickItem(list(), 0);
+        data.announceClear();
+        data.announceGroup({4, L"Drivers"});
+        EXPECT_EQ(selected(), -1);
+        Container::click(ok());
+        RECT client{};
+        GetClientRect(list(), &client);
+        Container::clickAt(list(), 5, client.bottom - 3, true);
+        EXPECT_EQ(container.submitted, 0);
+        ASSERT_EQ(container.errors.size(), operation == 2 ? 2U : 1U);
+        EXPECT_EQ(std::exchange(container.errors, {}).front().number, DISP_E_BADINDEX);
+
+        data.announceGroup({9, L"Vans"});
+        EXPECT_EQ(selected(), 1);
+        Container::click(ok());
+        EXPECT_EQ(std::exchange(container.submitted, 0), 1);
+        container.close();
+    }
+}
+
 TEST_F(ctlEditGroupsTests, SelectingAGroupFetchesIt)
 {
     showed(3);
@@ -278,6 +319,99 @@ TEST_F(ctlEditGroupsTests, TheBoxShowsTheNameThatIsListed)
     clickItem(list(), 2);
     EXPECT_EQ(Container::text(nameBox()), L"As announced");
     EXPECT_EQ(text(L"GroupName"), L"Vans");
+}
+
+TEST_F(ctlEditGroupsTests, AGroupThatCannotBeReadLeavesTheOneBeforeAndADoubleClickOnItDeletesNone)
+{
+    for (const long operation : {2L, 3L})
+        for (const char* failing : {"Root.OpenScope", "Root.Groups", "Groups.Fetch"})
+            for (const int before : {-1, 1})
+            {
+                SCOPED_TRACE(failing);
+                showed(operation);
+                if (before >= 0)
+                    clickItem(list(), before);
+                data.fail(failing, locked);
+                clickItem(list(), 0, true);
+                EXPECT_EQ(std::exchange(container.errors, {}), std::vector{locked});
+                EXPECT_EQ(container.submitted, 0);
+                EXPECT_EQ(groupId(), 4);
+                EXPECT_EQ(selected(), before);
+                EXPECT_EQ(Container::text(nameBox()), L"Drivers");
+                data.takeCalls();
+                Container::click(ok());
+                EXPECT_EQ(std::exchange(container.submitted, 0), 1);
+                EXPECT_THAT(data.takeCalls(),
+                            testing::Contains(operation == 2 ? "Groups.Remove(4)"
+                                                             : "Groups.Update(4, \"Drivers\", 7)"));
+                container.close();
+                SetUp();
+            }
+}
+
+TEST_F(ctlEditGroupsTests, AGroupWhoseScopeDoesNotCloseIsSelectedWhole)
+{
+    showed(3);
+    data.fail("Scope.Close", locked);
+    clickItem(list(), 0);
+    EXPECT_THAT(container.errors, ElementsAre(locked));
+    EXPECT_EQ(selected(), 0);
+    EXPECT_EQ(Container::text(nameBox()), L"Vans");
+    data.takeCalls();
+    Container::click(ok());
+    EXPECT_THAT(data.takeCalls(), ElementsAre("Root.Groups()", "Groups.Update(9, \"Vans\", 5)"));
+}
+
+/// By a user who cannot wait, while a data layer waits for its server.
+TEST_F(ctlEditGroupsTests, WhileAGroupIsReadNothingIsSubmittedAndNoOtherIsSelected)
+{
+    for (const long operation : {2L, 3L})
+    {
+        showed(operation);
+        data.during = [this](const std::string& call) {
+            if (call != "Groups.Fetch")
+                return;
+            data.during = nullptr;
+            Container::click(ok());
+            clickItem(list(), 1, true);
+            EXPECT_EQ(selected(), 0);
+        };
+        clickItem(list(), 0);
+        EXPECT_THAT(container.errors, IsEmpty());
+        EXPECT_EQ(container.submitted, 0);
+        EXPECT_EQ(groupId(), 9);
+        EXPECT_EQ(text(L"GroupName"), L"Vans");
+        EXPECT_EQ(Container::text(nameBox()), L"Vans");
+        container.close();
+    }
+}
+
+TEST_F(ctlEditGroupsTests, ACommandThatTheHostGivesWhileAGroupIsReadIsLeftAsItIs)
+{
+    for (const bool fails : {false, true})
+    {
+        showed(3);
+        data.during = [&](const std::string& call) {
+            if (call != "Groups.Fetch")
+                return;
+            data.during = nullptr;
+            command = create<IAppCommand>(__uuidof(::EditGroups)); // nobody else holds the former one
+            letRoot();
+            let(L"GroupID", 4L);
+            korvane::call(command, &IAppCommand::put_Operation, 3L);
+            korvane::call(container.dialog, &IAppDialog::putref_Command, command.as<IDispatch>().get());
+            EXPECT_TRUE(container.ready());
+            if (fails)
+                data.fail("Groups.Fetch", locked);
+        };
+        clickItem(list(), 0);
+        EXPECT_EQ(groupId(), 4);
+        EXPECT_EQ(text(L"GroupName"), L"Drivers");
+        EXPECT_EQ(Container::text(nameBox()), L"Drivers");
+        EXPECT_EQ(selected(), -1);
+        container.close();
+        container.errors.clear();
+    }
 }
 
 TEST_F(ctlEditGroupsTests, TheArrowKeysSelectToo)
@@ -322,6 +456,34 @@ TEST_F(ctlEditGroupsTests, ARenamedGroupKeepsItsFlags)
 
     EXPECT_THAT(data.takeCalls(), ElementsAre("Root.Groups()", "Groups.Update(9, \"Small vans\", 5)"));
     EXPECT_THAT(container.done, ElementsAre(false));
+}
+
+TEST_F(ctlEditGroupsTests, WhatTheContainerIsExecutingStaysAsItWasConfirmed)
+{
+    container.onSubmit = [this](IAppCommand& submitted) {
+        EXPECT_TRUE(container.ready());
+        if (container.visible(list()))
+        {
+            EXPECT_EQ(selected(), 0);
+            clickItem(list(), 1, true); // by a user who cannot wait
+            EXPECT_EQ(selected(), 0);
+        }
+        fetch(ComPtr<IAppCommand>(&submitted), &IAppCommand::Execute);
+        return true;
+    };
+    const std::pair<long, const char*> writes[] = {
+        {1, "Groups.Add(\"Cranes\", 3)"}, {3, "Groups.Update(9, \"Cranes\", 5)"}, {2, "Groups.Remove(9)"}};
+    for (const auto& [operation, write] : writes)
+    {
+        showed(operation);
+        if (operation != 1)
+            clickItem(list(), 0);
+        SetWindowTextW(nameBox(), L"Cranes");
+        Container::click(ok());
+        EXPECT_THAT(data.takeCalls(), testing::Contains(write));
+        EXPECT_THAT(container.errors, IsEmpty());
+        container.close();
+    }
 }
 
 TEST_F(ctlEditGroupsTests, OkInTheDeleteLayoutTakesTheHiddenName)

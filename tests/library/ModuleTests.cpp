@@ -1,5 +1,6 @@
 // The DLL as a module: what it asks of the system, what it offers, and how long it stays.
 #include "tests/library/PortableExecutable.h"
+#include "tests/support/Allocation.h"
 #include "tests/support/ComRules.h"
 #include "tests/support/Leaks.h"
 
@@ -186,6 +187,7 @@ public:
     LoadedCopy& operator=(const LoadedCopy&) = delete;
     ~LoadedCopy() { EXPECT_TRUE(DeleteFileW(path_.c_str())); }
 
+    HMODULE module() const { return module_; }
     bool isLoaded() const { return GetModuleHandleW(path_.c_str()) != nullptr; }
     HRESULT canUnload() const { return entry<HRESULT WINAPI()>("DllCanUnloadNow")(); }
     void free() const { EXPECT_TRUE(FreeLibrary(module_)); }
@@ -362,6 +364,51 @@ TEST(ModuleTests, ComMayUnloadItAtTheEndOfAnApartmentWhateverIsStillAlive)
     }).join();
     EXPECT_NE(leaked, nullptr);
     EXPECT_FALSE(copy.isLoaded());
+}
+
+namespace
+{
+
+ULARGE_INTEGER postponed{}; ///< the watch whose end COM was told and has put off
+HMODULE staying = nullptr;
+
+HRESULT WINAPI postponeEnd(ULARGE_INTEGER watch)
+{
+    postponed = watch;
+    return S_OK;
+}
+
+BOOL WINAPI noteThatItStays(DWORD flags, const wchar_t* name, HMODULE* module)
+{
+    if ((flags & GET_MODULE_HANDLE_EX_FLAG_PIN) == 0)
+        return GetModuleHandleExW(flags, name, module);
+    return GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                                  GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                              name, &staying);
+}
+
+} // namespace
+
+// Where COM puts the end of the watch off, it still calls it. Wine does not: here it is made to.
+TEST(ModuleTests, ItStaysForAWatchThatComHasNotLetGoOf)
+{
+    const LoadedCopy copy;
+    staying = nullptr;
+    {
+        const ImportPatch end(copy.module(), "CoRevokeInitializeSpy", reinterpret_cast<void*>(&postponeEnd));
+        const ImportPatch stay(copy.module(), "GetModuleHandleExW",
+                               reinterpret_cast<void*>(&noteThatItStays));
+        ASSERT_TRUE(end.isInPlace() && stay.isInPlace());
+        std::thread([&] {
+            require(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
+            askForTitle(copy.dialog());
+            CoUninitialize();
+            require(CoRevokeInitializeSpy(postponed));
+        }).join();
+    }
+    EXPECT_EQ(staying, copy.module());
+    EXPECT_EQ(copy.canUnload(), S_OK);
+    copy.free();
 }
 
 } // namespace korvane::test

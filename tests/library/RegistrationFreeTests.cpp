@@ -220,7 +220,9 @@ TEST(RegistrationFreeTests, TypesLeadFromOneLibraryToTheNext)
 TEST(RegistrationFreeTests, EveryContractHasItsProxy)
 {
     constexpr CLSID automationsProxy{0x00020424, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+    constexpr CLSID eventsProxy{0x00020420, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
     int contracts = 0;
+    int events = 0;
     for (const GUID* id :
          {&LIBID_KorvaneDlg, &LIBID_KorvaneLib, &LIBID_KorvaneInterfaces, &LIBID_KorvaneData})
     {
@@ -229,16 +231,18 @@ TEST(RegistrationFreeTests, EveryContractHasItsProxy)
         for (const auto& information : typesOf(described))
         {
             const TypeAttributes attributes(information.get());
-            if ((attributes->wTypeFlags & TYPEFLAG_FDUAL) == 0)
+            const bool dual = (attributes->wTypeFlags & TYPEFLAG_FDUAL) != 0;
+            if (!dual && attributes->typekind != TKIND_DISPATCH)
                 continue;
-            ++contracts;
+            ++(dual ? contracts : events);
             CLSID proxy{};
             const std::string name = narrow(nameOf(information.get()));
             EXPECT_EQ(CoGetPSClsid(attributes->guid, &proxy), S_OK) << name;
-            EXPECT_EQ(proxy, automationsProxy) << name;
+            EXPECT_EQ(proxy, dual ? automationsProxy : eventsProxy) << name;
         }
     }
     EXPECT_GE(contracts, 22);
+    EXPECT_GE(events, 8);
 }
 
 TEST(RegistrationFreeTests, AContractReachesAnotherApartment)

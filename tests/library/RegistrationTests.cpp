@@ -2,6 +2,7 @@
 #include "tests/support/Allocation.h"
 #include "tests/support/ComRules.h"
 #include "tests/support/Registry.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <KorvaneData.h>
 #include <KorvaneDlg.h>
@@ -33,10 +34,10 @@ std::wstring libraryPath()
     return {path, GetModuleFileNameW(library(), path, MAX_PATH)};
 }
 
-HRESULT change(const char* entryPoint)
+HRESULT change(const char* entryPoint, HMODULE module = library())
 {
     return reinterpret_cast<HRESULT(WINAPI*)()>(
-        reinterpret_cast<void*>(GetProcAddress(library(), entryPoint)))();
+        reinterpret_cast<void*>(GetProcAddress(module, entryPoint)))();
 }
 
 HRESULT registerServer()
@@ -134,6 +135,28 @@ private:
     ComPtr<ITypeLib> library_;
 };
 
+/// The library once more, in a folder of its own.
+class OtherCopy
+{
+public:
+    OtherCopy()
+    {
+        const std::wstring file = folder_.path() + L"\\KorvaneDlg.dll";
+        EXPECT_TRUE(CopyFileW(libraryPath().c_str(), file.c_str(), FALSE));
+        module_ = LoadLibraryW(file.c_str());
+    }
+    OtherCopy(const OtherCopy&) = delete;
+    OtherCopy& operator=(const OtherCopy&) = delete;
+    ~OtherCopy() { FreeLibrary(module_); }
+
+    HRESULT registerServer() const { return change("DllRegisterServer", module_); }
+    HRESULT unregisterServer() const { return change("DllUnregisterServer", module_); }
+
+private:
+    TemporaryFolder folder_;
+    HMODULE module_ = nullptr;
+};
+
 /// Stands in for the machine's hive while it lives; its classes can be read but not written.
 class ReadOnlyMachine
 {
@@ -213,6 +236,79 @@ TEST_F(RegistrationTests, TwiceIsAsGoodAsOnce)
     EXPECT_EQ(registerServer(), S_OK);
     EXPECT_THAT(Registrations::now().since(once), IsEmpty());
     EXPECT_EQ(unregisterServer(), S_OK);
+    EXPECT_EQ(unregisterServer(), S_OK);
+    EXPECT_THAT(changes(), IsEmpty());
+}
+
+TEST_F(RegistrationTests, WhatAnotherCopyHasRegisteredSinceIsLeftToIt)
+{
+    ASSERT_EQ(registerServer(), S_OK);
+    const OtherCopy copy;
+    ASSERT_EQ(copy.registerServer(), S_OK);
+    const auto ofCopy = Registrations::now();
+    EXPECT_EQ(unregisterServer(), S_OK);
+    EXPECT_THAT(Registrations::now().since(ofCopy), IsEmpty());
+    EXPECT_EQ(copy.unregisterServer(), S_OK);
+    EXPECT_THAT(changes(), IsEmpty());
+}
+
+TEST_F(RegistrationTests, WhatACopyThatIsGoneHasLeftIsRemoved)
+{
+    ASSERT_EQ(OtherCopy().registerServer(), S_OK);
+    EXPECT_EQ(unregisterServer(), S_OK);
+    for (const PublicClass& publicClass : publicClasses())
+    {
+        EXPECT_FALSE(registryKeyExists(machineClasses + (L"\\CLSID\\" + text(publicClass.id))));
+        EXPECT_FALSE(registryKeyExists(machineClasses + (L'\\' + progIdOf(publicClass))));
+    }
+}
+
+namespace
+{
+
+HRESULT WINAPI refuseLibrary(ITypeLib*, wchar_t*, wchar_t*)
+{
+    return TYPE_E_REGISTRYACCESS;
+}
+
+/// The other word size has every class.
+LSTATUS WINAPI openKey(HKEY key, const wchar_t* path, DWORD options, REGSAM access, HKEY* opened)
+{
+    const bool other = (access & (KEY_WOW64_32KEY | KEY_WOW64_64KEY)) != 0;
+    return RegOpenKeyExW(key, other ? L"Software" : path, options, access, opened);
+}
+
+} // namespace
+
+TEST_F(RegistrationTests, ARegistrationThatFailsLeavesWhatWasThereBefore)
+{
+    const auto fail = [] {
+        const ImportPatch refusal(library(), "RegisterTypeLib", reinterpret_cast<void*>(&refuseLibrary));
+        EXPECT_EQ(registerServer(), TYPE_E_REGISTRYACCESS);
+    };
+    fail();
+    EXPECT_THAT(changes(), IsEmpty());
+    ASSERT_EQ(registerServer(), S_OK);
+    const auto registered = Registrations::now();
+    fail();
+    EXPECT_THAT(Registrations::now().since(registered), IsEmpty());
+}
+
+// Where the tests run, there may be one word size only: the other one is made up.
+TEST_F(RegistrationTests, TheNamesThatBothWordSizesShareGoWithTheLastOfThem)
+{
+    ASSERT_EQ(registerServer(), S_OK);
+    {
+        const ImportPatch open(library(), "RegOpenKeyExW", reinterpret_cast<void*>(&openKey));
+        ASSERT_TRUE(open.isInPlace());
+        ASSERT_EQ(unregisterServer(), S_OK);
+    }
+    for (const PublicClass& publicClass : publicClasses())
+    {
+        EXPECT_FALSE(registryKeyExists(machineClasses + (L"\\CLSID\\" + text(publicClass.id))));
+        EXPECT_EQ(registryText(machineClasses + (L'\\' + progIdOf(publicClass) + L"\\CLSID")),
+                  text(publicClass.id));
+    }
     EXPECT_EQ(unregisterServer(), S_OK);
     EXPECT_THAT(changes(), IsEmpty());
 }

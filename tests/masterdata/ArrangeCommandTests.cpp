@@ -232,7 +232,7 @@ TYPED_TEST(ArrangeCommandTests, WhatIsAnnouncedAfterwardsIsNotArranged)
     EXPECT_THAT(this->items(), ElementsAre(L"7 Cleo", L"5 Anna", L"9 Ben", L"6 "));
 }
 
-TYPED_TEST(ArrangeCommandTests, AHostMayLoadAnewWhileThePlacesAreStored)
+TYPED_TEST(ArrangeCommandTests, AHostMayGoOnToAnotherGroupWhileThePlacesAreStored)
 {
     this->prepare(3);
     this->arrange({9, 7, 6, 5});
@@ -242,6 +242,7 @@ TYPED_TEST(ArrangeCommandTests, AHostMayLoadAnewWhileThePlacesAreStored)
         {
             TypeParam::clear(this->data);
             this->prepare(3);
+            this->let(L"GroupID", Variant(5L));
         }
     };
     this->execute(3);

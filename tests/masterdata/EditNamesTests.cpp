@@ -229,6 +229,27 @@ TEST_F(EditNamesTests, ALoginThatIsClearedIsDetachedAndItsAccountRemoved)
                                          "Names.SetSyncLogin(5, \"\")", "Names.SetRole(5, -1)"));
 }
 
+TEST_F(EditNamesTests, ANewLoginOfAnUnknownRoleGetsAnAccountAndKeepsTheRole)
+{
+    prepareAnna();
+    enter(L"dora", -2);
+    EXPECT_THAT(executed(3), ElementsAre("Root.Names()", "Root.Accounts()", "Accounts.Lookup(\"dora\")",
+                                         "Accounts.Add(\"dora\", 3, 5)", "Names.Update(5, \"Dora\", 9, 66)",
+                                         "Names.SetSyncLogin(5, \"\")", "Names.SetRole(5, -2)"));
+}
+
+TEST_F(EditNamesTests, ALoginThatIsRemovedIsNotRemovedAgainByTheNextAttempt)
+{
+    prepareAnna();
+    enter(L"", noUser);
+    data.fail("Names.Update", locked);
+    EXPECT_THAT(failed(3, locked), testing::Contains("Accounts.Remove(\"anna\")"));
+    data.accounts.push_back({40, L"anna", 3}); // somebody else's
+    EXPECT_THAT(executed(3),
+                ElementsAre("Root.Names()", "Root.Accounts()", "Names.Update(5, \"Dora\", 9, 66)",
+                            "Names.SetSyncLogin(5, \"\")", "Names.SetRole(5, -1)"));
+}
+
 TEST_F(EditNamesTests, AResourceThatHadNoLoginLosesNone)
 {
     let(L"NameID", Variant(6L));
@@ -312,6 +333,30 @@ TEST_F(EditNamesTests, AnAccountThatWasThereBeforeStaysWhenItsLoginIsTakenBackAf
     prepare(3);
     enter(L"", noUser);
     EXPECT_THAT(executed(3), testing::Contains("Accounts.Remove(\"anna\")"));
+}
+
+TEST_F(EditNamesTests, ALoginThatIsTakenBackIsTakenBackOnce)
+{
+    for (const wchar_t* login : {L"dora", L"spare"})
+    {
+        prepare(1);
+        enter(login, 2);
+        data.fail("Names.SetRole", locked);
+        failed(1, locked);
+        enter(L"", noUser);
+        data.fail("Names.SetRole", locked);
+        EXPECT_THAT(failed(1, locked), testing::Contains(testing::StartsWith("Accounts.Detach(")));
+        EXPECT_THAT(executed(1), testing::Each(testing::Not(testing::StartsWith("Accounts."))));
+    }
+}
+
+TEST_F(EditNamesTests, ANewResourceWithoutALoginLeavesThatOfTheOneBeforeAlone)
+{
+    prepare(1);
+    enter(L"frida", 2);
+    executed(1);
+    enter(L"", noUser);
+    EXPECT_THAT(executed(1), testing::Each(testing::Not(testing::StartsWith("Accounts."))));
 }
 
 } // namespace korvane::test

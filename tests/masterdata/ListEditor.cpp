@@ -95,7 +95,7 @@ bool ListEditorTest::show(long operation, long id)
         call(command, &IAppCommand::put_Operand, Bstr(name).get(), value.get());
     };
     give(L"Root", Variant(data.root.as<IDispatch>()));
-    give(L"GroupID", Variant(4L));
+    give(L"GroupID", Variant(edited));
     give(kind.idOperand.c_str(), Variant(id));
     VARIANT_BOOL prepared = VARIANT_FALSE;
     call(command, &IAppCommand::Prepare, &prepared);

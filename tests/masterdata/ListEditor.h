@@ -102,6 +102,7 @@ protected:
     void announce(long id, const wchar_t* name, long group = 4) const;
 
     const ListEditorKind& kind;
+    long edited = 4; ///< the group whose items are edited
     RecordingData data;
     Questions questions;
     Container container;

@@ -188,9 +188,14 @@ void ListEditorModel::removeLogin(std::vector<Step>& steps, long& id)
         for (auto& [login, account] : accounts_)
             if (account.nameId == id)
                 account.nameId = 0;
+        if (lent_)
+            knownLogin_.clear();
     });
     if (!lent_)
-        steps.emplace_back("Accounts.Remove", [this] { accounts_.erase(knownLogin_); });
+        steps.emplace_back("Accounts.Remove", [this] {
+            accounts_.erase(knownLogin_);
+            knownLogin_.clear();
+        });
 }
 
 std::vector<ListEditorModel::Step> ListEditorModel::rights(long& id)

@@ -78,6 +78,21 @@ TEST_P(ListEditorTests, ForAnAdditionEverythingIsListedOnceButWhatIsInTheGroup)
     EXPECT_THAT(calls, Not(Contains(on(".HasAccess(1, 5)"))));
 }
 
+TEST_P(ListEditorTests, InTheGroupOfAllEverythingIsListedInEveryOperation)
+{
+    edited = 0;
+    for (const long operation : {1L, 2L, 3L})
+    {
+        command = create<IAppCommand>(kind.command);
+        EXPECT_TRUE(show(operation));
+        const auto calls = data.takeCalls();
+        EXPECT_EQ(std::count(calls.begin(), calls.end(), on(".Load(0)")), 1);
+        announce(cleo, L"Cleo", 0);
+        EXPECT_THAT(listed(), ElementsAre(L"Anna", L"Ben", L"Emil", L"Cleo"));
+        container.close();
+    }
+}
+
 TEST_P(ListEditorTests, TheItemThatTheHostHasNamedIsSelectedAndRead)
 {
     EXPECT_TRUE(show(3, ben));
@@ -603,6 +618,30 @@ TEST_P(ListEditorTests, WhatTheContainerIsExecutingIsNotExchanged)
     EXPECT_THAT(data.takeCalls(), Contains(StartsWith(on(".Update(5, \"Anne\""))));
 }
 
+TEST_P(ListEditorTests, WhatIsEnteredWhileTheContainerExecutesIsForTheNextOk)
+{
+    showed(3);
+    select(0);
+    enterName(L"Anne");
+    data.fail(on(".Update"), locked);
+    container.onSubmit = [this](IAppCommand& submitted) {
+        enterName(L"Annie"); // by a user who cannot wait
+        Container::click(swatch(5));
+        EXPECT_EQ(colorOf(swatch(marked())), red);
+        EXPECT_EQ(fillOf(shape()), red);
+        fetch(ComPtr<IAppCommand>(&submitted), &IAppCommand::Execute);
+        return true;
+    };
+    confirm();
+    EXPECT_THAT(data.takeCalls(), Contains(StartsWith(on(".Update(5, \"Anne\", " + shown(red)))));
+    EXPECT_EQ(Container::text(nameBox()), L"Annie");
+    questions.answerKey = 'N';
+    select(1); // it is not saved yet
+    EXPECT_EQ(questions.asked.size(), 1U);
+    confirm();
+    EXPECT_THAT(data.takeCalls(), Contains(StartsWith(on(".Update(5, \"Annie\", " + shown(red)))));
+}
+
 // --- notifications and announcements
 
 TEST_P(ListEditorTests, AnExecutionIsShownWithoutReadingTheItemAgain)
@@ -706,6 +745,16 @@ TEST_P(ListEditorTests, AnAnnouncementThatCannotBeHandledIsTold)
     EXPECT_THAT(container.errors, ElementsAre(locked));
 }
 
+TEST_P(ListEditorTests, WithoutACommandAnAnnouncementIsPassedOver)
+{
+    showed(3);
+    EXPECT_EQ(container.dialog->putref_Command(nullptr), S_OK);
+    announceClear();
+    announce(6, L"Ben");
+    EXPECT_THAT(listed(), IsEmpty());
+    EXPECT_THAT(container.errors, IsEmpty());
+}
+
 TEST_P(ListEditorTests, WhatIsWrittenIsAnnouncedAndShown)
 {
     data.announcesWrites = true;
@@ -803,7 +852,10 @@ TEST_P(ListEditorTests, BlackAndNoColourAreReplacedByTheFirstSwatchWhenTheDataAr
 TEST_P(ListEditorTests, AnyColourIsChosenInThePlatformsDialog)
 {
     showed(1);
+    std::vector<bool> modeless;
+    container.onModeless = [&](bool enable) { modeless.push_back(enable); };
     chooseColor(VK_RETURN, own);
+    EXPECT_THAT(modeless, ElementsAre(false, true));
     EXPECT_EQ(color(), own);
     EXPECT_EQ(fillOf(shape()), own);
     EXPECT_EQ(fillOf(moreColors()), own);

@@ -364,9 +364,16 @@ TEST_P(ctlArrangeTests, TheHostMayEndTheDialogWhenItIsToldThatItCouldNotLoad)
 TEST_P(ctlArrangeTests, WhatTheHostHasLoadedMeanwhileIsNotStored)
 {
     showed();
-    for (const bool fewer : {false, true})
+    const auto exchange = [](auto& rows) { rows.back().id = 10; };
+    const std::function<void()> changes[] = {[&] {
+                                                 exchange(data.groups);
+                                                 exchange(data.names);
+                                                 exchange(data.types);
+                                             },
+                                             [this] { fillUp(); }, [this] { clear(); }};
+    for (const auto& change : changes)
     {
-        fewer ? clear() : fillUp();
+        change();
         fetch(command, &IAppCommand::Prepare);
         data.takeCalls();
         container.press(VK_RETURN);

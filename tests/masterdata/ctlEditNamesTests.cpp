@@ -386,6 +386,34 @@ TEST_F(ctlEditNamesTests, AlsoAnExistingResourceNeedsItsName)
     EXPECT_EQ(refusal(), 22092);
 }
 
+TEST_F(ctlEditNamesTests, RoleLoginAndSynchronisationAreExecutedAsTheyWereConfirmed)
+{
+    showed(3);
+    select(0);
+    container.onSubmit = [this](IAppCommand& submitted) {
+        chooseRole(0); // by a user who cannot wait
+        enterLogin(L"guest");
+        Container::click(sync());
+        fetch(ComPtr<IAppCommand>(&submitted), &IAppCommand::Execute);
+        return true;
+    };
+    data.fail("Names.SetRole", locked);
+    confirm();
+    auto calls = data.takeCalls();
+    for (const char* expected :
+         {"Accounts.Attach(5, \"anna\")", "Names.SetSyncLogin(5, \"\")", "Names.SetRole(5, 2)"})
+        EXPECT_THAT(calls, Contains(expected));
+    container.onSubmit = [](IAppCommand& submitted) {
+        fetch(ComPtr<IAppCommand>(&submitted), &IAppCommand::Execute);
+        return true;
+    };
+    confirm(); // the next OK takes what stands there
+    calls = data.takeCalls();
+    for (const char* expected :
+         {"Accounts.Attach(5, \"guest\")", "Names.SetSyncLogin(5, \"guest\")", "Names.SetRole(5, 1)"})
+        EXPECT_THAT(calls, Contains(expected));
+}
+
 // --- completing what has failed half-way
 
 TEST_F(ctlEditNamesTests, AHalfMadeUserKeepsLoginRoleAndSynchronisation)

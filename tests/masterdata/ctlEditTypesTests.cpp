@@ -15,6 +15,21 @@ class ctlEditTypesTests : public ListEditorTest
 {
 protected:
     ctlEditTypesTests() : ListEditorTest(activityTypes()) {}
+
+    /// As on a system where also the second click of a double click selects.
+    void secondClickOn(int index) const
+    {
+        SendMessageW(list(), LB_SETCURSEL, static_cast<WPARAM>(index), 0);
+        SendMessageW(container.dialogWindow(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(list()), LBN_DBLCLK),
+                     reinterpret_cast<LPARAM>(list()));
+    }
+
+    void doubleClickBeside() const
+    {
+        RECT client{};
+        GetClientRect(list(), &client);
+        Container::clickAt(list(), 5, client.bottom - 3, true);
+    }
 };
 
 } // namespace
@@ -67,12 +82,45 @@ TEST_F(ctlEditTypesTests, ADoubleClickSavesAtOnceInEveryOperation)
     }
 }
 
+TEST_F(ctlEditTypesTests, ADoubleClickOnATypeThatCannotBeReadDoesNothingToAnother)
+{
+    data.types.push_back({10, L"Fritz", 0, 5});
+    for (const long operation : {1L, 2L, 3L})
+        for (const bool another : {false, true})
+        {
+            command = create<IAppCommand>(kind.command);
+            showed(operation);
+            if (another)
+                select(0);
+            data.fail("Types.Fetch", locked);
+            clickItem(list(), 1, true);
+            EXPECT_THAT(container.errors, ElementsAre(locked));
+            EXPECT_EQ(container.submitted, 0);
+            EXPECT_EQ(selected(), another ? 0 : -1);
+            secondClickOn(1);
+            EXPECT_EQ(container.submitted, 0);
+            EXPECT_EQ(selected(), another ? 0 : -1);
+            container.errors.clear();
+            container.close();
+        }
+}
+
+TEST_F(ctlEditTypesTests, ADoubleClickIsForTheTypeThatIsAtHandAndMarked)
+{
+    showed(2);
+    select(0);
+    data.takeCalls();
+    secondClickOn(1); // another one stands there now
+    EXPECT_EQ(container.submitted, 0);
+    EXPECT_EQ(selected(), 0);
+    doubleClickBeside();
+    EXPECT_THAT(data.takeCalls(), Contains("Types.RemoveFromGroup(5, 4)"));
+}
+
 TEST_F(ctlEditTypesTests, ADoubleClickBesideTheTypesIsOkToo)
 {
     showed(2);
-    RECT client{};
-    GetClientRect(list(), &client);
-    Container::clickAt(list(), 5, client.bottom - 3, true);
+    doubleClickBeside();
     EXPECT_EQ(container.submitted, 0); // nothing is selected to remove
 }
 

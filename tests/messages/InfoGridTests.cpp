@@ -246,6 +246,11 @@ TEST_F(InfoGridTests, TheEditorStaysOnItsPageHoweverManyLinesThereAre)
     SendMessageW(editor(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(lines.c_str()));
     container.pump();
     EXPECT_LE(container.place(editor()).bottom, container.place(gridWindow()).bottom);
+    container.press(VK_TAB); // the row is as high now
+    SetFocus(gridWindow());
+    container.press(VK_F2);
+    ASSERT_TRUE(isEditing());
+    EXPECT_LE(container.place(editor()).bottom, container.place(gridWindow()).bottom);
 }
 
 TEST_F(InfoGridTests, ArrowsLeaveTheEditorWhereTheCaretCannotGoFurther)
@@ -271,6 +276,16 @@ TEST_F(InfoGridTests, ArrowsLeaveTheEditorWhereTheCaretCannotGoFurther)
     container.press(VK_RIGHT);
     EXPECT_EQ(current(), std::pair(2, 2));
     EXPECT_FALSE(isEditing()); // it does not begin again by itself
+}
+
+TEST_F(InfoGridTests, FromRightToLeftTheArrowsLeaveTheEditorWhereTheyPoint)
+{
+    edit(2, 1, L"new");
+    SetWindowLongW(gridWindow(), GWL_EXSTYLE, GetWindowLongW(gridWindow(), GWL_EXSTYLE) | WS_EX_LAYOUTRTL);
+    caret(0);
+    container.press(VK_LEFT);
+    EXPECT_FALSE(isEditing());
+    EXPECT_EQ(current(), std::pair(2, 2));
 }
 
 TEST_F(InfoGridTests, ArrowsWithinTheTextAreTheEditors)
@@ -469,6 +484,14 @@ TEST_F(InfoGridTests, ScreenReadersCallTheButtonsByWhatTheyDo)
     for (int index = 0; index < 4; ++index)
         EXPECT_THAT(accessibleName(orderButton(index)), HasSubstr(L"Move"));
     EXPECT_EQ(Element::ofWindow(gridWindow()).name(), L"Info");
+}
+
+TEST_F(InfoGridTests, ScreenReadersCallTheEditorByItsCell)
+{
+    edit(1, 1, L"Home & away");
+    EXPECT_EQ(accessibleName(editor()), L"Name");
+    edit(1, 2, L"555 9999");
+    EXPECT_EQ(accessibleName(editor()), L"Value, Home & away");
 }
 
 } // namespace korvane::test

@@ -17,6 +17,21 @@ namespace
 constexpr HRESULT aboutRequired = static_cast<HRESULT>(0x8004583E);
 constexpr HRESULT noLogin = static_cast<HRESULT>(0x8004583F);
 
+/// Counts how often it is told of other access keys.
+class CountingSite final : public host::ControlSite
+{
+public:
+    using ControlSite::ControlSite;
+
+    STDMETHODIMP OnControlInfoChanged() override
+    {
+        ++told;
+        return S_OK;
+    }
+
+    int told = 0;
+};
+
 } // namespace
 
 class ctlInfoMessageTests : public InfoDialogTest
@@ -39,6 +54,8 @@ protected:
 
     bool isChosen(int index) const { return SendMessageW(type(index), BM_GETCHECK, 0, 0) == BST_CHECKED; }
     void ok() { container.press(VK_RETURN); }
+
+    std::wstring header() const { return Container::text(container.control(L"Static")); }
 
     std::vector<std::string> calls() { return data.takeCalls(); }
 };
@@ -81,8 +98,24 @@ TEST_F(ctlInfoMessageTests, AResourceWithALoginOpensOnTheMessage)
     EXPECT_FALSE(isOnInfo());
     EXPECT_EQ(shownTab(), 0);
     EXPECT_TRUE(container.visible(about()));
-    EXPECT_EQ(Container::text(container.control(L"Static")), L"Phone message \x2013 Anna && Sons");
+    EXPECT_EQ(header(), L"Phone message \x2013 Anna && Sons");
     EXPECT_EQ(fetch(container.dialog, &IAppDialog::get_Name), L"&Message");
+}
+
+TEST_F(ctlInfoMessageTests, WithoutANameTheHeadingStandsAlone)
+{
+    EXPECT_TRUE(show());
+    EXPECT_EQ(header(), L"Phone message");
+}
+
+TEST_F(ctlInfoMessageTests, ALongNameLeavesTheDialogAsWideAsItIs)
+{
+    EXPECT_TRUE(show());
+    const LONG width = container.site->extent().cx;
+    let(L"Name", Variant(Bstr(std::wstring(250, L'W'))));
+    EXPECT_TRUE(container.ready());
+    EXPECT_EQ(container.site->extent().cx, width);
+    EXPECT_EQ(header().size(), 250U + 16U);
 }
 
 TEST_F(ctlInfoMessageTests, AResourceWithoutOpensOnItsInformation)
@@ -266,8 +299,73 @@ TEST_F(ctlInfoMessageTests, AHostMayBeginAnewWithAnotherResourceWhileTheRowsAreR
     };
     turnPage();
     data.during = nullptr;
+    EXPECT_THAT(container.errors, IsEmpty());
     EXPECT_TRUE(isOnInfo());
     EXPECT_THAT(labels(), ElementsAre(L"Plate", L""));
+    calls();
+    ok();
+    EXPECT_THAT(calls(),
+                ElementsAre("Root.Messages()", "Root.Names()", "Names.SetInfo(8, \"Plate\", -1, \"\")",
+                            "Names.SetInfo(8, \"Plate\", 0, \"KD 1234\")",
+                            "Names.SetInfo(8, \"\", 1, \"\")"));
+}
+
+TEST_F(ctlInfoMessageTests, WhatIsEditedWhileTheRowsAreStillReadStays)
+{
+    EXPECT_TRUE(show());
+    bool once = true;
+    data.during = [&](const std::string& call) {
+        if (call != "Names.LoadInfo" || !std::exchange(once, false))
+            return;
+        turnPage();
+        turnPage();
+        grid().click(1, 2);
+        container.type(L"1"); // replaces the selection
+        grid().click(2, 0);
+    };
+    turnPage();
+    data.during = nullptr;
+    EXPECT_EQ(grid().text(1, 2), L"1");
+    EXPECT_EQ(labels().size(), 4U);
+    EXPECT_THAT(container.errors, IsEmpty());
+}
+
+TEST_F(ctlInfoMessageTests, RowsThatCouldNotBeReadToTheEndAreNotShown)
+{
+    EXPECT_TRUE(show());
+    bool once = true;
+    data.during = [&](const std::string& call) {
+        if (call != "Names.LoadInfo" || !std::exchange(once, false))
+            return;
+        turnPage();
+        data.fail("Names.LoadInfo", locked);
+        turnPage();
+    };
+    turnPage();
+    data.during = nullptr;
+    EXPECT_EQ(container.errors.size(), 2U); // of both attempts
+    EXPECT_FALSE(isOnInfo());
+    EXPECT_EQ(shownTab(), 0);
+    turnPage();
+    EXPECT_EQ(labels().size(), 4U);
+}
+
+TEST_F(ctlInfoMessageTests, WhoseRowsFailAfterTheHostHasBegunAnewTurnsNoPage)
+{
+    EXPECT_TRUE(show());
+    bool once = true;
+    data.during = [&](const std::string& call) {
+        if (call != "Names.LoadInfo" || !std::exchange(once, false))
+            return;
+        let(L"NameID", Variant(van));
+        EXPECT_TRUE(container.ready());
+        data.fail("Names.LoadInfo", locked);
+    };
+    turnPage();
+    data.during = nullptr;
+    EXPECT_THAT(container.errors, ElementsAre(locked));
+    EXPECT_EQ(shownTab(), 1);
+    EXPECT_TRUE(isOnInfo());
 }
 
 TEST_F(ctlInfoMessageTests, AHostThatBeginsAnewAmidAnEditSeesTheRowsAsTheyAre)
@@ -352,6 +450,28 @@ TEST_F(ctlInfoMessageTests, EachPageHasItsAccessKeys)
     EXPECT_EQ(GetFocus(), tabs());
     accessKey('m');
     EXPECT_FALSE(isOnInfo());
+}
+
+TEST_F(ctlInfoMessageTests, TheContainerIsToldOfThePagesAccessKeys)
+{
+    auto* const site = make<CountingSite>(container.window()).detach();
+    container.site = ComPtr<host::ControlSite>::adopt(site);
+    EXPECT_TRUE(show());
+    const int before = site->told;
+    turnPage();
+    EXPECT_GT(site->told, before);
+}
+
+TEST_F(ctlInfoMessageTests, WhenTheHostBeginsAnewTheKeyboardIsWhereItCanBeSeen)
+{
+    showInfo();
+    EXPECT_TRUE(container.ready()); // with the first page
+    EXPECT_EQ(GetFocus(), tabs());
+    SetFocus(about());
+    let(L"NameID", Variant(van));
+    EXPECT_TRUE(container.ready());
+    EXPECT_TRUE(isOnInfo());
+    EXPECT_EQ(GetFocus(), tabs());
 }
 
 TEST_F(ctlInfoMessageTests, WithoutItsRowsThePageIsNotShown)

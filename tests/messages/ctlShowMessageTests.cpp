@@ -64,6 +64,16 @@ protected:
     HWND remove() const { return button(L"Dele&te"); }
     HWND close() const { return button(L"C&lose"); }
 
+    /// A key that is held down comes again and again.
+    void hold(UINT message, WPARAM key, LPARAM context = 0) const
+    {
+        for (const LPARAM repeated : {0L, 1L << 30, 1L << 30})
+        {
+            PostMessageW(GetFocus(), message, key, 1 | context | repeated);
+            container.pump();
+        }
+    }
+
     /// Place, all, read and unread, as the labels show them.
     std::wstring counts() const
     {
@@ -390,6 +400,27 @@ TEST_F(ctlShowMessageTests, ADoubleClickDeletesOneMessage)
     EXPECT_EQ(counts(), L"1 1 1 0");
 }
 
+TEST_F(ctlShowMessageTests, AKeyThatIsHeldDownDeletesOneMessage)
+{
+    showed({message(1, true), message(2, true), message(3, true), message(4, true)});
+    SetFocus(box(0));
+    hold(WM_SYSCHAR, 't', 1L << 29);
+    EXPECT_EQ(container.submitted, 1);
+    EXPECT_EQ(shownMessage(), L"Concern 2");
+    SendMessageW(container.dialogWindow(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(remove()), TRUE);
+    hold(WM_KEYDOWN, VK_RETURN);
+    EXPECT_EQ(container.submitted, 2);
+    EXPECT_EQ(shownMessage(), L"Concern 3");
+    EXPECT_EQ(counts(), L"1 2 2 0");
+}
+
+TEST_F(ctlShowMessageTests, AKeyThatIsHeldDownLeadsThroughTheList)
+{
+    showed({message(1, true), message(2, true), message(3, true), message(4, true)});
+    hold(WM_SYSCHAR, 'n', 1L << 29);
+    EXPECT_EQ(shownMessage(), L"Concern 4");
+}
+
 TEST_F(ctlShowMessageTests, DeletingTheOnlyOneEndsTheDialog)
 {
     showed({message(1, false)});
@@ -601,6 +632,17 @@ TEST_F(ctlShowMessageTests, ReadAnewItStartsOver)
     EXPECT_FALSE(container.ready());
     EXPECT_EQ(shownMessage(), L"");
     EXPECT_EQ(usableButtons(), L"C");
+}
+
+TEST_F(ctlShowMessageTests, ReadAnewItLeavesTheKeyboardOnWhatCanBeReached)
+{
+    showed({message(1, true)});
+    SetFocus(button(L"Has phoned"));
+    data.messages = {message(2, true)};
+    EXPECT_TRUE(container.ready());
+    EXPECT_EQ(kind(), 2);
+    EXPECT_TRUE(IsWindowEnabled(GetFocus()));
+    EXPECT_TRUE(IsChild(container.dialogWindow(), GetFocus()));
 }
 
 TEST_F(ctlShowMessageTests, ManyMessagesAreListed)

@@ -66,13 +66,32 @@ private:
     BYTE former_[256]{};
 };
 
+/// Tells of what the dialog asks its frame for.
+class FrameSite final : public host::ControlSite
+{
+public:
+    FrameSite(HWND window, const std::function<void(bool)>& onModeless)
+        : ControlSite(window), onModeless_(onModeless)
+    {
+    }
+
+    STDMETHODIMP EnableModeless(BOOL enable) override
+    {
+        onModeless_(enable != FALSE);
+        return S_OK;
+    }
+
+private:
+    const std::function<void(bool)>& onModeless_;
+};
+
 } // namespace
 
 Container::Container(Offer offer)
 {
     window_ = CreateWindowExW(WS_EX_CONTROLPARENT, L"Static", L"Container", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
                               40, 40, 500, 400, nullptr, nullptr, nullptr, nullptr);
-    site = make<host::ControlSite>(window_);
+    site = ComPtr<host::ControlSite>(make<FrameSite>(window_, onModeless).get());
     if (offer.font)
         site->font = host::makeFont(L"MS Shell Dlg", 8);
     site->offersSink = offer.sink;

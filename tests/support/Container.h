@@ -52,6 +52,8 @@ public:
 
     /// What the host does with a submitted command; executes it unless a test sets something else.
     std::function<bool(IAppCommand&)> onSubmit;
+    /// The dialog has the host's modeless windows disabled, or enabled again.
+    std::function<void(bool enable)> onModeless = [](bool) {};
 
     // What the user sees.
     HWND window() const { return window_; }

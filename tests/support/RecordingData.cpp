@@ -63,7 +63,7 @@ public:
     {
         *rule = nullptr;
         const HRESULT outcome = data_.record("Root.NewRecurrence", shown(kind));
-        if (FAILED(outcome))
+        if (outcome != S_OK) // also where it is to give Nothing without failing
             return outcome;
         Rule values = data_.newRule;
         values.kind = kind;
@@ -226,7 +226,8 @@ HRESULT RecordingData::record(const std::string& call, const std::string& argume
         return S_OK;
     const ErrorInfo error = planned->second.error;
     failures.erase(planned);
-    return Failure(error.number, error.source, error.description).report();
+    return SUCCEEDED(error.number) ? error.number
+                                   : Failure(error.number, error.source, error.description).report();
 }
 
 Event* RecordingData::event(long id)
