@@ -213,10 +213,6 @@ public:
         step([&] { SetFocus(dialog_->tabPages.window()); });
         step([&] { SetFocus(window_); });
         step([&] { SetFocus(dialog_->window()); });
-        step([&] { SetFocus(window_); });
-        step([&] { SetFocus(dialog_->txtName.window()); });
-        step([&] { SetFocus(window_); });
-        step([&] { SetFocus(dialog_->txtName.window()); });
         step([&] { SetFocus(dialog_->cmdApply.window()); });
         step([&] { key(WM_KEYDOWN, VK_TAB); });
         step([&] { SetFocus(window_); });
@@ -236,7 +232,6 @@ public:
         step([&] { dialog_->OnDocWindowActivate(TRUE); });
         step([&] { dialog_->UIDeactivate(); });
         step([&] { SetFocus(dialog_->tabPages.window()); });
-        step([&] { dialog_->UIDeactivate(); });
         step([&] { activate(OLEIVERB_PRIMARY); });
         step([&] { dialog_->DoVerb(OLEIVERB_HIDE, nullptr, nullptr, 0, nullptr, nullptr); });
         step([&] { SendMessageW(dialog_->cmdApply.window(), BM_CLICK, 0, 0); });
