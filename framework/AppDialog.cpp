@@ -83,7 +83,7 @@ STDMETHODIMP AppDialog::get_Changed(VARIANT_BOOL* result)
 
 STDMETHODIMP AppDialog::putref_Command(IDispatch* value)
 {
-    return guard([&] {
+    return held([&] { // the former command may be the last to hold the host that holds the dialog
         storeCommand(value);
         state_ = State::made;
     });
@@ -376,6 +376,7 @@ HWND AppDialog::containerWindow() const
 void AppDialog::run(const std::function<void()>& handler) noexcept
 {
     const ComPtr<IUnknown> alive(identity()); // the container may let go of the dialog in the handler
+    const auto command = commandView();       // or set another command
     const Batch batch(*this);
     if (const auto failure = attempt(handler))
         raiseError(*failure);

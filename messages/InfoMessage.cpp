@@ -81,49 +81,51 @@ bool InfoMessage::execute()
 /// Whoever is called may have the rows read anew, maybe of another resource: those are the ones that count then.
 Variant InfoMessage::FetchInfo()
 {
-    const auto read = listen();
+    const int own = listen();
     mNames.load(&INames::LoadInfo, NameID);
-    if (read->count == 0 && reading_ == read)
-        for (Bstr& label : readInfoFile())
-            read->add(std::move(label), Bstr());
-    if (!reading_)
+    if (reading_ == own && read_.count == 0)
+        for (Bstr& label : readInfoFile()) // if these are still wanted by then
+            if (reading_ == own)
+                read_.add(std::move(label), Bstr());
+    if (reading_ == none)
         return Info;
-    if (reading_ != read)
+    if (reading_ != own)
         throw Failure(E_ABORT); // they could not be read to the end
 
     Variant info;
-    if (read->count > 0)
+    if (read_.count > 0)
     {
-        TextTable table(2, read->count);
-        for (std::size_t index = 0; index < read->count; ++index)
+        TextTable table(2, read_.count);
+        for (std::size_t index = 0; index < read_.count; ++index)
         {
-            table.at(labels, index) = read->rows[index].label;
-            table.at(values, index) = read->rows[index].value;
+            table.at(labels, index) = read_.rows[index].label;
+            table.at(values, index) = read_.rows[index].value;
         }
         info = table.toArray();
     }
     Info = std::move(info);
-    stored_ = std::move(*read);
-    reading_.reset();
+    stored_ = std::exchange(read_, {});
+    reading_ = none;
     return Info;
 }
 
 /// Only what answers to LoadInfo counts: a data layer may have one collection of names for all, and announce there what
 /// somebody else has asked for, or what is being stored.
-/// @return what is heard from now on, and until this is called again.
-std::shared_ptr<InfoMessage::Rows> InfoMessage::listen()
+/// @return the number of this reading, which goes on until the next one, or to its end.
+int InfoMessage::listen()
 {
-    const auto read = std::make_shared<Rows>();
-    reading_ = read;
-    mNames.connect(Root, {.further = [this, read](DISPID event, const EventArguments& row) {
-                       if (!mNames.isLoading())
+    const int own = ++readings_;
+    reading_ = own;
+    read_ = {};
+    mNames.connect(Root, {.further = [this, own](DISPID event, const EventArguments& row) {
+                       if (!mNames.isLoading() || reading_ != own)
                            return;
                        if (event == eventInfoClear)
-                           read->clear();
+                           read_.clear();
                        else if (event == eventInfoAdd)
-                           read->add(Bstr(row.text(1).view()), Bstr(row.text(2).view()));
+                           read_.add(Bstr(row.text(1).view()), Bstr(row.text(2).view()));
                    }});
-    return read;
+    return own;
 }
 
 /// One empty row stays, which does not count as one: storing removes the empty label of a resource without rows, too.

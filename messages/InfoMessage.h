@@ -3,7 +3,6 @@
 
 #include "messages/MessageCommand.h"
 
-#include <memory>
 #include <vector>
 
 namespace korvane
@@ -55,13 +54,16 @@ private:
         void add(Bstr label, Bstr value);
     };
 
-    std::shared_ptr<Rows> listen();
+    int listen();
     long kind() const noexcept;
     void send(const ComPtr<IMessages>& messages) const;
     void store(const ComPtr<INames>& names);
 
-    Rows stored_;                   ///< as far as known, what the data layer holds: storing removes it first
-    std::shared_ptr<Rows> reading_; ///< what the last subscription hears; null when it is read to the end
+    Rows stored_; ///< as far as known, what the data layer holds: storing removes it first
+    Rows read_;   ///< what the last subscription has heard so far
+    static constexpr int none = 0;
+    int reading_ = none; ///< the reading that it belongs to; none when that has come to its end
+    int readings_ = 0;   ///< how many there were
     Subscription<INames> mNames;
 };
 

@@ -161,7 +161,10 @@ void OleControl::runModal(const std::function<void()>& box) const
     const ModelessDisabled disabled(frame_);
     if (!window())
         throw Failure(E_ABORT); // the container has ended the dialog in the call
+    const bool hadFocus = hasFocus();
     box();
+    if (hadFocus && window() && !hasFocus()) // not every container's window hands it on
+        returnFocus();
 }
 
 STDMETHODIMP OleControl::GetWindow(HWND* handle)
