@@ -162,9 +162,9 @@ bool InfoGrid::editorKey(WORD key, DWORD modifiers)
         return false;
     const bool isAtStart = txtEdit.SelStart() == 0;
     const bool isAtEnd = txtEdit.SelStart() == static_cast<int>(txtEdit.Text().size());
-    if (!((key == VK_LEFT || key == VK_UP) && isAtStart) && !((key == VK_RIGHT || key == VK_DOWN) && isAtEnd))
-        return false;
-    const Cell to = grdEditInfo.cellBeside(key);
+    const bool leads =
+        ((key == VK_LEFT || key == VK_UP) && isAtStart) || ((key == VK_RIGHT || key == VK_DOWN) && isAtEnd);
+    const Cell to = leads ? grdEditInfo.cellBeside(key) : *editing_;
     if (to == *editing_)
         return false;
     commit();

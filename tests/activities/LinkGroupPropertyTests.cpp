@@ -155,6 +155,8 @@ private:
     void edit(long operation);
     void editUnderWay(EditEvents& command, LinkGroupModel::Group* group, long operation,
                       LinkGroupModel::Edit& edit);
+    void checkBooked(EditEvents& command, const LinkGroupModel::Group& written, bool adds,
+                     const LinkGroupModel::Edit& edit);
     void attemptAgain(EditEvents& command, const LinkGroupModel& former, std::ptrdiff_t index, long operation,
                       const LinkGroupModel::Edit& edit);
     void attemptAnotherChoice(EditEvents& command, long operation, LinkGroupModel::Edit& edit);
@@ -372,7 +374,6 @@ void Sequence::editUnderWay(EditEvents& command, LinkGroupModel::Group* group, l
         operation == operationDelete ||
         std::find(edit.chosen.begin(), edit.chosen.end(), edit.primary) != edit.chosen.end();
     lostPrimaries += !primaryIsChosen;
-    const bool adds = operation == operationAdd;
     const Ending ending = apply(group, operation, edit, failing);
     compare(ending);
     // A lost primary resource keeps the first attempt from booking those that were added, and not the second.
@@ -380,27 +381,27 @@ void Sequence::editUnderWay(EditEvents& command, LinkGroupModel::Group* group, l
         return operation != operationDelete && oneIn(2)
                    ? attemptAnotherChoice(command, operation, edit)
                    : attemptAgain(command, former, index, operation, edit);
-    if (operation == operationDelete)
-        return;
+    const bool adds = operation == operationAdd;
+    if (operation != operationDelete && ending == Ending::done && primaryIsChosen)
+        checkBooked(command, adds ? model_.groups.back() : *group, adds, edit);
+}
 
-    // The outcome as the user sees it: whoever was chosen is booked.
-    if (ending == Ending::done && primaryIsChosen)
-    {
-        const auto& written = adds ? model_.groups.back() : *group;
-        // Except that a single activity's occurrence goes to another resource by itself.
-        const bool byItself =
-            !adds && edit.instance != 0 && edit.booked.size() == 1 && edit.chosen.size() == 1;
-        if (!byItself && written.names() != std::set<long>(edit.chosen.begin(), edit.chosen.end()))
-            complain("the chosen resources are not those booked");
-        const Event* const stored = data_.event(number(command, L"EventID"));
-        const bool single = edit.chosen.size() == 1 && (edit.booked.size() > 1 || adds);
-        if (adds && !stored)
-            complain("the id of the new activity");
-        if (single && (!stored || stored->link || stored->nameId != edit.chosen.front()))
-            complain("the id of the activity that is left");
-        if (adds && number(command, L"Instance") != 0)
-            complain("the instance of the new activity");
-    }
+/// The outcome as the user sees it: whoever was chosen is booked.
+void Sequence::checkBooked(EditEvents& command, const LinkGroupModel::Group& written, bool adds,
+                           const LinkGroupModel::Edit& edit)
+{
+    // Except that a single activity's occurrence goes to another resource by itself.
+    const bool byItself = !adds && edit.instance != 0 && edit.booked.size() == 1 && edit.chosen.size() == 1;
+    if (!byItself && written.names() != std::set<long>(edit.chosen.begin(), edit.chosen.end()))
+        complain("the chosen resources are not those booked");
+    const Event* const stored = data_.event(number(command, L"EventID"));
+    const bool single = edit.chosen.size() == 1 && (edit.booked.size() > 1 || adds);
+    if (adds && !stored)
+        complain("the id of the new activity");
+    if (single && (!stored || stored->link || stored->nameId != edit.chosen.front()))
+        complain("the id of the activity that is left");
+    if (adds && number(command, L"Instance") != 0)
+        complain("the instance of the new activity");
 }
 
 Ending Sequence::apply(LinkGroupModel::Group* group, long operation, const LinkGroupModel::Edit& edit,

@@ -95,9 +95,9 @@ struct Message
 /// What is booked, whoever it is for.
 struct ActivityValues
 {
-    long typeId;
-    DATE t0;
-    DATE t1;
+    long typeId = 0;
+    DATE t0 = 0;
+    DATE t1 = 0;
     std::wstring text;
 };
 
