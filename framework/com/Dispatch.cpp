@@ -7,6 +7,20 @@
 namespace korvane
 {
 
+namespace
+{
+
+/// A script may assign an object with Set to a property that takes any value, and without it to one that takes objects
+/// only. What there is, is asked for: platforms differ in how they refuse the other.
+WORD kindFor(const MemberEntry& member, WORD flags) noexcept
+{
+    const bool puts = flags == DISPATCH_PROPERTYPUT || flags == DISPATCH_PROPERTYPUTREF;
+    const WORD known = member.kinds & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF);
+    return puts && known != 0 && (known & flags) == 0 ? known : flags;
+}
+
+} // namespace
+
 HRESULT typeInfoOf(ClassMembers members, UINT index, ITypeInfo** information) noexcept
 {
     if (!information)
@@ -46,18 +60,9 @@ HRESULT invoke(ClassMembers members, std::span<IDispatch* const> faces, DISPID i
         const MemberEntry* member = table.find(id);
         if (!member)
             return DISP_E_MEMBERNOTFOUND;
-        const auto invokeAs = [&](WORD kind) {
-            return table.information(member->face)
-                ->Invoke(faces[member->face], id, kind, arguments, result, exception, badArgument);
-        };
-        const HRESULT outcome = invokeAs(flags);
-        // A script may assign an object with Set to a property that takes any value, and without it to one that takes
-        // objects only.
-        if (outcome == DISP_E_MEMBERNOTFOUND && flags == DISPATCH_PROPERTYPUTREF)
-            return invokeAs(DISPATCH_PROPERTYPUT);
-        if (outcome == DISP_E_MEMBERNOTFOUND && flags == DISPATCH_PROPERTYPUT)
-            return invokeAs(DISPATCH_PROPERTYPUTREF);
-        return outcome;
+        return table.information(member->face)
+            ->Invoke(faces[member->face], id, kindFor(*member, flags), arguments, result, exception,
+                     badArgument);
     });
 }
 

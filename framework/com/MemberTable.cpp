@@ -47,13 +47,19 @@ UINT memberCount(ITypeInfo* information)
     return count;
 }
 
-DISPID memberId(ITypeInfo* information, UINT index)
+struct Function
 {
-    FUNCDESC* function = nullptr;
-    require(information->GetFuncDesc(index, &function));
-    const DISPID id = function->memid;
-    information->ReleaseFuncDesc(function);
-    return id;
+    DISPID id;
+    WORD kind;
+};
+
+Function functionAt(ITypeInfo* information, UINT index)
+{
+    FUNCDESC* description = nullptr;
+    require(information->GetFuncDesc(index, &description));
+    const Function function{description->memid, static_cast<WORD>(description->invkind)};
+    information->ReleaseFuncDesc(description);
+    return function;
 }
 
 } // namespace
@@ -79,12 +85,18 @@ void MemberTable::add(ITypeInfo* information, std::size_t face)
     const UINT count = memberCount(information);
     for (UINT index = 0; index < count; ++index)
     {
-        const DISPID id = memberId(information, index);
-        if (find(id))
-            continue; // the other half of a property
+        const Function function = functionAt(information, index);
+        const auto known = std::find_if(members_.begin(), members_.end(),
+                                        [&](const MemberEntry& member) { return member.id == function.id; });
+        if (known != members_.end())
+        {
+            if (known->face == face) // the other half of a property
+                known->kinds |= function.kind;
+            continue;
+        }
         Bstr name;
-        require(information->GetDocumentation(id, name.put(), nullptr, nullptr, nullptr));
-        members_.push_back({std::wstring(name.view()), id, face});
+        require(information->GetDocumentation(function.id, name.put(), nullptr, nullptr, nullptr));
+        members_.push_back({std::wstring(name.view()), function.id, face, function.kind});
     }
 }
 

@@ -18,6 +18,7 @@ struct MemberEntry
     std::wstring name;
     DISPID id;
     std::size_t face; ///< index of the interface that declares it
+    WORD kinds;       ///< how it may be called: a method, or what of a property there is
 };
 
 /// Asking a type library takes longer with every member that it describes; this does not.
