@@ -28,7 +28,7 @@ Place optionPlace(int index) noexcept
 } // namespace
 
 RecurrencePanel::RecurrencePanel(DialogWindow& dialog, const Place& place,
-                                 std::function<ComPtr<EditEvents>()> command, std::function<void()> onToggle)
+                                 std::function<EditEvents&()> command, std::function<void()> onToggle)
     : command_(std::move(command)), onToggle_(std::move(onToggle)),
       chkRecurrences(dialog, {.name = L"chkRecurrences",
                               .place = {place.left, place.top, place.width, checkHeight},
@@ -67,7 +67,7 @@ float RecurrencePanel::bottom() const noexcept
 void RecurrencePanel::fill()
 {
     chkRecurrences.setEnabled(true);
-    const auto rule = command_()->Rule;
+    const auto rule = command_().Rule;
     if (rule)
         showKind(fetch(rule, &IRecurrence::get_Kind));
     open(static_cast<bool>(rule));
@@ -83,8 +83,8 @@ void RecurrencePanel::toggle()
 {
     const bool isOpen = chkRecurrences.Value();
     if (!isOpen)
-        command_()->Rule.reset();
-    else if (!command_()->Rule)
+        command_().Rule.reset();
+    else if (!command_().Rule)
         undoOnFailure([&] { chooseKind(0); }, [&] { chkRecurrences.setValue(false); });
     open(isOpen);
 }
@@ -102,22 +102,22 @@ void RecurrencePanel::open(bool isOpen)
 /// the former rule stays, and its option with it.
 void RecurrencePanel::chooseKind(int index)
 {
-    const auto command = command_();
-    const auto former = command->Rule;
+    auto& command = command_(); // another one may be at hand after a call
+    const auto former = command.Rule;
     const long formerKind = kind_;
     undoOnFailure(
         [&] {
             const long kind = index + 1;
             if (!former || fetch(former, &IRecurrence::get_Kind) != kind)
             {
-                auto rule = fetch(command->Root, &IRoot::NewRecurrence, kind);
+                auto rule = fetch(command.Root, &IRoot::NewRecurrence, kind);
                 notNull(rule.get()); // none would be no repetition, whatever is shown
-                command->Rule = std::move(rule);
+                command.Rule = std::move(rule);
             }
             showKind(kind);
         },
         [&] {
-            command->Rule = former;
+            command.Rule = former;
             showKind(formerKind);
         });
 }
@@ -145,7 +145,7 @@ void RecurrencePanel::showKind(long kind)
 /// Where the rule does not take a number, the box goes back to the rule's own: what OK stores is what is shown.
 void RecurrencePanel::write(HRESULT (STDMETHODCALLTYPE IRecurrence::*property)(long), long number)
 {
-    const auto rule = command_()->Rule;
+    const auto rule = command_().Rule;
     if (!rule)
         return;
     undoOnFailure([&] { call(rule, property, number); }, [&] { showNumbers(); });
@@ -153,7 +153,7 @@ void RecurrencePanel::write(HRESULT (STDMETHODCALLTYPE IRecurrence::*property)(l
 
 void RecurrencePanel::showNumbers()
 {
-    const auto rule = command_()->Rule;
+    const auto rule = command_().Rule;
     if (!rule)
         return;
     const long times = fetch(rule, &IRecurrence::get_Count);

@@ -16,9 +16,8 @@ namespace korvane
 class RecurrencePanel
 {
 public:
-    /// @param command the command at hand, held: the container may set another one in any call out. @param onToggle
-    /// called when the panel has opened or closed.
-    RecurrencePanel(DialogWindow& dialog, const Place& place, std::function<ComPtr<EditEvents>()> command,
+    /// @param command the command at hand. @param onToggle called when the panel has opened or closed.
+    RecurrencePanel(DialogWindow& dialog, const Place& place, std::function<EditEvents&()> command,
                     std::function<void()> onToggle);
 
     /// Shows the command's rule.
@@ -39,7 +38,7 @@ private:
     void write(HRESULT (STDMETHODCALLTYPE IRecurrence::*property)(long), long number);
     void showNumbers();
 
-    std::function<ComPtr<EditEvents>()> command_;
+    std::function<EditEvents&()> command_;
     std::function<void()> onToggle_;
     long kind_ = 0; ///< the one shown
 

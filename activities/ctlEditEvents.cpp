@@ -45,7 +45,7 @@ bool ctlEditEvents::load()
 
 void ctlEditEvents::subscribe()
 {
-    const auto root = command().Root; // held: the container may set another command meanwhile
+    const auto& root = command().Root;
     mGroups.connect(root, {.clear = [this] { tree.clearGroups(); },
                            .add = [this](const EventArguments& group) { addGroup(group); }});
     mNames.connect(root, {.clear = [this] { tree.clearNames(); },
@@ -58,9 +58,9 @@ void ctlEditEvents::subscribe()
 /// One occurrence of a repeating activity has been opened: is it the whole series that is meant?
 void ctlEditEvents::askForOccurrence()
 {
-    const ComPtr<EditEvents> asked(&command()); // the container may set another one meanwhile
-    if (asked->Instance != 0 && ask(textEditAllOccurrences, MB_YESNO | MB_ICONQUESTION) == IDYES)
-        asked->Instance = 0;
+    auto& asked = command(); // the container may set another one meanwhile
+    if (asked.Instance != 0 && ask(textEditAllOccurrences, MB_YESNO | MB_ICONQUESTION) == IDYES)
+        asked.Instance = 0;
 }
 
 /// Reads the activity, then fills the tree and the types: the data layer announces them one by one.
@@ -175,9 +175,9 @@ void ctlEditEvents::remove()
 {
     if (!isReady())
         return;
-    const ComPtr<EditEvents> removed(&command()); // the container may set another one meanwhile
-    const long former = std::exchange(removed->operation, operationDelete);
-    undoOnFailure([&] { ok(); }, [&] { removed->operation = former; }); // the next OK is to save again
+    auto& removed = command(); // the container may set another one meanwhile
+    const long former = std::exchange(removed.operation, operationDelete);
+    undoOnFailure([&] { ok(); }, [&] { removed.operation = former; }); // the next OK is to save again
 }
 
 } // namespace korvane

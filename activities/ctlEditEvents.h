@@ -70,10 +70,8 @@ private:
     Label lblMembers{*this, {.name = L"lblMembers", .place = {120, 2670, 1140, 210}, .text = L"25006"}};
     ResourceTree tree{*this, {.name = L"tvwNames", .place = {1290, 2625, 4230, 1950}, .toolTip = L"25066"}};
 
-    RecurrencePanel recurrence{*this,
-                               {1290, 4680, 4230, 1515},
-                               [this] { return ComPtr<EditEvents>(&command()); },
-                               [this] { layOut(); }};
+    RecurrencePanel recurrence{
+        *this, {1290, 4680, 4230, 1515}, [this]() -> EditEvents& { return command(); }, [this] { layOut(); }};
 
     CommandFrame fraCommands{*this, {0, 4935, 5640, 615}, 1365};
     Button cmdRemove{fraCommands, {.name = L"cmdRemove", .place = {4395, 120, 1125, 345}, .text = L"25009"}};

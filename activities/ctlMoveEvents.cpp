@@ -46,12 +46,12 @@ bool ctlMoveEvents::prepareCommand()
 /// does not want to move at all.
 bool ctlMoveEvents::decideUpdateAll()
 {
-    const ComPtr<MoveEvents> moved(&command()); // the container may set another one meanwhile
+    auto& moved = command(); // the container may set another one meanwhile
     int answer = IDNO;
-    if (moved->NameCount() > 1 && moved->operation == MoveEvents::operationMove &&
-        moved->SourceName == moved->TargetName)
+    if (moved.NameCount() > 1 && moved.operation == MoveEvents::operationMove &&
+        moved.SourceName == moved.TargetName)
         answer = ask(textUpdateAll, MB_YESNOCANCEL | MB_ICONQUESTION);
-    moved->UpdateAll = answer == IDYES;
+    moved.UpdateAll = answer == IDYES;
     return answer != IDCANCEL;
 }
 

@@ -57,7 +57,7 @@ bool AppDialog::prepare()
     createControls();
     connectEvents();
     localized_ = true;
-    const auto command = commandView(); // held: the host may set another one in any call out
+    const auto command = commandView();
     const bool loaded = load();
     makeRoomForTexts();
     controlInfoChanged();
@@ -87,6 +87,17 @@ STDMETHODIMP AppDialog::putref_Command(IDispatch* value)
         storeCommand(value);
         state_ = State::made;
     });
+}
+
+void AppDialog::commandGivesWay()
+{
+    if (isHandling())
+        former_.push_back(commandView());
+}
+
+void AppDialog::handled() noexcept
+{
+    const auto former = std::exchange(former_, {}); // the container is called as they go
 }
 
 STDMETHODIMP AppDialog::get_Command(IAppCommand** value)
@@ -376,7 +387,6 @@ HWND AppDialog::containerWindow() const
 void AppDialog::run(const std::function<void()>& handler) noexcept
 {
     const ComPtr<IUnknown> alive(identity()); // the container may let go of the dialog in the handler
-    const auto command = commandView();       // or set another command
     const Batch batch(*this);
     if (const auto failure = attempt(handler))
         raiseError(*failure);

@@ -96,6 +96,10 @@ protected:
     virtual void storeCommand(IDispatch* command) = 0;
     virtual ComPtr<IAppCommand> commandView() const = 0;
 
+    /// The command at hand gives way to another one. Whoever is using it does not lose it: it lives until what is being
+    /// handled is over.
+    void commandGivesWay();
+
     /// What OK does once the values are taken: submits the command, and then what submitted() says. Does nothing before
     /// a Ready has succeeded, while the container executes, and after the end.
     void confirm();
@@ -143,9 +147,11 @@ private:
     void windowShown() noexcept override;
     void postedToDialog() override;
     void closing() noexcept override;
+    void handled() noexcept override;
 
     long titleId_;
     ComPtr<AppDialogEvents> events_;
+    std::vector<ComPtr<IAppCommand>> former_; ///< the commands that have given way to others meanwhile
     State state_ = State::made;
     bool cancelled_ = false; ///< what the container is still to be told when submitted
     bool localized_ = false; ///< the fonts of the container count from then on
@@ -180,7 +186,11 @@ protected:
     bool hasCommand() const noexcept { return static_cast<bool>(command_); }
 
     /// Goes on with another command of the dialog's own making.
-    void replaceCommand(ComPtr<Command> next) noexcept { command_ = std::move(next); }
+    void replaceCommand(ComPtr<Command> next)
+    {
+        this->commandGivesWay();
+        command_ = std::move(next);
+    }
 
 private:
     void storeCommand(IDispatch* value) override
@@ -190,7 +200,7 @@ private:
         void* object = nullptr;
         if (value && FAILED(value->QueryInterface(*Command::classId(), &object)))
             throw Failure(DISP_E_TYPEMISMATCH);
-        command_ = ComPtr<Command>::adopt(static_cast<Command*>(object));
+        replaceCommand(ComPtr<Command>::adopt(static_cast<Command*>(object)));
     }
 
     ComPtr<IAppCommand> commandView() const override { return command_ ? command_->asCommand() : nullptr; }

@@ -129,21 +129,21 @@ void ctlEditGroups::selectGroup()
     if (index < 0 || !isReady() || click_ == Click::pending)
         return markSelected();
     const std::wstring name = lstGroups.List(index);
-    const ComPtr<EditGroups> group(&command()); // another one may be at hand after a call
-    const long former = std::exchange(group->GroupID, lstGroups.ItemData(index));
-    const long formerlySelected = std::exchange(selected_, group->GroupID);
+    auto& group = command(); // another one may be at hand after a call
+    const long former = std::exchange(group.GroupID, lstGroups.ItemData(index));
+    const long formerlySelected = std::exchange(selected_, group.GroupID);
     click_ = Click::pending;
     bool isRead = false;
     const auto failure = attempt([&] {
-        inScope(group->Root, L"EditGroups.FetchEdit", [&] {
-            group->PrepareEdit();
+        inScope(group.Root, L"EditGroups.FetchEdit", [&] {
+            group.PrepareEdit();
             isRead = true; // also where the scope does not close
         });
     });
     click_ = Click::refused;
     if (!isRead)
-        group->GroupID = former;
-    if (hasCommand() && &command() == group.get())
+        group.GroupID = former;
+    if (hasCommand() && &command() == &group)
     {
         if (isRead)
         {

@@ -127,9 +127,9 @@ private:
     long operation() const final { return this->command().operation; }
     void readItem(long id) final
     {
-        const ComPtr<Command> read(&this->command()); // another one may be at hand after a call
-        read->PrepareEdit(id);
-        read->ItemID = id;
+        auto& read = this->command(); // another one may be at hand after a call
+        read.PrepareEdit(id);
+        read.ItemID = id;
     }
     void goOn() final { this->replaceCommand(this->command().CloneForNew()); }
     void connect() final

@@ -120,11 +120,12 @@ void ctlInfoMessage::turnPage()
 
 void ctlInfoMessage::loadInfo()
 {
-    const ComPtr<InfoMessage> held(&command()); // the host may set another one meanwhile
+    auto& message = command(); // the host may set another one meanwhile
     // Meanwhile the host may begin anew, maybe with another resource, or the user turn the pages, and edit by now.
     const auto isWanted = [this, load = loads_] { return load == loads_ && !infoLoaded_; };
     const auto read = [&] {
-        const Variant rows = inScope(held->Root, L"InfoMessage.FetchInfo", [&] { return held->FetchInfo(); });
+        const Variant rows =
+            inScope(message.Root, L"InfoMessage.FetchInfo", [&] { return message.FetchInfo(); });
         if (!isWanted())
             return;
         info.fill(rows);

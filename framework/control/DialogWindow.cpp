@@ -203,6 +203,7 @@ DialogWindow::Batch::~Batch()
     dialog_.arrange();
     if (dialog_.window_ && std::exchange(dialog_.reachChanged_, false))
         dialog_.accessKeysChanged();
+    dialog_.handled();
 }
 
 void DialogWindow::arrange() noexcept

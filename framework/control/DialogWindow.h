@@ -95,7 +95,7 @@ protected:
     /// Puts every control where its place is, and shows and hides. Does nothing but note it within a Batch.
     void arrange() noexcept;
 
-    /// Lets changes of the layout take effect together.
+    /// Lets changes of the layout take effect together: while one lives, something is being handled.
     class Batch
     {
     public:
@@ -107,6 +107,10 @@ protected:
     private:
         DialogWindow& dialog_;
     };
+
+    bool isHandling() const noexcept { return batches_ > 0; }
+    /// The last Batch is over.
+    virtual void handled() noexcept {}
 
     /// While it lives, what happens comes of a key.
     class KeyPress

@@ -311,17 +311,36 @@ TEST_F(DialogLifeTests, ACommandThatIsSetWithinAReadyWantsAReadyOfItsOwn)
     EXPECT_EQ(next->executions, 1);
 }
 
-TEST_F(DialogLifeTests, TheCommandIsHeldWhileItIsLoaded)
+TEST_F(DialogLifeTests, CommandsThatTheContainerReplacesLiveUntilWhatIsHandledIsOver)
 {
-    place();
-    ULONG whileLoaded = 0;
-    dialog->onLoad = [&] {
+    const auto next = make<TestDialogCommand>();
+    const auto references = [&] { return std::pair(command->referenceCount(), next->referenceCount()); };
+    const auto unheld = references();
+    auto meanwhile = unheld;
+    const auto replaceBoth = [&] {
+        call(container.dialog, &IAppDialog::putref_Command, next.as<IDispatch>().get());
         call(container.dialog, &IAppDialog::putref_Command, nullptr);
-        whileLoaded = command->referenceCount();
+        meanwhile = references();
+    };
+    const std::pair held(unheld.first + 1, unheld.second + 1);
+
+    ASSERT_TRUE(show());
+    dialog->onTake = [&] {
+        replaceBoth();
+        throw Failure(E_FAIL);
+    };
+    clickOk();
+    EXPECT_EQ(meanwhile, held);
+    EXPECT_EQ(references(), unheld);
+
+    call(container.dialog, &IAppDialog::putref_Command, command.as<IDispatch>().get());
+    dialog->onLoad = [&] {
+        replaceBoth();
         return true;
     };
     EXPECT_THROW(container.ready(), Failure);
-    EXPECT_EQ(whileLoaded, command->referenceCount() + 1);
+    EXPECT_EQ(meanwhile, held);
+    EXPECT_EQ(references(), unheld);
 }
 
 TEST_F(DialogLifeTests, ACommandThatTheContainerSetsWhileItExecutesIsNotEndedWithTheFirst)

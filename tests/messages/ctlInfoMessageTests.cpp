@@ -58,6 +58,18 @@ protected:
     std::wstring header() const { return Container::text(container.control(L"Static")); }
 
     std::vector<std::string> calls() { return data.takeCalls(); }
+
+    /// Turns to the rows; while they are read, the first time, something happens.
+    template <class Happens> void turnPageAnd(Happens&& happens)
+    {
+        bool once = true;
+        data.during = [&](const std::string& call) {
+            if (call == "Names.LoadInfo" && std::exchange(once, false))
+                happens();
+        };
+        turnPage();
+        data.during = nullptr;
+    }
 };
 
 TEST_F(ctlInfoMessageTests, ReadyForAMessagePreparesAndReadsTheLogin)
@@ -274,12 +286,7 @@ TEST_F(ctlInfoMessageTests, TheRowsAreReadOnTheFirstVisitAndNotAgain)
 TEST_F(ctlInfoMessageTests, OkWhileTheRowsAreReadStoresNone)
 {
     EXPECT_TRUE(show());
-    data.during = [&](const std::string& call) {
-        if (call == "Names.LoadInfo")
-            Container::click(container.button(L"OK"));
-    };
-    turnPage();
-    data.during = nullptr;
+    turnPageAnd([&] { Container::click(container.button(L"OK")); });
     ASSERT_EQ(container.errors.size(), 1U); // the page that was seen is the one with the message
     EXPECT_EQ(container.errors[0].number, aboutRequired);
     EXPECT_EQ(container.submitted, 0);
@@ -290,15 +297,10 @@ TEST_F(ctlInfoMessageTests, OkWhileTheRowsAreReadStoresNone)
 TEST_F(ctlInfoMessageTests, AHostMayBeginAnewWithAnotherResourceWhileTheRowsAreRead)
 {
     EXPECT_TRUE(show());
-    bool once = true;
-    data.during = [&](const std::string& call) {
-        if (call != "Names.LoadInfo" || !std::exchange(once, false))
-            return;
+    turnPageAnd([&] {
         let(L"NameID", Variant(van));
         EXPECT_TRUE(container.ready());
-    };
-    turnPage();
-    data.during = nullptr;
+    });
     EXPECT_THAT(container.errors, IsEmpty());
     EXPECT_TRUE(isOnInfo());
     EXPECT_THAT(labels(), ElementsAre(L"Plate", L""));
@@ -313,18 +315,13 @@ TEST_F(ctlInfoMessageTests, AHostMayBeginAnewWithAnotherResourceWhileTheRowsAreR
 TEST_F(ctlInfoMessageTests, WhatIsEditedWhileTheRowsAreStillReadStays)
 {
     EXPECT_TRUE(show());
-    bool once = true;
-    data.during = [&](const std::string& call) {
-        if (call != "Names.LoadInfo" || !std::exchange(once, false))
-            return;
+    turnPageAnd([&] {
         turnPage();
         turnPage();
         grid().click(1, 2);
         container.type(L"1"); // replaces the selection
         grid().click(2, 0);
-    };
-    turnPage();
-    data.during = nullptr;
+    });
     EXPECT_EQ(grid().text(1, 2), L"1");
     EXPECT_EQ(labels().size(), 4U);
     EXPECT_THAT(container.errors, IsEmpty());
@@ -333,16 +330,11 @@ TEST_F(ctlInfoMessageTests, WhatIsEditedWhileTheRowsAreStillReadStays)
 TEST_F(ctlInfoMessageTests, RowsThatCouldNotBeReadToTheEndAreNotShown)
 {
     EXPECT_TRUE(show());
-    bool once = true;
-    data.during = [&](const std::string& call) {
-        if (call != "Names.LoadInfo" || !std::exchange(once, false))
-            return;
+    turnPageAnd([&] {
         turnPage();
         data.fail("Names.LoadInfo", locked);
         turnPage();
-    };
-    turnPage();
-    data.during = nullptr;
+    });
     EXPECT_EQ(container.errors.size(), 2U); // of both attempts
     EXPECT_FALSE(isOnInfo());
     EXPECT_EQ(shownTab(), 0);
@@ -353,16 +345,11 @@ TEST_F(ctlInfoMessageTests, RowsThatCouldNotBeReadToTheEndAreNotShown)
 TEST_F(ctlInfoMessageTests, WhoseRowsFailAfterTheHostHasBegunAnewTurnsNoPage)
 {
     EXPECT_TRUE(show());
-    bool once = true;
-    data.during = [&](const std::string& call) {
-        if (call != "Names.LoadInfo" || !std::exchange(once, false))
-            return;
+    turnPageAnd([&] {
         let(L"NameID", Variant(van));
         EXPECT_TRUE(container.ready());
         data.fail("Names.LoadInfo", locked);
-    };
-    turnPage();
-    data.during = nullptr;
+    });
     EXPECT_THAT(container.errors, ElementsAre(locked));
     EXPECT_EQ(shownTab(), 1);
     EXPECT_TRUE(isOnInfo());
