@@ -33,12 +33,11 @@ ctlEditEvents::ctlEditEvents() : Dialog(textTitle, 5640, 5550)
 
 bool ctlEditEvents::load()
 {
-    const bool executing = isLoaded(); // what the container is executing stays as it was entered
     subscribe();
-    if (!executing)
+    if (!isExecuting())
         askForOccurrence();
     const TreeView::Filling filling(tree.tvwNames);
-    Init(executing);
+    Init();
     showFields();
     return showHeading();
 }
@@ -64,10 +63,10 @@ void ctlEditEvents::askForOccurrence()
 }
 
 /// Reads the activity, then fills the tree and the types: the data layer announces them one by one.
-void ctlEditEvents::Init(bool executing)
+void ctlEditEvents::Init()
 {
     inScope(command().Root, L"ctlEditEvents.Init", [&] {
-        if (!executing)
+        if (!isExecuting())
             fetch(command().asCommand(), &IAppCommand::Prepare);
         mGroups.load(&IGroups::Load);
         mNames.load(&INames::Load, allGroups);

@@ -30,7 +30,7 @@ private:
 
     void subscribe();
     void askForOccurrence();
-    void Init(bool executing);
+    void Init();
     void addGroup(const EventArguments& group);
     void addName(const EventArguments& name);
     void clearTypes();

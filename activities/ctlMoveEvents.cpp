@@ -24,8 +24,8 @@ long ctlMoveEvents::titleId() const
 
 bool ctlMoveEvents::load()
 {
-    if (isLoaded())
-        return true; // the container is executing what was prepared: nothing is left to be asked
+    if (isExecuting())
+        return true; // nothing is left to be asked
     prepared_ = false;
     const bool prepared = prepareCommand();
     const bool wanted = decideUpdateAll();

@@ -57,11 +57,11 @@ bool AppDialog::prepare()
     createControls();
     connectEvents();
     localized_ = true;
-    const auto command = commandView();
+    const IAppCommand* const command = commandView().get(); // to compare: it is not let go of meanwhile
     const bool loaded = load();
     makeRoomForTexts();
     controlInfoChanged();
-    if (commandView().get() != command.get())
+    if (commandView().get() != command)
         throw Failure(E_ABORT); // what is shown may be of either
     return loaded;
 }
@@ -69,7 +69,7 @@ bool AppDialog::prepare()
 /// While the container executes a command, another Ready brings the dialog up to date and no more.
 void AppDialog::beginAnew()
 {
-    if (state_ != State::submitting)
+    if (!isExecuting())
         state_ = State::made;
     toBeShown_ = false;
     rememberFocus(nullptr);
@@ -300,10 +300,10 @@ void AppDialog::confirm()
         return;
     const auto failure = attempt([&] {
         const bool executed = submit();
-        if (state_ == State::submitting) // else the container has begun anew with another command
+        if (isExecuting()) // else the container has begun anew with another command
             submitted(executed);
     });
-    if (state_ == State::submitting)
+    if (isExecuting())
         state_ = State::ready;
     if (failure)
         throw *failure;

@@ -108,8 +108,11 @@ protected:
     void close(bool cancelled);
     /// A Ready has succeeded, and the dialog is neither at its end nor has it submitted what ends it.
     bool isReady() const noexcept { return state_ == State::ready; }
+    /// The container executes the command: what it holds stays as it was confirmed, also where the container has the
+    /// dialog loaded anew.
+    bool isExecuting() const noexcept { return state_ == State::submitting; }
     /// A Ready has succeeded, and the dialog has not come to its end: it shows data.
-    bool isLoaded() const noexcept { return isReady() || state_ == State::submitting; }
+    bool isLoaded() const noexcept { return isReady() || isExecuting(); }
 
     void raiseError(const Failure& failure) noexcept;
     /// Tells the container that the dialog has changed its size.

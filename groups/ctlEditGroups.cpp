@@ -31,7 +31,7 @@ ctlEditGroups::ctlEditGroups() : Dialog(textTitle, 5040, 3285)
 
 bool ctlEditGroups::load()
 {
-    if (!isLoaded()) // what the container is executing stays as it was confirmed
+    if (!isExecuting())
         begin();
     const bool known = prepareLayout();
     setSize(Width(), fraCommands.bottom());
@@ -87,7 +87,7 @@ void ctlEditGroups::layOut(long caption, std::initializer_list<Frame*> frames)
 
 void ctlEditGroups::resetForNew()
 {
-    if (!isLoaded())
+    if (!isExecuting())
         command().PrepareNew();
     txtName.setText(command().GroupName.view());
 }

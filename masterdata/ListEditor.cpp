@@ -45,12 +45,11 @@ ListEditor::ListEditor(REFCLSID classId, long titleId, float dialogWidth, float 
 
 bool ListEditor::load()
 {
-    const bool executing = isLoaded(); // what the container is executing stays as it was entered
     if (texts_.prepareScope)
         inScope(item().Root, texts_.prepareScope, [this] { fetch(commandView(), &IAppCommand::Prepare); });
     connect();
     inScope(item().Root, texts_.fetchScope, [this] { loadData(); });
-    if (!executing)
+    if (!isExecuting())
         begin();
     useDefaultColor();
     show();
@@ -221,7 +220,8 @@ void ListEditor::submitted(bool)
     const auto failure = attempt([&] {
         goOn();
         next = commandView();
-        inScope(item().Root, texts_.nextScope, [&] { fetch(next, &IAppCommand::Prepare); }, -1);
+        inScope(
+            item().Root, texts_.nextScope, [&] { fetch(next, &IAppCommand::Prepare); }, -1);
     });
     if (commandView().get() != next.get())
         return; // the host has begun anew with another one

@@ -65,8 +65,7 @@ protected:
     virtual void validate() const = 0;
     virtual void holdFurther() {}
 
-    /// The user has entered something, which the command holds at once. What the container is executing stays as it
-    /// was confirmed: the next OK takes the entry.
+    /// The user has entered something, which the command holds at once, or at the next OK where it is being executed.
     template <class Hold> void entered(Hold&& hold)
     {
         if (!isExecuting())
@@ -86,7 +85,6 @@ protected:
     ColorChoice colors{*this, {120, 2610, 1500, 210}, {1680, 2565, 4320, 315}, texts_.color};
 
 private:
-    bool isExecuting() const noexcept { return isLoaded() && !isReady(); }
     bool adds() const { return operation() == operationAdd; }
     /// 0 for a new item, also where a failed attempt has created it.
     long itemId() const { return item().isNew() ? 0 : item().ItemID; }
