@@ -67,11 +67,18 @@ void DialogWindow::requireWindow()
 {
     if (window_)
         return;
-    parking_ = CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
-                               module::instance(), nullptr);
-    if (!parking_)
+    if (!makeParking())
         throw lastError();
     attachWindow(parking_);
+}
+
+/// A window that nobody sees, for a dialog that stands in no container.
+bool DialogWindow::makeParking() noexcept
+{
+    if (!parking_)
+        parking_ = CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
+                                   module::instance(), nullptr);
+    return parking_ != nullptr;
 }
 
 void DialogWindow::attachWindow(HWND parent)
@@ -121,15 +128,12 @@ void DialogWindow::parkWindow() noexcept
     if (!window_)
         return; // the container, told that the focus has left, has ended the dialog
     destroyToolTips();
-    parking_ = CreateWindowExW(0, L"Static", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
-                               module::instance(), nullptr);
-    if (parking_)
+    if (makeParking())
         SetParent(window_, parking_);
 }
 
 void DialogWindow::destroyWindow() noexcept
 {
-    destroyToolTips();
     if (window_)
         DestroyWindow(window_);
     if (parking_)
@@ -452,6 +456,7 @@ std::optional<LRESULT> DialogWindow::handle(UINT message, WPARAM first, LPARAM s
             run([this] { dpiChanged(); });
         return 0;
     case WM_DESTROY:
+        destroyToolTips();
         for (Control* control : controls_)
             control->closing();
         return std::nullopt;
@@ -459,7 +464,6 @@ std::optional<LRESULT> DialogWindow::handle(UINT message, WPARAM first, LPARAM s
         // A container may destroy its window, and this one in it, before it lets go of the control.
         SetWindowLongPtrW(window_, DWLP_USER, 0);
         window_ = nullptr;
-        toolTips_ = nullptr;
         controlsCreated_ = false;
         for (Control* control : controls_)
             control->forgetWindow();

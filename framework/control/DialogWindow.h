@@ -152,6 +152,7 @@ private:
     /// The result of a message; none for what is left to the platform.
     std::optional<LRESULT> handle(UINT message, WPARAM first, LPARAM second) noexcept;
     Control* controlOf(HWND window) const noexcept;
+    bool makeParking() noexcept;
     void createToolTips();
     void destroyToolTips() noexcept;
     void relayToToolTips(HWND control, UINT mouseMessage) const noexcept;

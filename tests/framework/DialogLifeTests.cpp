@@ -33,6 +33,16 @@ protected:
         while (tips && !SendMessageW(tips, TTM_GETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&tool)));
         return tips && GetWindow(tips, GW_OWNER) == container.window();
     }
+
+    /// Whether the container's window has any.
+    bool hasToolTips() const
+    {
+        HWND tips = nullptr;
+        do
+            tips = FindWindowExW(nullptr, tips, TOOLTIPS_CLASSW, nullptr);
+        while (tips && GetWindow(tips, GW_OWNER) != container.window());
+        return tips != nullptr;
+    }
 };
 
 class PlainContainerTests : public DialogTest
@@ -472,6 +482,14 @@ TEST_F(DialogLifeTests, ADialogMayBeReadiedBeforeItIsActive)
     EXPECT_EQ(text(dialog->txtName), L"Drivers");
     EXPECT_TRUE(IsChild(container.window(), box));
     EXPECT_TRUE(hasToolTip(dialog->txtName));
+}
+
+TEST_F(DialogLifeTests, TheToolTipsGoWithTheWindowAlsoWhereTheOneAtTheTopStays)
+{
+    ASSERT_TRUE(show());
+    ASSERT_TRUE(hasToolTips());
+    DestroyWindow(dialog->window());
+    EXPECT_FALSE(hasToolTips());
 }
 
 TEST_F(DialogLifeTests, NothingIsPostedToAWindowThatHasGone)
