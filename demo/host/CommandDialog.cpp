@@ -81,9 +81,7 @@ LRESULT CommandDialog::receive(UINT message, WPARAM first, LPARAM second)
     {
     case WM_ACTIVATE:
         site_->frameActivated(LOWORD(first) != WA_INACTIVE);
-        if (LOWORD(first) == WA_INACTIVE)
-            lastFocus_ = GetFocus();
-        else
+        if (LOWORD(first) != WA_INACTIVE)
             focusArrived();
         return 0;
     case WM_SETFOCUS:
@@ -185,12 +183,10 @@ void CommandDialog::moveTo(LONG left, LONG top) const
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-/// Into the dialog: to where it was, or to the first control.
+/// Into the dialog, which knows where it was.
 void CommandDialog::focusArrived() const
 {
-    if (lastFocus_ && IsChild(handle(), lastFocus_))
-        SetFocus(lastFocus_);
-    else if (site_ && site_->isUiActive())
+    if (site_ && site_->isUiActive())
         site_->activateUi();
 }
 

@@ -58,7 +58,6 @@ private:
     SIZE smallest_{}; ///< of a window that can be resized
     ComPtr<ControlSite> site_;
     ComPtr<IXtExecuteEvents> notifier_;
-    HWND lastFocus_ = nullptr; ///< what had the focus when another window became active
 };
 
 } // namespace korvane::host
