@@ -116,15 +116,19 @@ std::wstring keyOf(const ClassEntry& entry)
     return L"CLSID\\" + text(*entry.classId);
 }
 
+std::wstring progIdOf(const LibraryRegistration& library, const ClassEntry& entry)
+{
+    return std::wstring(library.name) + L'.' + entry.name;
+}
+
 void registerClass(const LibraryRegistration& library, const ClassEntry& entry)
 {
-    const std::wstring progId = std::wstring(library.name) + L'.' + entry.name;
-    const std::wstring classId = text(*entry.classId);
+    const std::wstring progId = progIdOf(library, entry);
     const std::wstring path = modulePath();
 
     const Key program(HKEY_CLASSES_ROOT, progId);
     program.set(nullptr, entry.description);
-    program.sub(L"CLSID", classId);
+    program.sub(L"CLSID", text(*entry.classId));
 
     const Key key(HKEY_CLASSES_ROOT, keyOf(entry));
     key.set(nullptr, entry.description);
@@ -194,7 +198,7 @@ void unregisterClass(const LibraryRegistration& library, const ClassEntry& entry
         return;
     deleteTree(keyOf(entry));
     if (!isRegisteredForOtherWordSize(entry, scope))
-        deleteTree(std::wstring(library.name) + L'.' + entry.name);
+        deleteTree(progIdOf(library, entry));
 }
 
 struct Library
