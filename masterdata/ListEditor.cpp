@@ -220,8 +220,7 @@ void ListEditor::submitted(bool)
     const auto failure = attempt([&] {
         goOn();
         next = commandView();
-        inScope(
-            item().Root, texts_.nextScope, [&] { fetch(next, &IAppCommand::Prepare); }, -1);
+        inScope(item().Root, texts_.nextScope, [&] { fetch(next, &IAppCommand::Prepare); }, -1);
     });
     if (commandView().get() != next.get())
         return; // the host has begun anew with another one
