@@ -3,7 +3,10 @@
 #include "framework/com/ComPtr.h"
 #include "tests/support/Library.h"
 
+#include <psapi.h>
+
 #include <cstring>
+#include <span>
 
 namespace korvane::test
 {
@@ -88,7 +91,13 @@ void placeAll()
 
 } // namespace
 
-void** importSlot(HMODULE module, const char* function)
+namespace
+{
+
+/// Goes through what a module imports by name until it is told to stop.
+/// @param visit gets the name and where the address is kept, and says whether to go on.
+/// @returns where it was stopped, null at the end.
+template <class Visit> void** visitImports(HMODULE module, Visit&& visit)
 {
     auto* const base = reinterpret_cast<BYTE*>(module);
     const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
@@ -106,15 +115,12 @@ void** importSlot(HMODULE module, const char* function)
             if (IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal))
                 continue;
             const auto* entry = reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
-            if (std::strcmp(reinterpret_cast<const char*>(entry->Name), function) == 0)
+            if (!visit(reinterpret_cast<const char*>(entry->Name), slots))
                 return slots;
         }
     }
     return nullptr;
 }
-
-namespace
-{
 
 void* store(void** slot, void* value)
 {
@@ -126,6 +132,26 @@ void* store(void** slot, void* value)
 }
 
 } // namespace
+
+void** importSlot(HMODULE module, const char* function)
+{
+    return visitImports(module, [&](const char* name, void**) { return std::strcmp(name, function) != 0; });
+}
+
+void replaceEverywhere(const void* function, void* replacement)
+{
+    HMODULE modules[512];
+    DWORD size = 0;
+    if (!K32EnumProcessModules(GetCurrentProcess(), modules, sizeof modules, &size))
+        return;
+    for (const HMODULE module :
+         std::span(modules, std::min<std::size_t>(size, sizeof modules) / sizeof *modules))
+        visitImports(module, [&](const char*, void** slot) {
+            if (*slot == function)
+                store(slot, replacement);
+            return true;
+        });
+}
 
 ImportPatch::ImportPatch(HMODULE module, const char* function, void* replacement)
     : slot_(importSlot(module, function))

@@ -20,6 +20,10 @@ template <std::size_t size> struct FunctionName
 /// Where a module keeps the address of a function that it imports; null when it does not import it.
 void** importSlot(HMODULE module, const char* function);
 
+/// Puts a function in place of another one wherever a module of the process imports that, under whatever name. Modules
+/// that are loaded later need another call.
+void replaceEverywhere(const void* function, void* replacement);
+
 /// Puts a function in place of an imported one. Nothing happens where the module does not import it.
 class ImportPatch
 {

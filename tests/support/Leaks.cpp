@@ -5,7 +5,7 @@
 
 #include <atomic>
 #include <ostream>
-#include <vector>
+#include <unordered_set>
 
 namespace korvane::test
 {
@@ -121,6 +121,104 @@ template <class Function> void countBlocks(const char* name, Function& original,
     }
 }
 
+/// What the modules of the process have taken from its heaps. Walking the heaps would not tell: one implementation of
+/// the platform keeps many small blocks in one that it shows.
+class HeapBlocks
+{
+public:
+    /// In every module that is loaded by now.
+    static void watch()
+    {
+        replace<"RtlAllocateHeap">(originalAllocate, &allocate);
+        replace<"RtlReAllocateHeap">(originalReallocate, &reallocate);
+        replace<"RtlFreeHeap">(originalFree, &release);
+    }
+
+    static long number()
+    {
+        const Lock lock;
+        return static_cast<long>(taken.size());
+    }
+
+private:
+    /// Of the blocks taken; what the thread that holds it takes for them is none of them.
+    class Lock
+    {
+    public:
+        Lock()
+        {
+            AcquireSRWLockExclusive(&lock);
+            holder = GetCurrentThreadId();
+        }
+        Lock(const Lock&) = delete;
+        Lock& operator=(const Lock&) = delete;
+        ~Lock()
+        {
+            holder = 0;
+            ReleaseSRWLockExclusive(&lock);
+        }
+
+        static bool isHeld() { return holder == GetCurrentThreadId(); }
+
+    private:
+        static inline SRWLOCK lock = SRWLOCK_INIT;
+        static inline std::atomic<DWORD> holder = 0;
+    };
+
+    // The functions of any other name end in these.
+    template <FunctionName name, class Function> static void replace(Function& original, Function replacement)
+    {
+        const auto function =
+            reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), name.text));
+        original = reinterpret_cast<Function>(function);
+        replaceEverywhere(function, reinterpret_cast<void*>(replacement));
+    }
+
+    static void* add(void* block)
+    {
+        if (block && !Lock::isHeld())
+        {
+            const Lock lock;
+            taken.insert(block);
+        }
+        return block;
+    }
+
+    /// Whether it is one; the platform's lowest module takes blocks unseen that others give back.
+    static bool remove(void* block)
+    {
+        if (!block || Lock::isHeld())
+            return false;
+        const Lock lock;
+        return taken.erase(block) != 0;
+    }
+
+    static void* WINAPI allocate(HANDLE heap, DWORD flags, SIZE_T size)
+    {
+        return add(originalAllocate(heap, flags, size));
+    }
+
+    static void* WINAPI reallocate(HANDLE heap, DWORD flags, void* block, SIZE_T size)
+    {
+        const bool isTaken = remove(block);
+        void* const moved = originalReallocate(heap, flags, block, size);
+        if (isTaken)
+            add(moved ? moved : block);
+        return moved;
+    }
+
+    static BOOL WINAPI release(HANDLE heap, DWORD flags, void* block)
+    {
+        remove(block);
+        return originalFree(heap, flags, block);
+    }
+
+    static inline auto& taken = *new std::unordered_set<void*>; // modules give blocks back to the very end
+    static inline void*(WINAPI* originalAllocate)(HANDLE, DWORD, SIZE_T) = nullptr;
+    static inline void*(WINAPI* originalReallocate)(HANDLE, DWORD, void*, SIZE_T) = nullptr;
+    static inline BOOL(WINAPI* originalFree)(HANDLE, DWORD, void*) = nullptr;
+};
+
 class MallocSpy final : public IMallocSpy
 {
 public:
@@ -191,22 +289,6 @@ long windows()
     return number;
 }
 
-long heapBlocks()
-{
-    std::vector<HANDLE> heaps(64);
-    heaps.resize(GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()));
-    long number = 0;
-    for (const HANDLE heap : heaps)
-    {
-        HeapLock(heap);
-        PROCESS_HEAP_ENTRY entry{};
-        while (HeapWalk(heap, &entry))
-            number += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0;
-        HeapUnlock(heap);
-    }
-    return number;
-}
-
 } // namespace
 
 std::ostream& operator<<(std::ostream& stream, const Living& living)
@@ -243,6 +325,7 @@ LeakWatch::LeakWatch()
     countBlocks("calloc", Blocks::originalCalloc, &Blocks::allocateCleared);
     countBlocks("realloc", Blocks::originalRealloc, &Blocks::reallocate);
     countBlocks("free", Blocks::originalFree, &Blocks::release);
+    HeapBlocks::watch();
     require(CoRegisterMallocSpy(new MallocSpy));
     // One implementation of the platform sets its own records up with the first block only.
     CoTaskMemFree(CoTaskMemAlloc(1));
@@ -251,13 +334,14 @@ LeakWatch::LeakWatch()
 Living LeakWatch::living()
 {
     SetErrorInfo(0, nullptr);
+    HeapBlocks::watch();
     Living now;
     now.objects = canUnload() != S_OK;
     now.windows = windows();
     now.handles = handles;
     now.libraryBlocks = libraryBlocks;
     now.taskBlocks = taskBlocks;
-    now.heapBlocks = heapBlocks();
+    now.heapBlocks = HeapBlocks::number();
     return now;
 }
 

@@ -14,7 +14,7 @@ struct Living
     long windows = 0;       ///< of this thread, with children and message-only windows
     long handles = 0;       ///< made and not destroyed by the library: GDI objects, DCs, key tables, contexts
     long libraryBlocks = 0; ///< allocated and not freed by the library's own C++ code
-    long heapBlocks = 0;    ///< busy blocks of all heaps of the process
+    long heapBlocks = 0;    ///< taken from the heaps of the process by all its modules and not given back
     long taskBlocks = 0;    ///< strings of OLE Automation and task memory
     bool objects = false;   ///< any object of the library
 
