@@ -86,8 +86,7 @@ void MemberTable::add(ITypeInfo* information, std::size_t face)
     for (UINT index = 0; index < count; ++index)
     {
         const Function function = functionAt(information, index);
-        const auto known = std::find_if(members_.begin(), members_.end(),
-                                        [&](const MemberEntry& member) { return member.id == function.id; });
+        const auto known = std::ranges::find(members_, function.id, &MemberEntry::id);
         if (known != members_.end())
         {
             if (known->face == face) // the other half of a property
@@ -110,8 +109,7 @@ const MemberEntry* MemberTable::find(std::wstring_view name) const noexcept
 
 const MemberEntry* MemberTable::find(DISPID id) const noexcept
 {
-    const auto found = std::find_if(members_.begin(), members_.end(),
-                                    [&](const MemberEntry& member) { return member.id == id; });
+    const auto found = std::ranges::find(members_, id, &MemberEntry::id);
     return found == members_.end() ? nullptr : &*found;
 }
 

@@ -129,10 +129,8 @@ void ActivityUser::toggleByMouse(HTREEITEM item)
 {
     TreeView_EnsureVisible(tree(), item);
     const RECT place = nodePlace(item);
-    POINT box{place.left - 8, (place.top + place.bottom) / 2};
-    POINT onScreen = box;
-    ClientToScreen(tree(), &onScreen);
-    SetCursorPos(onScreen.x, onScreen.y);
+    const POINT box{place.left - 8, (place.top + place.bottom) / 2};
+    Container::point(tree(), box);
     PostMessageW(tree(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(box.x, box.y));
     PostMessageW(tree(), WM_LBUTTONUP, 0, MAKELPARAM(box.x, box.y));
     container.pump();

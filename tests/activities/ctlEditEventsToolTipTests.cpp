@@ -28,16 +28,13 @@ protected:
         TOOLINFOW tool = toolFor(text);
         tool.hwnd = container.dialogWindow();
         tool.uId = reinterpret_cast<UINT_PTR>(control);
-        for (HWND tips = nullptr;;)
+        for (const HWND tips : container.toolTips())
         {
-            tips = FindWindowExW(nullptr, tips, TOOLTIPS_CLASSW, nullptr);
-            if (!tips)
-                return {};
-            if (GetWindowThreadProcessId(tips, nullptr) == GetCurrentThreadId())
-                SendMessageW(tips, TTM_GETTEXTW, std::size(text), reinterpret_cast<LPARAM>(&tool));
+            SendMessageW(tips, TTM_GETTEXTW, std::size(text), reinterpret_cast<LPARAM>(&tool));
             if (*text)
                 return {tips, text};
         }
+        return {};
     }
 
     /// Rests the pointer on a control, and answers what is shown then.

@@ -6,6 +6,8 @@
 #include <commctrl.h>
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 namespace korvane::test
 {
 
@@ -27,21 +29,9 @@ protected:
         tool.cbSize = TTTOOLINFOW_V1_SIZE;
         tool.hwnd = dialog->window();
         tool.uId = reinterpret_cast<UINT_PTR>(control.window());
-        HWND tips = nullptr;
-        do
-            tips = FindWindowExW(nullptr, tips, TOOLTIPS_CLASSW, nullptr);
-        while (tips && !SendMessageW(tips, TTM_GETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&tool)));
-        return tips && GetWindow(tips, GW_OWNER) == container.window();
-    }
-
-    /// Whether the container's window has any.
-    bool hasToolTips() const
-    {
-        HWND tips = nullptr;
-        do
-            tips = FindWindowExW(nullptr, tips, TOOLTIPS_CLASSW, nullptr);
-        while (tips && GetWindow(tips, GW_OWNER) != container.window());
-        return tips != nullptr;
+        return std::ranges::any_of(container.toolTips(), [&](HWND tips) {
+            return SendMessageW(tips, TTM_GETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&tool)) != 0;
+        });
     }
 };
 
@@ -487,9 +477,9 @@ TEST_F(DialogLifeTests, ADialogMayBeReadiedBeforeItIsActive)
 TEST_F(DialogLifeTests, TheToolTipsGoWithTheWindowAlsoWhereTheOneAtTheTopStays)
 {
     ASSERT_TRUE(show());
-    ASSERT_TRUE(hasToolTips());
+    ASSERT_FALSE(container.toolTips().empty());
     DestroyWindow(dialog->window());
-    EXPECT_FALSE(hasToolTips());
+    EXPECT_TRUE(container.toolTips().empty());
 }
 
 TEST_F(DialogLifeTests, NothingIsPostedToAWindowThatHasGone)

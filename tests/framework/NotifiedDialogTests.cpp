@@ -22,6 +22,7 @@ public:
     OpenDialog() : Dialog(22000, 4500, 1200) {}
 
     using Dialog::command;
+    using Dialog::replaceCommand;
 
     int refreshes = 0;
     std::function<void()> onRefresh = [] {};
@@ -109,6 +110,23 @@ TEST_F(NotifiedDialogTests, ADialogMayGoOnWithACommandOfItsOwn)
     EXPECT_EQ(next->executions, 1);
     EXPECT_EQ(fetch(container.dialog, &IAppDialog::get_Command).as<IUnknown>().get(),
               next.as<IUnknown>().get());
+}
+
+TEST_F(NotifiedDialogTests, CommandsThatGiveWayWhileItIsToldLiveUntilThatIsOver)
+{
+    const auto next = make<TestDialogCommand>();
+    const auto references = [&] { return std::pair(command->referenceCount(), next->referenceCount()); };
+    const auto unheld = references();
+    auto meanwhile = unheld;
+    ASSERT_TRUE(show());
+    dialog->onRefresh = [&] {
+        dialog->replaceCommand(next);
+        call(container.dialog, &IAppDialog::putref_Command, nullptr);
+        meanwhile = references();
+    };
+    EXPECT_EQ(notifier()->OnExecuted(nullptr, VARIANT_TRUE), S_OK);
+    EXPECT_EQ(meanwhile, std::pair(unheld.first + 1, unheld.second + 1));
+    EXPECT_EQ(references(), unheld);
 }
 
 TEST(ScopeTests, AScopeIsClosedAtTheEndOfItsStepAlsoWhereTheStepFails)

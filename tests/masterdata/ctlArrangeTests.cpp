@@ -110,10 +110,13 @@ protected:
 
     int rowHeight() const { return static_cast<int>(SendMessageW(list(), LB_GETITEMHEIGHT, 0, 0)); }
     /// The middle of a row that may be beyond the list's edges.
-    LPARAM row(int index) const { return MAKELPARAM(10, index * rowHeight() + rowHeight() / 2); }
+    POINT row(int index) const { return {10, index * rowHeight() + rowHeight() / 2}; }
+    /// The pointer goes along: while keys are handled, the platform may tell where it is.
     void mouse(UINT message, int index, WPARAM keys = MK_LBUTTON) const
     {
-        SendMessageW(list(), message, keys, row(index));
+        const POINT place = row(index);
+        Container::point(list(), place);
+        SendMessageW(list(), message, keys, MAKELPARAM(place.x, place.y));
     }
     void drag(int from, std::initializer_list<int> over) const
     {

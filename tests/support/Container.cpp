@@ -3,6 +3,7 @@
 #include "framework/com/Variant.h"
 #include "tests/support/Messages.h"
 
+#include <commctrl.h>
 #include <oleacc.h>
 #include <windowsx.h>
 
@@ -174,6 +175,15 @@ bool Container::visible(HWND control) const
     return IsWindowVisible(control) != FALSE;
 }
 
+std::vector<HWND> Container::toolTips() const
+{
+    std::vector<HWND> found;
+    for (HWND tips = nullptr; (tips = FindWindowExW(nullptr, tips, TOOLTIPS_CLASSW, nullptr)) != nullptr;)
+        if (GetWindow(tips, GW_OWNER) == window_)
+            found.push_back(tips);
+    return found;
+}
+
 void Container::press(WORD key, bool shift, bool alt, bool control)
 {
     // Another program may have taken the focus; a host gives it back to the dialog when it is activated again.
@@ -200,6 +210,12 @@ void Container::type(const wchar_t* text)
 void Container::click(HWND control)
 {
     clickAt(control, 5, 5);
+}
+
+void Container::point(HWND control, POINT place)
+{
+    ClientToScreen(control, &place);
+    SetCursorPos(place.x, place.y);
 }
 
 void Container::clickAt(HWND control, int x, int y, bool twice)

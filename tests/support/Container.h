@@ -64,11 +64,14 @@ public:
     static std::wstring text(HWND window);
     RECT place(HWND control) const; ///< in pixels, on the dialog
     bool visible(HWND control) const;
+    /// The windows that show tooltips over the container's.
+    std::vector<HWND> toolTips() const;
 
     // What the user does. Keys go to the window with the focus, as messages through the host's message loop.
     void press(WORD key, bool shift = false, bool alt = false, bool control = false);
     void type(const wchar_t* text);
     static void click(HWND control);
+    static void point(HWND control, POINT place); ///< moves the pointer there
     static void clickAt(HWND control, int x, int y, bool twice = false);
     void pump() const;
 

@@ -237,6 +237,22 @@ TEST_F(MainWindowTest, GivesADialogThatLaysItselfOutTheSizeOfItsWindow)
     close();
 }
 
+TEST_F(MainWindowTest, HandsTheKeyboardBackToWhereItWasInADialog)
+{
+    run(L"Group.New");
+    const HWND cancel = visibleChild(dialog(), L"Button", L"Cancel");
+    ASSERT_NE(cancel, nullptr);
+    SetActiveWindow(dialog());
+    SetFocus(cancel);
+    SetActiveWindow(window->handle());
+    work();
+    ASSERT_NE(GetFocus(), cancel);
+    SetActiveWindow(dialog());
+    work();
+    EXPECT_EQ(GetFocus(), cancel);
+    close();
+}
+
 TEST_F(MainWindowTest, OffersTheMembersOfTheSelectedGroup)
 {
     std::wstring order;
