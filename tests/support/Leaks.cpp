@@ -168,7 +168,7 @@ private:
     // The functions of any other name end in these.
     template <FunctionName name, class Function> static void replace(Function& original, Function replacement)
     {
-        const auto function =
+        auto* const function =
             reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), name.text));
         original = reinterpret_cast<Function>(function);
         replaceEverywhere(function, reinterpret_cast<void*>(replacement));
