@@ -119,7 +119,12 @@ bool Control::hasFocus() const noexcept
 
 void Control::setFocus() const noexcept
 {
-    if (window_)
+    if (!window_)
+        return;
+    // The dialog manager makes the button with the focus the one that Enter presses; in a text box it would select all.
+    if ((send(WM_GETDLGCODE) & DLGC_BUTTON) != 0)
+        SendMessageW(dialog_.window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(window_), TRUE);
+    else
         SetFocus(window_);
 }
 
@@ -215,10 +220,7 @@ LRESULT Control::notified(const NMHDR& notification)
 void Control::focusNotified(bool arrived) const noexcept
 {
     if (arrived)
-    {
-        dialog_.markDefault(window_);
         dialog_.focusArrived();
-    }
     else
         dialog_.focusLeft(*this);
 }

@@ -50,17 +50,6 @@ wchar_t inCodePage(WPARAM character) noexcept
     return wide;
 }
 
-DWORD buttonKind(HWND button) noexcept
-{
-    return static_cast<DWORD>(GetWindowLongW(button, GWL_STYLE)) & BS_TYPEMASK;
-}
-
-bool isPushButton(HWND window) noexcept
-{
-    return window && (SendMessageW(window, WM_GETDLGCODE, 0, 0) & DLGC_BUTTON) != 0 &&
-           buttonKind(window) <= BS_DEFPUSHBUTTON;
-}
-
 /// The focus stays where it is until the container gives it.
 INT_PTR CALLBACK leaveFocusAlone(HWND, UINT, WPARAM, LPARAM) noexcept
 {
@@ -174,27 +163,13 @@ void DialogWindow::createControls()
     layoutChanged();
 }
 
-/// The dialog manager does so for the keys that it sees itself; the mouse passes it by, where the container does not show
-/// it every message.
-void DialogWindow::markDefault(HWND focused) const noexcept
-{
-    const HWND pressed = isPushButton(focused) ? focused : GetDlgItem(window_, IDOK);
-    for (const Control* control : controls_)
-        if (const HWND button = control->window(); isPushButton(button))
-        {
-            const DWORD kind = button == pressed ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
-            if (buttonKind(button) != kind)
-                SendMessageW(button, BM_SETSTYLE, kind, TRUE);
-        }
-}
-
 void DialogWindow::freeze(bool frozen) noexcept
 {
     if (std::exchange(frozen_, frozen) == frozen)
         return;
     // The keyboard stays where it leads out: from a disabled control it would lead nowhere.
     if (frozen && IsChild(window_, GetFocus()))
-        SetFocus(GetDlgItem(window_, IDCANCEL));
+        SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetDlgItem(window_, IDCANCEL)), TRUE);
     for (const Control* control : controls_)
         control->showEnabled();
 }

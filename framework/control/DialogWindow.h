@@ -56,8 +56,6 @@ public:
     virtual void run(const std::function<void()>& handler) noexcept = 0;
     /// Runs a box that the user has to answer first: the container disables what of its own would let him do otherwise.
     virtual void runModal(const std::function<void()>& box) const = 0;
-    /// The button that Enter presses while a control has the focus is marked: that button itself, or else OK.
-    void markDefault(HWND focused) const noexcept;
     virtual void focusArrived() noexcept = 0;
     virtual void focusLeft(const Control& control) noexcept = 0;
     /// The icon with an id, as wide and high as a number of pixels; null when there is none. The caller destroys it.

@@ -518,33 +518,6 @@ TEST_F(KeyboardTests, EnterOnAnotherButtonPressesThatButton)
     EXPECT_THAT(container.done, ElementsAre(false));
 }
 
-TEST_F(KeyboardTests, TheButtonThatEnterPressesIsMarkedHoweverTheFocusHasCome)
-{
-    const auto isMarked = [](HWND button) {
-        return (SendMessageW(button, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON) != 0;
-    };
-    const HWND apply = layout().cmdApply.window();
-    for (const bool byMouse : {true, false})
-    {
-        layout().applied = 0;
-        if (byMouse)
-            Container::click(apply);
-        else
-            SetFocus(apply);
-        EXPECT_TRUE(isMarked(apply));
-        EXPECT_FALSE(isMarked(okButton()));
-        const int before = layout().applied;
-        container.press(VK_RETURN);
-        EXPECT_EQ(layout().applied, before + 1);
-        if (byMouse)
-            Container::click(first());
-        else
-            SetFocus(first());
-        EXPECT_FALSE(isMarked(apply));
-        EXPECT_TRUE(isMarked(okButton()));
-    }
-}
-
 TEST_F(KeyboardTests, EnterOnCancelCancels)
 {
     focus(last());
