@@ -44,7 +44,7 @@ protected:
         SendMessageW(tips, TTM_SETDELAYTIME, TTDT_INITIAL, 1);
         SendMessageW(tips, TTM_SETDELAYTIME, TTDT_RESHOW, 1);
         RECT place{};
-        GetWindowRect(control, &place);
+        GetClientRect(control, &place);
         wchar_t text[200]{};
         TOOLINFOW tool = toolFor(text);
         // Tests that run beside this one have windows and move the pointer too.
@@ -54,7 +54,7 @@ protected:
             {
                 SetWindowPos(GetAncestor(control, GA_ROOT), HWND_TOPMOST, 0, 0, 0, 0,
                              SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-                SetCursorPos(place.left + 10 + waits / 25, (place.top + place.bottom) / 2);
+                Container::point(control, {10 + waits / 25, place.bottom / 2});
             }
             MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
             container.pump();

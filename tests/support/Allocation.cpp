@@ -89,11 +89,6 @@ void placeAll()
     place<"CoRegisterInitializeSpy", decltype(CoRegisterInitializeSpy)>();
 }
 
-} // namespace
-
-namespace
-{
-
 /// Goes through what a module imports by name until it is told to stop.
 /// @param visit gets the name and where the address is kept, and says whether to go on.
 /// @returns where it was stopped, null at the end.
@@ -108,6 +103,8 @@ template <class Visit> void** visitImports(HMODULE module, Visit&& visit)
     const auto* from = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
     for (; from->Name != 0; ++from)
     {
+        if (from->OriginalFirstThunk == 0) // some linkers leave the addresses only
+            continue;
         const auto* names = reinterpret_cast<const IMAGE_THUNK_DATA*>(base + from->OriginalFirstThunk);
         auto* slots = reinterpret_cast<void**>(base + from->FirstThunk);
         for (; names->u1.AddressOfData != 0; ++names, ++slots)

@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <ostream>
+#include <stdexcept>
 #include <unordered_set>
 
 namespace korvane::test
@@ -306,6 +307,9 @@ LeakWatch& LeakWatch::instance()
 
 LeakWatch::LeakWatch()
 {
+    // That is decided when the program starts.
+    if (GetEnvironmentVariableW(L"OANOCACHE", nullptr, 0) == 0)
+        throw std::runtime_error("run this with OANOCACHE=1 in the environment");
     count<"CreateCompatibleDC", decltype(CreateCompatibleDC), Effect::makes>();
     count<"CreateCompatibleBitmap", decltype(CreateCompatibleBitmap), Effect::makes>();
     count<"CreateFontIndirectW", decltype(CreateFontIndirectW), Effect::makes>();
@@ -343,11 +347,6 @@ Living LeakWatch::living()
     now.taskBlocks = taskBlocks;
     now.heapBlocks = HeapBlocks::number();
     return now;
-}
-
-bool LeakWatch::seesEveryString()
-{
-    return GetEnvironmentVariableW(L"OANOCACHE", nullptr, 0) != 0;
 }
 
 } // namespace korvane::test

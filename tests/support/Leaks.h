@@ -27,16 +27,13 @@ std::ostream& operator<<(std::ostream& stream, const Living& living);
 class LeakWatch
 {
 public:
+    /// Throws where the platform would keep strings for later use instead of freeing them.
     static LeakWatch& instance();
     LeakWatch(const LeakWatch&) = delete;
     LeakWatch& operator=(const LeakWatch&) = delete;
 
     /// What is alive now, when the library has let go of all that it keeps for later use.
     Living living();
-
-    /// Whether strings of OLE Automation are freed at once instead of being kept in the platform's cache. That is
-    /// decided by OANOCACHE in the environment when the program starts.
-    static bool seesEveryString();
 
 private:
     LeakWatch();
